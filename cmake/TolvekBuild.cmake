@@ -1,0 +1,63 @@
+# Options, warnings and the two functions by which every folder declares itself.
+include_guard()
+
+option(TOLVEK_TESTS "Build the tests" ON)
+option(TOLVEK_BENCH "Build the benchmarks" OFF)
+option(TOLVEK_SANITIZE "Address and undefined behaviour sanitizers" OFF)
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+find_program(CCACHE_PROGRAM ccache)
+if(CCACHE_PROGRAM AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  set(CMAKE_CXX_COMPILER_LAUNCHER "${CCACHE_PROGRAM}")
+endif()
+
+add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
+if(TOLVEK_SANITIZE)
+  # -g1 keeps line numbers in reports at a fraction of the build time of -g.
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all
+                      -fno-omit-frame-pointer -g1 -O1)
+  add_link_options(-fsanitize=address,undefined)
+endif()
+if(BUILD_SHARED_LIBS)
+  # With shared libraries the linker itself refuses a call into a higher layer.
+  add_link_options(-Wl,--no-undefined)
+endif()
+
+# tolvek_library(NAME SOURCES file... [LINKS target...] [QT])
+# One folder, one library. LINKS names the layers that the folder may use.
+function(tolvek_library name)
+  cmake_parse_arguments(ARG "QT" "" "SOURCES;LINKS" ${ARGN})
+  add_library(${name} ${ARG_SOURCES})
+  target_include_directories(${name} PUBLIC "${PROJECT_SOURCE_DIR}/src")
+  target_link_libraries(${name} PUBLIC ${ARG_LINKS})
+  if(ARG_QT)
+    set_target_properties(${name} PROPERTIES AUTOMOC ON)
+    target_link_libraries(${name} PUBLIC Qt6::Widgets)
+  endif()
+endfunction()
+
+# tolvek_test(NAME SOURCES file... LINKS target...)
+# One test program for one folder; every test case is a ctest of its own.
+function(tolvek_test name)
+  cmake_parse_arguments(ARG "QT" "" "SOURCES;LINKS" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/src" "${PROJECT_SOURCE_DIR}/tests")
+  target_compile_definitions(${name} PRIVATE
+    TOLVEK_TEST_DATA="${PROJECT_SOURCE_DIR}/tests/data"
+    TOLVEK_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
+  target_link_libraries(${name} PRIVATE ${ARG_LINKS} GTest::gtest)
+  if(ARG_QT)
+    set_target_properties(${name} PROPERTIES AUTOMOC ON)
+    target_link_libraries(${name} PRIVATE Qt6::Widgets)
+  else()
+    target_link_libraries(${name} PRIVATE GTest::gtest_main)
+  endif()
+  include(GoogleTest)
+  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST
+    PROPERTIES TIMEOUT 300 ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8")
+endfunction()

@@ -1,0 +1,32 @@
+// The three C exports of the converter library "Tolvek" and their records.
+//
+// Every record is a fixed field: the text, a NUL, blanks to the end. Paths are
+// in the file system's own encoding, texts in code page 932. The functions
+// never throw and never keep what they were given; their own return value
+// means nothing.
+#pragma once
+#include <cstdint>
+
+extern "C" {
+
+struct TolvekPath {
+    char bytes[256];
+};
+
+struct StrChangeRec {
+    char bytes[4608];
+};
+
+// Turns one mail box (list file, mail file) into the temp file. count: mails
+// written. status: 0 when the conversion worked (also for an empty box), any
+// other value when nothing can be read; written on every call.
+int Tolvek_Edit(TolvekPath* listFile, TolvekPath* mailFile, TolvekPath* tempFile, std::int16_t* count,
+                std::int16_t* status);
+
+// Writes the friend book of a folder into the temp file. count: friends written.
+int TolvekFriend_Edit(StrChangeRec* folder, StrChangeRec* tempFile, std::int16_t* count, std::int16_t* status);
+
+// Decodes a text: encoded words (only in a text without line ends), then
+// escapes, then the single quote. length: of the result, in characters.
+int Mail_StrChange(StrChangeRec* input, StrChangeRec* output, std::int16_t* length);
+}

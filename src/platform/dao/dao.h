@@ -1,0 +1,201 @@
+// The database objects of the Basic platform over SQLite.
+//
+// Objects are light handles: copying one shares what it stands for. A handle
+// that stands for nothing, and a recordset whose database was closed, is error
+// 3420; closing a closed database is silent. All failures are RuntimeError.
+//
+// One file at rest: while no Session lives, a database closed is a file closed,
+// with no -wal, -shm or -journal beside it and all of it on the disk. Inside a
+// Session the engine keeps the connection from one OpenDatabase to the next;
+// commits survive a kill of the process at any moment.
+//
+// One thread.
+#pragma once
+#include "platform/dao/statement.h"
+#include "platform/runtime/int16.h"
+#include "platform/runtime/text.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace tolvek {
+
+inline constexpr int dbOpenDynaset = 2;
+inline constexpr int dbFailOnError = 128;
+
+enum DataType : int { dbBoolean = 1, dbInteger = 3, dbLong = 4, dbText = 10, dbMemo = 12 };
+
+// One value of a row. Null is error 94 when turned into anything.
+class Value {
+public:
+    Value() = default;                      // Null
+    explicit Value(Text text);
+    explicit Value(std::int64_t number, DataType type);
+
+    bool isNull() const;
+    Text text() const;                      // numbers as decimals, Yes/No as "True" and "False"
+    Int16 int16() const;                    // a text by the text-to-number rules
+    std::int32_t int32() const;
+    bool boolean() const;                   // any non-zero number, "True", "False"
+
+private:
+    enum class Kind { Null, Characters, Number } kind_ = Kind::Null;
+    Text text_;
+    std::int64_t number_ = 0;
+    DataType type_ = dbText;
+};
+
+// A definition while a table is being made.
+class Field {
+public:
+    Field(TextView name, DataType type, int size);
+    Text Name;
+    DataType Type;
+    int Size;                               // characters, dbText only
+    bool AllowZeroLength = false;
+    Text DefaultValue;                      // "" for none; "\"\"" is the empty text
+};
+
+class FieldList {
+public:
+    void Append(const Field& field);
+    const std::vector<Field>& items() const { return items_; }
+
+private:
+    std::vector<Field> items_;
+};
+
+class Index {
+public:
+    explicit Index(TextView name);
+    Field CreateField(TextView name) const;
+    Text Name;
+    bool Primary = false;
+    bool Unique = false;
+    FieldList Fields;
+};
+
+class IndexList {
+public:
+    void Append(const Index& index);
+    const std::vector<Index>& items() const { return items_; }
+
+private:
+    std::vector<Index> items_;
+};
+
+class TableDef {
+public:
+    explicit TableDef(TextView name);
+    Field CreateField(TextView name, DataType type, int size = 0) const;
+    Index CreateIndex(TextView name) const;
+    Text Name;
+    FieldList Fields;
+    IndexList Indexes;
+};
+
+// A dynaset: the ordered keys are fetched at opening, rows and columns when
+// they are asked for, so that counting never reads a mail's text. Behind the
+// order asked for (or without one) rows come in primary key order.
+class Recordset {
+public:
+    Recordset();
+
+    bool Eof() const;
+    bool NoMatch() const;                   // always false: nothing searches in a dynaset
+    std::int32_t RecordCount() const;       // rows visited so far; 0 only when there are none
+    void MoveFirst();                       // no rows: 3021
+    void MoveNext();                        // at the end already: 3021
+    void MoveLast();
+    // Of the current row. No row: 3021; deleted meanwhile: 3167; no such
+    // column: 3265; no such position: 3265.
+    Value field(TextView name) const;
+    Value field(int position) const;
+
+    void AddNew();
+    void setField(int position, const Text& value);   // error 3163, 3315, 3464, 3349 here or at Update
+    void setField(int position, std::int32_t value);
+    void Update();                                    // 3022 for a key that is there; a commit of its own
+    void Close();
+
+private:
+    friend class Database;
+    struct State;
+    std::shared_ptr<State> state_;
+};
+
+class TableDefList;
+
+class Database {
+public:
+    Database();
+
+    Recordset OpenRecordset(const Statement& sql, int type = dbOpenDynaset);
+    // The statement as a whole or not at all.
+    void Execute(const Statement& sql, int options);
+    TableDef CreateTableDef(TextView name) const;
+    TableDefList TableDefs();
+    // An open transaction of the workspace is rolled back for this database.
+    void Close();
+    bool isOpen() const;
+
+private:
+    friend class DBEngine;
+    friend class Workspace;
+    friend class TableDefList;
+    struct State;
+    std::shared_ptr<State> state_;
+};
+
+class TableDefList {
+public:
+    void Append(const TableDef& table);     // the table and its indexes, as a whole
+    std::vector<Text> names() const;
+
+private:
+    friend class Database;
+    std::shared_ptr<Database::State> state_;
+};
+
+class Workspace {
+public:
+    void BeginTrans();
+    void CommitTrans();                     // without BeginTrans: 3034
+    void Rollback();
+    // A present target: 3204. `locale` names the sort order; there is one.
+    Database CreateDatabase(TextView path, TextView locale);
+};
+
+class DBEngine {
+public:
+    static Workspace Workspaces(int index); // 0 alone, else 3265
+    // A missing file: 3024; not a database: 3343; held exclusively by another
+    // program: 3356, at once. A file on a read-only medium can be read.
+    static Database OpenDatabase(TextView path);
+    // Writes a new file, checks it, and forces file and folder to the disk.
+    // Source missing 3024, target present 3204, source damaged 3343.
+    static void CompactDatabase(TextView source, TextView target);
+
+    // The time of one command: the connection is kept between openings.
+    // Sessions may nest; the outermost one's end puts the file at rest.
+    class Session {
+    public:
+        Session();
+        ~Session();
+        Session(const Session&) = delete;
+        Session& operator=(const Session&) = delete;
+    };
+    // Puts files at rest that no Database holds, also inside a Session: before
+    // the program waits for its user.
+    static void Rest();
+    // For an end in the middle of anything: rolls back, closes all, at rest.
+    static void Abandon();
+};
+
+// BeginTrans, the work, CommitTrans, on workspace 0. A failure goes through
+// without a rollback of ours: the closing of the database ends it.
+void inTransaction(const std::function<void()>& work);
+
+}

@@ -1,0 +1,67 @@
+// Files and folders, the one place where the program's file operations pass.
+//
+// Every operation first asks the probe, by which a test makes a single one
+// fail (throw std::system_error) or ends the process on the spot. Failures are
+// std::system_error with the system's code; a layer above gives them numbers.
+#pragma once
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tolvek {
+
+enum class FileOperation {
+    Open, Create, Read, Write, Flush, Truncate, Rename, Replace, Link, Remove, Copy, List, FlushFolder
+};
+
+using FileProbe = std::function<void(FileOperation, const std::filesystem::path&)>;
+// An empty function takes the probe away.
+void setFileProbe(FileProbe probe);
+// For those who reach the disk by another road (the database engine's own
+// file layer): asks the probe and nothing else.
+void probeFile(FileOperation operation, const std::filesystem::path& path);
+
+class OpenFile {
+public:
+    enum class Mode { Read, Create };   // Create empties an existing file
+    OpenFile(const std::filesystem::path& path, Mode mode);
+    ~OpenFile();                        // closes without a word; call close() to hear of a failure
+    OpenFile(OpenFile&&) noexcept;
+    OpenFile& operator=(OpenFile&&) noexcept;
+
+    std::size_t read(char* buffer, std::size_t size);   // 0 at the end
+    void write(std::string_view bytes);
+    void flush();                       // to the disk itself
+    void close();
+
+private:
+    struct Handle;
+    std::unique_ptr<Handle> handle_;
+};
+
+bool fileExists(const std::filesystem::path& path);     // a file, not a folder; no failure
+bool folderExists(const std::filesystem::path& path);
+// By the mode bits; the superuser's right to write all the same doesn't count.
+bool isReadOnly(const std::filesystem::path& path);
+std::vector<std::string> fileNames(const std::filesystem::path& folder);    // files only, unsorted
+std::vector<std::string> entryNames(const std::filesystem::path& folder);   // files and folders
+
+std::string readFile(const std::filesystem::path& path);
+void removeFile(const std::filesystem::path& path);
+// Target present: file_exists, and nothing has changed.
+void renameFile(const std::filesystem::path& from, const std::filesystem::path& to);
+// Atomic; the target may be there. Both in one folder.
+void replaceFile(const std::filesystem::path& from, const std::filesystem::path& to);
+void linkFile(const std::filesystem::path& existing, const std::filesystem::path& added);
+// Contents, flushed.
+void copyFileContents(const std::filesystem::path& from, const std::filesystem::path& to, bool failIfExists);
+void flushFileToDisk(const std::filesystem::path& path);
+void flushFolder(const std::filesystem::path& folder);
+// Side file, flush, replace, flush of the folder; keeps the old file's mode.
+void replaceContents(const std::filesystem::path& path, std::string_view bytes);
+
+}

@@ -1,0 +1,55 @@
+// The process and its surroundings: end, sleep, folders, single instance,
+// shared libraries.
+#pragma once
+#include <filesystem>
+#include <memory>
+#include <string>
+
+namespace tolvek {
+
+// Ends the process at once, running no destructor and no exit handler; what
+// must reach the disk has been flushed before.
+[[noreturn]] void leaveProcess(int code);
+
+void sleepMilliseconds(int count);
+
+// The folder in which the program was started. A link to the executable
+// counts as the executable: its folder is the link's.
+std::filesystem::path programFolder(const char* argv0);
+
+// The Windows folder; empty on a system that has none. Tests set one.
+std::filesystem::path windowsFolder();
+void setWindowsFolder(std::filesystem::path folder);
+
+// One running copy per user and name. The lock lies outside the program's
+// folder (which may be read-only) and goes with the process, however it ends.
+class SingleInstance {
+public:
+    explicit SingleInstance(const std::string& name);
+    ~SingleInstance();
+    SingleInstance(const SingleInstance&) = delete;
+    SingleInstance& operator=(const SingleInstance&) = delete;
+    bool isFirst() const { return first_; }   // true also where no lock can be had
+
+private:
+    int lock_ = -1;
+    bool first_ = true;
+};
+
+// A shared library loaded at run time. A missing one is std::system_error with
+// no_such_file_or_directory; a missing symbol with function_not_supported.
+class SharedLibrary {
+public:
+    explicit SharedLibrary(const std::filesystem::path& path);
+    ~SharedLibrary();
+    SharedLibrary(const SharedLibrary&) = delete;
+    SharedLibrary& operator=(const SharedLibrary&) = delete;
+    void* symbol(const char* name) const;
+    // The file name of a library on this system: "libNAME.so", "NAME.dll".
+    static std::string fileName(const std::string& name);
+
+private:
+    void* handle_ = nullptr;
+};
+
+}

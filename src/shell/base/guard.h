@@ -1,0 +1,40 @@
+// The two answers to a failure, each one line at the place where it is used.
+//
+//     ResumeNext on{u"comMailRead_Click"};      report and go on
+//     on([&] { edFriend(); });                  one call holds one statement
+//
+//     leaveOnError(u"edSearch_Addr", [&] { ... });    report (database) and leave
+//
+// Every event procedure runs under ResumeNext; as the outermost one it also is
+// the length of one command for the database engine.
+#pragma once
+#include "platform/dao/dao.h"
+#include "platform/runtime/runtime_error.h"
+#include "platform/runtime/text.h"
+
+#include <functional>
+
+namespace tolvek {
+
+// Reports by ErrReport under `routine` and goes on with the next statement.
+class ResumeNext {
+public:
+    explicit ResumeNext(TextView routine) : routine_(routine) {}
+    // True when the statement went through.
+    bool operator()(const std::function<void()>& statement) const;
+
+private:
+    Text routine_;
+    DBEngine::Session session_;
+};
+
+// Runs the routine's body; a failure is reported by ErrReport / ErrReportDb
+// under `routine` and ends the body. True when it went through to its end.
+bool leaveOnError(TextView routine, const std::function<void()>& body);     // ErrReportDb
+bool leavePlainOnError(TextView routine, const std::function<void()>& body); // ErrReport
+
+// For routines of a form that trap nothing: the platform's box 実行時エラー,
+// then the program ends without the main window's unload.
+void untrapped(const std::function<void()>& body);
+
+}
