@@ -4,8 +4,10 @@
 // Thrown by runtime, dao and forms and by checked 16-bit arithmetic. The logic
 // above answers it in exactly two ways (see shell/base/guard.h).
 #pragma once
+#include <cstddef>
 #include <exception>
 #include <string>
+#include <string_view>
 #include <system_error>
 
 namespace tolvek {
@@ -13,7 +15,8 @@ namespace tolvek {
 class RuntimeError : public std::exception {
 public:
     // The number with the platform's own text for it; `name` fills the one
-    // gap that some texts have (a file, a field, an expression, a table).
+    // gap that some texts have (a file, a field, an expression, a table); the
+    // text of 53 has none and takes a name, if given, at its end.
     explicit RuntimeError(int number, std::u16string_view name = {});
     RuntimeError(int number, std::u16string description, std::nullptr_t);
 
