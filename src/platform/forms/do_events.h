@@ -1,11 +1,15 @@
 // The yield to pending events that long work makes at its fixed points.
 //
-// Cheap enough to be called for every line and row: not more than one real
-// turn of the event loop each 5 ms. A tick of the clock is never starved.
+// DoEvents is cheap enough to be called for every line and row: not more than
+// one real turn of the event loop each 5 ms. A tick of the clock is never
+// starved. DoEventsNow always makes a turn: for the points where what is queued
+// must meet the controls as they are now. Both may be called inside events, and
+// do nothing once the application has begun to quit.
 #pragma once
 
 namespace tolvek {
 
 void DoEvents();
+void DoEventsNow();
 
 }

@@ -15,11 +15,11 @@ enum class MsgIcon { None, Critical };
 enum class MsgAnswer { Ok, Yes, No };
 
 struct MsgBoxRequest {
-    Text text;                              // as given, line ends unchanged
+    Text text; // as given, line ends unchanged
     MsgButtons buttons = MsgButtons::Ok;
     Text title;
     MsgIcon icon = MsgIcon::None;
-    MsgAnswer defaultAnswer = MsgAnswer::Yes;   // of a Yes/No box
+    MsgAnswer defaultAnswer = MsgAnswer::Yes; // of a Yes/No box
 };
 
 // The title of a box that is given none.

@@ -1,0 +1,114 @@
+// What all controls have in common: the platform's properties over a Qt widget.
+//
+// A control belongs to its container (a form or a frame) and goes with the
+// form's unload. Left, Top, Width and Height are twips and are given back as
+// they were set; relative to the container. The name is the widget's
+// objectName, by which tests find it.
+#pragma once
+#include "platform/forms/colours.h"
+#include "platform/forms/fonts.h"
+#include "platform/forms/qt_text.h"
+#include "platform/forms/twips.h"
+
+#include <QWidget>
+
+namespace tolvek {
+
+class Form;
+
+// Where a control is put: a loaded form (or one that builds its controls), a
+// frame, any widget.
+class Container {
+public:
+    Container(Form& form);                           // NOLINT: implicit
+    Container(QWidget& widget) : widget_(&widget) {} // NOLINT
+    Container(QWidget* widget) : widget_(widget) {}  // NOLINT
+    QWidget* widget() const { return widget_; }
+
+private:
+    QWidget* widget_;
+};
+
+class Control {
+public:
+    virtual ~Control() = default;
+    Control(const Control&) = delete;
+    Control& operator=(const Control&) = delete;
+
+    Text Name() const;
+    float Left() const { return left_; }
+    float Top() const { return top_; }
+    float Width() const { return width_; }
+    float Height() const { return height_; }
+    void setLeft(float twips);
+    void setTop(float twips);
+    void setWidth(float twips);
+    void setHeight(float twips);
+    void Move(float left, float top, float width, float height);
+
+    bool Enabled() const; // as set, whatever the container is
+    void setEnabled(bool enabled);
+    bool Visible() const; // as set
+    void setVisible(bool visible);
+
+    Text ToolTipText() const; // plain text
+    void setToolTipText(TextView text);
+
+    Colour ForeColor() const { return foreColor_; }
+    Colour BackColor() const { return backColor_; }
+    void setForeColor(Colour colour);
+    void setBackColor(Colour colour);
+
+    const Text& FontName() const { return font_.name; } // as set, never the stand-in's
+    float FontSize() const { return font_.size; }
+    bool FontBold() const { return font_.bold; }
+    bool FontItalic() const { return font_.italic; }
+    void setFontName(TextView name);
+    void setFontSize(float points);
+    void setFontBold(bool bold);
+    void setFontItalic(bool italic);
+    void setFontOf(TextView name, float points, bool bold = false, bool italic = false);
+
+    // The order in which Tab goes; -1 (the default) comes behind the others.
+    int TabIndex() const { return tabIndex_; }
+    void setTabIndex(int index) { tabIndex_ = index; }
+
+    // No effect on a disabled control.
+    void SetFocus();
+    bool HasFocus() const;
+
+    QWidget& widget() const { return *widget_; }
+
+protected:
+    Control(QWidget& widget, TextView name);
+    // Brings the twips to the screen.
+    virtual void applyGeometry();
+    virtual void applyFont(const QFont& font);
+
+private:
+    QWidget* widget_;
+    float left_ = 0, top_ = 0, width_ = 0, height_ = 0;
+    bool enabled_ = true;
+    bool visible_ = true;
+    Colour foreColor_ = kWindowText;
+    Colour backColor_ = kButtonFace;
+    FontChoice font_;
+    int tabIndex_ = -1;
+};
+
+// Joins a Qt widget class and Control; where both have a name, Control's counts.
+template <class Base> class ControlOf : public Base, public Control {
+public:
+    using Control::setEnabled;
+    using Control::setVisible;
+
+protected:
+    ControlOf(Container container, TextView name) : Base(container.widget()), Control(*this, name)
+    {
+    }
+};
+
+// Sets Tab's way over all controls below `root` by their TabIndex.
+void applyTabOrder(QWidget& root);
+
+}

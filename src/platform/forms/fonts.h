@@ -1,0 +1,32 @@
+// Fonts by the names that the program's settings hold.
+//
+// ＭＳ ゴシック, ＭＳ 明朝 and their proportional sisters are used where they are
+// installed; otherwise a stand-in is, and the name that was asked for is kept
+// by whoever stores it: nothing here writes a name back. A fixed-pitch name
+// gets a fixed-pitch face, at an even number of device pixels, since only there
+// is a full-width character exactly twice a half-width one.
+#pragma once
+#include "platform/runtime/text.h"
+
+#include <QFont>
+
+namespace tolvek {
+
+inline constexpr TextView kDefaultFontName = u"ＭＳ Ｐゴシック";
+inline constexpr float kDefaultFontSize = 9;
+
+struct FontChoice {
+    Text name{kDefaultFontName};
+    float size = kDefaultFontSize; // points at 96 dpi
+    bool bold = false;
+    bool italic = false;
+};
+
+QFont platformFont(const FontChoice& choice);
+
+// The installed family that takes the name's place; the name itself when it is
+// none of the program's own.
+QString installedFamily(TextView name);
+bool isFixedPitchName(TextView name);
+
+}

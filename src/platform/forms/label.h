@@ -1,0 +1,46 @@
+// A label: plain text, never markup, from the top; line ends of all four forms
+// are one break each. "&" is an ordinary character unless UseMnemonic is set.
+#pragma once
+#include "platform/forms/control.h"
+
+#include <QLabel>
+
+namespace tolvek {
+
+enum class Alignment { Left, Right, Centre };
+
+class Label : public ControlOf<QLabel> {
+    Q_OBJECT
+public:
+    Label(Container container, TextView name, TextView caption = {});
+
+    const Text& Caption() const { return caption_; }
+    void setCaption(TextView caption);
+    Alignment TextAlignment() const { return alignment_; }
+    void setTextAlignment(Alignment alignment);
+    void setUseMnemonic(bool use);
+    // Clicks go to what lies beneath.
+    void setMouseTransparent(bool transparent);
+    // A right-aligned text that is too long is painted out to the left of the
+    // label instead of being cut; Left and Width stay as they are.
+    void setOverflow(bool overflow);
+
+signals:
+    void Click();
+
+protected:
+    void applyGeometry() override;
+    void applyFont(const QFont& font) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+
+private:
+    void showCaption();
+
+    Text caption_;
+    Alignment alignment_ = Alignment::Left;
+    bool useMnemonic_ = false;
+    bool overflow_ = false;
+};
+
+}

@@ -1,0 +1,24 @@
+// The program's texts into Qt's and back, unit by unit.
+#pragma once
+#include "platform/runtime/text.h"
+
+#include <QString>
+
+namespace tolvek {
+
+inline QString toQt(TextView text)
+{
+    return {reinterpret_cast<const QChar*>(text.data()), static_cast<qsizetype>(text.size())};
+}
+
+inline Text fromQt(const QString& text)
+{
+    return {reinterpret_cast<const char16_t*>(text.constData()),
+            static_cast<std::size_t>(text.size())};
+}
+
+// What is painted of a text: CR LF, LF CR, CR and LF are one break each, and
+// each break is `mark`.
+QString paintedText(TextView text, QChar mark = u'\n');
+
+}
