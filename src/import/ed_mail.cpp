@@ -1,0 +1,190 @@
+#include "import/blank_text.h"
+#include "import/mail_fields.h"
+#include "platform/forms/do_events.h"
+#include "platform/runtime/dates.h"
+#include "platform/runtime/numbers.h"
+#include "platform/runtime/text_files.h"
+#include "shell/base/general.h"
+#include "shell/base/guard.h"
+
+namespace tolvek {
+namespace {
+
+constexpr TextView kEndLabel = u"<End>";
+constexpr TextView kContinued = u"　　（次に続く）";
+constexpr int kFullRow = 15; // full blocks that are stored as a part
+constexpr int kBlockLines = 33;
+constexpr int kBlockBytes = 4608; // what the converter's record holds
+constexpr int kBlankRun = 3;
+
+// A block of blanks and line ends is as good as empty: the next line replaces it.
+bool holdsNothing(const Text& block)
+{
+    return block.find_first_not_of(u" \u3000\r\n") == Text::npos;
+}
+
+// A character has one or two bytes, so most blocks are decided without counting.
+bool isFull(const Text& block)
+{
+    if (block.size() * 2 <= kBlockBytes) return false;
+    return block.size() > kBlockBytes || ansiLength(block) > kBlockBytes;
+}
+
+// The carries are tested one after the other, so an hour that was never one
+// carries too.
+void addSecond(Text& YMD, Text& HMS)
+{
+    Int16 hour = toInt16(mid(HMS, 1, 2));
+    Int16 minute = toInt16(mid(HMS, 3, 2));
+    Int16 second = toInt16(mid(HMS, 5, 2));
+    second += 1;
+    if (second >= 60) {
+        second -= 60;
+        minute += 1;
+    }
+    if (minute >= 60) {
+        minute -= 60;
+        hour += 1;
+    }
+    if (hour >= 24) {
+        hour -= 24;
+        YMD = nextDay(YMD);
+    }
+    HMS = format(hour, u"00") + format(minute, u"00") + format(second, u"00");
+}
+
+struct MailHeadings {
+    Int16 SndRcvFlag;
+    const Text& SndName;
+    const Text& SndAdd;
+    const Text& RcvName;
+    const Text& RcvAdd;
+    const Text& Subject;
+    Text& YMD;
+    Text& HMS;
+};
+
+class TextGatherer {
+public:
+    TextGatherer(Int16 fileNumber, Text& line, const MailHeadings& mail, MailBlocks& mailText,
+                 Int16& mailDone)
+        : fileNumber_(fileNumber), line_(line), mail_(mail), mailText_(mailText),
+          mailDone_(mailDone)
+    {
+    }
+
+    void gather()
+    {
+        clearBlocks();
+        // Without an end line the conversion was cut off: the mail is given up
+        // without a word and the reader closes the file.
+        while (!endOfFile(fileNumber_)) {
+            line_ = lineInput(fileNumber_);
+            if (line_.starts_with(kEndLabel)) return handOver();
+            if (current_ >= kFullRow) storePart();
+            if (line_.empty())
+                takeEmptyLine();
+            else
+                takeLine();
+            DoEvents();
+        }
+    }
+
+private:
+    void clearBlocks()
+    {
+        for (int block = 0; block <= 15; ++block) {
+            mailText_[block].clear();
+            blocks_[block].clear();
+            DoEvents();
+        }
+    }
+
+    void handOver()
+    {
+        blocks_[current_] += u'\0';
+        for (int block = 0; block <= current_; ++block) {
+            if (mailDone_ == -1)
+                Mail_StrChange_Sub(blocks_[block], mailText_[block]);
+            else
+                mailText_[block].clear();
+        }
+    }
+
+    // The mail is too long for one row: what was read so far becomes a row of
+    // its own, and the line just read is the first of the next part.
+    void storePart()
+    {
+        blocks_[current_] += u'\0';
+        decodeBlocks();
+        // Trimmed as the stored row is: with an empty subject the mark's own
+        // blanks would hide the row from the next read, which would add it again.
+        const Text subject = trim(mail_.Subject + Text(kContinued));
+        TolvekDB_Edit(mail_.SndRcvFlag, mail_.SndName, mail_.SndAdd, mail_.RcvName, mail_.RcvAdd,
+                      subject, mail_.YMD, mail_.HMS, blocks_);
+        for (int block = 0; block <= current_; ++block)
+            blocks_[block].clear();
+        addSecond(mail_.YMD, mail_.HMS);
+        current_ = 0;
+        lines_ = 0;
+        mailDone_ = 0;
+    }
+
+    void decodeBlocks()
+    {
+        for (int block = 0; block <= current_; ++block) {
+            Text decoded;
+            Mail_StrChange_Sub(blocks_[block], decoded);
+            StrChange(decoded, u"|", u"｜", 1, blocks_[block]);
+        }
+    }
+
+    // Runs of empty lines are closed up: every third one survives. The count
+    // goes on over the end of a block and of a stored part.
+    void takeEmptyLine()
+    {
+        blankLines_ += 1;
+        if (blankLines_ < kBlankRun) return;
+        blocks_[current_] += kCrLf;
+        blankLines_ = 0;
+    }
+
+    void takeLine()
+    {
+        mailDone_ = -1;
+        Text& block = blocks_[current_];
+        if (holdsNothing(block)) block.clear();
+        block += line_;
+        block += kCrLf;
+        lines_ += 1;
+        if (lines_ >= kBlockLines || isFull(block)) {
+            lines_ = 0;
+            current_ += 1;
+        }
+        blankLines_ = 0;
+    }
+
+    Int16 fileNumber_;
+    Text& line_;
+    const MailHeadings& mail_;
+    MailBlocks& mailText_;
+    Int16& mailDone_;
+    MailBlocks blocks_;
+    Int16 current_;
+    Int16 lines_;
+    Int16 blankLines_;
+};
+
+}
+
+void edMail(Int16 fileNumber, Text& line, Int16 SndRcvFlag, const Text& SndName, const Text& SndAdd,
+            const Text& RcvName, const Text& RcvAdd, const Text& Subject, Text& YMD, Text& HMS,
+            MailBlocks& MailText, Int16& MailDone)
+{
+    leavePlainOnError(u"edMail", [&] {
+        const MailHeadings mail{SndRcvFlag, SndName, SndAdd, RcvName, RcvAdd, Subject, YMD, HMS};
+        TextGatherer(fileNumber, line, mail, MailText, MailDone).gather();
+    });
+}
+
+}
