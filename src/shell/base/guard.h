@@ -7,11 +7,16 @@
 //
 // Every event procedure runs under ResumeNext; as the outermost one it also is
 // the length of one command for the database engine.
+//
+// What the standard library and the system layer throw is reported like the
+// platform's own errors. An exception that isn't a std::exception passes
+// through: tests leave a program's end by one.
 #pragma once
 #include "platform/dao/dao.h"
 #include "platform/runtime/runtime_error.h"
 #include "platform/runtime/text.h"
 
+#include <exception>
 #include <functional>
 
 namespace tolvek {
@@ -30,11 +35,15 @@ private:
 
 // Runs the routine's body; a failure is reported by ErrReport / ErrReportDb
 // under `routine` and ends the body. True when it went through to its end.
-bool leaveOnError(TextView routine, const std::function<void()>& body);     // ErrReportDb
+bool leaveOnError(TextView routine, const std::function<void()>& body);      // ErrReportDb
 bool leavePlainOnError(TextView routine, const std::function<void()>& body); // ErrReport
 
 // For routines of a form that trap nothing: the platform's box 実行時エラー,
 // then the program ends without the main window's unload.
 void untrapped(const std::function<void()>& body);
+
+// Any failure as the platform numbers it: no memory is 7, a failed file
+// operation as fileError has it, anything else an inner error, 51.
+RuntimeError asRuntimeError(const std::exception& failure);
 
 }

@@ -1,0 +1,141 @@
+#include "shell/base/converter_library.h"
+
+#include "converter/exports.h"
+#include "platform/runtime/codepage932.h"
+#include "platform/runtime/paths.h"
+#include "platform/system/process.h"
+
+#include <algorithm>
+#include <memory>
+
+namespace tolvek {
+
+static_assert(sizeof(TolvekPath) == kPathRecordSize);
+static_assert(sizeof(StrChangeRec) == kTextRecordSize);
+
+namespace {
+
+const Text kLibraryName = u"Tolvek";
+
+RuntimeError missingLibrary(const std::string& file)
+{
+    return {53, errorText(53) + u" : " + fromUtf8(file), nullptr};
+}
+
+RuntimeError missingExport(const char* name)
+{
+    return {453, u"DLL エントリ ポイント " + fromUtf8(name) + u" が見つかりません。", nullptr};
+}
+
+// Kept for the rest of the run once it is there; a missing one is looked for
+// again at the next call, since it may be put in place meanwhile.
+SharedLibrary& loadedLibrary()
+{
+    static std::unique_ptr<SharedLibrary> library;
+    if (!library) {
+        const std::string file = SharedLibrary::fileName(toUtf8(kLibraryName));
+        try {
+            library =
+                std::make_unique<SharedLibrary>(nativePath(joinPath(appPath(), fromUtf8(file))));
+        } catch (const std::system_error& failure) {
+            if (failure.code() == std::errc::no_such_file_or_directory) throw missingLibrary(file);
+            throw;
+        }
+    }
+    return *library;
+}
+
+template <class Function> Function* exported(const char* name)
+{
+    try {
+        return reinterpret_cast<Function*>(loadedLibrary().symbol(name));
+    } catch (const std::system_error& failure) {
+        if (failure.code() == std::errc::function_not_supported) throw missingExport(name);
+        throw;
+    }
+}
+
+// The text, a NUL if there is room for it, blanks to the end.
+template <class Record> Record filled(const std::string& bytes)
+{
+    Record record;
+    std::fill(std::begin(record.bytes), std::end(record.bytes), ' ');
+    std::copy(bytes.begin(), bytes.end(), record.bytes);
+    if (bytes.size() < sizeof record.bytes) record.bytes[bytes.size()] = '\0';
+    return record;
+}
+
+// A cut name would be another file's name: what doesn't fit is refused.
+template <class Record> Record pathRecord(const Text& path)
+{
+    const std::string bytes = existingPath(cutAtNul(path)).string();
+    if (bytes.size() >= sizeof(Record)) throw RuntimeError(75);
+    return filled<Record>(bytes);
+}
+
+void callTolvekEdit(const Text& list, const Text& mail, const Text& temp, Int16& count,
+                    Int16& status)
+{
+    auto* const call = exported<decltype(::Tolvek_Edit)>("Tolvek_Edit");
+    auto listFile = pathRecord<TolvekPath>(list);
+    auto mailFile = pathRecord<TolvekPath>(mail);
+    auto tempFile = pathRecord<TolvekPath>(temp);
+    std::int16_t found = static_cast<std::int16_t>(count);
+    std::int16_t state = static_cast<std::int16_t>(status);
+    call(&listFile, &mailFile, &tempFile, &found, &state);
+    count = found;
+    status = state;
+}
+
+void callTolvekFriendEdit(const Text& folder, const Text& temp, Int16& count, Int16& second)
+{
+    auto* const call = exported<decltype(::TolvekFriend_Edit)>("TolvekFriend_Edit");
+    auto folderRecord = pathRecord<StrChangeRec>(folder);
+    auto tempRecord = pathRecord<StrChangeRec>(temp);
+    std::int16_t found = static_cast<std::int16_t>(count);
+    std::int16_t other = static_cast<std::int16_t>(second);
+    call(&folderRecord, &tempRecord, &found, &other);
+    count = found;
+    second = other;
+}
+
+// The whole output record comes back: the caller takes as many characters as
+// the length says.
+void callMailStrChange(const Text& source, Text& result, Int16& length)
+{
+    auto* const call = exported<decltype(::Mail_StrChange)>("Mail_StrChange");
+    auto input = filled<StrChangeRec>(ansiPrefix(source, kTextRecordSize));
+    auto output = filled<StrChangeRec>({});
+    output.bytes[0] = ' ';
+    std::int16_t characters = 0;
+    call(&input, &output, &characters);
+    result = fromAnsi({output.bytes, sizeof output.bytes});
+    length = characters;
+}
+
+ConverterLibrary loaded()
+{
+    return {callTolvekEdit, callTolvekFriendEdit, callMailStrChange};
+}
+
+ConverterLibrary& inUse()
+{
+    static ConverterLibrary library = loaded();
+    return library;
+}
+
+}
+
+ConverterLibrary& converterLibrary()
+{
+    return inUse();
+}
+
+void setConverterLibrary(ConverterLibrary library)
+{
+    const bool nothing =
+        !library.Tolvek_Edit && !library.TolvekFriend_Edit && !library.Mail_StrChange;
+    inUse() = nothing ? loaded() : std::move(library);
+}
+
+}

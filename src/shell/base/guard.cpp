@@ -1,0 +1,65 @@
+#include "shell/base/guard.h"
+
+#include "platform/forms/msg_box.h"
+#include "shell/base/general.h"
+
+#include <new>
+#include <system_error>
+
+namespace tolvek {
+
+namespace {
+
+using Report = void (*)(TextView, const RuntimeError&);
+
+bool reported(Report report, TextView routine, const std::function<void()>& work)
+{
+    try {
+        work();
+        return true;
+    } catch (const std::exception& failure) {
+        report(routine, asRuntimeError(failure));
+        return false;
+    }
+}
+
+}
+
+bool ResumeNext::operator()(const std::function<void()>& statement) const
+{
+    return reported(ErrReport, routine_, statement);
+}
+
+bool leaveOnError(TextView routine, const std::function<void()>& body)
+{
+    return reported(ErrReportDb, routine, body);
+}
+
+bool leavePlainOnError(TextView routine, const std::function<void()>& body)
+{
+    return reported(ErrReport, routine, body);
+}
+
+void untrapped(const std::function<void()>& body)
+{
+    try {
+        body();
+    } catch (const std::exception& failure) {
+        const RuntimeError error = asRuntimeError(failure);
+        MsgBox(u"実行時エラー '" + decimal(error.number()) + u"':\r\n\r\n" + error.description(),
+               MsgButtons::Ok, kApplicationTitle, MsgIcon::Critical);
+        endProgram();
+    }
+}
+
+RuntimeError asRuntimeError(const std::exception& failure)
+{
+    if (const auto* known = dynamic_cast<const RuntimeError*>(&failure)) return *known;
+    if (dynamic_cast<const std::bad_alloc*>(&failure))
+        return RuntimeError(7, u"メモリが不足しています。", nullptr);
+    if (const auto* system = dynamic_cast<const std::system_error*>(&failure))
+        return fileError(system->code());
+    return RuntimeError(51, u"内部エラーです。(" + fromUtf8(failure.what()) + u")", nullptr);
+}
+
+}

@@ -1,0 +1,24 @@
+#include "shell/base/state.h"
+
+namespace tolvek {
+
+CheckedArray<Text, 6> gStatusLines;
+Int16 gBusyFlag;
+Int16 gStatusColorFlag;
+Int16 gResizeBusy;
+Int16 gUnloading;
+Int16 gBackUpDisp;
+Text gBackUpFile;
+Int16 gMailReadCancel;
+Int16 gEditCancel;
+std::int32_t gPostPetPid = 0;
+CheckedArray<Text, 13> gMonthName;
+
+void setStatusLines(TextView a, TextView b, TextView c, TextView d, TextView e, TextView f)
+{
+    const TextView lines[] = {a, b, c, d, e, f};
+    for (int i = 0; i < gStatusLines.size(); ++i)
+        gStatusLines[i] = lines[i];
+}
+
+}
