@@ -3,6 +3,8 @@
 // Every operation first asks the probe, by which a test makes a single one
 // fail (throw std::system_error) or ends the process on the spot. Failures are
 // std::system_error with the system's code; a layer above gives them numbers.
+// An operation that is put together from others has its steps asked one by one,
+// each with the path that it works on.
 #pragma once
 #include <cstdint>
 #include <filesystem>
@@ -15,7 +17,19 @@
 namespace tolvek {
 
 enum class FileOperation {
-    Open, Create, Read, Write, Flush, Truncate, Rename, Replace, Link, Remove, Copy, List, FlushFolder
+    Open,
+    Create,
+    Read,
+    Write,
+    Flush,
+    Truncate,
+    Rename,
+    Replace,
+    Link,
+    Remove,
+    Copy,
+    List,
+    FlushFolder
 };
 
 using FileProbe = std::function<void(FileOperation, const std::filesystem::path&)>;
@@ -27,15 +41,16 @@ void probeFile(FileOperation operation, const std::filesystem::path& path);
 
 class OpenFile {
 public:
-    enum class Mode { Read, Create };   // Create empties an existing file
+    // Create empties an existing file; CreateNew is file_exists then.
+    enum class Mode { Read, Create, CreateNew };
     OpenFile(const std::filesystem::path& path, Mode mode);
-    ~OpenFile();                        // closes without a word; call close() to hear of a failure
+    ~OpenFile(); // closes without a word; call close() to hear of a failure
     OpenFile(OpenFile&&) noexcept;
     OpenFile& operator=(OpenFile&&) noexcept;
 
-    std::size_t read(char* buffer, std::size_t size);   // 0 at the end
+    std::size_t read(char* buffer, std::size_t size); // 0 at the end
     void write(std::string_view bytes);
-    void flush();                       // to the disk itself
+    void flush(); // to the disk itself
     void close();
 
 private:
@@ -43,25 +58,32 @@ private:
     std::unique_ptr<Handle> handle_;
 };
 
-bool fileExists(const std::filesystem::path& path);     // a file, not a folder; no failure
+bool fileExists(const std::filesystem::path& path); // a file, not a folder; no failure
 bool folderExists(const std::filesystem::path& path);
 // By the mode bits; the superuser's right to write all the same doesn't count.
+// Also what this user can't write for any other reason. Nothing there: false.
 bool isReadOnly(const std::filesystem::path& path);
-std::vector<std::string> fileNames(const std::filesystem::path& folder);    // files only, unsorted
-std::vector<std::string> entryNames(const std::filesystem::path& folder);   // files and folders
+// The names are UTF-8 on every system; bytes that aren't come as they are.
+std::vector<std::string> fileNames(const std::filesystem::path& folder);  // files only, unsorted
+std::vector<std::string> entryNames(const std::filesystem::path& folder); // files and folders
 
 std::string readFile(const std::filesystem::path& path);
-void removeFile(const std::filesystem::path& path);
+void removeFile(const std::filesystem::path& path); // a folder is is_a_directory
 // Target present: file_exists, and nothing has changed.
 void renameFile(const std::filesystem::path& from, const std::filesystem::path& to);
 // Atomic; the target may be there. Both in one folder.
 void replaceFile(const std::filesystem::path& from, const std::filesystem::path& to);
 void linkFile(const std::filesystem::path& existing, const std::filesystem::path& added);
-// Contents, flushed.
-void copyFileContents(const std::filesystem::path& from, const std::filesystem::path& to, bool failIfExists);
+// Contents, flushed, through a side file: a copy that fails or is cut off leaves
+// what was there. Copy is asked first (with `from`), then the steps.
+void copyFileContents(const std::filesystem::path& from, const std::filesystem::path& to,
+                      bool failIfExists);
 void flushFileToDisk(const std::filesystem::path& path);
 void flushFolder(const std::filesystem::path& folder);
-// Side file, flush, replace, flush of the folder; keeps the old file's mode.
+// Side file, flush, replace, flush of the folder; keeps the old file's mode, and
+// a link stays a link to the file with the new contents. A failure before the
+// replace leaves the old file; one of the last step is told though the new file
+// is in its place.
 void replaceContents(const std::filesystem::path& path, std::string_view bytes);
 
 }

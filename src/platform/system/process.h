@@ -29,7 +29,7 @@ public:
     ~SingleInstance();
     SingleInstance(const SingleInstance&) = delete;
     SingleInstance& operator=(const SingleInstance&) = delete;
-    bool isFirst() const { return first_; }   // true also where no lock can be had
+    bool isFirst() const { return first_; } // true also where no lock can be had
 
 private:
     int lock_ = -1;

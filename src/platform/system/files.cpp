@@ -1,0 +1,173 @@
+// What is put together from single operations, the same on every system.
+#include "platform/system/files.h"
+
+#include <optional>
+#include <system_error>
+#include <utility>
+
+namespace tolvek {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+FileProbe& probe()
+{
+    static FileProbe current;
+    return current;
+}
+
+template <class Fits> std::vector<std::string> listedNames(const fs::path& folder, Fits fits)
+{
+    probeFile(FileOperation::List, folder);
+    std::vector<std::string> names;
+    for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
+        if (!fits(entry)) continue;
+        const std::u8string name = entry.path().filename().u8string();
+        names.emplace_back(name.begin(), name.end());
+    }
+    return names;
+}
+
+bool isFileEntry(const fs::directory_entry& entry)
+{
+    std::error_code gone; // between the listing and the look, or a link to nothing
+    return entry.exists(gone) && !entry.is_directory(gone);
+}
+
+fs::path folderOf(const fs::path& path)
+{
+    return path.has_parent_path() ? path.parent_path() : fs::path(".");
+}
+
+// The file that a link leads to, so that the link outlives a replace.
+fs::path linkTarget(const fs::path& path)
+{
+    std::error_code none;
+    return fs::is_symlink(path, none) && fs::exists(path, none) ? fs::canonical(path) : path;
+}
+
+// New contents beside the file, gone again unless they took its place.
+class SideFile {
+public:
+    explicit SideFile(const fs::path& target) : target_(target), path_(target)
+    {
+        path_ += ".side";
+        file_.emplace(path_, OpenFile::Mode::Create);
+    }
+    ~SideFile()
+    {
+        if (!file_) return;
+        std::error_code beyondHelp; // the failure that led here is the one to tell
+        fs::remove(path_, beyondHelp);
+    }
+    SideFile(const SideFile&) = delete;
+    SideFile& operator=(const SideFile&) = delete;
+
+    void write(std::string_view bytes) { file_->write(bytes); }
+
+    void takePlace()
+    {
+        finish();
+        replaceFile(path_, target_);
+        settle();
+    }
+    void takeFreePlace()
+    {
+        finish();
+        renameFile(path_, target_);
+        settle();
+    }
+
+private:
+    void finish()
+    {
+        if (fileExists(target_)) fs::permissions(path_, fs::status(target_).permissions());
+        file_->flush();
+        file_->close();
+    }
+    void settle()
+    {
+        file_.reset();
+        flushFolder(folderOf(target_));
+    }
+
+    fs::path target_;
+    fs::path path_;
+    std::optional<OpenFile> file_; // one, until it has taken its place
+};
+
+template <class Sink> void readPieces(const fs::path& path, Sink sink)
+{
+    OpenFile file(path, OpenFile::Mode::Read);
+    std::vector<char> buffer(1 << 16);
+    while (const std::size_t size = file.read(buffer.data(), buffer.size()))
+        sink(std::string_view(buffer.data(), size));
+}
+
+}
+
+void setFileProbe(FileProbe newProbe)
+{
+    probe() = std::move(newProbe);
+}
+
+void probeFile(FileOperation operation, const fs::path& path)
+{
+    if (probe()) probe()(operation, path);
+}
+
+bool fileExists(const fs::path& path)
+{
+    std::error_code none;
+    const fs::file_status status = fs::status(path, none);
+    return fs::exists(status) && !fs::is_directory(status);
+}
+
+bool folderExists(const fs::path& path)
+{
+    std::error_code none;
+    return fs::is_directory(path, none);
+}
+
+std::vector<std::string> fileNames(const fs::path& folder)
+{
+    return listedNames(folder, isFileEntry);
+}
+
+std::vector<std::string> entryNames(const fs::path& folder)
+{
+    return listedNames(folder, [](const fs::directory_entry&) { return true; });
+}
+
+std::string readFile(const fs::path& path)
+{
+    std::string bytes;
+    readPieces(path, [&](std::string_view piece) { bytes += piece; });
+    return bytes;
+}
+
+void copyFileContents(const fs::path& from, const fs::path& to, bool failIfExists)
+{
+    probeFile(FileOperation::Copy, from);
+    const fs::path target = failIfExists ? to : linkTarget(to);
+    if (failIfExists && (fileExists(to) || folderExists(to)))
+        throw std::system_error(std::make_error_code(std::errc::file_exists), to.string());
+    if (isReadOnly(target)) // the replace would pass over it
+        throw std::system_error(std::make_error_code(std::errc::permission_denied), to.string());
+    SideFile side(target);
+    readPieces(from, [&](std::string_view piece) { side.write(piece); });
+    if (failIfExists)
+        side.takeFreePlace();
+    else
+        side.takePlace();
+}
+
+void replaceContents(const fs::path& path, std::string_view bytes)
+{
+    SideFile side(linkTarget(path));
+    side.write(bytes);
+    side.takePlace();
+}
+
+}

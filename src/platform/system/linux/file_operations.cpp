@@ -1,0 +1,127 @@
+#include "platform/system/files.h"
+#include "platform/system/linux/rename_fallback.h"
+#include "platform/system/linux/system_failure.h"
+
+#include <cstdio>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace tolvek {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// A descriptor for the time of one flush.
+class FlushHandle {
+public:
+    FlushHandle(const fs::path& path, int flags)
+        : path_(path),
+          descriptor_(systemCall(path, [&] { return open(path.c_str(), flags | O_CLOEXEC); }))
+    {
+    }
+    ~FlushHandle() { close(descriptor_); }
+    FlushHandle(const FlushHandle&) = delete;
+    FlushHandle& operator=(const FlushHandle&) = delete;
+
+    void flush()
+    {
+        systemCall(path_, [&] { return fsync(descriptor_); });
+    }
+
+private:
+    const fs::path& path_;
+    int descriptor_;
+};
+
+mode_t allWriteBits()
+{
+    return S_IWUSR | S_IWGRP | S_IWOTH;
+}
+
+bool noWriteBit(const struct stat& status)
+{
+    const bool owner = status.st_uid == geteuid();
+    return (status.st_mode & (owner ? S_IWUSR : allWriteBits())) == 0;
+}
+
+// These say that the file system doesn't know the call, not that it failed.
+bool unknownToFileSystem(int code)
+{
+    return code == EINVAL || code == ENOSYS || code == EOPNOTSUPP;
+}
+
+}
+
+bool isReadOnly(const fs::path& path)
+{
+    struct stat status {};
+    if (stat(path.c_str(), &status) != 0) return false;
+    if (noWriteBit(status)) return true;
+    return faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0 &&
+           (errno == EACCES || errno == EROFS || errno == EPERM);
+}
+
+void removeFile(const fs::path& path)
+{
+    probeFile(FileOperation::Remove, path);
+    systemCall(path, [&] { return unlink(path.c_str()); });
+}
+
+void renameAfterLooking(const fs::path& from, const fs::path& to)
+{
+    struct stat ignored {};
+    if (lstat(to.c_str(), &ignored) == 0) throwSystemError(EEXIST, to);
+    systemCall(from, [&] { return std::rename(from.c_str(), to.c_str()); });
+}
+
+void renameByLink(const fs::path& from, const fs::path& to)
+{
+    if (link(from.c_str(), to.c_str()) == 0) {
+        systemCall(from, [&] { return unlink(from.c_str()); });
+        return;
+    }
+    if (errno != EPERM && !unknownToFileSystem(errno))
+        throwSystemError(errno, errno == EEXIST ? to : from);
+    renameAfterLooking(from, to);
+}
+
+void renameFile(const fs::path& from, const fs::path& to)
+{
+    probeFile(FileOperation::Rename, from);
+    if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return;
+    if (!unknownToFileSystem(errno)) throwSystemError(errno, errno == EEXIST ? to : from);
+    renameByLink(from, to);
+}
+
+void replaceFile(const fs::path& from, const fs::path& to)
+{
+    probeFile(FileOperation::Replace, to);
+    systemCall(to, [&] { return std::rename(from.c_str(), to.c_str()); });
+}
+
+void linkFile(const fs::path& existing, const fs::path& added)
+{
+    probeFile(FileOperation::Link, added);
+    systemCall(added, [&] { return link(existing.c_str(), added.c_str()); });
+}
+
+void flushFileToDisk(const fs::path& path)
+{
+    probeFile(FileOperation::Flush, path);
+    FlushHandle(path, O_RDONLY).flush();
+}
+
+void flushFolder(const fs::path& folder)
+{
+    probeFile(FileOperation::FlushFolder, folder);
+    try {
+        FlushHandle(folder, O_RDONLY | O_DIRECTORY).flush();
+    } catch (const std::system_error& error) {
+        // Some file systems have no flush for folders; they order their own names.
+        if (!unknownToFileSystem(error.code().value())) throw;
+    }
+}
+
+}

@@ -1,0 +1,33 @@
+#include "platform/system/process.h"
+
+#include <unistd.h>
+#include <utility>
+
+namespace tolvek {
+
+namespace {
+
+std::filesystem::path& windowsFolderOfTests()
+{
+    static std::filesystem::path folder;
+    return folder;
+}
+
+}
+
+void leaveProcess(int code)
+{
+    _exit(code);
+}
+
+std::filesystem::path windowsFolder()
+{
+    return windowsFolderOfTests();
+}
+
+void setWindowsFolder(std::filesystem::path folder)
+{
+    windowsFolderOfTests() = std::move(folder);
+}
+
+}

@@ -1,0 +1,60 @@
+#include "platform/system/files.h"
+#include "platform/system/process.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <optional>
+#include <string_view>
+#include <unistd.h>
+
+namespace tolvek {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+bool isProgram(const fs::path& path)
+{
+    return fileExists(path) && access(path.c_str(), X_OK) == 0;
+}
+
+// As the shell looks: folder by folder, an empty one being the current folder.
+std::optional<fs::path> foundInPath(std::string_view name)
+{
+    const char* variable = std::getenv("PATH");
+    std::string_view rest = variable ? variable : "";
+    for (;;) {
+        const std::size_t end = rest.find(':');
+        const std::string_view folder = rest.substr(0, end);
+        const fs::path program = fs::path(folder.empty() ? "." : folder) / name;
+        if (isProgram(program)) return program;
+        if (end == std::string_view::npos) return std::nullopt;
+        rest.remove_prefix(end + 1);
+    }
+}
+
+std::optional<fs::path> startedProgram(std::string_view name)
+{
+    if (name.empty()) return std::nullopt;
+    if (name.find('/') == std::string_view::npos) return foundInPath(name);
+    return isProgram(name) ? std::optional(fs::path(name)) : std::nullopt;
+}
+
+// "x/.." may be dropped from a name only where x is no link.
+fs::path tidied(const fs::path& folder)
+{
+    const bool climbs = std::find(folder.begin(), folder.end(), "..") != folder.end();
+    return climbs ? fs::canonical(folder) : folder.lexically_normal();
+}
+
+}
+
+fs::path programFolder(const char* argv0)
+{
+    const auto started = startedProgram(argv0 ? argv0 : "");
+    // A starter that hands over another name than the file's: ask the system.
+    const fs::path program = started ? fs::absolute(*started) : fs::read_symlink("/proc/self/exe");
+    return tidied(program.parent_path());
+}
+
+}
