@@ -41,10 +41,10 @@ std::optional<fs::path> startedProgram(std::string_view name)
 }
 
 // "x/.." may be dropped from a name only where x is no link.
-fs::path tidied(const fs::path& folder)
+fs::path tidyFolder(const fs::path& program)
 {
-    const bool climbs = std::find(folder.begin(), folder.end(), "..") != folder.end();
-    return climbs ? fs::canonical(folder) : folder.lexically_normal();
+    const bool climbs = std::find(program.begin(), program.end(), "..") != program.end();
+    return climbs ? fs::canonical(program.parent_path()) : program.lexically_normal().parent_path();
 }
 
 }
@@ -54,7 +54,7 @@ fs::path programFolder(const char* argv0)
     const auto started = startedProgram(argv0 ? argv0 : "");
     // A starter that hands over another name than the file's: ask the system.
     const fs::path program = started ? fs::absolute(*started) : fs::read_symlink("/proc/self/exe");
-    return tidied(program.parent_path());
+    return tidyFolder(program);
 }
 
 }

@@ -1,0 +1,74 @@
+#include "platform/system/files.h"
+#include "platform/system/linux/rename_fallback.h"
+#include "platform/system/probe_log.h"
+#include "support/temp_folder.h"
+
+#include <gtest/gtest.h>
+
+namespace tolvek::test {
+
+namespace fs = std::filesystem;
+
+TEST(ReadOnlyTest, TheModeDecidesEvenForTheSuperuser)
+{
+    struct Case {
+        unsigned mode;
+        bool readOnly;
+    };
+    TempFolder folder;
+    writeBytes(folder / "a", "");
+    for (const auto& [mode, readOnly] :
+         {Case{0644, false}, {0600, false}, {0444, true}, {0400, true}, {0466, true}}) {
+        fs::permissions(folder / "a", fs::perms(mode));
+        EXPECT_EQ(isReadOnly(folder / "a"), readOnly) << std::oct << mode;
+    }
+}
+
+TEST(ReadOnlyTest, WhatIsntThereIsNotReadOnly)
+{
+    TempFolder folder;
+    EXPECT_FALSE(isReadOnly(folder / "none"));
+}
+
+using Rename = void (*)(const fs::path&, const fs::path&);
+
+class RenameFallbackTest : public testing::TestWithParam<Rename> {};
+
+TEST_P(RenameFallbackTest, MovesToAFreeName)
+{
+    TempFolder folder;
+    writeBytes(folder / "a", "1");
+    GetParam()(folder / "a", folder / "b");
+    EXPECT_FALSE(fileExists(folder / "a"));
+    EXPECT_EQ(readBytes(folder / "b"), "1");
+}
+
+TEST_P(RenameFallbackTest, RefusesAPresentTarget)
+{
+    TempFolder folder;
+    writeBytes(folder / "a", "1");
+    writeBytes(folder / "b", "2");
+    EXPECT_EQ(failureOf([&] { GetParam()(folder / "a", folder / "b"); }), std::errc::file_exists);
+    EXPECT_EQ(readBytes(folder / "a"), "1");
+    EXPECT_EQ(readBytes(folder / "b"), "2");
+}
+
+TEST_P(RenameFallbackTest, TellsOfAMissingSource)
+{
+    TempFolder folder;
+    EXPECT_EQ(failureOf([&] { GetParam()(folder / "a", folder / "b"); }),
+              std::errc::no_such_file_or_directory);
+}
+
+TEST_P(RenameFallbackTest, MovesAFolderToo)
+{
+    TempFolder folder;
+    fs::create_directory(folder / "a");
+    GetParam()(folder / "a", folder / "b");
+    EXPECT_TRUE(folderExists(folder / "b"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Ways, RenameFallbackTest,
+                         testing::Values(&renameFile, &renameByLink, &renameAfterLooking));
+
+}

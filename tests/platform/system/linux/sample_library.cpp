@@ -1,0 +1,4 @@
+extern "C" int tolvekSample(int value)
+{
+    return value + 1;
+}

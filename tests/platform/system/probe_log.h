@@ -1,0 +1,49 @@
+// What the file layer asked, in order, and one operation that fails on demand.
+#pragma once
+#include "platform/system/files.h"
+
+#include <optional>
+#include <string>
+#include <system_error>
+#include <vector>
+
+namespace tolvek::test {
+
+inline std::string nameOf(FileOperation operation)
+{
+    static const char* const names[] = {"Open",     "Create", "Read",       "Write", "Flush",
+                                        "Truncate", "Rename", "Replace",    "Link",  "Remove",
+                                        "Copy",     "List",   "FlushFolder"};
+    return names[static_cast<int>(operation)];
+}
+
+class ProbeLog {
+public:
+    explicit ProbeLog(std::optional<FileOperation> failing = {},
+                      std::errc code = std::errc::io_error)
+    {
+        setFileProbe(
+            [this, failing, code](FileOperation operation, const std::filesystem::path& path) {
+                asked.push_back(nameOf(operation) + " " + path.filename().string());
+                if (operation == failing) throw std::system_error(std::make_error_code(code));
+            });
+    }
+    ~ProbeLog() { setFileProbe({}); }
+    ProbeLog(const ProbeLog&) = delete;
+    ProbeLog& operator=(const ProbeLog&) = delete;
+
+    std::vector<std::string> asked;
+};
+
+// The failure that the action ends with; none: an empty code.
+template <class Action> std::error_code failureOf(Action action)
+{
+    try {
+        action();
+    } catch (const std::system_error& error) {
+        return error.code();
+    }
+    return {};
+}
+
+}
