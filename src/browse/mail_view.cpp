@@ -1,0 +1,81 @@
+#include "browse/mail_view.h"
+
+#include "browse/subject_keys.h"
+#include "browse/subject_line.h"
+#include "platform/forms/do_events.h"
+#include "shell/base/frm_tolvek.h"
+#include "shell/base/general.h"
+#include "shell/base/guard.h"
+
+namespace tolvek {
+
+namespace {
+
+constexpr int kNameColumn = 25; // bytes up to the address
+constexpr int kMailFields = 16;
+
+// Names stand in the condition too, though they aren't part of the key: a mail
+// whose name was set anew since the list was filled is not found.
+Statement mailOfRow(const SubjectKey& key)
+{
+    Statement sql{u"SELECT * FROM tblTolvek"};
+    sql << u" WHERE ( tblTolvek_YMD = '" << key.YMD << u"' AND " << u"tblTolvek_HMS = '" << key.HMS
+        << u"' AND " << u"tblTolvek_SubKey = " << key.SubKey << u" AND " << u"tblTolvek_SndName = '"
+        << key.SndName << u"' AND " << u"tblTolvek_SndAdd = '" << key.SndAdd << u"' AND "
+        << u"tblTolvek_RcvName = '" << key.RcvName << u"' AND " << u"tblTolvek_RcvAdd = '" << key.RcvAdd
+        << u"' )";
+    return sql;
+}
+
+void showHeader(frmTolvek& form)
+{
+    const auto stored = [](TextView name) { return gRs.field(name).text(); };
+    form.lblHead->setCaption(u"件　名：" + trim(stored(u"tblTolvek_Subject")) + Text(kCrLf) +
+                             headerLine(u"送信者：", stored(u"tblTolvek_SndName"), stored(u"tblTolvek_SndAdd")));
+    form.lblHead->setCaption(form.lblHead->Caption() + Text(kCrLf) +
+                             headerLine(u"受信者：", stored(u"tblTolvek_RcvName"), stored(u"tblTolvek_RcvAdd")));
+}
+
+void showText(frmTolvek& form)
+{
+    for (int i = 1; i <= kMailFields; ++i) {
+        const Value block = gRs.field(u"tblTolvek_Mail" + decimal(i));
+        if (!block.isNull())
+            form.txtMail->setText(form.txtMail->Text() + block.text());
+    }
+}
+
+void showPlace(frmTolvek& form, Int16 row)
+{
+    form.lblRecCount->setCaption(u"表示件数　：　" + decimal(row + 1) + u" / " + decimal(gSubjectCount) + u" 件");
+    DoEvents();
+}
+
+}
+
+Text headerLine(TextView label, const Text& name, const Text& address)
+{
+    Text line = Text(label) + trim(name);
+    padToAnsiLength(line, kNameColumn);
+    return line + u"　" + trim(address);
+}
+
+void dspMail(frmTolvek& form, Int16 row)
+{
+    leaveOnError(u"dspMail", [&] {
+        gDb = DBEngine::OpenDatabase(gDbPath);
+        gRs = gDb.OpenRecordset(mailOfRow(SubjectRowLocate(row)), dbOpenDynaset);
+        form.txtMail->setText(u"");
+        form.lblHead->setCaption(u"");
+        Int16 count = 0;
+        GET_RECCNT(gRs, count);
+        if (count != 0) {
+            showHeader(form);
+            showText(form);
+            showPlace(form, row);
+        }
+        gDb.Close();
+    });
+}
+
+}

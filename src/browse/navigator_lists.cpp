@@ -1,0 +1,124 @@
+// What the navigator lists, from the store to the list box.
+#include "browse/navigator.h"
+#include "filter/filter_rules.h"
+#include "platform/forms/do_events.h"
+#include "shell/base/frm_tolvek.h"
+#include "shell/base/general.h"
+#include "shell/base/guard.h"
+#include "store/open_store.h"
+
+namespace tolvek {
+
+namespace {
+
+// The frame that the four have in common. `prepare` runs once there are rows,
+// `addRow` for each row with the number of the next entry.
+template <class Prepare, class AddRow>
+void listRows(frmTolvek& form, const Statement& sql, Prepare prepare, AddRow addRow)
+{
+    gRs = gDb.OpenRecordset(sql, dbOpenDynaset);
+    Int16 count = 0;
+    GET_RECCNT(gRs, count);
+    form.lstNameOrAddr->Clear();
+    form.lstSubject->Clear();
+    prepare(count);
+    Int16 entry = 0;
+    if (count != 0) {
+        for (; !gRs.Eof(); gRs.MoveNext())
+            addRow(entry);
+        DoEvents();
+    }
+    gDb.Close();
+}
+
+void noPreparation(Int16) {}
+
+// Each row is an entry: its one column.
+auto entryFrom(frmTolvek& form, TextView column)
+{
+    return [&form, column](Int16& entry) {
+        form.lstNameOrAddr->setList(entry, gRs.field(column).text());
+        ++entry;
+    };
+}
+
+void forgetSortingRules()
+{
+    // The last entry isn't reset, here as in tblFilter_Get.
+    for (int i = 0; i < gFilterRule.size() - 1; ++i)
+        gFilterRule[i] = FilterRule{};
+}
+
+FilterRule ruleOfRow()
+{
+    return {gRs.field(0).int16(), gRs.field(1).int16(), gRs.field(2).int16(), gRs.field(3).text(),
+            gRs.field(4).text()};
+}
+
+}
+
+void dspSearch_Addr(frmTolvek& form)
+{
+    leaveOnError(u"dspSearch_Addr", [&] {
+        openStoreOrCreate();
+        Statement sql{u"SELECT * FROM tblSearch_Addresses"};
+        sql << u" ORDER By " << u" tblSearch_Addr_Data ASC ";
+        listRows(form, sql, noPreparation, entryFrom(form, u"tblSearch_Addr_Data"));
+    });
+}
+
+void dspSearch_Name(frmTolvek& form)
+{
+    leaveOnError(u"dspSearch_Name", [&] {
+        openStoreOrAsk(u"dspSearch Name");
+        Statement sql{u"SELECT * FROM tblSearch_Name"};
+        sql << u" ORDER By " << u" tblSearch_Name_Data ASC ";
+        listRows(form, sql, noPreparation, entryFrom(form, u"tblSearch_Name_Data"));
+    });
+}
+
+// There is no table of dates: the whole mail table is walked, newest date first.
+void dspSearch_Date(frmTolvek& form)
+{
+    leaveOnError(u"dspSearch_Date", [&] {
+        openStoreOrAsk(u"dspSearch Date");
+        Statement sql{u"SELECT * FROM tblTolvek"};
+        sql << u" ORDER By" << u" tblTolvek_YMD DESC," << u" tblTolvek_HMS ASC," << u" tblTolvek_SubKey ASC,"
+            << u" tblTolvek_SndAdd ASC," << u" tblTolvek_RcvAdd ASC ";
+        const auto clearPanes = [&](Int16) {
+            form.txtMail->setText(u"");
+            form.lblHead->setCaption(u"");
+        };
+        Text lastDate;
+        listRows(form, sql, clearPanes, [&](Int16& entry) {
+            const Text date = gRs.field(u"tblTolvek_YMD").text();
+            if (date == lastDate)
+                return;
+            lastDate = date;
+            form.lstNameOrAddr->setList(entry, date);
+            ++entry;
+        });
+    });
+}
+
+void dspSearch_Filter(frmTolvek& form)
+{
+    leaveOnError(u"dspSearch_Filter", [&] {
+        openStoreOrCreate();
+        Statement sql{u"SELECT * FROM tblFilter"};
+        sql << u" ORDER By " << u" tblFilter_No ASC ";
+        const auto forget = [](Int16 count) {
+            if (count != 0)
+                forgetSortingRules();
+        };
+        listRows(form, sql, forget, [&](Int16& entry) {
+            if (gRs.field(u"tblFilter_ActionCode").int16() != 0)
+                return;
+            form.lstNameOrAddr->setList(entry, gRs.field(u"tblFilter_Header").text());
+            gFilterRule[entry] = ruleOfRow();
+            ++entry;
+        });
+    });
+}
+
+}
