@@ -1,0 +1,119 @@
+#include "filter/filter_rules.h"
+
+#include "platform/forms/do_events.h"
+#include "shell/base/general.h"
+#include "shell/base/guard.h"
+#include "shell/base/state.h"
+#include "store/open_or_create.h"
+
+namespace tolvek {
+
+CheckedArray<FilterRule, 256> gFilterRule;
+Int16 gFilterRuleCnt;
+CheckedArray<FilterRule, 256> gNonCopyRule;
+Int16 gNonCopyRuleCnt;
+
+namespace {
+
+FilterRule currentRule()
+{
+    FilterRule rule;
+    rule.No = gRs.field(0).int16();
+    rule.TermsCode = gRs.field(1).int16();
+    rule.ActionCode = gRs.field(2).int16();
+    rule.Header = gRs.field(3).text();
+    rule.Data = gRs.field(4).text();
+    return rule;
+}
+
+// The last entry keeps what it held.
+void emptyRules()
+{
+    for (int i = 0; i < gFilterRule.size() - 1; ++i)
+        gFilterRule[i] = FilterRule{};
+}
+
+void takeRow()
+{
+    FilterRule& rule = gFilterRule[gFilterRuleCnt]; // error 9 at the 257th row
+    rule = currentRule();
+    if (rule.ActionCode != 0) {
+        gNonCopyRule[gNonCopyRuleCnt] = rule;
+        ++gNonCopyRuleCnt;
+    }
+    gRs.MoveNext();
+    ++gFilterRuleCnt;
+    DoEvents();
+}
+
+void readRules()
+{
+    Statement sql{u"SELECT * FROM tblFilter"};
+    sql << u" ORDER By " << u" tblFilter_ActionCode ASC, tblFilter_No ASC ";
+    gRs = gDb.OpenRecordset(sql, dbOpenDynaset);
+    emptyRules();
+    Int16 count = 0;
+    GET_RECCNT(gRs, count);
+    if (count == 0) return;
+    while (!gRs.Eof())
+        takeRow();
+}
+
+// The texts go in as they stand: the editor keeps ' and | out of them.
+void insertRule(const FilterRule& rule)
+{
+    Statement sql{u"INSERT INTO tblFilter ( tblFilter_No,tblFilter_TermsCode,tblFilter_ActionCode,"
+                  u"tblFilter_Header,tblFilter_Data ) VALUES( "};
+    sql << rule.No << u", " << rule.TermsCode << u", " << rule.ActionCode << u", '" << rule.Header
+        << u"', '" << rule.Data << u"' )";
+    inTransaction([&] { gDb.Execute(sql, dbFailOnError); });
+}
+
+// The number of entries that weren't written.
+Int16 writeRules()
+{
+    Int16 blank = 0;
+    Int16 number = 0;
+    for (int i = 0; i < gFilterRuleCnt; ++i) {
+        number += 10;
+        if (trim(gFilterRule[i].Header).empty()) {
+            ++blank;
+            continue;
+        }
+        gFilterRule[i].No = number;
+        insertRule(gFilterRule[i]);
+    }
+    return blank;
+}
+
+}
+
+void tblFilter_Get()
+{
+    leaveOnError(u"tblFilter_Get", [] {
+        setStatusLines(u"　振り分け処理を行っています。", u"　少々お待ちください。", u"", u"", u"",
+                       u"");
+        gFilterRuleCnt = 0;
+        gNonCopyRuleCnt = 0;
+        openOrAskToCreate(u"tblFilter Get");
+        readRules();
+        gDb.Close();
+    });
+}
+
+// Each statement is a transaction of its own: the delete stands even if an
+// insert behind it fails.
+void tblFilter_UpDate()
+{
+    leaveOnError(u"tblFilter_UpDate", [] {
+        gWs = DBEngine::Workspaces(0);
+        gDb = DBEngine::OpenDatabase(gDbPath);
+        inTransaction([] { gDb.Execute(Statement{u"DELETE FROM tblFilter"}, dbFailOnError); });
+        const Int16 blank = writeRules();
+        gFilterRuleCnt -= blank;
+        gDb.Close();
+        tblFilter_Get();
+    });
+}
+
+}

@@ -1,0 +1,47 @@
+#include "filter/mail_non_copy_check.h"
+
+#include "filter/filter_rules.h"
+#include "shell/base/guard.h"
+
+namespace tolvek {
+
+namespace {
+
+bool contains(const Text& text, const Text& condition)
+{
+    return inStr(text, condition, Compare::TextMode) != 0;
+}
+
+}
+
+// Values are taken as they stand, untrimmed and already cut to their stored
+// lengths. The store compares otherwise when it lists a rule's mails; that
+// difference is meant. There is no branch for code 5: such a rule does nothing.
+Int16 MailNonCopyCheck(const Text& SndName, const Text& SndAdd, const Text& RcvName,
+                       const Text& RcvAdd, const Text& Subject)
+{
+    const auto matches = [&](const FilterRule& rule) {
+        switch (rule.TermsCode) {
+        case 0:
+            return Subject == rule.Data;
+        case 1:
+            return inStrB(Subject, rule.Data) != 0;
+        case 2:
+            return SndAdd == rule.Data || RcvAdd == rule.Data;
+        case 3:
+            return contains(SndAdd, rule.Data) || contains(RcvAdd, rule.Data);
+        case 4:
+            return SndName == rule.Data || RcvName == rule.Data;
+        default:
+            return false;
+        }
+    };
+    Int16 result = 0;
+    leavePlainOnError(u"MailNonCopyCheck", [&] {
+        for (int i = 0; i < gNonCopyRuleCnt && result == 0; ++i)
+            result = matches(gNonCopyRule[i]) ? 1 : 0;
+    });
+    return result;
+}
+
+}

@@ -1,0 +1,114 @@
+#include "store/database_files.h"
+
+#include "platform/dao/dao.h"
+#include "platform/runtime/paths.h"
+#include "platform/runtime/runtime_error.h"
+#include "platform/system/files.h"
+
+#include <functional>
+
+namespace tolvek {
+
+namespace {
+
+constexpr TextView kCompanions[] = {u"-journal", u"-wal", u"-shm"};
+
+// The engine may keep a closed database's connection for the length of a
+// command; no file may change its name under it.
+void withFileErrors(const std::function<void()>& work)
+{
+    DBEngine::Rest();
+    try {
+        work();
+    } catch (const std::system_error& failure) {
+        throw fileError(failure.code());
+    }
+}
+
+Path companion(const Path& database, TextView suffix)
+{
+    Path path = database;
+    path += nativePath(suffix);
+    return path;
+}
+
+void removeCompanions(const Path& database)
+{
+    for (const TextView suffix : kCompanions)
+        if (fileExists(companion(database, suffix))) removeFile(companion(database, suffix));
+}
+
+void moveCompanions(const Path& from, const Path& to)
+{
+    for (const TextView suffix : kCompanions)
+        if (fileExists(companion(from, suffix)))
+            replaceFile(companion(from, suffix), companion(to, suffix));
+}
+
+// What a file system without second names answers.
+bool isNoLinks(const std::error_code& code)
+{
+    return code == std::errc::operation_not_permitted ||
+           code == std::errc::operation_not_supported ||
+           code == std::errc::function_not_supported || code == std::errc::too_many_links;
+}
+
+}
+
+bool databaseExists(const Text& path)
+{
+    return fileExists(existingPath(path));
+}
+
+void removeDatabase(const Text& path)
+{
+    withFileErrors([&] {
+        const Path file = existingPath(path);
+        removeFile(file);
+        removeCompanions(file);
+    });
+}
+
+void renameDatabase(const Text& from, const Text& to)
+{
+    withFileErrors([&] {
+        const Path source = existingPath(from);
+        const Path target = existingPath(to);
+        renameFile(source, target);
+        moveCompanions(source, target);
+    });
+}
+
+void replaceDatabase(const Text& from, const Text& to)
+{
+    withFileErrors([&] {
+        const Path source = existingPath(from);
+        const Path target = existingPath(to);
+        if (!fileExists(source)) throw RuntimeError(53);
+        removeCompanions(target);
+        replaceFile(source, target);
+    });
+}
+
+bool linkDatabase(const Text& existing, const Text& added)
+{
+    bool linked = false;
+    withFileErrors([&] {
+        const Path target = existingPath(added);
+        removeCompanions(target);
+        try {
+            linkFile(existingPath(existing), target);
+            linked = true;
+        } catch (const std::system_error& failure) {
+            if (!isNoLinks(failure.code())) throw;
+        }
+    });
+    return linked;
+}
+
+void flushFolderOf(const Text& path)
+{
+    withFileErrors([&] { flushFolder(existingPath(path).parent_path()); });
+}
+
+}

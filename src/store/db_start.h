@@ -1,0 +1,18 @@
+// What a start does about database files that an earlier run left behind,
+// before and after its look for the database. Nothing here asks or tells.
+#pragma once
+#include "platform/runtime/text.h"
+
+namespace tolvek {
+
+// No database at `path` and a whole path + ".New": a compaction was cut off
+// between its renames, so the compacted copy is put in place. Anything less
+// than a whole one is left for the next compaction to delete.
+void restoreFromNew(const Text& path);
+
+// To be called when the start has just created the database: the compaction
+// that follows would delete a .Bak with mail in it. Such a one (or one that
+// can't be read) becomes path + ".Kept", ".Kept2" and so on, never overwritten.
+void keepBackUpAside(const Text& path);
+
+}

@@ -1,0 +1,41 @@
+#include "store/open_or_create.h"
+
+#include "platform/dao/dao.h"
+#include "platform/forms/msg_box.h"
+#include "shell/base/general.h"
+#include "store/table_create.h"
+
+#include <functional>
+
+namespace tolvek {
+
+namespace {
+
+void openOr(const std::function<bool()>& mayCreate)
+{
+    try {
+        gDb = DBEngine::OpenDatabase(gDbPath);
+        return;
+    } catch (const RuntimeError& error) {
+        if (error.number() != 3024 || !mayCreate()) throw;
+    }
+    Table_Create();
+    gDb = DBEngine::OpenDatabase(gDbPath);
+}
+
+}
+
+void openOrAskToCreate(TextView title)
+{
+    openOr([&] {
+        return MsgBox(u"ＤＢがありません。\r\nＤＢを作成しますか？", MsgButtons::YesNo, title) ==
+               MsgAnswer::Yes;
+    });
+}
+
+void openOrCreate()
+{
+    openOr([] { return true; });
+}
+
+}

@@ -1,0 +1,104 @@
+#include "store/schema.h"
+
+namespace tolvek {
+
+namespace {
+
+const Text kEmpty = u"\"\"";
+
+std::vector<FieldSpec> mailBlocks()
+{
+    std::vector<FieldSpec> blocks;
+    for (int n = 1; n <= kMailBlocks; ++n)
+        blocks.push_back({u"tblTolvek_Mail" + decimal(n), dbMemo, 0, true, kEmpty});
+    return blocks;
+}
+
+}
+
+// Texts are wider than what the import writes: 64 against 60, 128 against 100
+// and the continuation mark. The lookups serve the lists by address and name.
+TableSpec tblTolvekSpec()
+{
+    TableSpec table{u"tblTolvek",
+                    {{u"tblTolvek_YMD", dbText, 16},
+                     {u"tblTolvek_HMS", dbText, 16},
+                     {u"tblTolvek_SubKey", dbInteger},
+                     {u"tblTolvek_SndRcvFlag", dbBoolean},
+                     {u"tblTolvek_SndName", dbText, 64},
+                     {u"tblTolvek_SndAdd", dbText, 64},
+                     {u"tblTolvek_RcvName", dbText, 64},
+                     {u"tblTolvek_RcvAdd", dbText, 64},
+                     {u"tblTolvek_Subject", dbText, 128, true, kEmpty}},
+                    {u"tblTolvek_YMD", u"tblTolvek_HMS", u"tblTolvek_SubKey",
+                     u"tblTolvek_SndRcvFlag", u"tblTolvek_SndAdd", u"tblTolvek_RcvAdd"},
+                    {{u"tblTolvek_BySndAdd", {u"tblTolvek_SndAdd"}},
+                     {u"tblTolvek_ByRcvAdd", {u"tblTolvek_RcvAdd"}},
+                     {u"tblTolvek_BySndName", {u"tblTolvek_SndName"}},
+                     {u"tblTolvek_ByRcvName", {u"tblTolvek_RcvName"}}}};
+    for (const FieldSpec& block : mailBlocks())
+        table.fields.push_back(block);
+    table.fields.push_back({u"tblTolvek_Include", dbText, 64, true, kEmpty});
+    return table;
+}
+
+TableSpec tblSearch_AddressesSpec()
+{
+    return {u"tblSearch_Addresses",
+            {{u"tblSearch_Addr_Data", dbText, 64, true, kEmpty}},
+            {u"tblSearch_Addr_Data"},
+            {}};
+}
+
+TableSpec tblSearch_NameSpec()
+{
+    return {u"tblSearch_Name",
+            {{u"tblSearch_Name_Data", dbText, 64, true, kEmpty}},
+            {u"tblSearch_Name_Data"},
+            {}};
+}
+
+TableSpec tblFriendSpec()
+{
+    return {u"tblFriend",
+            {{u"tblFriend_PetKind", dbText, 64, true, kEmpty},
+             {u"tblFriend_Pet", dbText, 64, true, kEmpty},
+             {u"tblFriend_Name", dbText, 64, true, kEmpty},
+             {u"tblFriend_Address", dbText, 64},
+             {u"tblFriend_RecvMailCnt", dbLong}},
+            {u"tblFriend_Address"},
+            {}};
+}
+
+TableSpec tblFilterSpec()
+{
+    return {u"tblFilter",
+            {{u"tblFilter_No", dbInteger},
+             {u"tblFilter_TermsCode", dbInteger, 0, false, u"0"},
+             {u"tblFilter_ActionCode", dbInteger, 0, false, u"0"},
+             {u"tblFilter_Header", dbMemo},
+             {u"tblFilter_Data", dbMemo}},
+            {u"tblFilter_No"},
+            {}};
+}
+
+// A row is a copy of a mail's identity and heading fields, under names of its own.
+TableSpec tblFilterDataSpec()
+{
+    return {u"tblFilterData",
+            {{u"tblFilterDt_Id", dbLong},
+             {u"tblFilterDt_No", dbInteger},
+             {u"tblFilterDt_Date", dbText, 16},
+             {u"tblFilterDt_Time", dbText, 16},
+             {u"tblFilterDt_SubKey", dbInteger},
+             {u"tblFilterDt_SendName", dbText, 64},
+             {u"tblFilterDt_SendAddr", dbText, 64},
+             {u"tblFilterDt_RecvName", dbText, 64},
+             {u"tblFilterDt_RecvAddr", dbText, 64},
+             {u"tblFilterDt_SndRcvFlag", dbBoolean},
+             {u"tblFilterDt_Subject", dbText, 128, true, kEmpty}},
+            {u"tblFilterDt_Id"},
+            {}};
+}
+
+}

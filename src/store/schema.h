@@ -1,0 +1,40 @@
+// The six tables as data.
+#pragma once
+#include "platform/dao/dao.h"
+
+#include <initializer_list>
+#include <vector>
+
+namespace tolvek {
+
+struct FieldSpec {
+    Text name;
+    DataType type;
+    int size = 0;            // characters, texts only
+    bool zeroLength = false; // whether an empty text may be stored
+    Text defaultValue = u""; // "\"\"" is the empty text
+};
+
+struct IndexSpec {
+    Text name;
+    std::vector<Text> fields;
+};
+
+struct TableSpec {
+    Text name;
+    std::vector<FieldSpec> fields;
+    std::vector<Text> key;          // of the primary index, named as the table
+    std::vector<IndexSpec> lookups; // further indexes, for speed alone
+};
+
+// The number of memo fields that take a mail's text.
+inline constexpr int kMailBlocks = 16;
+
+TableSpec tblTolvekSpec();
+TableSpec tblSearch_AddressesSpec();
+TableSpec tblSearch_NameSpec();
+TableSpec tblFriendSpec();
+TableSpec tblFilterSpec();
+TableSpec tblFilterDataSpec();
+
+}
