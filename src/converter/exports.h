@@ -7,6 +7,12 @@
 #pragma once
 #include <cstdint>
 
+#if defined(_WIN32)
+#define TOLVEK_EXPORT __declspec(dllexport)
+#else
+#define TOLVEK_EXPORT __attribute__((visibility("default")))
+#endif
+
 extern "C" {
 
 struct TolvekPath {
@@ -19,14 +25,17 @@ struct StrChangeRec {
 
 // Turns one mail box (list file, mail file) into the temp file. count: mails
 // written. status: 0 when the conversion worked (also for an empty box), any
-// other value when nothing can be read; written on every call.
-int Tolvek_Edit(TolvekPath* listFile, TolvekPath* mailFile, TolvekPath* tempFile, std::int16_t* count,
-                std::int16_t* status);
+// other value when nothing can be read; written on every call. A box of more
+// than 32767 mails is refused: the count couldn't tell them, and a box read in
+// part and in silence would pass for a whole one.
+TOLVEK_EXPORT int Tolvek_Edit(TolvekPath* listFile, TolvekPath* mailFile, TolvekPath* tempFile,
+                              std::int16_t* count, std::int16_t* status);
 
 // Writes the friend book of a folder into the temp file. count: friends written.
-int TolvekFriend_Edit(StrChangeRec* folder, StrChangeRec* tempFile, std::int16_t* count, std::int16_t* status);
+TOLVEK_EXPORT int TolvekFriend_Edit(StrChangeRec* folder, StrChangeRec* tempFile,
+                                    std::int16_t* count, std::int16_t* status);
 
 // Decodes a text: encoded words (only in a text without line ends), then
 // escapes, then the single quote. length: of the result, in characters.
-int Mail_StrChange(StrChangeRec* input, StrChangeRec* output, std::int16_t* length);
+TOLVEK_EXPORT int Mail_StrChange(StrChangeRec* input, StrChangeRec* output, std::int16_t* length);
 }

@@ -1,0 +1,182 @@
+#include "converter/address.h"
+
+#include "converter/ascii.h"
+#include "converter/encoded_words.h"
+
+#include <algorithm>
+
+namespace tolvek {
+
+namespace {
+
+// Walks one field and gathers phrase, comment and angle part of each mailbox.
+class Scanner {
+public:
+    explicit Scanner(TextView text) : text_(text) {}
+
+    std::vector<Mailbox> scan()
+    {
+        while (at_ < text_.size())
+            step();
+        finish();
+        return std::move(found_);
+    }
+
+private:
+    void step()
+    {
+        if (const EncodedWord word = encodedWordAt(text_, at_); word.length > 0) {
+            target() += text_.substr(at_, word.length);
+            at_ += word.length;
+            return;
+        }
+        const char16_t unit = text_[at_++];
+        switch (unit) {
+        case u'"':
+            quoted();
+            break;
+        case u'(':
+            comment();
+            break;
+        case u'<':
+            inAngle_ = true;
+            break;
+        case u'>':
+            inAngle_ = false;
+            break;
+        case u',':
+            inAngle_ ? void(angle_ += unit) : finish();
+            break;
+        case u';':
+            finish();
+            break;
+        case u':':
+            colon();
+            break;
+        default:
+            target() += unit;
+        }
+    }
+
+    Text& target() { return inAngle_ ? angle_ : phrase_; }
+
+    void quoted()
+    {
+        while (at_ < text_.size() && text_[at_] != u'"') {
+            if (text_[at_] == u'\\' && at_ + 1 < text_.size()) ++at_;
+            target() += text_[at_++];
+        }
+        ++at_;
+    }
+
+    void comment()
+    {
+        int depth = 1;
+        if (!comment_.empty()) comment_ += u' ';
+        while (at_ < text_.size()) {
+            const char16_t unit = text_[at_++];
+            if (unit == u'(') ++depth;
+            if (unit == u')' && --depth == 0) return;
+            if (unit == u'\\' && at_ < text_.size())
+                comment_ += text_[at_++];
+            else
+                comment_ += unit;
+        }
+    }
+
+    // In brackets a route ends; outside a group's name does.
+    void colon()
+    {
+        if (inAngle_)
+            angle_.clear();
+        else if (phrase_.find(u'@') == Text::npos)
+            phrase_.clear();
+    }
+
+    void finish()
+    {
+        const Text phrase(trimSpace(TextView(phrase_)));
+        Mailbox box;
+        Text rawAddress = angle_;
+        Text rawName = phrase;
+        if (angle_.empty() && phrase.find(u'@') != Text::npos) {
+            rawAddress = phrase;
+            rawName.clear();
+        }
+        if (rawName.empty()) rawName = comment_;
+        std::erase_if(rawAddress, [](char16_t unit) { return isAsciiSpace(unit); });
+        box.address = decodeEncodedWords(rawAddress);
+        box.name = Text(trimSpace(TextView(decodeEncodedWords(rawName))));
+        if (!box.name.empty() || !box.address.empty()) found_.push_back(std::move(box));
+        phrase_.clear(), comment_.clear(), angle_.clear();
+        inAngle_ = false;
+    }
+
+    TextView text_;
+    std::size_t at_ = 0;
+    bool inAngle_ = false;
+    Text phrase_, comment_, angle_;
+    std::vector<Mailbox> found_;
+};
+
+// A whole address or "name <address>" inside one pair of quotes or one word.
+Text withoutOuterQuotes(Text name)
+{
+    while (name.size() >= 2 && name.front() == name.back() &&
+           (name.front() == u'"' || name.front() == u'\''))
+        name = Text(trimSpace(TextView(name).substr(1, name.size() - 2)));
+    return name;
+}
+
+bool showsItself(TextView address)
+{
+    return address.find(u'.') != TextView::npos && address.find(u'@') != TextView::npos;
+}
+
+Text widened(Text text)
+{
+    for (char16_t& unit : text) {
+        if (unit == u'(') unit = u'（';
+        if (unit == u')') unit = u'）';
+        if (unit == u'<') unit = u'＜';
+        if (unit == u'>') unit = u'＞';
+    }
+    return text;
+}
+
+}
+
+std::vector<Mailbox> parseMailboxes(std::string_view rawValue)
+{
+    const Text text = unfoldedText(rawValue);
+    auto found = Scanner(text).scan();
+    for (Mailbox& box : found) {
+        const bool hidden = box.address.empty() && box.name.find(u'@') != Text::npos;
+        const auto inner = hidden ? Scanner(box.name).scan() : std::vector<Mailbox>();
+        if (!inner.empty()) box = inner.front(); // name and address inside one word
+        box.name = withoutOuterQuotes(std::move(box.name));
+    }
+    return found;
+}
+
+Mailbox firstMailbox(std::string_view rawValue)
+{
+    const auto found = parseMailboxes(rawValue);
+    const auto real = std::find_if(found.begin(), found.end(), [](const Mailbox& box) {
+        return box.address.find(u'@') != Text::npos;
+    });
+    if (real != found.end()) return *real;
+    return found.empty() ? Mailbox{} : found.front();
+}
+
+Text mailboxValue(const Mailbox& mailbox)
+{
+    Text name = mailbox.name == mailbox.address ? Text() : widened(mailbox.name);
+    const Text& address = mailbox.address;
+    if (address.empty()) return name;
+    if (showsItself(address)) return name.empty() ? address : address + u" (" + name + u")";
+    if (showsItself(name)) std::replace(name.begin(), name.end(), u'.', u'・');
+    return name + (name.empty() ? u"<" : u" <") + address + u">";
+}
+
+}

@@ -1,0 +1,28 @@
+// The one correspondent that a From or To field gives.
+#pragma once
+#include "platform/runtime/text.h"
+
+#include <string_view>
+#include <vector>
+
+namespace tolvek {
+
+struct Mailbox {
+    Text name;
+    Text address;
+};
+
+// All mailboxes of a field: quotes, nested comments, angle brackets, groups
+// and routes undone, words decoded. Split at commas outside of all these.
+std::vector<Mailbox> parseMailboxes(std::string_view rawValue);
+
+// The first one with an "@"; else the first that holds anything.
+Mailbox firstMailbox(std::string_view rawValue);
+
+// The form that the reader of the temp file takes apart again without loss:
+// address (name) where the address shows itself by "." and "@", else
+// name <address>. A name's own brackets would be taken for these delimiters,
+// so they become full-width ones.
+Text mailboxValue(const Mailbox& mailbox);
+
+}

@@ -1,0 +1,33 @@
+// Small helpers over bytes and over the ASCII part of a text. Locale plays no
+// part: header names and labels are ASCII by definition.
+#pragma once
+#include "platform/runtime/text.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tolvek {
+
+std::string lowerAscii(std::string_view text);
+bool equalsAscii(std::string_view a, std::string_view b); // A-Z and a-z are one
+bool isAsciiSpace(char32_t c);                            // blank, TAB, CR, LF
+bool isAsciiDigit(char32_t c);
+bool isAsciiLetter(char32_t c);
+
+std::string_view trimSpace(std::string_view text);
+TextView trimSpace(TextView text);
+
+// Pieces between runs of the separators; no empty pieces.
+std::vector<std::string> words(std::string_view text, std::string_view separators);
+
+// Lines of a text whose line ends are LF; no piece behind a last LF.
+std::vector<std::string_view> linesOf(std::string_view text);
+
+// 0 to 15, or -1.
+int hexValue(char32_t c);
+
+// The units below 80h as bytes; others are left out.
+std::string asciiOnly(TextView text);
+
+}

@@ -1,0 +1,34 @@
+// One mail box into the temp file.
+#pragma once
+#include "converter/mail_file.h"
+#include "converter/temp_file.h"
+
+#include <cstdint>
+#include <filesystem>
+
+namespace tolvek {
+
+enum class ConversionStatus : std::int16_t {
+    Converted = 0,  // also for an empty box
+    Unreadable = 1, // not there, or nothing that is known for certain
+    TooMany = 2,    // more mails than the count can tell
+    Failed = 3      // reading or writing failed; an older temp file stays
+};
+
+struct Conversion {
+    ConversionStatus status = ConversionStatus::Failed;
+    std::int16_t count = 0; // 0 unless Converted
+};
+
+// Memory stays at the size of the largest mail. Never throws std::system_error;
+// that is Failed.
+Conversion convertMailBox(const std::filesystem::path& mailFile,
+                          const std::filesystem::path& tempFile);
+
+// An empty friend book: the layout of PostPet's own isn't known, and what
+// isn't known isn't guessed.
+Conversion convertFriendBook(const std::filesystem::path& tempFile);
+
+TempMail convertMail(const RawMail& mail);
+
+}

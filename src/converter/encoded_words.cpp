@@ -1,0 +1,133 @@
+#include "converter/encoded_words.h"
+
+#include "converter/ascii.h"
+#include "converter/charset.h"
+#include "converter/transfer.h"
+
+#include <algorithm>
+
+namespace tolvek {
+
+namespace {
+
+bool isLabelUnit(char16_t unit)
+{
+    return unit > 0x20 && unit < 0x7F && unit != u'?' && unit != u'=';
+}
+
+bool isBase64Unit(char16_t unit)
+{
+    return isAsciiLetter(unit) || isAsciiDigit(unit) || unit == u'+' || unit == u'/' ||
+           unit == u'=';
+}
+
+// Content length and the length of the end mark behind it (0 when missing).
+struct Extent {
+    std::size_t content;
+    std::size_t mark;
+};
+
+Extent base64Extent(TextView rest)
+{
+    const std::size_t end = rest.find(u"?=");
+    const auto fits = [](char16_t unit) { return isBase64Unit(unit) || isAsciiSpace(unit); };
+    const bool closed =
+        end != TextView::npos &&
+        std::all_of(rest.begin(), rest.begin() + static_cast<std::ptrdiff_t>(end), fits);
+    if (closed) return {end, 2};
+    const auto stop = std::find_if_not(rest.begin(), rest.end(), isBase64Unit);
+    const auto run = static_cast<std::size_t>(stop - rest.begin());
+    return {run, rest.substr(run).starts_with(u"?") ? 1u : 0u};
+}
+
+Extent quotedExtent(TextView rest)
+{
+    const std::size_t end = rest.find(u"?=");
+    if (end != TextView::npos && rest.substr(0, end).find(u"=?") == TextView::npos) return {end, 2};
+    return {std::min(rest.find_first_of(u" \t\n"), rest.size()), 0};
+}
+
+bool onlyAscii(TextView text)
+{
+    return std::all_of(text.begin(), text.end(), [](char16_t unit) { return unit < 0x80; });
+}
+
+std::size_t blankLength(TextView text)
+{
+    const auto stop = std::find_if_not(text.begin(), text.end(),
+                                       [](char16_t unit) { return isAsciiSpace(unit); });
+    return static_cast<std::size_t>(stop - text.begin());
+}
+
+// Decodes the row of adjacent words that begins with `word`; gives its length.
+std::size_t appendRow(Text& out, TextView text, std::size_t position, EncodedWord word)
+{
+    std::size_t end = position + word.length;
+    for (;;) {
+        const std::size_t start = end + blankLength(text.substr(end));
+        EncodedWord next = encodedWordAt(text, start);
+        const bool joined = next.length > 0 && next.base64 == word.base64 &&
+                            equalsAscii(next.charset, word.charset);
+        if (joined) {
+            word.bytes += next.bytes;
+        } else {
+            out += decodeCharset(word.bytes, word.charset);
+            word = std::move(next);
+        }
+        if (!joined && word.length == 0) return end - position;
+        end = start + (joined ? next.length : word.length);
+    }
+}
+
+}
+
+EncodedWord encodedWordAt(TextView text, std::size_t position)
+{
+    if (position >= text.size() || !text.substr(position).starts_with(u"=?")) return {};
+    const TextView rest = text.substr(position + 2);
+    const auto label = std::find_if_not(rest.begin(), rest.end(), isLabelUnit);
+    const auto size = static_cast<std::size_t>(label - rest.begin());
+    const TextView kind = rest.substr(size).substr(0, 3);
+    if (size == 0 || kind.size() < 3 || kind[0] != u'?' || kind[2] != u'?') return {};
+    const char16_t letter = kind[1] | 0x20;
+    if (letter != u'b' && letter != u'q') return {};
+    const TextView body = rest.substr(size + 3);
+    const Extent extent = letter == u'b' ? base64Extent(body) : quotedExtent(body);
+    const TextView content = body.substr(0, extent.content);
+    if (!onlyAscii(content)) return {};
+    const std::string ascii = asciiOnly(content);
+    return {asciiOnly(rest.substr(0, size)), letter == u'b',
+            letter == u'b' ? decodeBase64(ascii) : decodeQWord(ascii),
+            2 + size + 3 + extent.content + extent.mark};
+}
+
+Text decodeEncodedWords(TextView text)
+{
+    Text out;
+    for (std::size_t at = 0; at < text.size();) {
+        EncodedWord word = encodedWordAt(text, at);
+        if (word.length > 0)
+            at += appendRow(out, text, at, std::move(word));
+        else
+            out += text[at++];
+    }
+    return out;
+}
+
+Text unfoldedText(std::string_view rawValue)
+{
+    Text text = decodeGuessed(rawValue);
+    std::erase(text, u'\r');
+    Text unfolded;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        if (text[at] != u'\n') {
+            unfolded += text[at];
+            continue;
+        }
+        unfolded += u' ';
+        at += blankLength(TextView(text).substr(at)) - 1;
+    }
+    return unfolded;
+}
+
+}

@@ -1,0 +1,88 @@
+#include "converter/exports.h"
+
+#include "converter/conversion.h"
+#include "converter/record_fields.h"
+#include "converter/str_change.h"
+#include "platform/runtime/paths.h"
+
+#include <exception>
+#include <filesystem>
+
+namespace tolvek {
+
+namespace {
+
+// The callers can't see an exception: each failure is a status of its own.
+template <class Work> Conversion guarded(Work work)
+{
+    try {
+        return work();
+    } catch (const std::exception&) {
+        return {ConversionStatus::Failed, 0};
+    }
+}
+
+void tell(const Conversion& conversion, std::int16_t* count, std::int16_t* status)
+{
+    if (count != nullptr) *count = conversion.count;
+    if (status != nullptr) *status = static_cast<std::int16_t>(conversion.status);
+}
+
+// As written when it is there, else as the program looks for names: without
+// regard to case and to composed or decomposed kana.
+std::filesystem::path mailPath(const TolvekPath& record)
+{
+    const std::string bytes = recordText(record.bytes, sizeof record.bytes);
+    if (bytes.empty() || fileExists(bytes)) return bytes;
+    return existingPath(fromUtf8(bytes));
+}
+
+Conversion edit(const TolvekPath* mailFile, const TolvekPath* tempFile)
+{
+    if (mailFile == nullptr || tempFile == nullptr) return {ConversionStatus::Failed, 0};
+    return convertMailBox(mailPath(*mailFile), recordText(tempFile->bytes, sizeof tempFile->bytes));
+}
+
+Conversion friendEdit(const StrChangeRec* tempFile)
+{
+    if (tempFile == nullptr) return {ConversionStatus::Failed, 0};
+    return convertFriendBook(recordText(tempFile->bytes, sizeof tempFile->bytes));
+}
+
+// A text that can't be decoded is handed back as it came.
+ChangedText changed(const StrChangeRec& input)
+{
+    const std::string text = recordText(input.bytes, sizeof input.bytes);
+    try {
+        return strChange(text, sizeof input.bytes);
+    } catch (const std::exception&) {
+        return {text, static_cast<int>(text.size())};
+    }
+}
+
+}
+
+}
+
+int Tolvek_Edit(TolvekPath*, TolvekPath* mailFile, TolvekPath* tempFile, std::int16_t* count,
+                std::int16_t* status)
+{
+    tolvek::tell(tolvek::guarded([&] { return tolvek::edit(mailFile, tempFile); }), count, status);
+    return 0;
+}
+
+int TolvekFriend_Edit(StrChangeRec*, StrChangeRec* tempFile, std::int16_t* count,
+                      std::int16_t* status)
+{
+    tolvek::tell(tolvek::guarded([&] { return tolvek::friendEdit(tempFile); }), count, status);
+    return 0;
+}
+
+int Mail_StrChange(StrChangeRec* input, StrChangeRec* output, std::int16_t* length)
+{
+    if (input == nullptr || output == nullptr || length == nullptr) return 0;
+    const tolvek::ChangedText text = tolvek::changed(*input);
+    tolvek::fillRecord(output->bytes, sizeof output->bytes, text.ansi);
+    *length = static_cast<std::int16_t>(text.length);
+    return 0;
+}

@@ -1,0 +1,201 @@
+#include "converter/iso2022jp.h"
+
+#include "platform/runtime/codepage932.h"
+
+#include <unicode/ucnv.h>
+
+#include <array>
+
+namespace tolvek {
+
+namespace {
+
+constexpr char kEsc = 0x1B;
+constexpr char kShiftOut = 0x0E;
+constexpr char kShiftIn = 0x0F;
+
+enum class Set { Ascii, Kana, Jis, Jis0212 };
+
+struct Escape {
+    std::string_view bytes; // behind ESC
+    Set set;
+};
+
+constexpr std::array<Escape, 9> kEscapes{{{"(B", Set::Ascii},
+                                          {"(J", Set::Ascii},
+                                          {"(H", Set::Ascii},
+                                          {"(I", Set::Kana},
+                                          {"$@", Set::Jis},
+                                          {"$B", Set::Jis},
+                                          {"$(@", Set::Jis},
+                                          {"$(B", Set::Jis},
+                                          {"$(D", Set::Jis0212}}};
+
+const Escape* escapeAt(std::string_view bytes)
+{
+    for (const Escape& escape : kEscapes)
+        if (bytes.starts_with(escape.bytes)) return &escape;
+    return nullptr;
+}
+
+bool isJisByte(char c)
+{
+    return c >= 0x21 && c <= 0x7E;
+}
+
+class Decoder {
+public:
+    explicit Decoder(std::string_view bytes) : rest_(bytes) {}
+
+    Text decode()
+    {
+        while (!rest_.empty())
+            step();
+        flush();
+        return std::move(text_);
+    }
+
+private:
+    void step()
+    {
+        const char c = rest_.front();
+        if (c == kEsc)
+            takeEscape();
+        else if (c == kShiftOut || c == kShiftIn)
+            takeShift(c == kShiftOut);
+        else if (isJisByte(c) && !shifted_ && (set_ == Set::Jis || set_ == Set::Jis0212))
+            takePair();
+        else
+            takeByte(c);
+    }
+
+    void takeEscape()
+    {
+        rest_.remove_prefix(1);
+        const Escape* escape = escapeAt(rest_);
+        if (escape == nullptr) return;
+        set_ = escape->set;
+        shifted_ = false;
+        rest_.remove_prefix(escape->bytes.size());
+    }
+
+    void takeShift(bool out)
+    {
+        shifted_ = out;
+        rest_.remove_prefix(1);
+    }
+
+    void takePair()
+    {
+        const auto row = static_cast<unsigned char>(rest_[0]);
+        const auto cell = static_cast<unsigned char>(rest_.size() > 1 ? rest_[1] : 0);
+        if (!isJisByte(static_cast<char>(cell))) { // half a character: its place stays visible
+            run_ += "\x81\xAC";
+            rest_.remove_prefix(1);
+            return;
+        }
+        rest_.remove_prefix(2);
+        if (set_ == Set::Jis) {
+            run_ += ansiOfJis(row, cell);
+        } else {
+            flush();
+            text_ += textOfJis0212(row, cell);
+        }
+    }
+
+    void takeByte(char c)
+    {
+        rest_.remove_prefix(1);
+        if (c == '\n' || c == '\r') {
+            set_ = Set::Ascii;
+            shifted_ = false;
+        }
+        const bool kana = (set_ == Set::Kana || shifted_) && c >= 0x21 && c <= 0x5F;
+        run_ += kana ? static_cast<char>(c | 0x80) : c;
+    }
+
+    void flush()
+    {
+        text_ += fromAnsi(run_);
+        run_.clear();
+    }
+
+    std::string_view rest_;
+    std::string run_; // code page 932 bytes not yet converted
+    Text text_;
+    Set set_ = Set::Ascii;
+    bool shifted_ = false;
+};
+
+// Length of "$B", pairs, "(B" or "(J" at the front; 0 for anything else.
+std::size_t strippedLength(std::string_view bytes)
+{
+    if (!bytes.starts_with("$B") && !bytes.starts_with("$@")) return 0;
+    std::size_t at = 2;
+    while (at + 1 < bytes.size() && isJisByte(bytes[at]) && isJisByte(bytes[at + 1])) {
+        const std::string_view pair = bytes.substr(at, 2);
+        if (pair == "(B" || pair == "(J") return at > 2 ? at + 2 : 0;
+        const auto row = static_cast<unsigned char>(pair[0]);
+        const Text one = fromAnsi(ansiOfJis(row, static_cast<unsigned char>(pair[1])));
+        if (one.size() != 1 || (one[0] == u'\u30FB' && pair != "!&")) return 0;
+        at += 2;
+    }
+    return 0;
+}
+
+}
+
+Text decodeIso2022Jp(std::string_view bytes)
+{
+    return Decoder(bytes).decode();
+}
+
+bool looksLikeIso2022Jp(std::string_view bytes)
+{
+    for (std::size_t at = bytes.find(kEsc); at != std::string_view::npos;
+         at = bytes.find(kEsc, at + 1))
+        if (escapeAt(bytes.substr(at + 1)) != nullptr) return true;
+    const std::size_t out = bytes.find(kShiftOut);
+    return out != std::string_view::npos && bytes.find(kShiftIn, out) != std::string_view::npos;
+}
+
+std::string restoreEscapes(std::string_view bytes)
+{
+    std::string restored;
+    for (std::size_t at = 0; at < bytes.size();) {
+        const std::size_t length = bytes[at] == '$' ? strippedLength(bytes.substr(at)) : 0;
+        if (length == 0) {
+            restored += bytes[at++];
+            continue;
+        }
+        restored.append(1, kEsc).append(bytes.substr(at, length - 2));
+        restored.append(1, kEsc).append(bytes.substr(at + length - 2, 2));
+        at += length;
+    }
+    return restored;
+}
+
+std::string ansiOfJis(unsigned char row, unsigned char cell)
+{
+    const int index = row - 0x21;
+    int lead = index / 2 + 0x81;
+    if (lead > 0x9F) lead += 0x40;
+    const int trail = index % 2 == 0 ? cell + 0x1F + (cell >= 0x60 ? 1 : 0) : cell + 0x7E;
+    return {static_cast<char>(lead), static_cast<char>(trail)};
+}
+
+Text textOfJis0212(unsigned char row, unsigned char cell)
+{
+    UErrorCode status = U_ZERO_ERROR;
+    UConverter* converter = ucnv_open("EUC-JP", &status);
+    const std::array<char, 3> bytes{static_cast<char>(0x8F), static_cast<char>(row | 0x80),
+                                    static_cast<char>(cell | 0x80)};
+    std::array<char16_t, 8> units{};
+    const int length =
+        ucnv_toUChars(converter, units.data(), units.size(), bytes.data(), bytes.size(), &status);
+    ucnv_close(converter);
+    return U_SUCCESS(status) ? Text(units.data(), static_cast<std::size_t>(length))
+                             : Text(u"\u3013");
+}
+
+}

@@ -1,0 +1,27 @@
+// Dates of mails, from all the forms met, into the one form that the reader of
+// the temp file takes apart: "Tue, 15 Feb 2000 10:11:12 +0900".
+//
+// The time stays the sender's own wall clock; a zone is only carried along.
+#pragma once
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace tolvek {
+
+struct MailDate {
+    int year = 0, month = 0, day = 0, hour = 0, minute = 0, second = 0;
+    std::string zone; // "+0900"; empty when none could be told
+};
+
+// Internet and ctime form, 2003/03/10 form; day name missing or wrong; years
+// of two digits (50 to 99 are 19xx) and three (counted from 1900); no seconds,
+// no time, no zone. Nothing without a day that the calendar has.
+std::optional<MailDate> parseMailDate(std::string_view text);
+
+std::string formatMailDate(const MailDate& date);
+
+int monthNumber(std::string_view word); // 1 to 12 by its first three letters, else 0
+bool isDayName(std::string_view word);  // "Tue", "Tue,", "Tuesday"
+
+}

@@ -1,0 +1,116 @@
+#include "converter/mail_text.h"
+
+#include "converter/ascii.h"
+#include "converter/charset.h"
+#include "converter/content_type.h"
+#include "converter/transfer.h"
+
+#include <optional>
+#include <vector>
+
+namespace tolvek {
+
+namespace {
+
+constexpr int kDeepest = 20; // parts within parts; nobody's mail goes deeper
+
+Text decodeBody(const HeaderFields& fields, const ContentType& content, std::string_view body)
+{
+    const std::string bytes = decodeTransfer(body, fields.value("content-transfer-encoding"));
+    return decodeCharset(bytes, content.parameter("charset"));
+}
+
+struct Part {
+    std::string_view head, body;
+};
+
+// Head and body of a part; a part may begin with the empty line at once.
+Part splitPart(std::string_view part)
+{
+    if (part.starts_with("\n")) return {{}, part.substr(1)};
+    const std::size_t end = part.find("\n\n");
+    if (end == std::string_view::npos) return {part, {}};
+    return {part.substr(0, end + 1), part.substr(end + 2)};
+}
+
+bool isBoundary(std::string_view line, std::string_view boundary)
+{
+    if (!line.starts_with("--") || line.substr(2, boundary.size()) != boundary) return false;
+    const std::string_view rest = trimSpace(line.substr(2 + boundary.size()));
+    return rest.empty() || rest == "--";
+}
+
+// The parts between boundary lines; the last one needs no closing line.
+std::vector<std::string_view> partsOf(std::string_view body, const std::string& boundary)
+{
+    std::vector<std::string_view> parts;
+    std::size_t begin = std::string_view::npos;
+    std::size_t at = 0;
+    for (const std::string_view line : linesOf(body)) {
+        if (isBoundary(line, boundary)) {
+            if (begin != std::string_view::npos) parts.push_back(body.substr(begin, at - begin));
+            begin = std::min(at + line.size() + 1, body.size());
+            if (trimSpace(line).size() > boundary.size() + 2) return parts;
+        }
+        at += line.size() + 1;
+    }
+    if (begin != std::string_view::npos && begin < body.size()) parts.push_back(body.substr(begin));
+    return parts;
+}
+
+class TextFinder {
+public:
+    Text find(const HeaderFields& fields, std::string_view body)
+    {
+        visit(fields, body, 0);
+        if (plain_) return *plain_;
+        if (attached_) return *attached_;
+        return other_ ? *other_ : Text(kNoText);
+    }
+
+private:
+    void visit(const HeaderFields& fields, std::string_view body, int depth)
+    {
+        const ContentType content = parseContentType(fields.value("content-type"));
+        const std::string boundary = content.parameter("boundary");
+        const auto parts =
+            content.type.starts_with("multipart/") && !boundary.empty() && depth < kDeepest
+                ? partsOf(body, boundary)
+                : std::vector<std::string_view>();
+        for (const std::string_view raw : parts) {
+            const Part part = splitPart(raw);
+            visit(HeaderFields(part.head), part.body, depth + 1);
+        }
+        // Parts that were announced and never came: the body is all there is.
+        if (parts.empty() &&
+            (depth == 0 || content.type.empty() || content.type.starts_with("text/")))
+            offer(fields, content, body, depth);
+    }
+
+    void offer(const HeaderFields& fields, const ContentType& content, std::string_view body,
+               int depth)
+    {
+        const bool isText = content.type.empty() || content.type.starts_with("text/") ||
+                            content.type.find('/') == std::string::npos ||
+                            content.type.starts_with("multipart/");
+        if (!isText || plain_) return;
+        const bool plain = content.type != "text/html";
+        const bool attached =
+            lowerAscii(fields.value("content-disposition")).starts_with("attachment");
+        auto& place = !plain ? other_ : attached ? attached_ : plain_;
+        Text text = decodeBody(fields, content, body);
+        const bool holdsText = !trimSpace(TextView(text)).empty();
+        if (!place && (holdsText || depth == 0)) place = std::move(text);
+    }
+
+    std::optional<Text> plain_, attached_, other_;
+};
+
+}
+
+Text mailText(const HeaderFields& fields, std::string_view body)
+{
+    return TextFinder().find(fields, body);
+}
+
+}

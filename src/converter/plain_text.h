@@ -1,0 +1,25 @@
+// Text brought into the form that the temp file and the store bear.
+#pragma once
+#include "platform/runtime/text.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tolvek {
+
+// One line: controls and line ends become blanks (a byte 1A would end the temp
+// file for its reader, a NUL the text), the single quote becomes ’ as it would
+// end a quoted value of the store, invisible characters go, a character and
+// its combining mark become one, and characters that other tables give for one
+// of ours become ours.
+Text plainLine(TextView text);
+
+// The same for each line of a text, whatever its line ends are.
+std::vector<Text> plainLines(TextView text);
+
+// The longest front of code page 932 bytes with at most `limit` bytes that
+// doesn't end in half a character.
+std::string_view wholePrefix(std::string_view ansi, std::size_t limit);
+
+}

@@ -1,0 +1,49 @@
+// The temp file: "<Start>", then From, To, Subject, Date, Mail, the text and
+// "<End>" of each mail, in code page 932 with CR LF.
+//
+// One separator character and no blank stands behind a label: the reader
+// counts a blank among a subject's characters. Subject stands before Date, as
+// the reader looks for a duplicate when it has the date. Values are plain
+// text already, so nothing hangs on the length of encoded words.
+//
+// It is written beside its place and put there as a whole by commit(); without
+// it nothing stays behind. Throws std::system_error.
+#pragma once
+#include "converter/text_blocks.h"
+#include "platform/runtime/text.h"
+#include "platform/system/files.h"
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace tolvek {
+
+struct TempMail {
+    Text from, to, subject;
+    std::string date; // empty: the reader drops the mail
+    std::vector<Text> lines;
+};
+
+// What one mail looks like in the file.
+std::string tempGroup(const TempMail& mail);
+
+class TempFile {
+public:
+    explicit TempFile(std::filesystem::path path);
+    ~TempFile();
+    TempFile(const TempFile&) = delete;
+    TempFile& operator=(const TempFile&) = delete;
+
+    void write(std::string_view bytes);
+    void commit();
+
+private:
+    std::filesystem::path path_;
+    std::filesystem::path side_;
+    OpenFile file_;
+    std::string buffer_;
+    bool committed_ = false;
+};
+
+}

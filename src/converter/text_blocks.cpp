@@ -1,0 +1,91 @@
+#include "converter/text_blocks.h"
+
+#include "converter/plain_text.h"
+
+#include <algorithm>
+
+namespace tolvek {
+
+namespace {
+
+constexpr std::size_t kLineEnd = 2;
+constexpr std::size_t kFull =
+    TextBlocks::kBlockSize - 1; // text bytes of a block that is closed by size
+constexpr std::size_t kOpen =
+    TextBlocks::kBlockSize - 3; // a block up to here still takes a character
+
+// Blanks as the reader's trimming knows them: U+0020 and U+3000.
+bool isBlank(std::string_view line)
+{
+    while (!line.empty()) {
+        if (line.front() == ' ')
+            line.remove_prefix(1);
+        else if (line.starts_with("\x81\x40"))
+            line.remove_prefix(2);
+        else
+            return false;
+    }
+    return true;
+}
+
+// A line that begins so would end the mail; a blank in front hides it and
+// leaves it readable.
+bool looksLikeEnd(std::string_view line)
+{
+    return line.starts_with("<End>");
+}
+
+}
+
+void TextBlocks::add(std::string& out, std::string_view line)
+{
+    if (line.empty()) return addEmpty(out);
+    std::string text = looksLikeEnd(line) ? " " + std::string(line) : std::string(line);
+    std::string_view rest = text;
+    std::string guarded;
+    while (!rest.empty()) {
+        const std::size_t used = holdsText_ ? size_ : 0;
+        const bool fits = used + rest.size() + kLineEnd <= kOpen;
+        const std::string_view piece = fits ? rest : wholePrefix(rest, kFull - used);
+        if (piece.empty()) return;   // half a character at the very end
+        addPiece(out, piece);
+        rest.remove_prefix(piece.size());
+        if (looksLikeEnd(rest)) {
+            guarded = " " + std::string(rest);
+            rest = guarded;
+        }
+    }
+}
+
+// An empty line that would bring the block too near to its limit is left out.
+void TextBlocks::addEmpty(std::string& out)
+{
+    const bool kept = blanks_ + 1 == kBlankRun;
+    if (kept && holdsText_ && size_ + kLineEnd > kOpen) return;
+    out += "\r\n";
+    blanks_ = kept ? 0 : blanks_ + 1;
+    if (kept) size_ += kLineEnd;
+}
+
+void TextBlocks::addPiece(std::string& out, std::string_view piece)
+{
+    if (!holdsText_) size_ = 0;
+    std::size_t padding = 0;
+    if (size_ + piece.size() + kLineEnd > kOpen)
+        padding = kFull - std::min(kFull, size_ + piece.size());
+    out.append(piece).append(padding, ' ').append("\r\n");
+    size_ += piece.size() + padding + kLineEnd;
+    holdsText_ = holdsText_ || !isBlank(piece);
+    blanks_ = 0;
+    ++lines_;
+    if (lines_ >= kBlockLines || size_ > kBlockSize) close();
+}
+
+void TextBlocks::close()
+{
+    size_ = 0;
+    lines_ = 0;
+    holdsText_ = false;
+}
+
+}
