@@ -12,11 +12,14 @@ namespace tolvek {
 
 using Path = std::filesystem::path;
 
-Text joinPath(TextView folder, TextView name);   // no double separator
-Path nativePath(TextView path);                  // as written
+Text joinPath(TextView folder, TextView name); // no double separator
+Path nativePath(TextView path);                // as written
 // The existing file or folder that the text means: exact first, then each
 // component in turn by case and kana folding. Nothing there: as written.
 Path existingPath(TextView path);
+// Where a file of that name is to be made: the existing one that the text means,
+// or else the name as written in the folder that the text means.
+Path targetPath(TextView path);
 Text pathText(const Path& path);
 
 // The folder of the executable, without a separator at its end. Set once by

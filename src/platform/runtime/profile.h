@@ -19,7 +19,8 @@ Text getProfileString(TextView section, TextView key, TextView fallback, int siz
 // Replaces or adds the key; file and section are made if missing. False when
 // the file is read-only (by its mode, which a replacing rename would pass
 // over) or can't be written; then nothing has changed. A value that stands
-// there already isn't written again.
+// there already isn't written again. A value ends at its first line end or NUL,
+// where a reader would end it; outer blanks, which a reader drops, aren't written.
 bool writeProfileString(TextView section, TextView key, TextView value, TextView file);
 
 }

@@ -130,6 +130,12 @@ bool folderExists(const fs::path& path)
     return fs::is_directory(path, none);
 }
 
+bool entryExists(const fs::path& path)
+{
+    std::error_code none;
+    return fs::exists(path, none);
+}
+
 std::vector<std::string> fileNames(const fs::path& folder)
 {
     return listedNames(folder, isFileEntry);
@@ -151,7 +157,7 @@ void copyFileContents(const fs::path& from, const fs::path& to, bool failIfExist
 {
     probeFile(FileOperation::Copy, from);
     const fs::path target = failIfExists ? to : linkTarget(to);
-    if (failIfExists && (fileExists(to) || folderExists(to)))
+    if (failIfExists && entryExists(to))
         throw std::system_error(std::make_error_code(std::errc::file_exists), to.string());
     if (isReadOnly(target)) // the replace would pass over it
         throw std::system_error(std::make_error_code(std::errc::permission_denied), to.string());

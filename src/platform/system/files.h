@@ -60,6 +60,7 @@ private:
 
 bool fileExists(const std::filesystem::path& path); // a file, not a folder; no failure
 bool folderExists(const std::filesystem::path& path);
+bool entryExists(const std::filesystem::path& path); // one of the two
 // By the mode bits; the superuser's right to write all the same doesn't count.
 // Also what this user can't write for any other reason. Nothing there: false.
 bool isReadOnly(const std::filesystem::path& path);

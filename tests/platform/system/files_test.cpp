@@ -114,6 +114,9 @@ TEST_F(FilesTest, FilesAndFoldersAreToldApart)
     EXPECT_TRUE(folderExists(folder.path()));
     EXPECT_FALSE(folderExists(folder / "file"));
     EXPECT_FALSE(folderExists(folder / "none"));
+    EXPECT_TRUE(entryExists(folder / "file"));
+    EXPECT_TRUE(entryExists(folder.path()));
+    EXPECT_FALSE(entryExists(folder / "dangling"));
 }
 
 TEST_F(FilesTest, ListsFilesAloneOrEverything)

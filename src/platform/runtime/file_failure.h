@@ -1,0 +1,18 @@
+// The way of a file operation's failure into the platform's numbers.
+#pragma once
+#include "platform/runtime/runtime_error.h"
+
+#include <system_error>
+
+namespace tolvek {
+
+template <class Action> auto asFileError(Action action)
+{
+    try {
+        return action();
+    } catch (const std::system_error& error) {
+        throw fileError(error.code());
+    }
+}
+
+}

@@ -1,0 +1,11 @@
+// What makes two names of files or settings the same name.
+#pragma once
+#include "platform/runtime/text.h"
+
+namespace tolvek {
+
+// Case gone, character by character (so that no name gets longer), and kana
+// composed with their voicing marks. For comparison only, never to be shown.
+Text foldedName(TextView name);
+
+}

@@ -1,0 +1,84 @@
+#include "platform/runtime/profile.h"
+
+#include "platform/runtime/codepage932.h"
+#include "platform/runtime/paths.h"
+#include "platform/runtime/profile_text.h"
+#include "platform/system/files.h"
+
+#include <system_error>
+
+namespace tolvek {
+
+namespace {
+
+bool isLead(unsigned char byte)
+{
+    return (byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xFC);
+}
+
+// At most `limit` bytes, and no half character at the end.
+std::string wholeCharacters(const std::string& bytes, std::size_t limit)
+{
+    std::size_t end = 0;
+    while (end < bytes.size()) {
+        const std::size_t size = isLead(static_cast<unsigned char>(bytes[end])) ? 2 : 1;
+        if (end + size > limit) break;
+        end += size;
+    }
+    return bytes.substr(0, end);
+}
+
+// A file that can't be read has no values; every key then takes its default.
+std::optional<std::string> storedValue(TextView section, TextView key, TextView file)
+{
+    try {
+        return ProfileText(readFile(existingPath(file))).value(section, key);
+    } catch (const std::system_error&) {
+        return std::nullopt;
+    }
+}
+
+// A default loses its trailing blanks on the way through the call.
+std::string withoutTrailingBlanks(std::string bytes)
+{
+    return bytes.substr(0, bytes.find_last_not_of(" \t") + 1);
+}
+
+TextView upToLineEnd(TextView value)
+{
+    return value.substr(0, value.find_first_of(TextView(u"\r\n\0", 3)));
+}
+
+std::string contentsOrNothing(const Path& path)
+{
+    return entryExists(path) ? readFile(path) : std::string();
+}
+
+}
+
+Text getProfileString(TextView section, TextView key, TextView fallback, int size, TextView file,
+                      int* returnedLength)
+{
+    const auto stored = storedValue(section, key, file);
+    const std::string all = stored ? *stored : withoutTrailingBlanks(toAnsi(fallback));
+    const std::string bytes =
+        wholeCharacters(all, size > 0 ? static_cast<std::size_t>(size) - 1 : 0);
+    if (returnedLength) *returnedLength = static_cast<int>(bytes.size());
+    return fromAnsi(bytes);
+}
+
+bool writeProfileString(TextView section, TextView key, TextView value, TextView file)
+{
+    const Path path = targetPath(file);
+    if (isReadOnly(path)) return false;
+    try {
+        ProfileText text(contentsOrNothing(path));
+        if (text.setValue(section, key, toAnsi(upToLineEnd(value))))
+            replaceContents(path, text.bytes());
+        return true;
+    } catch (const std::system_error&) {
+        return false; // the caller tells the user, in the one way it has
+    }
+}
+
+}
