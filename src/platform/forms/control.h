@@ -51,7 +51,7 @@ public:
     bool Visible() const; // as set
     void setVisible(bool visible);
 
-    Text ToolTipText() const; // plain text
+    const Text& ToolTipText() const { return toolTip_; } // plain text, never markup
     void setToolTipText(TextView text);
 
     Colour ForeColor() const { return foreColor_; }
@@ -88,8 +88,7 @@ protected:
 private:
     QWidget* widget_;
     float left_ = 0, top_ = 0, width_ = 0, height_ = 0;
-    bool enabled_ = true;
-    bool visible_ = true;
+    Text toolTip_;
     Colour foreColor_ = kWindowText;
     Colour backColor_ = kButtonFace;
     FontChoice font_;
@@ -100,7 +99,7 @@ private:
 template <class Base> class ControlOf : public Base, public Control {
 public:
     using Control::setEnabled;
-    using Control::setVisible;
+    void setVisible(bool visible) override { Base::setVisible(visible); }
 
 protected:
     ControlOf(Container container, TextView name) : Base(container.widget()), Control(*this, name)

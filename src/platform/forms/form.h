@@ -14,7 +14,7 @@
 // that one lets out goes to the untrapped handler, not to the caller.
 // buildControls is none: what it throws reaches whoever loads.
 #pragma once
-#include "platform/forms/control.h"
+#include "platform/forms/buttons.h"
 
 #include <QPointer>
 
@@ -25,7 +25,6 @@ class QMenuBar;
 
 namespace tolvek {
 
-class CommandButton;
 class FormWindow;
 
 enum class BorderStyle { None, FixedDialog, Sizable };
@@ -93,15 +92,18 @@ protected:
 private:
     friend class FormWindow;
     void buildWindow();
+    void present();
     void unload(UnloadMode mode);
     void destroyWindow();
+    void setSize(float& side, float& asSet, float twips);
     void applySize();
     void applyPosition();
-    void windowResized();
-    void windowMoved();
+    void windowResized(const QSize& client);
+    void windowMoved(const QPoint& corner);
     void fireResize();
     bool keyPressed(int key);
     QSize clientPixels() const;
+    FormWindow& built() const;
 
     Text name_;
     Text caption_;
@@ -109,11 +111,13 @@ private:
     bool controlBox_ = true;
     bool initialised_ = false;
     bool shown_ = false;
+    bool placed_ = false;
     Colour backColor_ = kButtonFace;
-    float left_ = 0, top_ = 0;
-    float width_ = 4800, height_ = 3600;
-    WindowStates pendingState_ = WindowStates::Normal;
-    QPointer<FormWindow> window_;
+    float left_ = 0, top_ = 0, width_ = 4800, height_ = 3600;
+    // As code set them last: pixels that agree with these are no change.
+    float leftAsSet_ = 0, topAsSet_ = 0, widthAsSet_ = 4800, heightAsSet_ = 3600;
+    WindowStates state_ = WindowStates::Normal; // to be taken when it is shown
+    QPointer<QWidget> window_;
     QPointer<CommandButton> defaultButton_;
     QPointer<CommandButton> cancelButton_;
     QEventLoop* modalLoop_ = nullptr;

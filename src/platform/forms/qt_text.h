@@ -8,7 +8,8 @@ namespace tolvek {
 
 inline QString toQt(TextView text)
 {
-    return {reinterpret_cast<const QChar*>(text.data()), static_cast<qsizetype>(text.size())};
+    return QString(reinterpret_cast<const QChar*>(text.data()),
+                   static_cast<qsizetype>(text.size()));
 }
 
 inline Text fromQt(const QString& text)

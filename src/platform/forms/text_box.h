@@ -40,7 +40,6 @@ signals:
 
 protected:
     QMimeData* createMimeDataFromSelection() const override;
-    void insertFromMimeData(const QMimeData* source) override;
 
 private:
     void append(TextView rest);
