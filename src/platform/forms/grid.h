@@ -67,6 +67,7 @@ protected:
 
 private:
     void applyColWidth(int col);
+    void applyAllColWidths();
     void takeDraggedWidth(int section, int size);
     bool moveByKey(int key);
     bool onOrdinaryCell() const;

@@ -13,6 +13,7 @@
 #include "platform/forms/control.h"
 
 #include <QListView>
+#include <QPointer>
 
 namespace tolvek {
 
@@ -52,7 +53,7 @@ protected:
 private:
     void select(int index);
     int rowForKey(int key) const;
-    void searchByKey(const QString& typed);
+    void searchByKey(QKeyEvent* event);
 
     ListBoxModel* model_;
     int listIndex_ = -1;

@@ -1,0 +1,46 @@
+#include "platform/forms/buttons.h"
+
+namespace tolvek {
+
+CommandButton::CommandButton(Container container, TextView name, TextView caption)
+    : ControlOf(container, name)
+{
+    setCaption(caption);
+    setAutoDefault(false);
+    connect(this, &QPushButton::clicked, this, &CommandButton::Click);
+}
+
+CheckBox::CheckBox(Container container, TextView name, TextView caption)
+    : ControlOf(container, name)
+{
+    setCaption(caption);
+    connect(this, &QCheckBox::clicked, this, &CheckBox::Click);
+}
+
+void CheckBox::setValue(Int16 value)
+{
+    value_ = value;
+    setChecked(value != 0);
+}
+
+void CheckBox::nextCheckState()
+{
+    setValue(value_ == 0 ? 1 : 0);
+}
+
+OptionButton::OptionButton(Container container, TextView name, TextView caption)
+    : ControlOf(container, name)
+{
+    setCaption(caption);
+    connect(this, &QRadioButton::clicked, this, &OptionButton::Click);
+}
+
+// Among exclusive buttons Qt doesn't let the set one be cleared.
+void OptionButton::setValue(bool value)
+{
+    setAutoExclusive(value);
+    setChecked(value);
+    setAutoExclusive(true);
+}
+
+}

@@ -1,0 +1,158 @@
+#include "platform/forms/control.h"
+#include "platform/forms/form.h"
+
+#include <QTextDocument>
+
+#include <algorithm>
+#include <vector>
+
+namespace tolvek {
+
+Container::Container(Form& form) : widget_(&form.client()) {}
+
+Control::Control(QWidget& widget, TextView name) : widget_(&widget)
+{
+    widget_->setObjectName(toQt(name));
+    widget_->setFont(platformFont(font_));
+}
+
+Text Control::Name() const
+{
+    return fromQt(widget_->objectName());
+}
+
+void Control::applyGeometry()
+{
+    widget_->setGeometry(pixels(left_), pixels(top_), pixels(width_), pixels(height_));
+}
+
+void Control::setLeft(float twips)
+{
+    Move(twips, top_, width_, height_);
+}
+void Control::setTop(float twips)
+{
+    Move(left_, twips, width_, height_);
+}
+void Control::setWidth(float twips)
+{
+    Move(left_, top_, twips, height_);
+}
+void Control::setHeight(float twips)
+{
+    Move(left_, top_, width_, twips);
+}
+
+void Control::Move(float left, float top, float width, float height)
+{
+    left_ = left;
+    top_ = top;
+    width_ = width;
+    height_ = height;
+    applyGeometry();
+}
+
+bool Control::Enabled() const
+{
+    return !widget_->testAttribute(Qt::WA_ForceDisabled);
+}
+
+void Control::setEnabled(bool enabled)
+{
+    widget_->setEnabled(enabled);
+}
+
+bool Control::Visible() const
+{
+    return !(widget_->testAttribute(Qt::WA_WState_ExplicitShowHide) && widget_->isHidden());
+}
+
+void Control::setVisible(bool visible)
+{
+    widget_->setVisible(visible);
+}
+
+// Qt would take a text that looks like markup for markup.
+void Control::setToolTipText(TextView text)
+{
+    toolTip_ = text;
+    const QString plain = toQt(text);
+    widget_->setToolTip(Qt::mightBeRichText(plain) ? Qt::convertFromPlainText(plain) : plain);
+}
+
+// The disabled group keeps the style's grey, as the platform's controls do.
+void Control::setForeColor(Colour colour)
+{
+    foreColor_ = colour;
+    QPalette palette = widget_->palette();
+    for (const auto group : {QPalette::Active, QPalette::Inactive})
+        for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+            palette.setColor(group, role, colourOf(colour));
+    widget_->setPalette(palette);
+}
+
+void Control::setBackColor(Colour colour)
+{
+    backColor_ = colour;
+    QPalette palette = widget_->palette();
+    for (const auto role : {QPalette::Window, QPalette::Base, QPalette::Button})
+        palette.setColor(role, colourOf(colour));
+    widget_->setPalette(palette);
+    widget_->setAutoFillBackground(true);
+}
+
+void Control::applyFont(const QFont& font)
+{
+    widget_->setFont(font);
+}
+
+void Control::setFontName(TextView name)
+{
+    setFontOf(name, font_.size, font_.bold, font_.italic);
+}
+
+void Control::setFontSize(float points)
+{
+    setFontOf(font_.name, points, font_.bold, font_.italic);
+}
+
+void Control::setFontBold(bool bold)
+{
+    setFontOf(font_.name, font_.size, bold, font_.italic);
+}
+
+void Control::setFontItalic(bool italic)
+{
+    setFontOf(font_.name, font_.size, font_.bold, italic);
+}
+
+void Control::setFontOf(TextView name, float points, bool bold, bool italic)
+{
+    font_ = FontChoice{Text(name), points, bold, italic};
+    applyFont(platformFont(font_));
+}
+
+void Control::SetFocus()
+{
+    if (widget_->isEnabled()) widget_->setFocus(Qt::OtherFocusReason);
+}
+
+bool Control::HasFocus() const
+{
+    return widget_->hasFocus() || widget_->window()->focusWidget() == widget_;
+}
+
+void applyTabOrder(QWidget& root)
+{
+    std::vector<Control*> order;
+    for (QWidget* child : root.findChildren<QWidget*>())
+        if (auto* control = dynamic_cast<Control*>(child); control && control->TabIndex() >= 0)
+            order.push_back(control);
+    std::stable_sort(order.begin(), order.end(), [](const Control* a, const Control* b) {
+        return a->TabIndex() < b->TabIndex();
+    });
+    for (std::size_t i = 1; i < order.size(); ++i)
+        QWidget::setTabOrder(&order[i - 1]->widget(), &order[i]->widget());
+}
+
+}

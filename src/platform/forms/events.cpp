@@ -1,0 +1,108 @@
+#include "platform/forms/events.h"
+#include "platform/forms/msg_box.h"
+#include "platform/forms/wait_scope.h"
+
+#include <QApplication>
+
+#include <cstdlib>
+#include <exception>
+#include <vector>
+
+namespace tolvek {
+
+namespace {
+
+UntrappedHandler untrappedHandler;
+std::function<void()> endFunction;
+std::exception_ptr kept;
+std::vector<std::function<void()>> waits;
+
+void endProcess()
+{
+    if (endFunction)
+        endFunction();
+    else
+        std::_Exit(0);
+}
+
+void showUntrapped(const RuntimeError& error)
+{
+    MsgBox(u"実行時エラー '" + decimal(error.number()) + u"':\r\n\r\n" + error.description(),
+           MsgButtons::Ok, kApplicationTitle, MsgIcon::Critical);
+    endProcess();
+}
+
+// The first exception is the reason of all that follow, so it is the one to stay.
+void keep(std::exception_ptr exception) noexcept
+{
+    if (!kept) kept = std::move(exception);
+    if (!waits.empty()) waits.back()();
+}
+
+}
+
+WaitScope::WaitScope(std::function<void()> leave)
+{
+    waits.push_back(std::move(leave));
+}
+
+WaitScope::~WaitScope()
+{
+    waits.pop_back();
+}
+
+void setUntrappedHandler(UntrappedHandler handler)
+{
+    untrappedHandler = std::move(handler);
+}
+
+void setEndFunction(std::function<void()> end)
+{
+    endFunction = std::move(end);
+}
+
+void reportUntrapped(const RuntimeError& error)
+{
+    if (untrappedHandler)
+        untrappedHandler(error);
+    else
+        showUntrapped(error);
+}
+
+void runEvent(const std::function<void()>& procedure) noexcept
+{
+    try {
+        try {
+            procedure();
+        } catch (const RuntimeError& error) {
+            reportUntrapped(error);
+        }
+    } catch (...) {
+        keep(std::current_exception());
+    }
+}
+
+bool hasKept()
+{
+    return static_cast<bool>(kept);
+}
+
+void rethrowKept()
+{
+    if (kept) std::rethrow_exception(std::exchange(kept, nullptr));
+}
+
+void prepareApplication()
+{
+    QApplication::setQuitOnLastWindowClosed(false);
+}
+
+int runApplication()
+{
+    const WaitScope wait([] { QCoreApplication::exit(1); });
+    const int code = QApplication::exec();
+    rethrowKept();
+    return code;
+}
+
+}

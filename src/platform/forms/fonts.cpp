@@ -1,0 +1,85 @@
+#include "platform/forms/fonts.h"
+#include "platform/forms/qt_text.h"
+
+#include <QFontDatabase>
+#include <QGuiApplication>
+
+#include <array>
+#include <cmath>
+
+namespace tolvek {
+
+namespace {
+
+struct ProgramFont {
+    TextView name;
+    bool fixedPitch;
+    std::array<const char*, 3> families; // the first installed one is taken
+    QFont::StyleHint hint;
+};
+
+// IPA's faces have the widths of the originals; the last of each line keeps at
+// least the pitch where no Japanese face is installed.
+constexpr std::array<ProgramFont, 4> kProgramFonts{{
+    {u"ＭＳ ゴシック", true, {"MS Gothic", "IPAGothic", "Noto Sans Mono CJK JP"}, QFont::Monospace},
+    {u"ＭＳ 明朝", true, {"MS Mincho", "IPAMincho", "Noto Sans Mono CJK JP"}, QFont::Monospace},
+    {u"ＭＳ Ｐゴシック", false, {"MS PGothic", "IPAPGothic", "Noto Sans CJK JP"}, QFont::SansSerif},
+    {u"ＭＳ Ｐ明朝", false, {"MS PMincho", "IPAPMincho", "Noto Serif CJK JP"}, QFont::Serif},
+}};
+
+const ProgramFont* programFont(TextView name)
+{
+    for (const ProgramFont& font : kProgramFonts)
+        if (font.name == name) return &font;
+    return nullptr;
+}
+
+QString firstInstalled(const ProgramFont& font)
+{
+    const QString own = toQt(font.name);
+    if (QFontDatabase::hasFamily(own)) return own;
+    for (const char* family : font.families)
+        if (QFontDatabase::hasFamily(QString::fromLatin1(family)))
+            return QString::fromLatin1(family);
+    return own;
+}
+
+// The nearest even number of device pixels, the smaller one of two, so that a
+// text that fitted still does.
+int evenDevicePixels(double size)
+{
+    const double ratio = qGuiApp->devicePixelRatio();
+    if (std::fmod(ratio, 2.0) == 0.0) return static_cast<int>(std::lround(size));
+    const double device = 2 * std::ceil(size * ratio / 2 - 0.5);
+    return static_cast<int>(std::lround(device / ratio));
+}
+
+}
+
+bool isFixedPitchName(TextView name)
+{
+    const ProgramFont* font = programFont(name);
+    return font && font->fixedPitch;
+}
+
+QString installedFamily(TextView name)
+{
+    const ProgramFont* font = programFont(name);
+    return font ? firstInstalled(*font) : toQt(name);
+}
+
+QFont platformFont(const FontChoice& choice)
+{
+    QFont font(installedFamily(choice.name));
+    const double size = choice.size * 96.0 / 72.0;
+    const int rounded = isFixedPitchName(choice.name) ? evenDevicePixels(size)
+                                                      : static_cast<int>(std::lround(size));
+    font.setPixelSize(std::max(rounded, 1));
+    font.setBold(choice.bold);
+    font.setItalic(choice.italic);
+    if (const ProgramFont* known = programFont(choice.name))
+        font.setStyleHint(known->hint, QFont::PreferOutline);
+    return font;
+}
+
+}

@@ -1,0 +1,234 @@
+#include "platform/forms/form.h"
+#include "platform/forms/events.h"
+#include "platform/forms/form_window.h"
+#include "platform/forms/msg_box.h"
+#include "platform/forms/screen.h"
+#include "platform/forms/wait_scope.h"
+#include "platform/runtime/runtime_error.h"
+
+#include <QApplication>
+#include <QEventLoop>
+#include <QMenuBar>
+#include <QWindow>
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+namespace tolvek {
+
+namespace {
+
+std::vector<Form*>& loadedForms()
+{
+    static std::vector<Form*> forms;
+    return forms;
+}
+
+Qt::WindowFlags windowFlags(BorderStyle border, bool controlBox)
+{
+    if (border == BorderStyle::None) return Qt::SplashScreen | Qt::FramelessWindowHint;
+    const Qt::WindowFlags close = controlBox ? Qt::WindowCloseButtonHint : Qt::WindowFlags();
+    const Qt::WindowFlags frame = Qt::CustomizeWindowHint | Qt::WindowTitleHint;
+    if (border == BorderStyle::FixedDialog)
+        return Qt::Dialog | frame | Qt::WindowSystemMenuHint | close;
+    return Qt::Window | frame | Qt::WindowSystemMenuHint | Qt::WindowMinMaxButtonsHint | close;
+}
+
+}
+
+int Forms::Count()
+{
+    return static_cast<int>(loadedForms().size());
+}
+
+Form& Forms::item(int index)
+{
+    if (index < 0 || index >= Count()) throw RuntimeError(9);
+    return *loadedForms()[static_cast<std::size_t>(index)];
+}
+
+Form::Form(TextView name, BorderStyle border) : name_(name), border_(border) {}
+
+Form::~Form()
+{
+    if (window_) destroyWindow();
+    std::erase(loadedForms(), this);
+}
+
+FormWindow& Form::built() const
+{
+    if (!window_) throw RuntimeError(91);
+    return static_cast<FormWindow&>(*window_);
+}
+
+QWidget& Form::client() const
+{
+    return built().client();
+}
+QMenuBar& Form::menuBar()
+{
+    return built().menuBar();
+}
+QWidget* Form::window() const
+{
+    return window_;
+}
+
+void Form::buildWindow()
+{
+    auto* window = new FormWindow(*this, windowFlags(border_, controlBox_));
+    window_ = window;
+    shown_ = false;
+    window->setObjectName(toQt(name_));
+    setCaption(caption_);
+    setBackColor(backColor_);
+    buildControls();
+    applyTabOrder(*window);
+    applySize();
+}
+
+void Form::Load()
+{
+    if (window_) return;
+    std::erase(loadedForms(), this);
+    loadedForms().push_back(this);
+    try {
+        buildWindow();
+    } catch (...) {
+        destroyWindow();
+        throw;
+    }
+    if (!std::exchange(initialised_, true)) runEvent([this] { Form_Initialize(); });
+    if (window_) runEvent([this] { Form_Load(); });
+}
+
+void Form::Show()
+{
+    Load();
+    if (window_) present();
+    rethrowKept();
+}
+
+// The menus may have changed the bar's height since the controls were built.
+void Form::present()
+{
+    applySize();
+    applyPosition();
+    if (!std::exchange(shown_, true)) fireResize();
+    if (!window_) return;
+    window_->setWindowState(Qt::WindowNoState);
+    if (state_ == WindowStates::Maximized)
+        window_->showMaximized();
+    else if (state_ == WindowStates::Minimized)
+        window_->showMinimized();
+    else
+        window_->show();
+}
+
+void Form::ShowModal(Form* owner)
+{
+    Load();
+    rethrowKept();
+    if (!window_) return;
+    beforeWait();
+    window_->setWindowModality(Qt::ApplicationModal);
+    if (owner && owner->window_) {
+        window_->winId(); // makes the system's window, which takes the owner
+        if (QWindow* above = owner->window_->windowHandle())
+            window_->windowHandle()->setTransientParent(above);
+    }
+    QEventLoop loop;
+    const WaitScope wait([&loop] { loop.exit(); });
+    modalLoop_ = &loop;
+    present();
+    if (Visible() && !hasKept()) loop.exec();
+    modalLoop_ = nullptr;
+    rethrowKept();
+}
+
+void Form::Hide()
+{
+    if (window_) window_->hide();
+    if (modalLoop_) modalLoop_->exit();
+}
+
+void Form::Unload()
+{
+    unload(UnloadMode::Code);
+}
+
+void Form::unload(UnloadMode mode)
+{
+    const QPointer<QWidget> unloading = window_;
+    if (!unloading) return;
+    runEvent([&] { Form_QueryUnload(mode); });
+    if (window_ == unloading) runEvent([this] { Form_Unload(); });
+    // An Unload inside the event has already done the rest.
+    if (unloading && window_ == unloading) destroyWindow();
+}
+
+void Form::destroyWindow()
+{
+    std::erase(loadedForms(), this);
+    const QPointer<QWidget> window = std::exchange(window_, nullptr);
+    defaultButton_ = nullptr;
+    cancelButton_ = nullptr;
+    if (modalLoop_) modalLoop_->exit();
+    if (!window) return;
+    static_cast<FormWindow&>(*window).detach();
+    window->hide();
+    window->deleteLater(); // one of its own events may be running
+}
+
+void Form::Refresh()
+{
+    if (!Visible()) return;
+    QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    if (window_) window_->repaint();
+}
+
+bool Form::Visible() const
+{
+    return window_ && window_->isVisible();
+}
+
+void Form::setCaption(TextView caption)
+{
+    caption_ = caption;
+    if (window_) window_->setWindowTitle(toQt(caption));
+}
+
+void Form::setBackColor(Colour colour)
+{
+    backColor_ = colour;
+    if (!window_) return;
+    QPalette palette = client().palette();
+    palette.setColor(QPalette::Window, colourOf(colour));
+    client().setPalette(palette);
+}
+
+Control* Form::ActiveControl() const
+{
+    return window_ ? dynamic_cast<Control*>(window_->focusWidget()) : nullptr;
+}
+
+QWidget* Form::control(TextView name) const
+{
+    return window_ ? window_->findChild<QWidget*>(toQt(name)) : nullptr;
+}
+
+bool Form::keyPressed(int key)
+{
+    const bool enter = key == Qt::Key_Return || key == Qt::Key_Enter;
+    CommandButton* button = key == Qt::Key_Escape ? cancelButton_.data() : nullptr;
+    if (enter && defaultButton_) {
+        auto* focused = qobject_cast<CommandButton*>(window_->focusWidget());
+        button = focused ? focused : defaultButton_.data();
+    }
+    if (!button || !button->isVisible() || !button->isEnabled()) return false;
+    button->click();
+    return true;
+}
+
+}

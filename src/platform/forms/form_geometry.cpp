@@ -1,0 +1,129 @@
+// Where a form stands and how large it is: twips as code set them on one side,
+// the window's pixels on the other.
+#include "platform/forms/events.h"
+#include "platform/forms/form.h"
+#include "platform/forms/form_window.h"
+#include "platform/forms/screen.h"
+#include "platform/runtime/runtime_error.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace tolvek {
+
+namespace {
+
+float frameTwips(BorderStyle border, int sized)
+{
+    return border == BorderStyle::None ? 0.0F : static_cast<float>(sized);
+}
+
+// Pixels that agree with what code set stand for exactly that.
+float twipsOf(int now, float asSet, float frame)
+{
+    return now == pixels(asSet - frame) ? asSet : twips(now) + frame;
+}
+
+}
+
+QSize Form::clientPixels() const
+{
+    return {std::max(1, pixels(width_ - frameTwips(border_, kFrameTwipsWide))),
+            std::max(1, pixels(height_ - frameTwips(border_, kFrameTwipsHigh)))};
+}
+
+void Form::setLeft(float twips)
+{
+    left_ = leftAsSet_ = std::nearbyint(twips);
+    placed_ = true;
+    applyPosition();
+}
+
+void Form::setTop(float twips)
+{
+    top_ = topAsSet_ = std::nearbyint(twips);
+    placed_ = true;
+    applyPosition();
+}
+
+void Form::setWidth(float twips)
+{
+    setSize(width_, widthAsSet_, twips);
+}
+
+void Form::setHeight(float twips)
+{
+    setSize(height_, heightAsSet_, twips);
+}
+
+void Form::setSize(float& side, float& asSet, float twips)
+{
+    const float before = side;
+    side = asSet = std::nearbyint(twips);
+    if (side == before) return;
+    applySize();
+    fireResize();
+}
+
+void Form::CentreOnScreen()
+{
+    setLeft((Screen::Width() - width_) / 2);
+    setTop((Screen::Height() - height_) / 2);
+}
+
+void Form::CentreOver(const Form& owner)
+{
+    setLeft(owner.left_ + (owner.width_ - width_) / 2);
+    setTop(owner.top_ + (owner.height_ - height_) / 2);
+}
+
+void Form::applySize()
+{
+    if (window_ && WindowState() == 0)
+        built().setClientSize(clientPixels(), border_ != BorderStyle::Sizable);
+}
+
+void Form::applyPosition()
+{
+    if (window_ && placed_ && WindowState() == 0) window_->move(pixels(left_), pixels(top_));
+}
+
+int Form::WindowState() const
+{
+    if (!Visible()) return static_cast<int>(state_);
+    if (window_->isMinimized()) return static_cast<int>(WindowStates::Minimized);
+    return static_cast<int>(window_->isMaximized() ? WindowStates::Maximized
+                                                   : WindowStates::Normal);
+}
+
+void Form::setWindowState(int state)
+{
+    if (state < 0 || state > 2) throw RuntimeError(380);
+    state_ = static_cast<WindowStates>(state);
+    if (Visible()) present();
+}
+
+void Form::windowResized(const QSize& client)
+{
+    if (!shown_ || window_->isMinimized() || client == clientPixels()) return;
+    if (client.width() != clientPixels().width())
+        width_ = twipsOf(client.width(), widthAsSet_, frameTwips(border_, kFrameTwipsWide));
+    if (client.height() != clientPixels().height())
+        height_ = twipsOf(client.height(), heightAsSet_, frameTwips(border_, kFrameTwipsHigh));
+    fireResize();
+}
+
+// A window that is maximised or not yet on the screen keeps its place.
+void Form::windowMoved(const QPoint& corner)
+{
+    if (!Visible() || window_->isMinimized()) return;
+    left_ = twipsOf(corner.x(), leftAsSet_, 0);
+    top_ = twipsOf(corner.y(), topAsSet_, 0);
+}
+
+void Form::fireResize()
+{
+    if (window_) runEvent([this] { Form_Resize(); });
+}
+
+}

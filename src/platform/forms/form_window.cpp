@@ -1,0 +1,78 @@
+#include "platform/forms/form_window.h"
+#include "platform/forms/events.h"
+#include "platform/forms/form.h"
+#include "platform/forms/timer.h"
+
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QMenuBar>
+
+namespace tolvek {
+
+FormWindow::FormWindow(Form& form, Qt::WindowFlags flags)
+    : QWidget(nullptr, flags), form_(&form), client_(new QWidget(this))
+{
+    client_->setAutoFillBackground(true);
+}
+
+QMenuBar& FormWindow::menuBar()
+{
+    if (!menuBar_) {
+        menuBar_ = new QMenuBar(this);
+        menuBar_->setNativeMenuBar(false);
+    }
+    return *menuBar_;
+}
+
+int FormWindow::menuBarHeight() const
+{
+    return menuBar_ ? menuBar_->sizeHint().height() : 0;
+}
+
+void FormWindow::setClientSize(const QSize& size, bool fixed)
+{
+    const QSize whole = size + QSize(0, menuBarHeight());
+    if (fixed) setFixedSize(whole);
+    resize(whole);
+    arrange();
+}
+
+void FormWindow::arrange()
+{
+    const int top = menuBarHeight();
+    if (menuBar_) menuBar_->setGeometry(0, 0, width(), top);
+    client_->setGeometry(0, top, width(), height() - top);
+}
+
+void FormWindow::detach()
+{
+    form_ = nullptr;
+    for (Timer* timer : findChildren<Timer*>())
+        timer->setEnabled(false);
+}
+
+void FormWindow::resizeEvent(QResizeEvent*)
+{
+    arrange();
+    if (form_) form_->windowResized(client_->size());
+}
+
+void FormWindow::moveEvent(QMoveEvent*)
+{
+    if (form_) form_->windowMoved(pos());
+}
+
+// The form decides; the window goes only with the unload.
+void FormWindow::closeEvent(QCloseEvent* event)
+{
+    event->ignore();
+    if (form_ && form_->controlBox_)
+        runEvent([form = form_] { form->unload(UnloadMode::ControlMenu); });
+}
+
+void FormWindow::keyPressEvent(QKeyEvent* event)
+{
+    if (!form_ || !form_->keyPressed(event->key())) event->ignore();
+}
+
+}

@@ -1,0 +1,88 @@
+#include "platform/forms/frames.h"
+
+#include <QPainter>
+
+#include <algorithm>
+
+namespace tolvek {
+
+Frame::Frame(Container container, TextView name, TextView caption) : ControlOf(container, name)
+{
+    setCaption(caption);
+}
+
+Line::Line(Container container, TextView name) : ControlOf(container, name)
+{
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    lower();
+}
+
+void Line::setX1(float twips)
+{
+    setPoints(twips, y1_, x2_, y2_);
+}
+void Line::setY1(float twips)
+{
+    setPoints(x1_, twips, x2_, y2_);
+}
+void Line::setX2(float twips)
+{
+    setPoints(x1_, y1_, twips, y2_);
+}
+void Line::setY2(float twips)
+{
+    setPoints(x1_, y1_, x2_, twips);
+}
+
+void Line::setPoints(float x1, float y1, float x2, float y2)
+{
+    x1_ = x1;
+    y1_ = y1;
+    x2_ = x2;
+    y2_ = y2;
+    applyPoints();
+}
+
+// One pixel more than the points span, or a level line would have no height.
+void Line::applyPoints()
+{
+    const float left = std::min(x1_, x2_);
+    const float top = std::min(y1_, y2_);
+    Move(left, top, std::max(x1_, x2_) - left + kTwipsPerPixel,
+         std::max(y1_, y2_) - top + kTwipsPerPixel);
+    update();
+}
+
+void Line::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    painter.setPen(palette().color(QPalette::WindowText));
+    const bool falls = (x1_ <= x2_) == (y1_ <= y2_);
+    const QRect box = rect();
+    painter.drawLine(falls ? box.topLeft() : box.bottomLeft(),
+                     falls ? box.bottomRight() : box.topRight());
+}
+
+PictureBox::PictureBox(Container container, TextView name) : ControlOf(container, name) {}
+
+void PictureBox::setPicture(const QPixmap& picture)
+{
+    picture_ = picture;
+    update();
+}
+
+void PictureBox::setDraw(Draw draw)
+{
+    draw_ = std::move(draw);
+    update();
+}
+
+void PictureBox::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    if (!picture_.isNull()) painter.drawPixmap(rect(), picture_);
+    if (draw_) draw_(painter, rect());
+}
+
+}

@@ -1,0 +1,72 @@
+#include "platform/forms/input_box.h"
+#include "platform/forms/ansi_filter.h"
+#include "platform/forms/events.h"
+#include "platform/forms/msg_box.h"
+#include "platform/forms/qt_text.h"
+#include "platform/forms/wait_scope.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace tolvek {
+
+namespace {
+
+InputBoxHandler inputBoxHandler;
+
+void addButtons(QDialog& dialog, QVBoxLayout& rows)
+{
+    auto* buttons = new QDialogButtonBox(&dialog);
+    buttons->addButton(QStringLiteral("OK"), QDialogButtonBox::AcceptRole);
+    buttons->addButton(QStringLiteral("キャンセル"), QDialogButtonBox::RejectRole);
+    QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
+    QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
+    rows.addWidget(buttons);
+}
+
+QLineEdit* addRows(QDialog& dialog, const InputBoxRequest& request)
+{
+    auto* rows = new QVBoxLayout(&dialog);
+    auto* prompt = new QLabel(paintedText(request.prompt), &dialog);
+    prompt->setTextFormat(Qt::PlainText);
+    rows->addWidget(prompt);
+    auto* edit = new QLineEdit(toQt(request.defaultText), &dialog);
+    holdToAnsi(*edit);
+    edit->selectAll();
+    rows->addWidget(edit);
+    addButtons(dialog, *rows);
+    return edit;
+}
+
+Text ask(const InputBoxRequest& request)
+{
+    QDialog dialog(QApplication::activeWindow());
+    dialog.setObjectName(QStringLiteral("InputBox"));
+    dialog.setWindowTitle(toQt(request.title));
+    const QLineEdit* edit = addRows(dialog, request);
+    const WaitScope wait([&dialog] { dialog.reject(); });
+    const bool accepted = dialog.exec() == QDialog::Accepted;
+    rethrowKept();
+    return accepted ? fromQt(edit->text()) : Text();
+}
+
+}
+
+void setInputBoxHandler(InputBoxHandler handler)
+{
+    inputBoxHandler = std::move(handler);
+}
+
+Text InputBox(TextView prompt, TextView title, TextView defaultText)
+{
+    beforeWait();
+    const InputBoxRequest request{Text(prompt), Text(title), Text(defaultText)};
+    return inputBoxHandler ? inputBoxHandler(request) : ask(request);
+}
+
+}

@@ -1,0 +1,108 @@
+#include "platform/forms/label.h"
+
+#include <QMouseEvent>
+
+namespace tolvek {
+
+namespace {
+
+Qt::Alignment qtAlignment(Alignment alignment)
+{
+    switch (alignment) {
+    case Alignment::Right:
+        return Qt::AlignRight | Qt::AlignTop;
+    case Alignment::Centre:
+        return Qt::AlignHCenter | Qt::AlignTop;
+    case Alignment::Left:
+        break;
+    }
+    return Qt::AlignLeft | Qt::AlignTop;
+}
+
+// "&&" is one ampersand, a single one only marks the access key.
+Text withoutMnemonic(TextView caption)
+{
+    Text plain;
+    for (std::size_t i = 0; i < caption.size(); ++i) {
+        if (caption[i] == u'&' && ++i == caption.size()) break;
+        plain += caption[i];
+    }
+    return plain;
+}
+
+}
+
+// Lower than its siblings: on the platform labels lie beneath buttons and lists.
+Label::Label(Container container, TextView name, TextView caption) : ControlOf(container, name)
+{
+    setTextFormat(Qt::PlainText);
+    setIndent(0);
+    QLabel::setAlignment(qtAlignment(alignment_));
+    setCaption(caption);
+    lower();
+}
+
+void Label::setCaption(TextView caption)
+{
+    caption_ = caption;
+    showCaption();
+}
+
+void Label::setTextAlignment(Alignment alignment)
+{
+    alignment_ = alignment;
+    QLabel::setAlignment(qtAlignment(alignment));
+    applyGeometry();
+}
+
+void Label::setUseMnemonic(bool use)
+{
+    useMnemonic_ = use;
+    showCaption();
+}
+
+void Label::setMouseTransparent(bool transparent)
+{
+    setAttribute(Qt::WA_TransparentForMouseEvents, transparent);
+}
+
+void Label::setOverflow(bool overflow)
+{
+    overflow_ = overflow;
+    applyGeometry();
+}
+
+void Label::showCaption()
+{
+    setText(paintedText(useMnemonic_ ? withoutMnemonic(caption_) : caption_));
+    if (overflow_) applyGeometry();
+}
+
+void Label::applyGeometry()
+{
+    Control::applyGeometry();
+    if (!overflow_ || alignment_ != Alignment::Right) return;
+    QRect box = geometry();
+    box.setLeft(std::min(box.left(), box.right() + 1 - sizeHint().width()));
+    setGeometry(box);
+}
+
+void Label::applyFont(const QFont& font)
+{
+    Control::applyFont(font);
+    applyGeometry();
+}
+
+// Taken, so that the release comes here too.
+void Label::mousePressEvent(QMouseEvent* event)
+{
+    event->accept();
+}
+
+void Label::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint()))
+        emit Click();
+}
+
+}

@@ -1,0 +1,153 @@
+#include "platform/forms/list_box.h"
+#include "platform/forms/list_box_model.h"
+#include "platform/runtime/runtime_error.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+
+#include <algorithm>
+
+namespace tolvek {
+
+ListBox::ListBox(Container container, TextView name)
+    : ControlOf(container, name), model_(new ListBoxModel(this))
+{
+    setModel(model_);
+    setUniformItemSizes(true); // or every row would be measured before the first is shown
+    setEditTriggers(NoEditTriggers);
+    setSelectionMode(SingleSelection);
+    setTextElideMode(Qt::ElideNone);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setTabKeyNavigation(false);
+}
+
+void ListBox::Clear()
+{
+    listIndex_ = -1;
+    model_->clear();
+}
+
+int ListBox::ListCount() const
+{
+    return model_->count();
+}
+
+const tolvek::Text& ListBox::List(int index) const
+{
+    if (index < 0 || index >= ListCount()) throw RuntimeError(9);
+    return model_->at(index);
+}
+
+void ListBox::setList(int index, TextView text)
+{
+    if (index < 0 || index > ListCount()) throw RuntimeError(5);
+    if (index == ListCount())
+        model_->append(text);
+    else
+        model_->replace(index, text);
+}
+
+void ListBox::setListIndex(int index)
+{
+    if (index < -1 || index >= ListCount()) throw RuntimeError(380);
+    select(index);
+    if (index >= 0) emit Click();
+}
+
+tolvek::Text ListBox::Text() const
+{
+    return listIndex_ < 0 ? tolvek::Text() : List(listIndex_);
+}
+
+void ListBox::select(int index)
+{
+    listIndex_ = index;
+    if (index < 0)
+        selectionModel()->clear();
+    else
+        selectionModel()->setCurrentIndex(model_->index(index),
+                                          QItemSelectionModel::ClearAndSelect);
+}
+
+void ListBox::mousePressEvent(QMouseEvent* event)
+{
+    const QPoint pos = event->position().toPoint();
+    if (event->button() == Qt::RightButton) emit RightButton(pos);
+    if (event->button() != Qt::LeftButton) return;
+    const int row = indexAt(pos).row();
+    if (row < 0 && ListCount() > 0) return;
+    if (row >= 0) select(row);
+    emit Click();
+}
+
+// A press alone is the event: neither dragging nor the release selects.
+void ListBox::mouseMoveEvent(QMouseEvent* event)
+{
+    event->accept();
+}
+
+void ListBox::mouseReleaseEvent(QMouseEvent* event)
+{
+    event->accept();
+}
+
+// The second press of a double click is a press like any other.
+void ListBox::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    const bool onEntry =
+        event->button() == Qt::LeftButton && indexAt(event->position().toPoint()).isValid();
+    const QPointer<ListBox> alive(this);
+    mousePressEvent(event);
+    if (onEntry && alive) emit DblClick();
+}
+
+int ListBox::rowForKey(int key) const
+{
+    const int rowHeight = std::max(1, sizeHintForRow(0));
+    const int page = std::max(1, viewport()->height() / rowHeight - 1);
+    const int last = ListCount() - 1;
+    switch (key) {
+    case Qt::Key_Up:
+        return std::max(0, listIndex_ - 1);
+    case Qt::Key_Down:
+        return std::min(last, listIndex_ + 1);
+    case Qt::Key_PageUp:
+        return std::max(0, listIndex_ - page);
+    case Qt::Key_PageDown:
+        return std::min(last, std::max(0, listIndex_) + page);
+    case Qt::Key_Home:
+        return 0;
+    case Qt::Key_End:
+        return last;
+    default:
+        return -1;
+    }
+}
+
+void ListBox::keyPressEvent(QKeyEvent* event)
+{
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (enter && takesEnter_) return emit EnterKey();
+    const int row = ListCount() > 0 ? rowForKey(event->key()) : -1;
+    if (row < 0) return searchByKey(event);
+    if (row == listIndex_) return;
+    select(row);
+    emit Click();
+}
+
+// The next entry, round the end, that begins with the typed character. A blank
+// is no search: it must not move or take the selection.
+void ListBox::searchByKey(QKeyEvent* event)
+{
+    const QString typed = event->text().trimmed();
+    if (typed.isEmpty() || !typed[0].isPrint() || ListCount() == 0 ||
+        event->modifiers().testFlag(Qt::ControlModifier))
+        return event->ignore();
+    const auto hits = model_->match(model_->index((listIndex_ + 1) % ListCount()), Qt::DisplayRole,
+                                    typed, 1, Qt::MatchStartsWith | Qt::MatchWrap);
+    if (hits.isEmpty() || hits.front().row() == listIndex_) return;
+    select(hits.front().row());
+    emit Click();
+}
+
+}

@@ -1,0 +1,57 @@
+#include "platform/forms/menu.h"
+#include "platform/forms/form.h"
+
+#include <QCursor>
+#include <QMenu>
+#include <QMenuBar>
+
+namespace tolvek {
+
+MenuEntry::MenuEntry(Form& form, TextView name, TextView caption) : QObject(form.window())
+{
+    addTo(form.menuBar(), name, caption);
+}
+
+MenuEntry::MenuEntry(MenuEntry& parent, TextView name, TextView caption) : QObject(parent.parent())
+{
+    addTo(parent.branch(), name, caption);
+}
+
+void MenuEntry::addTo(QWidget& menuOrBar, TextView name, TextView caption)
+{
+    setObjectName(toQt(name));
+    action_ = new QAction(this);
+    action_->setObjectName(objectName());
+    setCaption(caption);
+    menuOrBar.addAction(action_);
+    connect(action_, &QAction::triggered, this, &MenuEntry::Click);
+}
+
+void MenuEntry::setCaption(TextView caption)
+{
+    caption_ = caption;
+    action_->setSeparator(caption == u"-");
+    action_->setText(toQt(caption));
+}
+
+QMenu* MenuEntry::menu() const
+{
+    return action_->menu();
+}
+
+QMenu& MenuEntry::branch()
+{
+    if (!action_->menu()) {
+        auto* menu = new QMenu(qobject_cast<QWidget*>(parent()));
+        menu->setObjectName(objectName());
+        action_->setMenu(menu);
+    }
+    return *action_->menu();
+}
+
+void PopupMenu(MenuEntry& entry)
+{
+    if (entry.Enabled() && entry.menu()) entry.menu()->popup(QCursor::pos());
+}
+
+}

@@ -1,0 +1,126 @@
+#include "platform/forms/text_box.h"
+#include "platform/forms/ansi_filter.h"
+
+#include <QMimeData>
+#include <QTextBlock>
+
+#include <algorithm>
+
+namespace tolvek {
+
+namespace {
+
+// The platform's boxes take 64 K; Qt's own limit is half of that.
+constexpr int kMaxLength = 65535;
+
+bool isBreak(char16_t unit)
+{
+    return unit == u'\r' || unit == u'\n';
+}
+
+// Where the break that begins at `at` ends.
+std::size_t behindBreak(TextView text, std::size_t at)
+{
+    const bool pair = at + 1 < text.size() && isBreak(text[at + 1]) && text[at + 1] != text[at];
+    return at + (pair ? 2 : 1);
+}
+
+// The position in the exact text of a position in the painted one.
+std::size_t exactPosition(TextView text, int painted)
+{
+    std::size_t at = 0;
+    for (; painted > 0 && at < text.size(); --painted)
+        at = isBreak(text[at]) ? behindBreak(text, at) : at + 1;
+    return at;
+}
+
+// A text that ends in a single CR or LF, which another unit could still join.
+// Pairs are formed from the left, so the run of breaks at the end is walked.
+bool endsInOpenBreak(TextView text)
+{
+    std::size_t at = text.size();
+    while (at > 0 && isBreak(text[at - 1]))
+        --at;
+    std::size_t last = 0;
+    while (at < text.size()) {
+        const std::size_t next = behindBreak(text, at);
+        last = next - at;
+        at = next;
+    }
+    return last == 1;
+}
+
+}
+
+TextBox::TextBox(Container container, TextView name) : ControlOf(container, name)
+{
+    setMaxLength(kMaxLength);
+    holdToAnsi(*this);
+    connect(this, &QLineEdit::textChanged, this, &TextBox::Change);
+}
+
+void TextBox::setText(TextView text)
+{
+    QLineEdit::setText(toQt(text));
+}
+
+MultiLineTextBox::MultiLineTextBox(Container container, TextView name) : ControlOf(container, name)
+{
+    setUndoRedoEnabled(false);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    setTabChangesFocus(true);
+    connect(this, &QPlainTextEdit::textChanged, this, &MultiLineTextBox::takeUserEdit);
+}
+
+void MultiLineTextBox::setText(TextView text)
+{
+    const bool adds = !openBreak_ && !text_.empty() && text.size() >= text_.size() &&
+                      text.substr(0, text_.size()) == text_;
+    const TextView rest = adds ? text.substr(text_.size()) : text;
+    settingText_ = true;
+    if (!adds) clear();
+    append(rest);
+    settingText_ = false;
+    text_ = adds ? text_ + tolvek::Text(rest) : tolvek::Text(text);
+    openBreak_ = endsInOpenBreak(text_);
+    emit Change();
+}
+
+// The caret goes to the start, as the platform has it whenever code sets a text.
+void MultiLineTextBox::append(TextView rest)
+{
+    QTextCursor end(document());
+    end.movePosition(QTextCursor::End);
+    end.insertText(paintedText(rest));
+    setTextCursor(QTextCursor(document()));
+}
+
+void MultiLineTextBox::takeUserEdit()
+{
+    if (settingText_) return;
+    const QString typed = toPlainText();
+    tolvek::Text exact;
+    for (const QChar unit : onlyAnsi(typed))
+        exact += unit == u'\n' ? tolvek::Text(kCrLf) : tolvek::Text(1, unit.unicode());
+    if (onlyAnsi(typed).size() != typed.size()) return setText(exact);
+    text_ = exact;
+    openBreak_ = false;
+    emit Change();
+}
+
+tolvek::Text MultiLineTextBox::SelText() const
+{
+    const QTextCursor cursor = textCursor();
+    const std::size_t from = exactPosition(text_, cursor.selectionStart());
+    const std::size_t to = exactPosition(text_, cursor.selectionEnd());
+    return text_.substr(from, to - from);
+}
+
+QMimeData* MultiLineTextBox::createMimeDataFromSelection() const
+{
+    auto* exact = new QMimeData;
+    exact->setText(toQt(SelText()));
+    return exact;
+}
+
+}

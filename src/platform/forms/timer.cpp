@@ -1,0 +1,33 @@
+#include "platform/forms/timer.h"
+
+namespace tolvek {
+
+Timer::Timer(Container container, TextView name, int interval)
+    : QObject(container.widget()), interval_(interval)
+{
+    setObjectName(toQt(name));
+    connect(&timer_, &QTimer::timeout, this, &Timer::Tick);
+    apply();
+}
+
+void Timer::setInterval(int milliseconds)
+{
+    interval_ = milliseconds;
+    apply();
+}
+
+void Timer::setEnabled(bool enabled)
+{
+    enabled_ = enabled;
+    apply();
+}
+
+void Timer::apply()
+{
+    if (enabled_ && interval_ > 0)
+        timer_.start(interval_);
+    else
+        timer_.stop();
+}
+
+}
