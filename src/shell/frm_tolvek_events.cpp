@@ -1,0 +1,171 @@
+#include "shell/frm_tolvek_events.h"
+
+#include "browse/navigator.h"
+#include "browse/subject_list.h"
+#include "filter/filter_rules.h"
+#include "import/mail_box_read.h"
+#include "import/mail_box_table.h"
+#include "platform/forms/do_events.h"
+#include "platform/forms/events.h"
+#include "platform/forms/msg_box.h"
+#include "platform/runtime/dates.h"
+#include "platform/runtime/directory.h"
+#include "platform/runtime/paths.h"
+#include "shell/base/general.h"
+#include "shell/base/settings.h"
+#include "shell/win_help.h"
+
+namespace tolvek {
+
+namespace {
+
+void fillMonthNames()
+{
+    static constexpr TextView names[] = {u"Jan", u"Feb", u"Mar", u"Apr", u"May", u"Jun",
+                                         u"Jul", u"Aug", u"Sep", u"Oct", u"Nov", u"Dec"};
+    gMonthName = {};
+    int month = 0;
+    for (TextView name : names)
+        gMonthName[month++] = name;
+}
+
+void clearState(const ResumeNext& on)
+{
+    on([] { gStatusColorFlag = 0; });
+    on([] { gBusyFlag = 0; });
+    on([] { gResizeBusy = 0; });
+    on([] { gUnloading = 0; });
+    on([] { gBackUpDisp = 0; });
+    on([] { gPostPetPid = 0; });
+    on([] { gNonCopyRuleCnt = 0; });
+}
+
+// Only when a file of the program's own is among them: another's *.tmp alone
+// stays as it is.
+void removeTempFiles()
+{
+    const bool ours = FileNameCheck(joinPath(appPath(), u"Friend.Tmp")) != 0 ||
+                      FileNameCheck(joinPath(appPath(), u"Tolvek.Tmp")) != 0;
+    if (ours) kill(joinPath(appPath(), u"*.tmp"));
+}
+
+void unloadOthers(const Form& form)
+{
+    while (Forms::Count() > 1) {
+        int index = 0;
+        while (&Forms::item(index) == &form)
+            ++index;
+        Forms::item(index).Unload();
+    }
+}
+
+}
+
+void frmTolvekEvents::buildControls()
+{
+    frmTolvek::buildControls();
+    connectEvents();
+    connectMenus();
+}
+
+void frmTolvekEvents::connectEvents()
+{
+    onEvent(comMailRead, &CommandButton::Click, [this] { comMailRead_Click(*this); });
+    onEvent(comEnd, &CommandButton::Click, [this] { comEnd_Click(); });
+    onEvent(lblNameOrAddr, &Label::Click, [this] { lblNameOrAddr_Click(*this); });
+    onEvent(lstNameOrAddr, &ListBox::Click, [this] { lstNameOrAddr_Click(*this); });
+    onEvent(lstSubject, &ListBox::Click, [this] { lstSubject_Click(*this); });
+    onEvent(lstSubject, &ListBox::RightButton, [this](QPoint) { lstSubject_RightButton(); });
+    onEvent(Timer1, &Timer::Tick, [this] { Timer1_Timer(); });
+}
+
+void frmTolvekEvents::connectMenus()
+{
+    onEvent(memEnd, &MenuEntry::Click, [this] { memEnd_Click(); });
+    onEvent(memNameOrAddr, &MenuEntry::Click, [this] { memNameOrAddr_Click(*this); });
+    onEvent(memHelp, &MenuEntry::Click, [this] { memHelp_Click(); });
+}
+
+void frmTolvekEvents::Form_Initialize()
+{
+    const ResumeNext on{u"Form_Initialize"};
+    on([this] { iniRead(*this); });
+    askForSettings(on);
+    on([] { fillMonthNames(); });
+    on([] { fillMailBoxTable(); });
+    clearPanes(on);
+    on([this] { applyMailFont(*this); });
+    clearState(on);
+    on([this] { dspSelData(*this); });
+    on([] { tblFilter_Get(); });
+}
+
+// The empty address is what marks a first start.
+void frmTolvekEvents::askForSettings(const ResumeNext& on)
+{
+    if (!trim(gMyMailAddr).empty()) return;
+    on([] { MsgBox(u"あなたのＰＣの環境を設定してください。"); });
+    on([this] { applyMailFont(*this); });
+    on([] { DoEventsNow(); });
+}
+
+void frmTolvekEvents::clearPanes(const ResumeNext& on)
+{
+    on([this] { lstNameOrAddr->Clear(); });
+    on([this] { lstSubject->Clear(); });
+    on([this] { txtMail->setText({}); });
+    on([this] { lblRecCount->setCaption({}); });
+    on([this] { lblHead->setCaption({}); });
+}
+
+void frmTolvekEvents::comEnd_Click()
+{
+    const ResumeNext on{u"comEnd_Click"};
+    on([this] { memEnd_Click(); });
+}
+
+void frmTolvekEvents::memEnd_Click()
+{
+    const ResumeNext on{u"memEnd_Click"};
+    on([this] { Unload(); });
+    on([] { endProgram(); });
+}
+
+// Entered again by the unload inside; the second time only the temporary files
+// are looked for once more.
+void frmTolvekEvents::Form_Unload()
+{
+    const ResumeNext on{u"Form_Unload"};
+    on([] { removeTempFiles(); });
+    if (gUnloading == -1) return;
+    on([] { gUnloading = -1; });
+    on([this] { iniWrite(*this); });
+    on([this] { unloadOthers(*this); });
+    on([this] { Unload(); });
+    on([] { endProgram(); });
+}
+
+void frmTolvekEvents::memHelp_Click()
+{
+    const ResumeNext on{u"memHelp_Click"};
+    on([this] { WinHelpA(window(), joinPath(appPath(), u"Tolvek.hlp"), HELP_INDEX, 0); });
+}
+
+void frmTolvekEvents::lstSubject_RightButton()
+{
+    const ResumeNext on{u"lstSubject_MouseDown"};
+    on([this] { PopupMenu(*memOption); });
+}
+
+// The yield and the status text make this the heartbeat of all long work: one
+// that keeps yielding has its text blink and the clock go on.
+void frmTolvekEvents::Timer1_Timer()
+{
+    const ResumeNext on{u"Timer1_Timer"};
+    on([this] { lblDate->setCaption(formatDate(now())); });
+    on([this] { lblDate->setCaption(lblDate->Caption() + u"  " + formatTime(now())); });
+    on([] { DoEvents(); });
+    if (gBusyFlag == -1) on([this] { dspStatus(*this, true, gStatusLines); });
+}
+
+}

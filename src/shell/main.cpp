@@ -1,0 +1,33 @@
+// The process: what must stand before the program's own entry, then its message loop.
+#include "dialogs/frm_splash.h"
+#include "dialogs/pictures.h"
+#include "platform/dao/dao.h"
+#include "platform/forms/events.h"
+#include "platform/forms/msg_box.h"
+#include "platform/runtime/paths.h"
+#include "platform/system/process.h"
+#include "shell/base/general.h"
+#include "shell/base/guard.h"
+#include "shell/frm_tolvek_events.h"
+#include "shell/tolvek_main.h"
+
+#include <QApplication>
+
+int main(int argc, char** argv)
+{
+    using namespace tolvek;
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("Tolvek"));
+    QApplication::setWindowIcon(programIcon());
+    prepareApplication();
+    setBeforeWait(DBEngine::Rest);
+    setEndFunction([] { endProgram(); });
+
+    const SingleInstance instance("Tolvek");
+    App.PrevInstance = instance.isFirst() ? 0 : -1;
+    setAppPath(pathText(programFolder(argv[0])));
+    frmSplash splash;
+    frmTolvekEvents window;
+    Main(splash, window);
+    return runApplication();
+}
