@@ -22,32 +22,34 @@ Statement mailOfRow(const SubjectKey& key)
     sql << u" WHERE ( tblTolvek_YMD = '" << key.YMD << u"' AND " << u"tblTolvek_HMS = '" << key.HMS
         << u"' AND " << u"tblTolvek_SubKey = " << key.SubKey << u" AND " << u"tblTolvek_SndName = '"
         << key.SndName << u"' AND " << u"tblTolvek_SndAdd = '" << key.SndAdd << u"' AND "
-        << u"tblTolvek_RcvName = '" << key.RcvName << u"' AND " << u"tblTolvek_RcvAdd = '" << key.RcvAdd
-        << u"' )";
+        << u"tblTolvek_RcvName = '" << key.RcvName << u"' AND " << u"tblTolvek_RcvAdd = '"
+        << key.RcvAdd << u"' )";
     return sql;
 }
 
 void showHeader(frmTolvek& form)
 {
     const auto stored = [](TextView name) { return gRs.field(name).text(); };
-    form.lblHead->setCaption(u"件　名：" + trim(stored(u"tblTolvek_Subject")) + Text(kCrLf) +
-                             headerLine(u"送信者：", stored(u"tblTolvek_SndName"), stored(u"tblTolvek_SndAdd")));
-    form.lblHead->setCaption(form.lblHead->Caption() + Text(kCrLf) +
-                             headerLine(u"受信者：", stored(u"tblTolvek_RcvName"), stored(u"tblTolvek_RcvAdd")));
+    form.lblHead->setCaption(
+        u"件　名：" + trim(stored(u"tblTolvek_Subject")) + Text(kCrLf) +
+        headerLine(u"送信者：", stored(u"tblTolvek_SndName"), stored(u"tblTolvek_SndAdd")));
+    form.lblHead->setCaption(
+        form.lblHead->Caption() + Text(kCrLf) +
+        headerLine(u"受信者：", stored(u"tblTolvek_RcvName"), stored(u"tblTolvek_RcvAdd")));
 }
 
 void showText(frmTolvek& form)
 {
     for (int i = 1; i <= kMailFields; ++i) {
         const Value block = gRs.field(u"tblTolvek_Mail" + decimal(i));
-        if (!block.isNull())
-            form.txtMail->setText(form.txtMail->Text() + block.text());
+        if (!block.isNull()) form.txtMail->setText(form.txtMail->Text() + block.text());
     }
 }
 
 void showPlace(frmTolvek& form, Int16 row)
 {
-    form.lblRecCount->setCaption(u"表示件数　：　" + decimal(row + 1) + u" / " + decimal(gSubjectCount) + u" 件");
+    form.lblRecCount->setCaption(u"表示件数　：　" + decimal(row + 1) + u" / " +
+                                 decimal(gSubjectCount) + u" 件");
     DoEvents();
 }
 

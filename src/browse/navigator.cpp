@@ -21,14 +21,16 @@ constexpr DisplayType kDisplayTypes[] = {
     {u"アドレス　表示", u"アドレス　削除", u"選択されているアドレスを削除します", dspSearch_Addr},
     {u"送受信者名　表示", u"名前　削除", u"選択されている名前のメールを削除します", dspSearch_Name},
     {u"日付　表示", u"日付　削除", u"選択されている日付のメールを削除します", dspSearch_Date},
-    {u"フィルター　表示", u"フィルター　削除", u"選択されている抽出条件のメールを削除します", dspSearch_Filter},
+    {u"フィルター　表示", u"フィルター　削除", u"選択されている抽出条件のメールを削除します",
+     dspSearch_Filter},
 };
 constexpr int kFilterType = 3;
 
 // A stray value from the settings file lists filters.
 const DisplayType& displayType()
 {
-    return kDisplayTypes[gDisplayType >= 0 && gDisplayType < kFilterType ? int(gDisplayType) : kFilterType];
+    return kDisplayTypes[gDisplayType >= 0 && gDisplayType < kFilterType ? int(gDisplayType)
+                                                                         : kFilterType];
 }
 
 void nameDeletion(frmTolvek& form)
@@ -63,7 +65,9 @@ void lblNameOrAddr_Click(frmTolvek& form)
     on([&] { form.lblHead->setCaption(u""); });
     on([&] { form.lstSubject->Clear(); });
     // Any value beyond the known ones starts over with addresses.
-    on([&] { gDisplayType = gDisplayType >= 0 && gDisplayType < kFilterType ? gDisplayType + 1 : 0; });
+    on([&] {
+        gDisplayType = gDisplayType >= 0 && gDisplayType < kFilterType ? gDisplayType + 1 : 0;
+    });
     on([&] { dspNavigator(form); });
     on([&] { nameDeletion(form); });
     on([&] { dspEnable(form, gBackUpDisp != 1, gBackUpDisp); });
@@ -83,7 +87,8 @@ void lstNameOrAddr_Click(frmTolvek& form)
 {
     ResumeNext on{u"lstNameOrAddr_Click"};
     on([&] {
-        setStatusLines(u"データベースの", u"　　内容を読み込んでいます。", u"", u"　　　少々お待ちください。", u"", u"");
+        setStatusLines(u"データベースの", u"　　内容を読み込んでいます。", u"",
+                       u"　　　少々お待ちください。", u"", u"");
     });
     on([&] { gBusyFlag = -1; });
     on([&] { dspStatus(form, true, gStatusLines); });

@@ -5,7 +5,7 @@
 #include "shell/base/frm_tolvek.h"
 #include "shell/base/general.h"
 #include "shell/base/guard.h"
-#include "store/open_store.h"
+#include "store/open_or_create.h"
 
 namespace tolvek {
 
@@ -60,7 +60,7 @@ FilterRule ruleOfRow()
 void dspSearch_Addr(frmTolvek& form)
 {
     leaveOnError(u"dspSearch_Addr", [&] {
-        openStoreOrCreate();
+        openOrCreate();
         Statement sql{u"SELECT * FROM tblSearch_Addresses"};
         sql << u" ORDER By " << u" tblSearch_Addr_Data ASC ";
         listRows(form, sql, noPreparation, entryFrom(form, u"tblSearch_Addr_Data"));
@@ -70,7 +70,7 @@ void dspSearch_Addr(frmTolvek& form)
 void dspSearch_Name(frmTolvek& form)
 {
     leaveOnError(u"dspSearch_Name", [&] {
-        openStoreOrAsk(u"dspSearch Name");
+        openOrAskToCreate(u"dspSearch Name");
         Statement sql{u"SELECT * FROM tblSearch_Name"};
         sql << u" ORDER By " << u" tblSearch_Name_Data ASC ";
         listRows(form, sql, noPreparation, entryFrom(form, u"tblSearch_Name_Data"));
@@ -81,10 +81,10 @@ void dspSearch_Name(frmTolvek& form)
 void dspSearch_Date(frmTolvek& form)
 {
     leaveOnError(u"dspSearch_Date", [&] {
-        openStoreOrAsk(u"dspSearch Date");
+        openOrAskToCreate(u"dspSearch Date");
         Statement sql{u"SELECT * FROM tblTolvek"};
-        sql << u" ORDER By" << u" tblTolvek_YMD DESC," << u" tblTolvek_HMS ASC," << u" tblTolvek_SubKey ASC,"
-            << u" tblTolvek_SndAdd ASC," << u" tblTolvek_RcvAdd ASC ";
+        sql << u" ORDER By" << u" tblTolvek_YMD DESC," << u" tblTolvek_HMS ASC,"
+            << u" tblTolvek_SubKey ASC," << u" tblTolvek_SndAdd ASC," << u" tblTolvek_RcvAdd ASC ";
         const auto clearPanes = [&](Int16) {
             form.txtMail->setText(u"");
             form.lblHead->setCaption(u"");
@@ -92,8 +92,7 @@ void dspSearch_Date(frmTolvek& form)
         Text lastDate;
         listRows(form, sql, clearPanes, [&](Int16& entry) {
             const Text date = gRs.field(u"tblTolvek_YMD").text();
-            if (date == lastDate)
-                return;
+            if (date == lastDate) return;
             lastDate = date;
             form.lstNameOrAddr->setList(entry, date);
             ++entry;
@@ -104,16 +103,14 @@ void dspSearch_Date(frmTolvek& form)
 void dspSearch_Filter(frmTolvek& form)
 {
     leaveOnError(u"dspSearch_Filter", [&] {
-        openStoreOrCreate();
+        openOrCreate();
         Statement sql{u"SELECT * FROM tblFilter"};
         sql << u" ORDER By " << u" tblFilter_No ASC ";
         const auto forget = [](Int16 count) {
-            if (count != 0)
-                forgetSortingRules();
+            if (count != 0) forgetSortingRules();
         };
         listRows(form, sql, forget, [&](Int16& entry) {
-            if (gRs.field(u"tblFilter_ActionCode").int16() != 0)
-                return;
+            if (gRs.field(u"tblFilter_ActionCode").int16() != 0) return;
             form.lstNameOrAddr->setList(entry, gRs.field(u"tblFilter_Header").text());
             gFilterRule[entry] = ruleOfRow();
             ++entry;

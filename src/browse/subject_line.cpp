@@ -11,14 +11,14 @@ constexpr int kSubjectColumn = 55; // bytes in front of the subject
 // Slices, not numbers: a stored time of five digits shows as it is cut.
 Text instant(const SubjectLine& line)
 {
-    return u" " + mid(line.YMD, 1, 4) + u"/" + mid(line.YMD, 5, 2) + u"/" + mid(line.YMD, 7, 2) + u" " +
-           mid(line.HMS, 1, 2) + u":" + mid(line.HMS, 3, 2) + u":" + mid(line.HMS, 5, 2) + u" ";
+    return u" " + mid(line.YMD, 1, 4) + u"/" + mid(line.YMD, 5, 2) + u"/" + mid(line.YMD, 7, 2) +
+           u" " + mid(line.HMS, 1, 2) + u":" + mid(line.HMS, 3, 2) + u":" + mid(line.HMS, 5, 2) +
+           u" ";
 }
 
 Text otherParty(const SubjectLine& line)
 {
-    if (line.SndRcvFlag)
-        return u"　送　受取人：" + trim(line.RcvName);
+    if (line.SndRcvFlag) return u"　送　受取人：" + trim(line.RcvName);
     return u"受　　差出人：" + trim(line.SndName);
 }
 
@@ -27,8 +27,7 @@ Text otherParty(const SubjectLine& line)
 void padToAnsiLength(Text& text, int width)
 {
     const int present = ansiLength(text);
-    if (present <= width)
-        text += blanks(width - present);
+    if (present <= width) text += blanks(width - present);
 }
 
 void edmsgSubject(const SubjectLine& line, Text& result)

@@ -21,19 +21,20 @@ struct SubjectSource {
     TextView ymd, hms, subKey, sndRcvFlag, sndName, sndAdd, rcvName, rcvAdd, subject;
 };
 
-constexpr SubjectSource kMails{u"tblTolvek_YMD",     u"tblTolvek_HMS",        u"tblTolvek_SubKey",
+constexpr SubjectSource kMails{u"tblTolvek_YMD",        u"tblTolvek_HMS",     u"tblTolvek_SubKey",
                                u"tblTolvek_SndRcvFlag", u"tblTolvek_SndName", u"tblTolvek_SndAdd",
-                               u"tblTolvek_RcvName", u"tblTolvek_RcvAdd",     u"tblTolvek_Subject"};
+                               u"tblTolvek_RcvName",    u"tblTolvek_RcvAdd",  u"tblTolvek_Subject"};
 constexpr SubjectSource kFilterResults{
-    u"tblFilterDt_Date",     u"tblFilterDt_Time",     u"tblFilterDt_SubKey",
+    u"tblFilterDt_Date",       u"tblFilterDt_Time",     u"tblFilterDt_SubKey",
     u"tblFilterDt_SndRcvFlag", u"tblFilterDt_SendName", u"tblFilterDt_SendAddr",
-    u"tblFilterDt_RecvName", u"tblFilterDt_RecvAddr", u"tblFilterDt_Subject"};
+    u"tblFilterDt_RecvName",   u"tblFilterDt_RecvAddr", u"tblFilterDt_Subject"};
 
 Statement mailsOfAddress(const Text& key)
 {
     Statement sql{u"SELECT * FROM tblTolvek"};
-    sql << u" WHERE ( tblTolvek_SndAdd = '" << key << u"' ) or (" << u"tblTolvek_RcvAdd = '" << key << u"' )"
-        << u" ORDER By " << u" tblTolvek_YMD ASC, " << u" tblTolvek_HMS ASC, " << u" tblTolvek_SubKey ASC";
+    sql << u" WHERE ( tblTolvek_SndAdd = '" << key << u"' ) or (" << u"tblTolvek_RcvAdd = '" << key
+        << u"' )" << u" ORDER By " << u" tblTolvek_YMD ASC, " << u" tblTolvek_HMS ASC, "
+        << u" tblTolvek_SubKey ASC";
     return sql;
 }
 
@@ -41,8 +42,8 @@ Statement mailsOfAddress(const Text& key)
 Statement mailsOfName(const Text& key)
 {
     Statement sql{u"SELECT * FROM tblTolvek"};
-    sql << u" WHERE ( tblTolvek_SndName = '" << key << u"' ) or (" << u"tblTolvek_RcvName = '" << key
-        << u"' )" << u" ORDER By " << u" tblTolvek_YMD ASC, " << u" tblTolvek_SubKey ASC, "
+    sql << u" WHERE ( tblTolvek_SndName = '" << key << u"' ) or (" << u"tblTolvek_RcvName = '"
+        << key << u"' )" << u" ORDER By " << u" tblTolvek_YMD ASC, " << u" tblTolvek_SubKey ASC, "
         << u" tblTolvek_HMS ASC ";
     return sql;
 }
@@ -58,9 +59,12 @@ Statement mailsOfDate(const Text& key)
 Statement mailsOfEntry(const Text& key)
 {
     switch (gDisplayType) {
-    case 0: return mailsOfAddress(key);
-    case 1: return mailsOfName(key);
-    default: return mailsOfDate(key);
+    case 0:
+        return mailsOfAddress(key);
+    case 1:
+        return mailsOfName(key);
+    default:
+        return mailsOfDate(key);
     }
 }
 
@@ -74,9 +78,9 @@ Statement resultsOfRule(Int16 index)
 
 SubjectLine subjectLine(const Recordset& row, const SubjectSource& from)
 {
-    return {row.field(from.ymd).text(),       row.field(from.hms).text(),
-            row.field(from.subKey).int16(),   row.field(from.sndRcvFlag).boolean(),
-            row.field(from.sndName).text(),   row.field(from.rcvName).text(),
+    return {row.field(from.ymd).text(),     row.field(from.hms).text(),
+            row.field(from.subKey).int16(), row.field(from.sndRcvFlag).boolean(),
+            row.field(from.sndName).text(), row.field(from.rcvName).text(),
             row.field(from.subject).text()};
 }
 
@@ -126,8 +130,7 @@ void fillFrom(frmTolvek& form, const Statement& sql, const SubjectSource& from)
     gRs = gDb.OpenRecordset(sql, dbOpenDynaset);
     gSubjectCount = 0;
     GET_RECCNT(gRs, gSubjectCount);
-    if (gSubjectCount != 0)
-        fillRows(form, from);
+    if (gSubjectCount != 0) fillRows(form, from);
     gDb.Close();
 }
 

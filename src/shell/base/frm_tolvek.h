@@ -27,9 +27,11 @@ public:
     Line* Line1;
     Timer* Timer1;
 
-    MenuEntry *memFile, *memDBSupport, *memExport, *memInport, *memSp1, *memDBEdit, *memsp2, *memEnd;
+    MenuEntry *memFile, *memDBSupport, *memExport, *memInport, *memSp1, *memDBEdit, *memsp2,
+        *memEnd;
     MenuEntry *memBackUp, *memBackUp_FileEdit, *memsp5, *memNomalDisp, *memBackUp_FileSelect;
-    MenuEntry *memOption, *memFriend, *memFriend_F, *memFriend_P, *memFriend_A, *memAddressAdd, *memFriendEd;
+    MenuEntry *memOption, *memFriend, *memFriend_F, *memFriend_P, *memFriend_A, *memAddressAdd,
+        *memFriendEd;
     MenuEntry *memsp3, *memFilter, *memFilterGo, *memsp4, *memEnv, *memNameOrAddr;
     MenuEntry *memHelp_Top, *memHelp, *memsp999, *memVar;
 
@@ -40,11 +42,11 @@ protected:
 private:
     void buildButtons();
     void buildLists();
-    void buildMailPane();
+    void buildLabels();
     void buildMenus();
 
     friend void dspEnable(frmTolvek& form, bool enabled, Int16 backupMode);
-    Control* focusBefore_ = nullptr;   // taken by a disabling, given back by the enabling
+    Control* focusBefore_ = nullptr; // taken by a disabling, given back by the enabling
 };
 
 // Switches the commands: all on, then some to `enabled`, then one yield.

@@ -1,0 +1,98 @@
+// What a command does to the main window as a whole: switching the commands,
+// the status text, the mail's font.
+#include "platform/forms/do_events.h"
+#include "platform/runtime/numbers.h"
+#include "shell/base/frm_tolvek.h"
+#include "shell/base/settings.h"
+
+#include <functional>
+#include <vector>
+
+namespace tolvek {
+
+namespace {
+
+constexpr Colour kRed = 0x000000FF;
+constexpr float kStatusSize = 20;
+
+// Each list names its controls and entries in the order of the switching.
+using Switches = std::vector<std::function<void(bool)>>;
+
+template <class... Parts> Switches switchesOf(Parts*... parts)
+{
+    return {[parts](bool on) { parts->setEnabled(on); }...};
+}
+
+void all(const Switches& switches, bool on)
+{
+    for (const auto& set : switches)
+        set(on);
+}
+
+Switches everything(frmTolvek& f)
+{
+    return switchesOf(f.comEnd, f.comMailRead, f.cmdAddrDel, f.comMailDel, f.memFile,
+                      f.memDBSupport, f.memOption, f.memHelp_Top, f.comSendMail, f.memBackUp,
+                      f.memBackUp_FileEdit, f.lstSubject, f.lstNameOrAddr, f.lblNameOrAddr);
+}
+
+Switches changingTheStore(frmTolvek& f)
+{
+    return switchesOf(f.comMailRead, f.cmdAddrDel, f.comMailDel, f.memDBSupport, f.memOption,
+                      f.memBackUp_FileEdit);
+}
+
+// memDBSupport isn't among them: it can't be reached while memFile is off.
+Switches duringWork(frmTolvek& f)
+{
+    return switchesOf(f.comEnd, f.comMailRead, f.cmdAddrDel, f.comMailDel, f.memFile, f.memOption,
+                      f.memHelp_Top, f.comSendMail, f.memBackUp, f.memBackUp_FileEdit, f.lstSubject,
+                      f.lstNameOrAddr, f.lblNameOrAddr);
+}
+
+}
+
+void dspEnable(frmTolvek& form, bool enabled, Int16 backupMode)
+{
+    // What was clicked while the commands were off falls on commands still off.
+    DoEventsNow();
+    Control* const focused = form.ActiveControl();
+    all(everything(form), true);
+    all(backupMode == 1 ? changingTheStore(form) : duringWork(form), enabled);
+    if (focused != nullptr && !focused->Enabled()) form.focusBefore_ = focused;
+    if (form.focusBefore_ != nullptr && form.focusBefore_->Enabled()) {
+        form.focusBefore_->SetFocus();
+        form.focusBefore_ = nullptr;
+    }
+    DoEvents();
+}
+
+void dspStatus(frmTolvek& form, bool show, CheckedArray<Text, 6>& lines)
+{
+    MultiLineTextBox& pane = *form.txtMail;
+    if (show) {
+        pane.setForeColor(gStatusColorFlag == 0 ? kWindowText : kRed);
+        gStatusColorFlag = gStatusColorFlag == 0 ? 1 : 0;
+        pane.setFontSize(kStatusSize);
+        pane.setText(u"");
+        for (const Text& line : lines)
+            pane.setText(pane.Text() + Text(kCrLf) + line);
+    } else {
+        pane.setFontSize(static_cast<float>(gMailTextFontSize));
+        pane.setText(u"");
+        pane.setForeColor(kWindowText);
+        setStatusLines(u"", u"", u"", u"", u"", u"");
+    }
+    DoEvents();
+}
+
+// The comma at the style's second place is a thousands comma to the number rule.
+void applyMailFont(frmTolvek& form)
+{
+    form.txtMail->setFontSize(static_cast<float>(gMailTextFontSize));
+    form.txtMail->setFontName(gMailTextFont);
+    form.txtMail->setFontBold(toInt16(mid(gMailTextFontStyle, 3, 2)) != 0);
+    form.txtMail->setFontItalic(toInt16(mid(gMailTextFontStyle, 1, 2)) != 0);
+}
+
+}
