@@ -41,7 +41,7 @@ template <class File> File& openFile(int number)
     Slot& slot = slotOf(number);
     if (!isOpen(slot)) throw RuntimeError(52);
     if (File* file = std::get_if<File>(&slot)) return *file;
-    throw RuntimeError(54, u"ファイル モードが不正です。", nullptr);
+    throw RuntimeError(54);
 }
 
 bool hasFolder(const Path& path)
@@ -55,7 +55,7 @@ template <class File> void openAs(const Path& path, int number)
     if (isOpen(slot)) throw RuntimeError(55);
     if (path.empty()) throw RuntimeError(75);
     if (!hasFolder(path)) throw RuntimeError(76);
-    asFileError([&] { slot.emplace<File>(path); });
+    asFileError([&] { slot = File(path); }); // a failed opening leaves the slot free
 }
 
 bool isAscii(std::string_view bytes)
@@ -210,8 +210,7 @@ void flushFile(Int16 number)
 // The number is free whatever the closing says.
 void closeFile(Int16 number)
 {
-    if (!isNumber(number))
-        return;
+    if (!isNumber(number)) return;
     Slot closing = std::exchange(slotOf(number), Slot());
     if (OutputFile* file = std::get_if<OutputFile>(&closing)) asFileError([&] { file->close(); });
 }

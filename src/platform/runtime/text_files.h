@@ -1,8 +1,9 @@
 // Sequential text files by file number, code page 932 both ways.
 //
 // Numbers run from 1; a number stays taken until closeFile. Reading past the
-// end is 62, a missing file 53, a missing folder 76, a number not open 52, a
-// number already open 55, an unwritable file 75, a full disk 61.
+// end is 62, a missing file 53, a missing folder 76, a number not open 52, one
+// open the other way 54, a number already open 55, an unwritable file 75, a
+// full disk 61 (at the write or at the close, and told once for what was lost).
 // In input mode a byte 1A ends the file.
 #pragma once
 #include "platform/runtime/int16.h"
@@ -14,9 +15,9 @@
 
 namespace tolvek {
 
-Int16 freeFile();                                 // the lowest free number; none left: 67
+Int16 freeFile(); // the lowest free number; none left: 67
 void openForInput(TextView path, Int16 number);
-void openForOutput(TextView path, Int16 number);  // empties an existing file
+void openForOutput(TextView path, Int16 number); // empties an existing file
 bool endOfFile(Int16 number);
 
 // Up to CR or CR LF, both dropped; a lone LF stays in the text. A last line
@@ -36,11 +37,11 @@ std::int32_t inputInt32(Int16 number);
 // digits, commas between, CR LF at the end.
 using WriteItem = std::variant<TextView, int>;
 void writeItems(Int16 number, std::initializer_list<WriteItem> items);
-void printLine(Int16 number, TextView line);      // the line and CR LF
+void printLine(Int16 number, TextView line); // the line and CR LF
 // Forces what was written to the disk; the file stays open.
 void flushFile(Int16 number);
 
-void closeFile(Int16 number);                     // a number not open: nothing
+void closeFile(Int16 number); // a number not open: nothing
 void closeAllFiles();
 
 }
