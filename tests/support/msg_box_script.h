@@ -63,8 +63,9 @@ private:
         if (expected_.empty() || expected_.front().text != box.text) return unforeseen(box);
         const Expected next = std::move(expected_.front());
         expected_.pop_front();
-        if (next.title)
+        if (next.title) {
             EXPECT_EQ(narrow(box.title), narrow(*next.title)) << "title of: " << narrow(box.text);
+        }
         checkAnswer(box, next.answer);
         if (next.look) next.look();
         return next.answer;

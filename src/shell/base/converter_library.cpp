@@ -29,9 +29,10 @@ RuntimeError missingExport(const char* name)
 
 // Kept for the rest of the run once it is there; a missing one is looked for
 // again at the next call, since it may be put in place meanwhile.
+std::unique_ptr<SharedLibrary> library;
+
 SharedLibrary& loadedLibrary()
 {
-    static std::unique_ptr<SharedLibrary> library;
     if (!library) {
         const std::string file = SharedLibrary::fileName(toUtf8(kLibraryName));
         try {
@@ -118,24 +119,21 @@ ConverterLibrary loaded()
     return {callTolvekEdit, callTolvekFriendEdit, callMailStrChange};
 }
 
-ConverterLibrary& inUse()
-{
-    static ConverterLibrary library = loaded();
-    return library;
-}
+ConverterLibrary inUse = loaded();
 
 }
 
 ConverterLibrary& converterLibrary()
 {
-    return inUse();
+    return inUse;
 }
 
-void setConverterLibrary(ConverterLibrary library)
+void setConverterLibrary(ConverterLibrary replacement)
 {
     const bool nothing =
-        !library.Tolvek_Edit && !library.TolvekFriend_Edit && !library.Mail_StrChange;
-    inUse() = nothing ? loaded() : std::move(library);
+        !replacement.Tolvek_Edit && !replacement.TolvekFriend_Edit && !replacement.Mail_StrChange;
+    inUse = nothing ? loaded() : std::move(replacement);
+    library.reset();
 }
 
 }

@@ -29,6 +29,7 @@ struct ConverterLibrary {
 
 // The library in use: the loaded one, or the one that a test has put in place.
 ConverterLibrary& converterLibrary();
-void setConverterLibrary(ConverterLibrary library);   // tests; default-constructed gives the loaded one back
+// For tests; a default-constructed one gives the loaded one back, loaded anew.
+void setConverterLibrary(ConverterLibrary replacement);
 
 }

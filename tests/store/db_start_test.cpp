@@ -1,0 +1,90 @@
+#include "store/db_start.h"
+
+#include "store/database_files.h"
+#include "support/archive_fixture.h"
+
+namespace tolvek::test {
+namespace {
+
+class DbStartTest : public ArchiveFixture {
+protected:
+    // The archive so far becomes another file; a new one may be made in its place.
+    void moveAside(TextView suffix) { renameDatabase(gDbPath, gDbPath + Text(suffix)); }
+};
+
+TEST_F(DbStartTest, AWholeNewIsPutInPlaceWhenThereIsNoDatabase)
+{
+    store(Mail{});
+    moveAside(u".New");
+    restoreFromNew(gDbPath);
+    EXPECT_EQ(rows(u"tblTolvek"), 1);
+    EXPECT_EQ(fileNames(folder.path()), std::vector<std::string>{"Tolvek.Mdb"});
+}
+
+TEST_F(DbStartTest, ANewBesideADatabaseIsLeftAlone)
+{
+    writeBytes(file("Tolvek.Mdb.New"), "x");
+    restoreFromNew(gDbPath);
+    EXPECT_EQ(readBytes(file("Tolvek.Mdb.New")), "x");
+    EXPECT_EQ(rows(u"tblTolvek"), 0);
+}
+
+TEST_F(DbStartTest, LessThanAWholeNewIsNoDatabase)
+{
+    store(Mail{});
+    moveAside(u".New");
+    const std::string whole = readBytes(file("Tolvek.Mdb.New"));
+    for (const std::string& broken :
+         {std::string(), std::string("no database"), whole.substr(0, whole.size() / 2)}) {
+        writeBytes(file("Tolvek.Mdb.New"), broken);
+        restoreFromNew(gDbPath);
+        EXPECT_FALSE(databaseExists(gDbPath)) << broken.size();
+        EXPECT_EQ(readBytes(file("Tolvek.Mdb.New")), broken);
+    }
+}
+
+TEST_F(DbStartTest, ABakAloneIsNoReasonToPutAnythingInPlace)
+{
+    moveAside(u".Bak");
+    restoreFromNew(gDbPath);
+    EXPECT_FALSE(databaseExists(gDbPath));
+}
+
+TEST_F(DbStartTest, ABakWithMailIsKeptAside)
+{
+    store(Mail{});
+    moveAside(u".Bak");
+    keepBackUpAside(gDbPath);
+    EXPECT_FALSE(exists("Tolvek.Mdb.Bak"));
+    EXPECT_EQ(rows(u"tblTolvek", gDbPath + u".Kept"), 1);
+}
+
+TEST_F(DbStartTest, WhatWasKeptBeforeIsNeverOverwritten)
+{
+    store(Mail{});
+    moveAside(u".Bak");
+    writeBytes(file("Tolvek.Mdb.Kept"), "first");
+    writeBytes(file("Tolvek.Mdb.Kept2"), "second");
+    keepBackUpAside(gDbPath);
+    EXPECT_EQ(readBytes(file("Tolvek.Mdb.Kept")), "first");
+    EXPECT_EQ(readBytes(file("Tolvek.Mdb.Kept2")), "second");
+    EXPECT_EQ(rows(u"tblTolvek", gDbPath + u".Kept3"), 1);
+}
+
+TEST_F(DbStartTest, ABakThatCantBeReadMayHoldMail)
+{
+    writeBytes(file("Tolvek.Mdb.Bak"), "some older format");
+    keepBackUpAside(gDbPath);
+    EXPECT_EQ(readBytes(file("Tolvek.Mdb.Kept")), "some older format");
+}
+
+TEST_F(DbStartTest, AnEmptyBakIsLeftToTheCompaction)
+{
+    moveAside(u".Bak");
+    keepBackUpAside(gDbPath);
+    EXPECT_TRUE(exists("Tolvek.Mdb.Bak"));
+    EXPECT_FALSE(exists("Tolvek.Mdb.Kept"));
+}
+
+}
+}
