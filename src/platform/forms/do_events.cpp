@@ -15,7 +15,7 @@ Clock::time_point lastTurn{};
 
 bool isRunning()
 {
-    return QCoreApplication::instance() && !QCoreApplication::closingDown();
+    return QCoreApplication::instance() && !QCoreApplication::closingDown() && !isQuitting();
 }
 
 }

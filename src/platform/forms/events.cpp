@@ -15,6 +15,7 @@ namespace {
 UntrappedHandler untrappedHandler;
 std::function<void()> endFunction;
 std::exception_ptr kept;
+bool quitting = false;
 std::vector<std::function<void()>> waits;
 
 void endProcess()
@@ -97,10 +98,19 @@ void prepareApplication()
     QApplication::setQuitOnLastWindowClosed(false);
 }
 
+bool isQuitting()
+{
+    return quitting;
+}
+
 int runApplication()
 {
+    const auto watch =
+        QObject::connect(qApp, &QCoreApplication::aboutToQuit, [] { quitting = true; });
     const WaitScope wait([] { QCoreApplication::exit(1); });
     const int code = QApplication::exec();
+    QObject::disconnect(watch);
+    quitting = false;
     rethrowKept();
     return code;
 }

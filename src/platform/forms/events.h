@@ -37,6 +37,7 @@ bool hasKept();
 // doesn't end it. Then its message loop.
 void prepareApplication();
 int runApplication();
+bool isQuitting(); // the loop has ended, what it ran is being wound up
 
 // Connects an event to a procedure: onEvent(comEnd, &CommandButton::Click, [this] { ... });
 template <class Sender, class Signal, class Slot>
