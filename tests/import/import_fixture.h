@@ -1,0 +1,112 @@
+// An archive, a user and a temp file for the import's tests.
+//
+// Reports are gathered as "routine number"; whatever a test didn't take with
+// takeReports() fails it at its end.
+#pragma once
+#include "filter/filter_rules.h"
+#include "platform/runtime/codepage932.h"
+#include "support/archive_fixture.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace tolvek::test {
+
+using Reports = std::vector<std::string>;
+
+class ImportTest : public ArchiveFixture {
+protected:
+    void SetUp() override
+    {
+        ArchiveFixture::SetUp();
+        gMyMailAddr = u"me@home.jp";
+        gMyMailHandle = u"ぼく";
+        gNonCopyRuleCnt = 0;
+        fillMonthNames();
+        watchDecoding();
+        setMsgBoxHandler([this](const MsgBoxRequest& box) { return gather(box); });
+    }
+    void TearDown() override
+    {
+        EXPECT_EQ(reports_, Reports{});
+        gNonCopyRuleCnt = 0;
+        ArchiveFixture::TearDown();
+    }
+
+    Reports takeReports() { return std::exchange(reports_, {}); }
+
+    // Texts that went to the converter since the test began.
+    const std::vector<Text>& decoded() const { return decoded_; }
+    void onDecode(std::function<void()> look) { onDecode_ = std::move(look); }
+
+    static Text tmpPath() { return joinPath(appPath(), u"Tolvek.Tmp"); }
+    void givenTmp(const Text& content) const { writeBytes(file("Tolvek.Tmp"), toAnsi(content)); }
+    void givenTmpLines(const std::vector<Text>& lines) const
+    {
+        Text content;
+        for (const Text& line : lines)
+            content += line + Text(kCrLf);
+        givenTmp(content);
+    }
+
+    // A column of tblTolvek in the order of its key, and that of its only row.
+    static std::vector<Text> column(TextView field)
+    {
+        Database opened = DBEngine::OpenDatabase(gDbPath);
+        std::vector<Text> texts;
+        Recordset found = opened.OpenRecordset(Statement{u"SELECT * FROM tblTolvek"});
+        for (; !found.Eof(); found.MoveNext())
+            texts.push_back(found.field(field).text());
+        opened.Close();
+        return texts;
+    }
+    static Text stored(TextView field)
+    {
+        const std::vector<Text> texts = column(field);
+        EXPECT_EQ(texts.size(), 1U);
+        return texts.empty() ? Text() : texts.front();
+    }
+
+private:
+    static void fillMonthNames()
+    {
+        const char16_t* names[] = {u"Jan", u"Feb", u"Mar", u"Apr", u"May", u"Jun",
+                                   u"Jul", u"Aug", u"Sep", u"Oct", u"Nov", u"Dec"};
+        int month = 0;
+        for (const char16_t* name : names)
+            gMonthName[month++] = name;
+    }
+
+    // As the real library's record has it: a NUL ends the text, 4608 bytes are all it holds.
+    void watchDecoding()
+    {
+        ConverterLibrary library = givingBack();
+        library.Mail_StrChange = [this](const Text& source, Text& result, Int16& length) {
+            decoded_.push_back(source);
+            if (onDecode_) onDecode_();
+            result = fromAnsi(ansiPrefix(cutAtNul(source), kTextRecordSize));
+            std::replace(result.begin(), result.end(), u'\'', u'’');
+            length = static_cast<int>(result.size());
+        };
+        setConverterLibrary(std::move(library));
+    }
+
+    MsgAnswer gather(const MsgBoxRequest& box)
+    {
+        const std::string title = toUtf8(box.title), text = toUtf8(box.text);
+        const std::string opening = "エラーメッセージ (", label = "エラー番号： ";
+        if (!title.starts_with(opening) || !text.starts_with(label))
+            reports_.push_back(title + ": " + text);
+        else
+            reports_.push_back(title.substr(opening.size(), title.size() - opening.size() - 1) +
+                               " " + std::to_string(std::stoi(text.substr(label.size()))));
+        return MsgAnswer::Ok;
+    }
+
+    Reports reports_;
+    std::vector<Text> decoded_;
+    std::function<void()> onDecode_;
+};
+
+}
