@@ -30,15 +30,15 @@ enum DataType : int { dbBoolean = 1, dbInteger = 3, dbLong = 4, dbText = 10, dbM
 // One value of a row. Null is error 94 when turned into anything.
 class Value {
 public:
-    Value() = default;                      // Null
+    Value() = default; // Null
     explicit Value(Text text);
     explicit Value(std::int64_t number, DataType type);
 
     bool isNull() const;
-    Text text() const;                      // numbers as decimals, Yes/No as "True" and "False"
-    Int16 int16() const;                    // a text by the text-to-number rules
+    Text text() const;   // numbers as decimals, Yes/No as "True" and "False"
+    Int16 int16() const; // a text by the text-to-number rules
     std::int32_t int32() const;
-    bool boolean() const;                   // any non-zero number, "True", "False"
+    bool boolean() const; // any non-zero number, "True", "False"
 
 private:
     enum class Kind { Null, Characters, Number } kind_ = Kind::Null;
@@ -53,9 +53,9 @@ public:
     Field(TextView name, DataType type, int size);
     Text Name;
     DataType Type;
-    int Size;                               // characters, dbText only
+    int Size; // characters, dbText only
     bool AllowZeroLength = false;
-    Text DefaultValue;                      // "" for none; "\"\"" is the empty text
+    Text DefaultValue; // "" for none; "\"\"" is the empty text
 };
 
 class FieldList {
@@ -104,10 +104,10 @@ public:
     Recordset();
 
     bool Eof() const;
-    bool NoMatch() const;                   // always false: nothing searches in a dynaset
-    std::int32_t RecordCount() const;       // rows visited so far; 0 only when there are none
-    void MoveFirst();                       // no rows: 3021
-    void MoveNext();                        // at the end already: 3021
+    bool NoMatch() const;             // always false: nothing searches in a dynaset
+    std::int32_t RecordCount() const; // rows visited so far; 0 only when there are none
+    void MoveFirst();                 // no rows: 3021
+    void MoveNext();                  // at the end already: 3021
     void MoveLast();
     // Of the current row. No row: 3021; deleted meanwhile: 3167; no such
     // column: 3265; no such position: 3265.
@@ -115,9 +115,10 @@ public:
     Value field(int position) const;
 
     void AddNew();
-    void setField(int position, const Text& value);   // error 3163, 3315, 3464, 3349 here or at Update
+    void setField(int position,
+                  const Text& value); // error 3163, 3315, 3464, 3349 here or at Update
     void setField(int position, std::int32_t value);
-    void Update();                                    // 3022 for a key that is there; a commit of its own
+    void Update(); // 3022 for a key that is there; a commit of its own
     void Close();
 
 private:
@@ -151,7 +152,7 @@ private:
 
 class TableDefList {
 public:
-    void Append(const TableDef& table);     // the table and its indexes, as a whole
+    void Append(const TableDef& table); // the table and its indexes, as a whole
     std::vector<Text> names() const;
 
 private:
@@ -162,7 +163,7 @@ private:
 class Workspace {
 public:
     void BeginTrans();
-    void CommitTrans();                     // without BeginTrans: 3034
+    void CommitTrans(); // without BeginTrans: 3034
     void Rollback();
     // A present target: 3204. `locale` names the sort order; there is one.
     Database CreateDatabase(TextView path, TextView locale);

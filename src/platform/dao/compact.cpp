@@ -1,0 +1,96 @@
+#include "platform/dao/engine.h"
+#include "platform/dao/on_disk.h"
+#include "platform/runtime/paths.h"
+#include "platform/system/files.h"
+
+namespace tolvek {
+
+namespace {
+
+using std::filesystem::path;
+
+constexpr const char* kSideSuffix = ".Compact";
+
+void requireSound(Connection& connection)
+{
+    if (connection.pragma(u"PRAGMA integrity_check") != u"ok")
+        throw RuntimeError(3343, pathText(connection.path()));
+}
+
+void writeCopy(Connection& source, const path& side)
+{
+    requireSound(source);
+    const auto query = source.query(u"VACUUM INTO ?1");
+    query->bind(1, TextView(pathText(side))).run();
+}
+
+void verify(const path& side)
+{
+    const auto copy = Connection::open(side);
+    requireSound(*copy);
+    copy->close();
+}
+
+void copyTo(const path& source, const path& side)
+{
+    OpenHandle opened(Engine::instance().acquire(source));
+    writeCopy(*opened.connection, side);
+    verify(side);
+    opened.close();
+    Engine::instance().rest(); // the callers rename the source next
+}
+
+void putInPlace(const path& side, const path& target)
+{
+    onDisk([&] {
+        flushFileToDisk(side);
+        renameFile(side, target);
+        flushFolder(target.parent_path());
+    });
+}
+
+// Only what this routine left there, now or in a run that was killed.
+void removeSide(const path& side)
+{
+    if (fileExists(side)) onDisk([&] { removeFile(side); });
+}
+
+// 53 is passed over by callers that would go on and delete the source; and
+// someone else's file in the target's place is a target that is there.
+RuntimeError retold(const RuntimeError& error)
+{
+    if (error.number() == 53) return RuntimeError(75);
+    if (error.number() == 58) return RuntimeError(3204);
+    return error;
+}
+
+void compact(const path& source, const path& target)
+{
+    path side = target;
+    side += kSideSuffix;
+    removeSide(side);
+    try {
+        copyTo(source, side);
+        putInPlace(side, target);
+    } catch (const RuntimeError&) {
+        removeSide(side);
+        throw;
+    }
+}
+
+}
+
+void DBEngine::CompactDatabase(TextView source, TextView target)
+{
+    const path from = absoluteOf(source), to = absoluteOf(target);
+    if (!fileExists(from)) throw RuntimeError(3024, source);
+    if (fileExists(to) || folderExists(to)) throw RuntimeError(3204);
+    if (!folderExists(to.parent_path())) throw RuntimeError(76);
+    try {
+        compact(from, to);
+    } catch (const RuntimeError& error) {
+        throw retold(error);
+    }
+}
+
+}

@@ -1,0 +1,252 @@
+#include "platform/dao/connection.h"
+
+#include "platform/dao/general_order.h"
+#include "platform/dao/on_disk.h"
+#include "platform/dao/probe_vfs.h"
+#include "platform/dao/sqlite_error.h"
+#include "platform/dao/statement_error.h"
+#include "platform/runtime/paths.h"
+#include "platform/system/files.h"
+
+#include <array>
+
+namespace tolvek {
+
+namespace {
+
+constexpr std::size_t kKeptStatements = 100;
+int patience = 5000;
+
+int compareGeneralUtf16(void*, int sizeA, const void* a, int sizeB, const void* b)
+{
+    return compareGeneral(
+        TextView(static_cast<const char16_t*>(a), static_cast<std::size_t>(sizeA) / 2),
+        TextView(static_cast<const char16_t*>(b), static_cast<std::size_t>(sizeB) / 2));
+}
+
+std::filesystem::path folderOf(const std::filesystem::path& path)
+{
+    return path.has_parent_path() ? path.parent_path() : std::filesystem::path(".");
+}
+
+}
+
+Connection::Connection(std::filesystem::path path) : path_(std::move(path)), name_(pathText(path_))
+{
+}
+
+std::shared_ptr<Connection> Connection::open(const std::filesystem::path& path)
+{
+    std::shared_ptr<Connection> opened(new Connection(path));
+    if (!fileExists(path)) throw RuntimeError(3024, opened->name_);
+    if (std::filesystem::file_size(path) == 0) throw RuntimeError(3343, opened->name_);
+    // The superuser may write all the same; a file that is meant to be read
+    // only stays as it is.
+    opened->readOnly_ = isReadOnly(path) || isReadOnly(folderOf(path));
+    opened->openHandle(opened->readOnly_ ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE);
+    opened->look();
+    return opened;
+}
+
+std::shared_ptr<Connection> Connection::create(const std::filesystem::path& path)
+{
+    std::shared_ptr<Connection> created(new Connection(path));
+    if (!folderExists(folderOf(path))) throw RuntimeError(76);
+    created->openHandle(SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+    created->pragma(u"PRAGMA encoding = 'UTF-16le'");
+    created->pragma(u"PRAGMA application_id = 1416590923");
+    created->pragma(u"PRAGMA user_version = 1");
+    created->written_ = true;
+    return created;
+}
+
+Connection::~Connection()
+{
+    // Whoever needs to hear of a failure has called close().
+    try {
+        close();
+    } catch (const RuntimeError&) {
+        // What was committed stands in the file or in its log, whole.
+    }
+}
+
+void Connection::openHandle(int flags)
+{
+    const std::u8string name = path_.u8string();
+    const int code = sqlite3_open_v2(reinterpret_cast<const char*>(name.c_str()), &handle_,
+                                     flags | SQLITE_OPEN_EXRESCODE, probeVfs());
+    if (code != SQLITE_OK) throw sqliteError(code, handle_, name_);
+    readOnly_ = readOnly_ || sqlite3_db_readonly(handle_, "main") == 1;
+    configure();
+}
+
+void Connection::configure()
+{
+    sqlite3_create_collation(handle_, "GENERAL", SQLITE_UTF16LE, nullptr, compareGeneralUtf16);
+    sqlite3_db_config(handle_, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    sqlite3_db_config(handle_, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+    pragma(u"PRAGMA synchronous = FULL");
+    pragma(u"PRAGMA temp_store = MEMORY");
+    pragma(u"PRAGMA cache_size = -16384");
+    sqlite3_busy_timeout(handle_, 0);
+}
+
+// The first reading: shows at once what is damaged or held by another program,
+// and takes back what a killed program left half done.
+void Connection::look()
+{
+    if (headerSaysLog()) {
+        pragma(u"PRAGMA locking_mode = EXCLUSIVE");
+        log_ = written_ = !readOnly_;
+    }
+    pragma(u"SELECT count(*) FROM sqlite_master");
+    sqlite3_busy_timeout(handle_, patience);
+}
+
+// Bytes 18 and 19 of the header. Read through SQLite's own file, since closing
+// another one would take away the locks that this process holds.
+bool Connection::headerSaysLog() const
+{
+    sqlite3_file* file = nullptr;
+    sqlite3_file_control(handle_, "main", SQLITE_FCNTL_FILE_POINTER, &file);
+    std::array<unsigned char, 20> header{};
+    const int code = file->pMethods->xRead(file, header.data(), static_cast<int>(header.size()), 0);
+    return code == SQLITE_OK && header[18] == 2 && header[19] == 2;
+}
+
+bool Connection::hasMoved() const
+{
+    int moved = 0;
+    sqlite3_file_control(handle_, "main", SQLITE_FCNTL_HAS_MOVED, &moved);
+    return moved != 0;
+}
+
+sqlite3_stmt* Connection::prepared(TextView sql, const SqlText* statement)
+{
+    if (const auto kept = statements_.find(sql); kept != statements_.end()) return kept->second;
+    if (statements_.size() >= kKeptStatements) finalizeAll();
+    sqlite3_stmt* made = nullptr;
+    const int code = sqlite3_prepare16_v3(handle_, sql.data(), static_cast<int>(sql.size() * 2),
+                                          SQLITE_PREPARE_PERSISTENT, &made, nullptr);
+    if (code == SQLITE_ERROR && statement)
+        throw statementError(*this, *statement, fromUtf8(sqlite3_errmsg(handle_)));
+    if (code != SQLITE_OK) throw sqliteError(code, handle_, name_);
+    return statements_.emplace(sql, made).first->second;
+}
+
+std::unique_ptr<Query> Connection::query(TextView sql)
+{
+    return std::make_unique<Query>(prepared(sql, nullptr), name_);
+}
+
+std::unique_ptr<Query> Connection::query(const SqlText& sql)
+{
+    auto made = std::make_unique<Query>(prepared(sql.sql, &sql), name_);
+    made->bindAll(sql.values);
+    return made;
+}
+
+Text Connection::pragma(TextView sql)
+{
+    sqlite3_stmt* made = nullptr;
+    const int code =
+        sqlite3_prepare16_v2(handle_, sql.data(), static_cast<int>(sql.size() * 2), &made, nullptr);
+    if (code != SQLITE_OK) throw sqliteError(code, handle_, name_);
+    const std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)> owner(made, sqlite3_finalize);
+    Query query(made, name_);
+    if (!query.step()) return {};
+    const Text first = query.text(0);
+    query.run();
+    return first;
+}
+
+const Table& Connection::table(TextView name)
+{
+    const Text key = upperAscii(name);
+    if (const auto known = tables_.find(key); known != tables_.end()) return known->second;
+    return tables_.emplace(key, readTable(*this, name)).first->second;
+}
+
+void Connection::prepareToWrite(bool manyCommits)
+{
+    if (readOnly_) throw readOnlyError();
+    if (manyCommits && !log_ && !inTransaction()) enterLog();
+    written_ = true;
+}
+
+// Exclusive first: then the log's index stays in memory and no file for it
+// appears beside the database.
+void Connection::enterLog()
+{
+    written_ = true;
+    pragma(u"PRAGMA locking_mode = EXCLUSIVE");
+    log_ = true;
+    if (pragma(u"PRAGMA journal_mode = WAL") != u"wal") throw lockedError(name_);
+    pragma(u"PRAGMA synchronous = NORMAL");
+}
+
+void Connection::begin()
+{
+    query(u"BEGIN IMMEDIATE")->run();
+}
+
+void Connection::commit()
+{
+    query(u"COMMIT")->run();
+}
+
+void Connection::rollback()
+{
+    if (inTransaction()) query(u"ROLLBACK")->run();
+}
+
+void Connection::settle()
+{
+    if (!log_ || !isOpen() || inTransaction()) return;
+    pragma(u"PRAGMA synchronous = FULL");
+    pragma(u"PRAGMA wal_checkpoint(TRUNCATE)");
+    if (pragma(u"PRAGMA journal_mode = DELETE") != u"delete") throw lockedError(name_);
+    pragma(u"PRAGMA locking_mode = NORMAL");
+    pragma(u"SELECT count(*) FROM sqlite_master");
+    log_ = false;
+}
+
+void Connection::finalizeAll()
+{
+    for (const auto& [sql, statement] : statements_)
+        sqlite3_finalize(statement);
+    statements_.clear();
+}
+
+void Connection::closeHandle()
+{
+    finalizeAll();
+    sqlite3_close(handle_);
+    handle_ = nullptr;
+}
+
+void Connection::close()
+{
+    if (!isOpen()) return;
+    try {
+        rollback();
+        settle();
+    } catch (const RuntimeError&) {
+        closeHandle();
+        throw;
+    }
+    const bool moved = hasMoved();
+    closeHandle();
+    if (!written_ || moved) return;
+    onDisk([&] {
+        flushFileToDisk(path_);
+        flushFolder(folderOf(path_));
+    });
+}
+
+void Connection::setPatience(int milliseconds)
+{
+    patience = milliseconds;
+}
+
+}

@@ -1,0 +1,82 @@
+// One open database file.
+//
+// Two manners. With the rollback journal (as opened): every commit is on the
+// disk, nothing stands beside the file between statements. With the write-ahead
+// log (while a session writes): small commits are cheap and survive a kill, the
+// file is held exclusively, and settle() brings it back to the first manner.
+//
+// No statement stays active between two calls, so the manner can be changed
+// and no lock is left at any time.
+#pragma once
+#include "platform/dao/query.h"
+#include "platform/dao/table.h"
+
+#include <filesystem>
+#include <map>
+#include <memory>
+
+namespace tolvek {
+
+class Connection {
+public:
+    // Missing file 3024, no database 3343, held by another program 3356.
+    static std::shared_ptr<Connection> open(const std::filesystem::path& path);
+    // The file must not be there.
+    static std::shared_ptr<Connection> create(const std::filesystem::path& path);
+    ~Connection();
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
+
+    std::unique_ptr<Query> query(TextView sql);
+    // One that came from the program: failures get the numbers of statements.
+    std::unique_ptr<Query> query(const SqlText& sql);
+    // As stated here, without keeping it; the first column of the first row.
+    Text pragma(TextView sql);
+    const Table& table(TextView name);
+    void forgetTables() { tables_.clear(); }
+
+    const std::filesystem::path& path() const { return path_; }
+    bool isOpen() const { return handle_ != nullptr; }
+    // The name leads to another file now, or to none.
+    bool hasMoved() const;
+    bool inTransaction() const { return sqlite3_get_autocommit(handle_) == 0; }
+    std::int64_t changes() const { return sqlite3_total_changes64(handle_); }
+    std::int64_t lastRow() const { return sqlite3_last_insert_rowid(handle_); }
+
+    // Before anything is written. `manyCommits`: with the write-ahead log.
+    void prepareToWrite(bool manyCommits);
+    void begin();
+    void commit();
+    void rollback();
+    // Leaves the write-ahead log; within a transaction nothing happens.
+    void settle();
+    // Rolls back, settles, closes, and what was written is on the disk.
+    void close();
+
+    // How long a statement waits for another program before 3356.
+    static void setPatience(int milliseconds);
+
+    int holders = 0; // databases that stand on it
+
+private:
+    explicit Connection(std::filesystem::path path);
+    void openHandle(int flags);
+    void configure();
+    void look();
+    bool headerSaysLog() const;
+    void enterLog();
+    sqlite3_stmt* prepared(TextView sql, const SqlText* statement);
+    void finalizeAll();
+    void closeHandle();
+
+    std::filesystem::path path_;
+    Text name_;
+    sqlite3* handle_ = nullptr;
+    std::map<Text, sqlite3_stmt*, std::less<>> statements_;
+    std::map<Text, Table> tables_;
+    bool log_ = false;
+    bool written_ = false;
+    bool readOnly_ = false;
+};
+
+}

@@ -1,0 +1,48 @@
+#include "platform/dao/engine.h"
+#include "platform/dao/no_such_item.h"
+
+namespace tolvek {
+
+Workspace DBEngine::Workspaces(int index)
+{
+    if (index != 0) throw noSuchItem();
+    return {};
+}
+
+Database DBEngine::OpenDatabase(TextView path)
+{
+    Database opened;
+    opened.state_ = std::make_shared<Database::State>(Engine::instance().acquire(absoluteOf(path)));
+    return opened;
+}
+
+DBEngine::Session::Session()
+{
+    Engine::instance().enterSession();
+}
+
+DBEngine::Session::~Session()
+{
+    try {
+        Engine::instance().leaveSession();
+    } catch (const RuntimeError&) {
+        // Committed rows are whole in the file or in its log; the next opening
+        // finds them and comes to rest, or tells what is wrong with the disk.
+    }
+}
+
+void DBEngine::Rest()
+{
+    Engine::instance().rest();
+}
+
+void DBEngine::Abandon()
+{
+    try {
+        Engine::instance().abandon();
+    } catch (const RuntimeError&) {
+        // The program ends; the next opening recovers as after a kill.
+    }
+}
+
+}

@@ -1,0 +1,173 @@
+#include "platform/dao/engine.h"
+
+#include "platform/runtime/paths.h"
+
+#include <algorithm>
+#include <exception>
+#include <utility>
+
+namespace tolvek {
+
+namespace {
+
+RuntimeError noTransaction()
+{
+    return RuntimeError(
+        3034, u"トランザクションを開始せずに、コミットまたはロールバックしようとしました。",
+        nullptr);
+}
+
+// Every connection gets its turn; the first failure is told behind the last.
+template <class Connections, class Work>
+void eachInTurn(const Connections& connections, const Work& work)
+{
+    std::exception_ptr first;
+    for (const auto& connection : connections) {
+        try {
+            work(*connection);
+        } catch (const RuntimeError&) {
+            if (!first) first = std::current_exception();
+        }
+    }
+    if (first) std::rethrow_exception(first);
+}
+
+}
+
+std::filesystem::path absoluteOf(TextView path)
+{
+    return std::filesystem::absolute(existingPath(path)).lexically_normal();
+}
+
+OpenHandle::OpenHandle(std::shared_ptr<Connection> opened) : connection(std::move(opened))
+{
+    ++connection->holders;
+}
+
+OpenHandle::~OpenHandle()
+{
+    try {
+        close();
+    } catch (const RuntimeError&) {
+        // Committed rows are whole in the file or in its log, which the next
+        // opening brings home.
+    }
+}
+
+void OpenHandle::close()
+{
+    if (!connection) return;
+    const auto leaving = std::exchange(connection, nullptr);
+    --leaving->holders;
+    Engine::instance().released(leaving);
+}
+
+// Never destroyed: databases held by other static objects may close later.
+Engine& Engine::instance()
+{
+    static Engine& engine = *new Engine;
+    return engine;
+}
+
+std::shared_ptr<Connection> Engine::acquire(const std::filesystem::path& path)
+{
+    const auto known = std::find_if(open_.begin(), open_.end(), [&](const auto& connection) {
+        return connection->path() == path;
+    });
+    if (known != open_.end() && !(*known)->hasMoved()) return *known;
+    if (known != open_.end()) open_.erase(known);
+    return open_.emplace_back(Connection::open(path));
+}
+
+std::shared_ptr<Connection> Engine::created(const std::filesystem::path& path)
+{
+    return open_.emplace_back(Connection::create(path));
+}
+
+// The home platform rolls the whole workspace back when a database with a
+// transaction is closed.
+void Engine::released(const std::shared_ptr<Connection>& connection)
+{
+    if (!connection->isOpen()) return;
+    if (connection->inTransaction() && connection->holders == 0) rollback();
+    if (connection->holders == 0 && sessions_ == 0) closeIdle();
+    if (connection->holders == 0 &&
+        std::find(open_.begin(), open_.end(), connection) == open_.end())
+        connection->close();
+}
+
+void Engine::leaveSession()
+{
+    if (sessions_ == 0 || --sessions_ > 0) return;
+    rest();
+    eachInTurn(open_, [](Connection& connection) { connection.settle(); });
+}
+
+void Engine::rest()
+{
+    closeIdle();
+}
+
+void Engine::closeIdle()
+{
+    Connections idle;
+    const auto unheld = [](const auto& connection) { return connection->holders == 0; };
+    std::copy_if(open_.begin(), open_.end(), std::back_inserter(idle), unheld);
+    std::erase_if(open_, unheld);
+    eachInTurn(idle, [](Connection& connection) { connection.close(); });
+}
+
+void Engine::abandon()
+{
+    endTransaction();
+    sessions_ = 0;
+    eachInTurn(std::exchange(open_, {}), [](Connection& connection) { connection.close(); });
+}
+
+void Engine::endTransaction()
+{
+    depth_ = 0;
+    inTransaction_.clear();
+}
+
+// A connection whose transaction the engine gave up by itself (disk full, a
+// failed write) has lost a part of the work: the rest mustn't stay alone.
+void Engine::commit()
+{
+    if (depth_ == 0) throw noTransaction();
+    if (depth_ > 1) {
+        --depth_;
+        return;
+    }
+    for (const auto& connection : inTransaction_)
+        if (!connection->isOpen() || !connection->inTransaction()) {
+            rollback();
+            throw noTransaction();
+        }
+    for (const auto& connection : inTransaction_)
+        connection->commit();
+    endTransaction();
+}
+
+void Engine::rollback()
+{
+    if (depth_ == 0) throw noTransaction();
+    const Connections all = std::exchange(inTransaction_, {});
+    endTransaction();
+    eachInTurn(all, [](Connection& connection) {
+        if (connection.isOpen()) connection.rollback();
+    });
+}
+
+void Engine::prepareToWrite(const std::shared_ptr<Connection>& connection)
+{
+    const bool joined =
+        std::find(inTransaction_.begin(), inTransaction_.end(), connection) != inTransaction_.end();
+    if (joined && !connection->inTransaction()) throw noTransaction();
+    connection->prepareToWrite(sessions_ > 0);
+    if (joined || depth_ == 0) return;
+    connection->begin();
+    inTransaction_.push_back(connection);
+}
+
+}

@@ -1,0 +1,39 @@
+// One prepared statement while it is in use. At its end the statement is reset,
+// so no lock of it is left, and goes back to the connection's cache.
+#pragma once
+#include "platform/dao/sql_text.h"
+#include "platform/runtime/text.h"
+
+#include <cstdint>
+#include <sqlite3.h>
+
+namespace tolvek {
+
+class Query {
+public:
+    Query(sqlite3_stmt* statement, TextView path) : statement_(statement), path_(path) {}
+    ~Query();
+    Query(const Query&) = delete;
+    Query& operator=(const Query&) = delete;
+
+    Query& bind(int position, TextView text);
+    Query& bind(int position, std::int64_t number);
+    Query& bind(int position, const Bound& value);
+    Query& bindAll(const std::vector<Bound>& values);
+
+    bool step(); // true: a row is there
+    void run();  // to the end
+
+    bool isNull(int column) const;
+    bool isInteger(int column) const;
+    std::int64_t number(int column) const;
+    Text text(int column) const;
+    bool readOnly() const { return sqlite3_stmt_readonly(statement_) != 0; }
+
+private:
+    void check(int code) const;
+    sqlite3_stmt* statement_;
+    Text path_;
+};
+
+}

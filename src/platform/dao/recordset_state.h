@@ -1,0 +1,41 @@
+// What a recordset knows: the keys of its rows and the row it stands on.
+#pragma once
+#include "platform/dao/engine.h"
+#include "platform/dao/select_text.h"
+
+#include <optional>
+
+namespace tolvek {
+
+struct Recordset::State {
+    State(std::shared_ptr<OpenHandle> database, const SqlText& sql);
+
+    Connection& connection() const; // 3420 once the database is closed
+    bool atEnd() const { return position >= keys.size(); }
+    int selectedPosition(TextView name) const; // 3265
+    const Column& columnAt(int selectedPosition) const;
+    Value value(int selectedPosition);
+    void visit(std::size_t newPosition);
+    void assign(int selectedPosition, std::optional<Bound> value);
+    void insertPending();
+
+    std::shared_ptr<OpenHandle> database;
+    Table table;
+    std::vector<int> selected;      // places in table.columns
+    std::vector<std::int64_t> keys; // rowids in the order asked for
+    std::size_t position = 0;
+    std::int32_t visited = 0;
+    bool adding = false;
+
+private:
+    void select(const std::vector<Text>& columns);
+    void fetchKeys(const SelectText& text, const SqlText& sql);
+    void fetch(const std::vector<int>& places);
+    bool isShort(int place) const { return place < table.firstMemo(); }
+
+    std::vector<std::optional<Value>> row_; // by selected position
+    std::int64_t rowChanges_ = -1;          // the connection's count when row_ was read
+    std::vector<std::optional<Bound>> pending_;
+};
+
+}
