@@ -130,7 +130,7 @@ bool contradicts(std::string_view bytes, Charset label)
     case Charset::Iso2022Jp:
         return !isAscii(bytes) && !looksLikeIso2022Jp(bytes);
     case Charset::Utf8:
-        return !isValidUtf8(bytes);
+        return !isMostlyUtf8(bytes);
     case Charset::EucJp:
         return !isValidEucJp(bytes);
     case Charset::Ansi:

@@ -76,7 +76,7 @@ Charset guessCharset(std::string_view bytes)
 {
     if (looksLikeIso2022Jp(bytes)) return Charset::Iso2022Jp;
     if (isAscii(bytes)) return Charset::Ascii;
-    if (isValidUtf8(bytes)) return Charset::Utf8;
+    if (isMostlyUtf8(bytes)) return Charset::Utf8;
     return scoreOf(bytes, eucStep) > scoreOf(bytes, ansiStep) ? Charset::EucJp : Charset::Ansi;
 }
 
@@ -86,15 +86,18 @@ bool isAscii(std::string_view bytes)
                        [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
-bool isValidUtf8(std::string_view bytes)
+bool isMostlyUtf8(std::string_view bytes)
 {
     const auto size = static_cast<std::int32_t>(bytes.size());
+    int whole = 0;
+    int broken = 0;
     for (std::int32_t at = 0; at < size;) {
         UChar32 c = 0;
         U8_NEXT(bytes.data(), at, size, c);
-        if (c < 0) return false;
+        whole += c >= 0x80 ? 1 : 0;
+        broken += c < 0 ? 1 : 0;
     }
-    return true;
+    return broken == 0 || whole > 2 * broken;
 }
 
 bool isValidAnsi(std::string_view bytes)

@@ -88,7 +88,7 @@ private:
                  word.find(':') != std::string::npos)
             takeTimeOrBoth(word);
         else if (isAsciiDigit(static_cast<unsigned char>(word[0])))
-            takeJoined(words(word, "-/."));
+            takeJoined(words(word, "-/"));
         else if (const int month = monthNumber(word); month > 0 && date_.month == 0)
             date_.month = month;
         else

@@ -47,7 +47,7 @@ void TextBlocks::add(std::string& out, std::string_view line)
         const std::size_t used = holdsText_ ? size_ : 0;
         const bool fits = used + rest.size() + kLineEnd <= kOpen;
         const std::string_view piece = fits ? rest : wholePrefix(rest, kFull - used);
-        if (piece.empty()) return;   // half a character at the very end
+        if (piece.empty()) return; // half a character at the very end
         addPiece(out, piece);
         rest.remove_prefix(piece.size());
         if (looksLikeEnd(rest)) {

@@ -1,0 +1,119 @@
+// Whole boxes: size, memory, and a temp file that is there whole or not at all.
+#include "converter/conversion.h"
+
+#include "converter/temp_reader.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+namespace tolvek::test {
+namespace {
+
+std::string mail(int number)
+{
+    const std::string digits = std::to_string(number);
+    return "From a@example.com Tue Feb 15 10:11:12 2000\nFrom: a" + digits +
+           "@example.com\nTo: hana@example.jp\nSubject: no. " + digits +
+           "\nDate: Tue, 15 Feb 2000 10:11:12 +0900\n\nletter " + digits + "\n\n";
+}
+
+void writeBox(const std::filesystem::path& path, int count)
+{
+    std::ofstream box(path, std::ios::binary);
+    for (int number = 1; number <= count; ++number)
+        box << mail(number);
+}
+
+long memoryInKilobytes()
+{
+    std::ifstream status("/proc/self/status");
+    std::string word;
+    while (status >> word)
+        if (word == "VmRSS:") break;
+    long size = 0;
+    status >> size;
+    return size;
+}
+
+TEST(Conversion, ThirtyThousandMailsPassThroughWithoutBeingHeld)
+{
+    const TempFolder folder;
+    writeBox(folder / "big", 30000);
+    writeBox(folder / "small", 300);
+    convertMailBox(folder / "small", folder / "Tolvek.Tmp");
+    const long before = memoryInKilobytes();
+    const Conversion result = convertMailBox(folder / "big", folder / "Tolvek.Tmp");
+    const long grown = memoryInKilobytes() - before;
+    EXPECT_EQ(result.status, ConversionStatus::Converted);
+    EXPECT_EQ(result.count, 30000);
+    EXPECT_EQ(readTemp(folder / "Tolvek.Tmp").back().subject, "no. 30000");
+#if !defined(__SANITIZE_ADDRESS__)
+    EXPECT_LT(grown, 2048);
+#endif
+}
+
+TEST(Conversion, MoreMailsThanTheCountCanTellAreRefusedWhole)
+{
+    const TempFolder folder;
+    writeBytes(folder / "Tolvek.Tmp", "old");
+    writeBox(folder / "box", 32767);
+    EXPECT_EQ(convertMailBox(folder / "box", folder / "Tolvek.Tmp").count, 32767);
+    writeBytes(folder / "Tolvek.Tmp", "old");
+    writeBox(folder / "box", 32768);
+    const Conversion result = convertMailBox(folder / "box", folder / "Tolvek.Tmp");
+    EXPECT_EQ(result.status, ConversionStatus::TooMany);
+    EXPECT_EQ(result.count, 0);
+    EXPECT_EQ(readBytes(folder / "Tolvek.Tmp"), "old");
+}
+
+class FailingDisk : public ::testing::TestWithParam<FileOperation> {
+protected:
+    void TearDown() override { setFileProbe({}); }
+};
+
+TEST_P(FailingDisk, OldTempFileStaysAndNoSideFileIsLeft)
+{
+    const TempFolder folder;
+    writeBox(folder / "box", 3);
+    writeBytes(folder / "Tolvek.Tmp", "old");
+    setFileProbe([](FileOperation operation, const std::filesystem::path&) {
+        if (operation == GetParam())
+            throw std::system_error(std::make_error_code(std::errc::no_space_on_device));
+    });
+    const Conversion result = convertMailBox(folder / "box", folder / "Tolvek.Tmp");
+    setFileProbe({});
+    EXPECT_EQ(result.status, ConversionStatus::Failed);
+    EXPECT_EQ(result.count, 0);
+    EXPECT_EQ(readBytes(folder / "Tolvek.Tmp"), "old");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 2);
+}
+
+INSTANTIATE_TEST_SUITE_P(Operations, FailingDisk,
+                         ::testing::Values(FileOperation::Open, FileOperation::Read,
+                                           FileOperation::Create, FileOperation::Write,
+                                           FileOperation::Flush, FileOperation::Replace));
+
+TEST(Conversion, GroupHasOneSeparatorAndNoBlankBehindALabel)
+{
+    TempMail group;
+    group.from = u"a@example.com (A)";
+    group.to = u" b@example.com ";
+    group.subject = u"It's 桜";
+    group.date = "Tue, 15 Feb 2000 10:11:12";
+    group.lines = {u"text"};
+    EXPECT_EQ(utf8OfAnsi(tempGroup(group)),
+              "From:a@example.com (A)\r\nTo:b@example.com\r\nSubject:It’s 桜\r\n"
+              "Date:Tue, 15 Feb 2000 10:11:12\r\nMail:\r\ntext\r\n<End>\r\n");
+}
+
+TEST(Conversion, EndlessSubjectFitsTheTextRecord)
+{
+    TempMail group;
+    group.subject = Text(10000, u'桜');
+    const auto lines = ansiLines(tempGroup(group));
+    EXPECT_EQ(lines[2].size(), 8u + 4000u);
+}
+
+}
+}

@@ -1,0 +1,112 @@
+// Broken copies of the corpus: whatever comes, the temp file keeps its grammar.
+#include "converter/conversion.h"
+#include "converter/str_change.h"
+
+#include "converter/temp_reader.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+
+namespace tolvek::test {
+namespace {
+
+std::vector<std::string> corpus()
+{
+    std::vector<std::filesystem::path> paths;
+    for (const auto& entry :
+         std::filesystem::directory_iterator(std::filesystem::path(TOLVEK_TEST_DATA) / "mail"))
+        if (entry.path().extension() != ".md") paths.push_back(entry.path());
+    std::sort(paths.begin(), paths.end());
+    std::vector<std::string> files;
+    for (const auto& path : paths)
+        files.push_back(readBytes(path));
+    return files;
+}
+
+// Status 0 means: as many whole groups as the count says, no byte that ends
+// the file or a text, no record overrun.
+void expectGrammar(const std::string& box, const TempFolder& folder)
+{
+    writeBytes(folder / "box", box);
+    const Conversion result = convertMailBox(folder / "box", folder / "Tolvek.Tmp");
+    if (result.status != ConversionStatus::Converted) {
+        EXPECT_EQ(result.count, 0);
+        return;
+    }
+    const std::string bytes = readBytes(folder / "Tolvek.Tmp");
+    for (const char forbidden : {'\0', '\x1A', '\x1B', '\''})
+        EXPECT_EQ(bytes.find(forbidden), std::string::npos);
+    const auto mails = readTemp(folder / "Tolvek.Tmp");
+    ASSERT_EQ(mails.size(), static_cast<std::size_t>(result.count));
+    EXPECT_TRUE(
+        std::all_of(mails.begin(), mails.end(), [](const ReadMail& mail) { return mail.ended; }));
+    for (const std::string& line : ansiLines(bytes))
+        EXPECT_LE(line.size(), 4608u);
+}
+
+TEST(HostileInput, TruncatedAnywhere)
+{
+    const TempFolder folder;
+    for (const std::string& file : corpus())
+        for (std::size_t size = 0; size < file.size(); size += file.size() < 200 ? 7 : 23)
+            expectGrammar(file.substr(0, size), folder);
+}
+
+std::string mutated(std::string bytes, std::mt19937& random)
+{
+    static const std::string kSpice =
+        std::string("\x1b\x0e\x0f\x1a\r\n\"()<>=?:;,'", 17) + '\0' + "\x82\x81\xFF";
+    for (auto times = random() % 12 + 1; times > 0 && !bytes.empty(); --times) {
+        const std::size_t at = random() % bytes.size();
+        switch (random() % 4) {
+        case 0:
+            bytes[at] = static_cast<char>(random());
+            break;
+        case 1:
+            bytes[at] = kSpice[random() % kSpice.size()];
+            break;
+        case 2:
+            bytes.erase(at, random() % 9);
+            break;
+        default:
+            bytes.insert(at, bytes.substr(random() % bytes.size(), random() % 40));
+        }
+    }
+    return bytes;
+}
+
+TEST(HostileInput, MutatedAtRandomPlaces)
+{
+    const TempFolder folder;
+    std::mt19937 random(19971126);
+    for (int round = 0; round < 15; ++round)
+        for (const std::string& file : corpus())
+            expectGrammar(mutated(file, random), folder);
+}
+
+TEST(HostileInput, TextsOfAnyBytesAreDecodedWithinTheRecord)
+{
+    std::mt19937 random(20030310);
+    for (int round = 0; round < 3000; ++round) {
+        std::string text(random() % 300, ' ');
+        for (char& c : text)
+            c = static_cast<char>(random() % 3 == 0 ? "=?BQ\x1b$(B'"[random() % 9] : random());
+        const ChangedText changed = strChange(text, 64);
+        EXPECT_LE(changed.ansi.size(), 64u);
+        EXPECT_LE(changed.length, static_cast<int>(changed.ansi.size()));
+    }
+}
+
+TEST(HostileInput, PartsWithinPartsWithinPartsEnd)
+{
+    const TempFolder folder;
+    std::string box = "From: a@example.com\nDate: 1 Jan 2000 1:00\n";
+    for (int depth = 0; depth < 3000; ++depth)
+        box += "Content-Type: multipart/mixed; boundary=b\n\n--b\n";
+    expectGrammar(box + "\ntext\n", folder);
+}
+
+}
+}

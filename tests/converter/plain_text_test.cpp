@@ -1,0 +1,47 @@
+#include "converter/plain_text.h"
+
+#include <gtest/gtest.h>
+
+namespace tolvek::test {
+namespace {
+
+TEST(PlainText, ControlsThatWouldEndFileOrTextBecomeBlanks)
+{
+    EXPECT_EQ(plainLine(TextView(u"a\0b\x1A"
+                                 u"c\x1B"
+                                 u"d\te",
+                                 9)),
+              u"a b c d\te");
+}
+
+TEST(PlainText, SingleQuoteIsNeverHandedOn)
+{
+    EXPECT_EQ(plainLine(u"it's"), u"it’s");
+}
+
+TEST(PlainText, InvisibleCharactersGoAndMarksAreTakenIn)
+{
+    EXPECT_EQ(plainLine(u"a\u200B\uFE0Fb\uFEFF"), u"ab");
+    EXPECT_EQ(plainLine(u"か\u3099ハ\u309A"), u"がパ");
+    EXPECT_EQ(plainLine(u"\u3099"), u"\u3099");
+    EXPECT_EQ(plainLine(u"\uFA19"), u"\uFA19");
+}
+
+TEST(PlainText, LinesEndHoweverTheyEnd)
+{
+    EXPECT_EQ(plainLines(u"a\r\nb\nc\rd\u2028e"),
+              (std::vector<Text>{u"a", u"b", u"c", u"d", u"e"}));
+    EXPECT_EQ(plainLines(u"a\n\n"), (std::vector<Text>{u"a", u""}));
+    EXPECT_TRUE(plainLines(u"").empty());
+}
+
+TEST(PlainText, PrefixNeverHalvesACharacter)
+{
+    EXPECT_EQ(wholePrefix("a\x82\xA0", 2), "a");
+    EXPECT_EQ(wholePrefix("a\x82\xA0", 3), "a\x82\xA0");
+    EXPECT_EQ(wholePrefix("\xB1\xB2", 1), "\xB1");
+    EXPECT_EQ(wholePrefix("a\x82", 9), "a");
+}
+
+}
+}

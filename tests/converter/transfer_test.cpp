@@ -1,0 +1,48 @@
+#include "converter/transfer.h"
+
+#include "converter/content_type.h"
+
+#include <gtest/gtest.h>
+
+namespace tolvek::test {
+namespace {
+
+TEST(Transfer, Base64TakesWhatThereIs)
+{
+    EXPECT_EQ(decodeBase64("YWJj"), "abc");
+    EXPECT_EQ(decodeBase64("YW\r\nI"), "ab");
+    EXPECT_EQ(decodeBase64("YQ==YmM="), "abc");
+    EXPECT_EQ(decodeBase64("Y-W!Jj"), "abc");
+    EXPECT_EQ(decodeBase64("Y"), "");
+    EXPECT_EQ(decodeBase64(""), "");
+}
+
+TEST(Transfer, QuotedPrintableKeepsWhatIsNoCode)
+{
+    EXPECT_EQ(decodeQuotedPrintable("a=3Db=\nc =ZZ =  \nd  \n"), "a=bc =ZZ d\n");
+    EXPECT_EQ(decodeQuotedPrintable("=4"), "=4\n");
+    EXPECT_EQ(decodeQWord("a_b=5F"), "a b_");
+}
+
+TEST(Transfer, UnknownEncodingLeavesTheBytes)
+{
+    EXPECT_EQ(decodeTransfer("YWJj", "BASE64"), "abc");
+    EXPECT_EQ(decodeTransfer("YWJj", "7bit"), "YWJj");
+    EXPECT_EQ(decodeTransfer("YWJj", ""), "YWJj");
+}
+
+TEST(ContentTypeField, GivesTypeAndParameters)
+{
+    const ContentType content = parseContentType(
+        "Text/Plain; Charset=\"iso-2022-jp\"; format=flowed;boundary=\"a;b\"; name*=utf-8''x");
+    EXPECT_EQ(content.type, "text/plain");
+    EXPECT_EQ(content.parameter("charset"), "iso-2022-jp");
+    EXPECT_EQ(content.parameter("boundary"), "a;b");
+    EXPECT_EQ(content.parameter("name"), "x");
+    EXPECT_EQ(content.parameter("missing"), "");
+    EXPECT_EQ(parseContentType("").type, "");
+    EXPECT_EQ(parseContentType(";;=; x*=").type, "");
+}
+
+}
+}
