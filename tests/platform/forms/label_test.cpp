@@ -1,0 +1,119 @@
+#include "platform/forms/buttons.h"
+#include "platform/forms/label.h"
+#include "support/screen_driver.h"
+#include "test_form.h"
+
+#include <gtest/gtest.h>
+
+namespace tolvek::test {
+
+namespace {
+
+class LabelTest : public testing::Test {
+protected:
+    LabelTest() : label(form.add<Label>(u"lbl"))
+    {
+        label.Move(1500, 300, 1500, 300);
+        onEvent(&label, &Label::Click, [this] { ++clicks; });
+        form.Show();
+    }
+    QImage painted() { return label.grab().toImage(); }
+
+    ShownForm form;
+    Label& label;
+    int clicks = 0;
+};
+
+TEST_F(LabelTest, MarkupAndAmpersandsAreOrdinaryText)
+{
+    label.setCaption(u"太字 & 斜体 <b>");
+    EXPECT_EQ(label.Caption(), u"太字 & 斜体 <b>");
+    EXPECT_EQ(label.text(), QStringLiteral("太字 & 斜体 <b>"));
+    EXPECT_EQ(label.textFormat(), Qt::PlainText);
+    const QImage with = painted();
+    label.setCaption(u"太字  斜体 <b>");
+    EXPECT_NE(painted(), with);
+}
+
+TEST_F(LabelTest, ToldToUseMnemonicsItHidesTheMark)
+{
+    label.setUseMnemonic(true);
+    label.setCaption(u"a&b && c");
+    EXPECT_EQ(label.text(), QStringLiteral("ab & c"));
+    EXPECT_EQ(label.Caption(), u"a&b && c");
+}
+
+TEST_F(LabelTest, LineEndsOfAllFormsMakeLinesAndTheCaptionStays)
+{
+    label.setCaption(u"a\r\nb\n\rc\rd");
+    EXPECT_EQ(label.text(), QStringLiteral("a\nb\nc\nd"));
+    EXPECT_EQ(label.Caption(), u"a\r\nb\n\rc\rd");
+}
+
+TEST_F(LabelTest, ThreeLinesOfNinePointsFitIn41Pixels)
+{
+    label.setFontOf(u"ＭＳ 明朝", 9);
+    label.setCaption(u"一\r\n二\r\n三");
+    EXPECT_LE(label.sizeHint().height(), 41);
+}
+
+TEST_F(LabelTest, AClickIsALeftPressAndReleaseInside)
+{
+    click(label);
+    EXPECT_EQ(clicks, 1);
+    pressAt(label, {5, 5}, Qt::RightButton);
+    EXPECT_EQ(clicks, 1);
+    label.setEnabled(false);
+    click(label);
+    EXPECT_EQ(clicks, 1);
+}
+
+TEST_F(LabelTest, AMouseTransparentLabelLeavesTheClickToWhatLiesBeneath)
+{
+    label.setMouseTransparent(true);
+    auto& button = form.add<CommandButton>(u"comEnd");
+    button.Move(1500, 300, 1500, 300);
+    label.raise();
+    EXPECT_EQ(form.client().childAt(label.geometry().center()), &button);
+}
+
+TEST_F(LabelTest, LabelsLieBeneathButtonsWhicheverCameFirst)
+{
+    auto& button = form.add<CommandButton>(u"cmd");
+    button.Move(3000, 300, 1500, 300);
+    button.show();
+    auto& late = form.add<Label>(u"lblLate");
+    late.Move(3000, 300, 1500, 300);
+    late.show();
+    EXPECT_EQ(form.client().childAt(button.geometry().center()), &button);
+}
+
+TEST_F(LabelTest, AnOverflowingTextGrowsToTheLeftAndThePropertiesStay)
+{
+    label.setTextAlignment(Alignment::Right);
+    label.setOverflow(true);
+    label.setCaption(u"表示件数　：　３２７６７ ／ ３２７６７件");
+    EXPECT_EQ(label.geometry().right() + 1, 200);
+    EXPECT_LT(label.geometry().left(), 100);
+    EXPECT_GE(label.width(), label.sizeHint().width());
+    EXPECT_FLOAT_EQ(label.Left(), 1500);
+    EXPECT_FLOAT_EQ(label.Width(), 1500);
+    label.setCaption(u"0");
+    EXPECT_EQ(label.geometry(), QRect(100, 20, 100, 20));
+}
+
+TEST_F(LabelTest, AlignmentMovesTheText)
+{
+    label.setCaption(u"x");
+    const QImage atLeft = painted();
+    label.setTextAlignment(Alignment::Centre);
+    const QImage centred = painted();
+    label.setTextAlignment(Alignment::Right);
+    EXPECT_NE(atLeft, centred);
+    EXPECT_NE(centred, painted());
+    EXPECT_EQ(label.TextAlignment(), Alignment::Right);
+}
+
+}
+
+}

@@ -1,0 +1,59 @@
+#include "platform/forms/events.h"
+#include "platform/forms/timer.h"
+#include "test_form.h"
+
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace tolvek::test {
+
+namespace {
+
+class TimerTest : public testing::Test {
+protected:
+    Timer& start(int interval)
+    {
+        form.Load();
+        auto* timer = new Timer(form, u"Timer1", interval);
+        onEvent(timer, &Timer::Tick, [this] { ++ticks; });
+        return *timer;
+    }
+    ShownForm form;
+    int ticks = 0;
+};
+
+TEST_F(TimerTest, TicksWhileItIsEnabled)
+{
+    Timer& timer = start(1);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return ticks >= 3; }));
+    timer.setEnabled(false);
+    const int before = ticks;
+    QTest::qWait(5);
+    EXPECT_EQ(ticks, before);
+    EXPECT_EQ(timer.Interval(), 1);
+}
+
+TEST_F(TimerTest, AnIntervalOfZeroNeverTicks)
+{
+    Timer& timer = start(0);
+    QTest::qWait(5);
+    EXPECT_EQ(ticks, 0);
+    EXPECT_TRUE(timer.Enabled());
+    timer.setInterval(1);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return ticks > 0; }));
+}
+
+TEST_F(TimerTest, NoTickComesOnceTheFormIsUnloaded)
+{
+    start(1);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return ticks > 0; }));
+    form.Unload();
+    const int before = ticks;
+    QTest::qWait(5);
+    EXPECT_EQ(ticks, before);
+}
+
+}
+
+}
