@@ -1,6 +1,10 @@
 #include "platform/forms/label.h"
 
 #include <QMouseEvent>
+#include <QPainter>
+#include <QStyle>
+
+#include <algorithm>
 
 namespace tolvek {
 
@@ -17,6 +21,15 @@ Qt::Alignment qtAlignment(Alignment alignment)
         break;
     }
     return Qt::AlignLeft | Qt::AlignTop;
+}
+
+// The stand-in faces are a little taller than the ones that the labels' heights
+// were designed for; their ink is not.
+int linePitch(const QLabel& label, int lines)
+{
+    const int wanted = label.fontMetrics().lineSpacing();
+    if (lines * wanted <= label.height()) return wanted;
+    return std::max(label.height() / lines, label.font().pixelSize());
 }
 
 // "&&" is one ampersand, a single one only marks the access key.
@@ -91,6 +104,20 @@ void Label::applyFont(const QFont& font)
 {
     Control::applyFont(font);
     applyGeometry();
+}
+
+void Label::paintEvent(QPaintEvent* event)
+{
+    if (wordWrap()) return QLabel::paintEvent(event);
+    const QStringList lines = text().split(u'\n');
+    const int pitch = linePitch(*this, static_cast<int>(lines.size()));
+    QPainter painter(this);
+    QRect line(0, 0, width(), fontMetrics().height());
+    for (const QString& shown : lines) {
+        style()->drawItemText(&painter, line, static_cast<int>(alignment()) | Qt::TextSingleLine,
+                              palette(), isEnabled(), shown, QPalette::WindowText);
+        line.translate(0, pitch);
+    }
 }
 
 // Taken, so that the release comes here too.

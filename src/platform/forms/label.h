@@ -1,5 +1,7 @@
 // A label: plain text, never markup, from the top; line ends of all four forms
 // are one break each. "&" is an ordinary character unless UseMnemonic is set.
+// Lines that don't fit the height as their font wants it move closer together;
+// long ones are cut unless setWordWrap is on.
 #pragma once
 #include "platform/forms/control.h"
 
@@ -31,6 +33,7 @@ signals:
 protected:
     void applyGeometry() override;
     void applyFont(const QFont& font) override;
+    void paintEvent(QPaintEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
 

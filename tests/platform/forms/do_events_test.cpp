@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QPointer>
+#include <QTest>
 #include <QTimer>
 
 #include <gtest/gtest.h>
@@ -84,11 +85,8 @@ TEST(DoEventsTest, AnObjectWhoseSlotYieldsIsNotDeletedUnderIt)
         DoEventsNow();
         stoodInside = !alive.isNull();
     });
-    QEventLoop loop;
-    QTimer::singleShot(1, &loop, &QEventLoop::quit);
-    loop.exec();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return alive.isNull(); }));
     EXPECT_TRUE(stoodInside);
-    EXPECT_TRUE(alive.isNull());
 }
 
 }

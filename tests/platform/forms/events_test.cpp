@@ -106,13 +106,17 @@ TEST_F(EventsTest, AnEndInsideTheMessageLoopLeavesFromIt)
 TEST_F(EventsTest, NothingIsYieldedToOnceTheLoopHasEnded)
 {
     bool turned = false;
-    const auto connection = QObject::connect(qApp, &QCoreApplication::aboutToQuit, [&] {
+    QMetaObject::Connection connection;
+    const auto whileQuitting = [&] {
         EXPECT_TRUE(isQuitting());
         QTimer::singleShot(0, [&] { turned = true; });
         DoEventsNow();
         EXPECT_FALSE(turned);
+    };
+    QTimer::singleShot(0, [&] {
+        connection = QObject::connect(qApp, &QCoreApplication::aboutToQuit, whileQuitting);
+        QCoreApplication::exit(3);
     });
-    QTimer::singleShot(0, [] { QCoreApplication::exit(3); });
     EXPECT_EQ(runApplication(), 3);
     QObject::disconnect(connection);
     EXPECT_FALSE(isQuitting());

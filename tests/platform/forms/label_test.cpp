@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <vector>
+
 namespace tolvek::test {
 
 namespace {
@@ -50,11 +52,38 @@ TEST_F(LabelTest, LineEndsOfAllFormsMakeLinesAndTheCaptionStays)
     EXPECT_EQ(label.Caption(), u"a\r\nb\n\rc\rd");
 }
 
-TEST_F(LabelTest, ThreeLinesOfNinePointsFitIn41Pixels)
+// The rows of the image that hold ink.
+std::vector<int> inkedRows(const QImage& image)
+{
+    std::vector<int> rows;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            if (image.pixelColor(x, y) != image.pixelColor(image.width() - 1, 0)) {
+                rows.push_back(y);
+                break;
+            }
+    return rows;
+}
+
+TEST_F(LabelTest, ThreeLinesOfNinePointsAllShowIn41Pixels)
 {
     label.setFontOf(u"ＭＳ 明朝", 9);
-    label.setCaption(u"一\r\n二\r\n三");
-    EXPECT_LE(label.sizeHint().height(), 41);
+    label.setHeight(615);
+    label.setCaption(u"国\r\n国");
+    const std::vector<int> two = inkedRows(painted());
+    label.setCaption(u"国\r\n国\r\n国");
+    const std::vector<int> three = inkedRows(painted());
+    EXPECT_EQ(three.size() * 2, two.size() * 3);
+    EXPECT_LT(three.back(), 40);
+}
+
+TEST_F(LabelTest, AWrappingLabelTakesMoreLines)
+{
+    label.setHeight(1500);
+    label.setCaption(u"警告 この プログラム は 大切 な メール を 保存 します");
+    const std::vector<int> one = inkedRows(painted());
+    label.setWordWrap(true);
+    EXPECT_GT(inkedRows(painted()).size(), one.size());
 }
 
 TEST_F(LabelTest, AClickIsALeftPressAndReleaseInside)
@@ -73,6 +102,7 @@ TEST_F(LabelTest, AMouseTransparentLabelLeavesTheClickToWhatLiesBeneath)
     label.setMouseTransparent(true);
     auto& button = form.add<CommandButton>(u"comEnd");
     button.Move(1500, 300, 1500, 300);
+    button.show();
     label.raise();
     EXPECT_EQ(form.client().childAt(label.geometry().center()), &button);
 }
