@@ -1,0 +1,69 @@
+// An archive with the main window really on the (offscreen) screen, its lists
+// answering to their clicks, and boxes that report failures.
+#pragma once
+#include "browse/navigator.h"
+#include "browse/subject_list.h"
+#include "platform/forms/do_events.h"
+#include "platform/forms/events.h"
+#include "shell/base/frm_tolvek.h"
+#include "support/archive_fixture.h"
+
+namespace tolvek::test {
+
+class WindowFixture : public ArchiveFixture {
+protected:
+    void SetUp() override
+    {
+        ArchiveFixture::SetUp();
+        gDisplayType = 0;
+        gBackUpDisp = 0;
+        gBusyFlag = 0;
+        gStatusColorFlag = 0;
+        gMailTextFontSize = 10;
+        form.Show();
+        onEvent(form.lstNameOrAddr, &ListBox::Click, [this] { lstNameOrAddr_Click(form); });
+        onEvent(form.lstSubject, &ListBox::Click, [this] { lstSubject_Click(form); });
+        onEvent(form.lblNameOrAddr, &Label::Click, [this] { lblNameOrAddr_Click(form); });
+        onEvent(form.memNameOrAddr, &MenuEntry::Click, [this] { memNameOrAddr_Click(form); });
+        DoEventsNow();
+    }
+
+    // The box of a failed database routine.
+    void expectDbReport(TextView routine, int number, TextView name = {})
+    {
+        boxes.expect(u"エラー番号： " + decimal(number) + Text(kCrLf) + u"（" +
+                         errorText(number, name) + u"）",
+                     MsgAnswer::Ok, u"エラーメッセージ (" + Text(routine) + u")");
+    }
+
+    static std::vector<Text> entries(const ListBox& list)
+    {
+        std::vector<Text> texts;
+        for (int i = 0; i < list.ListCount(); ++i)
+            texts.push_back(list.List(i));
+        return texts;
+    }
+
+    // `count` mails of one sender, a second apart, in one transaction.
+    static void storeMany(int count, const Text& sender)
+    {
+        Database opened = DBEngine::OpenDatabase(gDbPath);
+        inTransaction([&] {
+            for (int i = 0; i < count; ++i) {
+                Statement sql{
+                    u"INSERT INTO tblTolvek (tblTolvek_YMD, tblTolvek_HMS, tblTolvek_SubKey, "
+                    u"tblTolvek_SndRcvFlag, tblTolvek_SndName, tblTolvek_SndAdd, "
+                    u"tblTolvek_RcvName, "
+                    u"tblTolvek_RcvAdd, tblTolvek_Subject ) VALUES( '20000215', '101112', "};
+                sql << i << u", " << (i % 2 == 1) << u", '花', '" << sender
+                    << u"', '太', 'b@example.jp', '件名' )";
+                opened.Execute(sql, dbFailOnError);
+            }
+        });
+        opened.Close();
+    }
+
+    frmTolvek form;
+};
+
+}
