@@ -1,0 +1,19 @@
+// Text into the bytes and encoded words that mail programs really sent.
+#pragma once
+#include "platform/runtime/text.h"
+
+#include <string>
+
+namespace tolvek::sample {
+
+enum class Charset { Iso2022Jp, ShiftJis, EucJp, Utf8 };
+
+std::string label(Charset charset);
+std::string encoded(TextView text, Charset charset); // what has no form becomes 〓
+
+std::string base64(std::string_view bytes);         // one line
+std::string quotedPrintable(std::string_view line); // one line, soft breaks inside
+// ASCII as it is, else B words of at most a dozen characters each, folded.
+std::string headerText(TextView text, Charset charset);
+
+}

@@ -1,0 +1,21 @@
+// The sample: a folder as PostPet keeps one, with five filled boxes.
+#pragma once
+#include "platform/runtime/text.h"
+
+#include <filesystem>
+#include <vector>
+
+namespace tolvek::sample {
+
+struct SampleBox {
+    Text folder, listFile, mailFile;
+    int mails;
+};
+
+const std::vector<SampleBox>& sampleBoxes();
+
+// Creates the folder; files of an earlier run are replaced. The same bytes
+// each time. Throws std::system_error and std::filesystem::filesystem_error.
+void makeSampleFolder(const std::filesystem::path& folder);
+
+}

@@ -1,0 +1,12 @@
+// One letter of more lines than the archive keeps in one row.
+#pragma once
+#include "demo/letters.h"
+
+namespace tolvek::sample {
+
+inline constexpr int kDiaryDays = 62;
+inline constexpr int kDiaryLines = kDiaryDays * 10 + 2; // none of them empty
+
+Letter travelDiary();
+
+}
