@@ -50,7 +50,7 @@ TEST(HostileInput, TruncatedAnywhere)
 {
     const TempFolder folder;
     for (const std::string& file : corpus())
-        for (std::size_t size = 0; size < file.size(); size += file.size() < 200 ? 7 : 23)
+        for (std::size_t size = 0; size < file.size(); size += file.size() < 200 ? 11 : 61)
             expectGrammar(file.substr(0, size), folder);
 }
 
@@ -81,7 +81,7 @@ TEST(HostileInput, MutatedAtRandomPlaces)
 {
     const TempFolder folder;
     std::mt19937 random(19971126);
-    for (int round = 0; round < 15; ++round)
+    for (int round = 0; round < 8; ++round)
         for (const std::string& file : corpus())
             expectGrammar(mutated(file, random), folder);
 }
