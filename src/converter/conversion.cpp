@@ -40,6 +40,7 @@ std::string dateOf(const HeaderFields& fields, const std::string& separator)
         if (const std::size_t mark = stamp->rfind(';'); mark != std::string::npos)
             date = parseMailDate(std::string_view(*stamp).substr(mark + 1));
     if (!date) date = parseMailDate(separatorDate(separator));
+    if (!date) date = parseMailDate(fields.value("date"), DateRule::Nearest);
     return date ? formatMailDate(*date) : std::string();
 }
 

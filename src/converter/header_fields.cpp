@@ -18,14 +18,24 @@ std::string_view fieldName(std::string_view line)
     return printable ? name : std::string_view();
 }
 
+namespace {
+
+void append(std::string& value, std::string_view line)
+{
+    if (value.size() + line.size() < HeaderFields::kLongestField) value.append("\n").append(line);
+}
+
+}
+
 HeaderFields::HeaderFields(std::string_view head)
 {
     for (const std::string_view line : linesOf(head)) {
         const bool continuation = !line.empty() && (line[0] == ' ' || line[0] == '\t');
         if (continuation && !fields_.empty())
-            fields_.back().second.append("\n").append(line);
+            append(fields_.back().second, line);
         else if (const auto name = fieldName(line); !name.empty())
-            fields_.emplace_back(lowerAscii(name), line.substr(line.find(':') + 1));
+            fields_.emplace_back(lowerAscii(name),
+                                 line.substr(line.find(':') + 1).substr(0, kLongestField));
     }
 }
 

@@ -13,6 +13,10 @@ std::string_view fieldName(std::string_view line);
 
 class HeaderFields {
 public:
+    // What a field holds beyond is left out: no mail means it, and looking for
+    // words in an endless one would take for ever.
+    static constexpr std::size_t kLongestField = 1 << 15;
+
     explicit HeaderFields(std::string_view head);
 
     // The first field of that name that holds anything, else "". Folds stand

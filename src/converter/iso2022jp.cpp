@@ -127,20 +127,32 @@ private:
     bool shifted_ = false;
 };
 
-// Length of "$B", pairs, "(B" or "(J" at the front; 0 for anything else.
-std::size_t strippedLength(std::string_view bytes)
+bool isAssigned(std::string_view pair)
 {
-    if (!bytes.starts_with("$B") && !bytes.starts_with("$@")) return 0;
+    const auto row = static_cast<unsigned char>(pair[0]);
+    const Text one = fromAnsi(ansiOfJis(row, static_cast<unsigned char>(pair[1])));
+    return one.size() == 1 && (one[0] != u'\u30FB' || pair == "!&");
+}
+
+// How far a "$B", pairs, "(B" or "(J" at the front goes; not whole when
+// something else comes first. What was looked at isn't looked at again, so
+// that a hostile line costs no more than its length.
+struct Stripped {
+    std::size_t length = 0;
+    bool whole = false;
+};
+
+Stripped strippedAt(std::string_view bytes)
+{
+    if (!bytes.starts_with("$B") && !bytes.starts_with("$@")) return {1, false};
     std::size_t at = 2;
     while (at + 1 < bytes.size() && isJisByte(bytes[at]) && isJisByte(bytes[at + 1])) {
         const std::string_view pair = bytes.substr(at, 2);
-        if (pair == "(B" || pair == "(J") return at > 2 ? at + 2 : 0;
-        const auto row = static_cast<unsigned char>(pair[0]);
-        const Text one = fromAnsi(ansiOfJis(row, static_cast<unsigned char>(pair[1])));
-        if (one.size() != 1 || (one[0] == u'\u30FB' && pair != "!&")) return 0;
+        if (pair == "(B" || pair == "(J") return {at + 2, at > 2};
+        if (!isAssigned(pair)) break;
         at += 2;
     }
-    return 0;
+    return {at, false};
 }
 
 }
@@ -163,14 +175,15 @@ std::string restoreEscapes(std::string_view bytes)
 {
     std::string restored;
     for (std::size_t at = 0; at < bytes.size();) {
-        const std::size_t length = bytes[at] == '$' ? strippedLength(bytes.substr(at)) : 0;
-        if (length == 0) {
-            restored += bytes[at++];
+        const Stripped found = bytes[at] == '$' ? strippedAt(bytes.substr(at)) : Stripped{1, false};
+        const std::string_view run = bytes.substr(at, found.length);
+        at += run.size();
+        if (!found.whole) {
+            restored += run;
             continue;
         }
-        restored.append(1, kEsc).append(bytes.substr(at, length - 2));
-        restored.append(1, kEsc).append(bytes.substr(at + length - 2, 2));
-        at += length;
+        restored.append(1, kEsc).append(run.substr(0, run.size() - 2));
+        restored.append(1, kEsc).append(run.substr(run.size() - 2));
     }
     return restored;
 }

@@ -17,6 +17,9 @@ constexpr std::array<std::string_view, 12> kMonths{"Jan", "Feb", "Mar", "Apr", "
                                                    "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
 constexpr std::array<std::string_view, 7> kDays{"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"};
 
+constexpr int kFirstYear = 1900; // a clock that was never set gives 1904 or 1956
+constexpr int kLastYear = 9999;
+
 struct Zone {
     std::string_view name, offset;
 };
@@ -68,7 +71,7 @@ int fullYear(std::string_view digits)
 
 class DateReader {
 public:
-    std::optional<MailDate> read(std::string_view text)
+    std::optional<MailDate> read(std::string_view text, DateRule rule)
     {
         for (const std::string& word : words(bare(text), " ,\t"))
             take(word);
@@ -76,6 +79,7 @@ public:
         date_.year = fullYear(year_);
         date_.day = day_;
         if (afternoon_ && date_.hour < 12) date_.hour += 12;
+        if (rule == DateRule::Nearest) bringNear();
         return isReal() ? std::optional(date_) : std::nullopt;
     }
 
@@ -149,12 +153,24 @@ private:
             if (date_.zone.empty() && equalsAscii(word, zone.name)) date_.zone = zone.offset;
     }
 
+    void bringNear()
+    {
+        using namespace std::chrono;
+        const year_month month{std::chrono::year(date_.year),
+                               std::chrono::month(static_cast<unsigned>(date_.month))};
+        if (!month.ok() || date_.year < kFirstYear || date_.year > kLastYear) return;
+        const auto last = static_cast<unsigned>((month / std::chrono::last).day());
+        date_.day = std::clamp(date_.day, 1, static_cast<int>(last));
+        if (date_.hour > 23) date_.hour = 23, date_.minute = 59;
+        date_.minute = std::min(date_.minute, 59);
+    }
+
     bool isReal() const
     {
         const std::chrono::year_month_day day{
             std::chrono::year(date_.year), std::chrono::month(static_cast<unsigned>(date_.month)),
             std::chrono::day(static_cast<unsigned>(date_.day))};
-        return date_.year >= 1970 && date_.year <= 9999 && day.ok() && date_.hour < 24 &&
+        return date_.year >= kFirstYear && date_.year <= kLastYear && day.ok() && date_.hour < 24 &&
                date_.minute < 60;
     }
 
@@ -178,9 +194,9 @@ bool beginsLike(std::string_view word, std::string_view name)
 
 }
 
-std::optional<MailDate> parseMailDate(std::string_view text)
+std::optional<MailDate> parseMailDate(std::string_view text, DateRule rule)
 {
-    return DateReader().read(text);
+    return DateReader().read(text, rule);
 }
 
 std::string formatMailDate(const MailDate& date)

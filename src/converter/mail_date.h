@@ -14,10 +14,15 @@ struct MailDate {
     std::string zone; // "+0900"; empty when none could be told
 };
 
+// What the field says, strictly, or the nearest there is: 31 Feb as the last
+// of February, 25:00 as 23:59. The latter is for a mail that has no other
+// date, as a mail without one is not archived.
+enum class DateRule { Strict, Nearest };
+
 // Internet and ctime form, 2003/03/10 form; day name missing or wrong; years
 // of two digits (50 to 99 are 19xx) and three (counted from 1900); no seconds,
-// no time, no zone. Nothing without a day that the calendar has.
-std::optional<MailDate> parseMailDate(std::string_view text);
+// no time, no zone.
+std::optional<MailDate> parseMailDate(std::string_view text, DateRule rule = DateRule::Strict);
 
 std::string formatMailDate(const MailDate& date);
 

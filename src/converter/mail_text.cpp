@@ -98,9 +98,10 @@ private:
         const bool attached =
             lowerAscii(fields.value("content-disposition")).starts_with("attachment");
         auto& place = !plain ? other_ : attached ? attached_ : plain_;
+        if (place) return;
         Text text = decodeBody(fields, content, body);
         const bool holdsText = !trimSpace(TextView(text)).empty();
-        if (!place && (holdsText || depth == 0)) place = std::move(text);
+        if (holdsText || depth == 0) place = std::move(text);
     }
 
     std::optional<Text> plain_, attached_, other_;

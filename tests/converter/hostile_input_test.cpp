@@ -99,6 +99,26 @@ TEST(HostileInput, TextsOfAnyBytesAreDecodedWithinTheRecord)
     }
 }
 
+std::string repeated(const std::string& piece, std::size_t size)
+{
+    std::string text;
+    while (text.size() < size)
+        text += piece;
+    return text;
+}
+
+// Each of these once took the square of its length.
+TEST(HostileInput, EndlessRunsOfBeginningsTakeNoLongerThanTheirLength)
+{
+    const TempFolder folder;
+    const std::string date = "Date: 1 Jan 2000 1:00\n";
+    for (const char* piece : {"=?a?B?", "=?a?Q?", "\\\"(<", "((", ",a", "$B", "$B$\""}) {
+        const std::string run = repeated(piece, 200000);
+        expectGrammar("From: " + run + "\n" + date + "Subject: " + run + "\n\nx\n", folder);
+        expectGrammar(date + "\n" + run + "\n", folder);
+    }
+}
+
 TEST(HostileInput, PartsWithinPartsWithinPartsEnd)
 {
     const TempFolder folder;
