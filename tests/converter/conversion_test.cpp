@@ -25,6 +25,13 @@ void writeBox(const std::filesystem::path& path, int count)
         box << mail(number);
 }
 
+// The address sanitizer holds freed memory back: a quarter of a gigabyte.
+#if defined(__SANITIZE_ADDRESS__)
+constexpr long kGrowthBound = 400 * 1024;
+#else
+constexpr long kGrowthBound = 2048;
+#endif
+
 long memoryInKilobytes()
 {
     std::ifstream status("/proc/self/status");
@@ -48,9 +55,7 @@ TEST(Conversion, ThirtyThousandMailsPassThroughWithoutBeingHeld)
     EXPECT_EQ(result.status, ConversionStatus::Converted);
     EXPECT_EQ(result.count, 30000);
     EXPECT_EQ(readTemp(folder / "Tolvek.Tmp").back().subject, "no. 30000");
-#if !defined(__SANITIZE_ADDRESS__)
-    EXPECT_LT(grown, 2048);
-#endif
+    EXPECT_LT(grown, kGrowthBound);
 }
 
 TEST(Conversion, MoreMailsThanTheCountCanTellAreRefusedWhole)
