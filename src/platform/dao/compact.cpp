@@ -40,12 +40,35 @@ void copyTo(const path& source, const path& side)
     Engine::instance().rest(); // the callers rename the source next
 }
 
+// Left there by a database of that name which is gone; the engine would play
+// them into the new one.
+void removeJournals(const path& database)
+{
+    for (const char* suffix : {"-journal", "-wal", "-shm"}) {
+        path journal = database;
+        journal += suffix;
+        if (fileExists(journal)) removeFile(journal);
+    }
+}
+
+// A name that may be gone after a power cut isn't given at all.
+void flushNewName(const path& target)
+{
+    try {
+        flushFolder(target.parent_path());
+    } catch (const std::system_error&) {
+        removeFile(target);
+        throw;
+    }
+}
+
 void putInPlace(const path& side, const path& target)
 {
     onDisk([&] {
         flushFileToDisk(side);
+        removeJournals(target);
         renameFile(side, target);
-        flushFolder(target.parent_path());
+        flushNewName(target);
     });
 }
 

@@ -15,6 +15,7 @@ namespace tolvek {
 namespace {
 
 constexpr std::size_t kKeptStatements = 100;
+constexpr std::uintmax_t kHeaderSize = 100;
 int patience = 5000;
 
 int compareGeneralUtf16(void*, int sizeA, const void* a, int sizeB, const void* b)
@@ -39,7 +40,8 @@ std::shared_ptr<Connection> Connection::open(const std::filesystem::path& path)
 {
     std::shared_ptr<Connection> opened(new Connection(path));
     if (!fileExists(path)) throw RuntimeError(3024, opened->name_);
-    if (std::filesystem::file_size(path) == 0) throw RuntimeError(3343, opened->name_);
+    // SQLite takes an empty file for a database without tables.
+    if (std::filesystem::file_size(path) < kHeaderSize) throw RuntimeError(3343, opened->name_);
     // The superuser may write all the same; a file that is meant to be read
     // only stays as it is.
     opened->readOnly_ = isReadOnly(path) || isReadOnly(folderOf(path));
@@ -56,6 +58,7 @@ std::shared_ptr<Connection> Connection::create(const std::filesystem::path& path
     created->pragma(u"PRAGMA encoding = 'UTF-16le'");
     created->pragma(u"PRAGMA application_id = 1416590923");
     created->pragma(u"PRAGMA user_version = 1");
+    created->setManner();
     created->written_ = true;
     return created;
 }
@@ -70,6 +73,13 @@ Connection::~Connection()
     }
 }
 
+std::filesystem::path Connection::beside(const char* suffix) const
+{
+    std::filesystem::path name = path_;
+    name += suffix;
+    return name;
+}
+
 void Connection::openHandle(int flags)
 {
     const std::u8string name = path_.u8string();
@@ -80,27 +90,48 @@ void Connection::openHandle(int flags)
     configure();
 }
 
+// Nothing here may read the file: look() must have seen its header first.
 void Connection::configure()
 {
     sqlite3_create_collation(handle_, "GENERAL", SQLITE_UTF16LE, nullptr, compareGeneralUtf16);
     sqlite3_db_config(handle_, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
     sqlite3_db_config(handle_, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
-    pragma(u"PRAGMA synchronous = FULL");
-    pragma(u"PRAGMA temp_store = MEMORY");
-    pragma(u"PRAGMA cache_size = -16384");
+    sqlite3_db_config(handle_, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
     sqlite3_busy_timeout(handle_, 0);
 }
 
+void Connection::setManner()
+{
+    pragma(u"PRAGMA synchronous = FULL");
+    pragma(u"PRAGMA temp_store = MEMORY");
+    pragma(u"PRAGMA cache_size = -16384");
+    sqlite3_busy_timeout(handle_, patience);
+}
+
 // The first reading: shows at once what is damaged or held by another program,
-// and takes back what a killed program left half done.
+// and takes back what a killed program left half done. A journal to be taken
+// back may turn the header into that of a file with a log, which opens under
+// an exclusive lock only.
 void Connection::look()
 {
-    if (headerSaysLog()) {
+    const bool mayHaveLog = headerSaysLog() || fileExists(beside("-journal"));
+    if (mayHaveLog)
         pragma(u"PRAGMA locking_mode = EXCLUSIVE");
-        log_ = written_ = !readOnly_;
-    }
+    else if (!readOnly_)
+        removeForeignLog();
     pragma(u"SELECT count(*) FROM sqlite_master");
-    sqlite3_busy_timeout(handle_, patience);
+    const bool hasLog = pragma(u"PRAGMA journal_mode") == u"wal";
+    log_ = written_ = hasLog && !readOnly_;
+    if (mayHaveLog && !hasLog) shareLock();
+    if (!readOnly_ && !hasLog) removeColdJournal();
+    setManner();
+}
+
+// The lock goes with the next reading.
+void Connection::shareLock()
+{
+    pragma(u"PRAGMA locking_mode = NORMAL");
+    pragma(u"SELECT count(*) FROM sqlite_master");
 }
 
 // Bytes 18 and 19 of the header. Read through SQLite's own file, since closing
@@ -112,6 +143,31 @@ bool Connection::headerSaysLog() const
     std::array<unsigned char, 20> header{};
     const int code = file->pMethods->xRead(file, header.data(), static_cast<int>(header.size()), 0);
     return code == SQLITE_OK && header[18] == 2 && header[19] == 2;
+}
+
+// A journal that is still there once the file was read has nothing to take
+// back: a program was killed before it wrote into it. With the lock in hand it
+// isn't another program's either.
+void Connection::removeColdJournal()
+{
+    const std::filesystem::path journal = beside("-journal");
+    if (!fileExists(journal)) return;
+    try {
+        begin();
+    } catch (const RuntimeError& error) {
+        if (error.number() == 3356) return;
+        throw;
+    }
+    onDisk([&] { removeFile(journal); });
+    rollback();
+}
+
+// A file at rest never has a log. One beside it was left by another file of
+// that name, and SQLite would play it into this one.
+void Connection::removeForeignLog()
+{
+    const std::filesystem::path log = beside("-wal");
+    if (fileExists(log)) onDisk([&] { removeFile(log); });
 }
 
 bool Connection::hasMoved() const
@@ -187,17 +243,17 @@ void Connection::enterLog()
 
 void Connection::begin()
 {
-    query(u"BEGIN IMMEDIATE")->run();
+    pragma(u"BEGIN IMMEDIATE");
 }
 
 void Connection::commit()
 {
-    query(u"COMMIT")->run();
+    pragma(u"COMMIT");
 }
 
 void Connection::rollback()
 {
-    if (inTransaction()) query(u"ROLLBACK")->run();
+    if (inTransaction()) pragma(u"ROLLBACK");
 }
 
 void Connection::settle()
@@ -206,8 +262,7 @@ void Connection::settle()
     pragma(u"PRAGMA synchronous = FULL");
     pragma(u"PRAGMA wal_checkpoint(TRUNCATE)");
     if (pragma(u"PRAGMA journal_mode = DELETE") != u"delete") throw lockedError(name_);
-    pragma(u"PRAGMA locking_mode = NORMAL");
-    pragma(u"SELECT count(*) FROM sqlite_master");
+    shareLock();
     log_ = false;
 }
 

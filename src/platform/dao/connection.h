@@ -27,10 +27,11 @@ public:
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
 
+    // One query at a time: making another may clear the cache that holds it.
     std::unique_ptr<Query> query(TextView sql);
     // One that came from the program: failures get the numbers of statements.
     std::unique_ptr<Query> query(const SqlText& sql);
-    // As stated here, without keeping it; the first column of the first row.
+    // Beside the cache, also while a query is in use; the first column of the first row.
     Text pragma(TextView sql);
     const Table& table(TextView name);
     void forgetTables() { tables_.clear(); }
@@ -62,8 +63,13 @@ private:
     explicit Connection(std::filesystem::path path);
     void openHandle(int flags);
     void configure();
+    void setManner();
     void look();
+    void shareLock();
+    std::filesystem::path beside(const char* suffix) const;
+    void removeColdJournal();
     bool headerSaysLog() const;
+    void removeForeignLog();
     void enterLog();
     sqlite3_stmt* prepared(TextView sql, const SqlText* statement);
     void finalizeAll();

@@ -96,9 +96,10 @@ public:
     IndexList Indexes;
 };
 
-// A dynaset: the ordered keys are fetched at opening, rows and columns when
-// they are asked for, so that counting never reads a mail's text. Behind the
-// order asked for (or without one) rows come in primary key order.
+// A dynaset, of SELECT with * or a list of columns FROM one table: the ordered keys are fetched at
+// opening, rows and columns when they are asked for, so that counting never reads a mail's text.
+// Behind the order asked for (or without one) rows come in primary key order. A recordset doesn't
+// keep its database open.
 class Recordset {
 public:
     Recordset();
@@ -138,7 +139,8 @@ public:
     void Execute(const Statement& sql, int options);
     TableDef CreateTableDef(TextView name) const;
     TableDefList TableDefs();
-    // An open transaction of the workspace is rolled back for this database.
+    // The workspace's open transaction is rolled back and ends, if this
+    // database took part in it or nothing was done in it yet.
     void Close();
     bool isOpen() const;
 
@@ -162,9 +164,9 @@ private:
 
 class Workspace {
 public:
-    void BeginTrans();
-    void CommitTrans(); // without BeginTrans: 3034
-    void Rollback();
+    void BeginTrans();  // inner ones belong to the outermost
+    void CommitTrans(); // without BeginTrans: 3034; of work that a full disk undid: 3034
+    void Rollback();    // of all levels
     // A present target: 3204. `locale` names the sort order; there is one.
     Database CreateDatabase(TextView path, TextView locale);
 };

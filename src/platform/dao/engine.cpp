@@ -84,21 +84,25 @@ std::shared_ptr<Connection> Engine::created(const std::filesystem::path& path)
     return open_.emplace_back(Connection::create(path));
 }
 
-// The home platform rolls the whole workspace back when a database with a
-// transaction is closed.
 void Engine::released(const std::shared_ptr<Connection>& connection)
 {
-    if (!connection->isOpen()) return;
-    if (connection->inTransaction() && connection->holders == 0) rollback();
-    if (connection->holders == 0 && sessions_ == 0) closeIdle();
-    if (connection->holders == 0 &&
-        std::find(open_.begin(), open_.end(), connection) == open_.end())
-        connection->close();
+    if (connection->holders > 0) return;
+    if (depth_ > 0 && (isJoined(connection) || inTransaction_.empty())) rollback();
+    if (sessions_ > 0 || !connection->isOpen()) return;
+    closeIdle();
+    if (std::find(open_.begin(), open_.end(), connection) == open_.end()) connection->close();
+}
+
+bool Engine::isJoined(const std::shared_ptr<Connection>& connection) const
+{
+    return std::find(inTransaction_.begin(), inTransaction_.end(), connection) !=
+           inTransaction_.end();
 }
 
 void Engine::leaveSession()
 {
     if (sessions_ == 0 || --sessions_ > 0) return;
+    if (depth_ > 0) rollback();
     rest();
     eachInTurn(open_, [](Connection& connection) { connection.settle(); });
 }
@@ -161,8 +165,7 @@ void Engine::rollback()
 
 void Engine::prepareToWrite(const std::shared_ptr<Connection>& connection)
 {
-    const bool joined =
-        std::find(inTransaction_.begin(), inTransaction_.end(), connection) != inTransaction_.end();
+    const bool joined = isJoined(connection);
     if (joined && !connection->inTransaction()) throw noTransaction();
     connection->prepareToWrite(sessions_ > 0);
     if (joined || depth_ == 0) return;

@@ -33,7 +33,9 @@ public:
 
     std::shared_ptr<Connection> acquire(const std::filesystem::path& path);
     std::shared_ptr<Connection> created(const std::filesystem::path& path);
-    // A database of this connection was closed.
+    // A database of this connection was closed. Ends the transaction that it
+    // took part in, and one in which nothing was done yet: left open, it would
+    // swallow the next one's commit.
     void released(const std::shared_ptr<Connection>& connection);
 
     void enterSession() { ++sessions_; }
@@ -50,6 +52,7 @@ public:
 
 private:
     using Connections = std::vector<std::shared_ptr<Connection>>;
+    bool isJoined(const std::shared_ptr<Connection>& connection) const;
     void endTransaction();
     void closeIdle();
 

@@ -17,9 +17,8 @@ Text orderClause(const SelectText& text, const Table& table)
 {
     Text order = text.ordered ? text.rest + u", " : text.rest + u" ORDER BY ";
     const auto given = [&](const Text& column) {
-        return std::any_of(
-            text.orderColumns.begin(), text.orderColumns.end(),
-            [&](const Text& asked) { return upperAscii(asked) == upperAscii(column); });
+        return std::any_of(text.orderColumns.begin(), text.orderColumns.end(),
+                           [&](const Text& asked) { return sameName(asked, column); });
     };
     for (const Text& column : table.keyColumns)
         if (!given(column)) order += quotedName(column) + u", ";
@@ -56,20 +55,23 @@ Bound assignable(const Text& text, const Column& column)
 
 }
 
-Recordset::State::State(std::shared_ptr<OpenHandle> standsOn, const SqlText& sql)
-    : database(std::move(standsOn))
+Recordset::State::State(const std::shared_ptr<OpenHandle>& standsOn, const SqlText& sql)
+    : database(standsOn)
 {
     const SelectText text = selectText(sql);
     table = connection().table(text.table);
+    firstMemo_ = table.firstMemo();
     select(text.columns);
+    fetchSql_.resize(selected.size());
     fetchKeys(text, sql);
     visit(0);
 }
 
 Connection& Recordset::State::connection() const
 {
-    if (!database || !database->isOpen()) throw RuntimeError(3420);
-    return *database->connection;
+    const auto standsOn = database.lock();
+    if (!standsOn || !standsOn->isOpen()) throw RuntimeError(3420);
+    return *standsOn->connection;
 }
 
 void Recordset::State::select(const std::vector<Text>& columns)
@@ -126,23 +128,31 @@ Value Recordset::State::value(int at)
     rowChanges_ = from.changes();
     std::optional<Value>& known = row_[static_cast<std::size_t>(at)];
     if (known) return *known;
-    std::vector<int> together{at};
-    if (isShort(selected[static_cast<std::size_t>(at)])) {
-        together.clear();
-        for (int other = 0; other < static_cast<int>(selected.size()); ++other)
-            if (isShort(selected[static_cast<std::size_t>(other)])) together.push_back(other);
-    }
-    fetch(together);
+    fetch(fetchedTogether(at));
     return *known;
+}
+
+std::vector<int> Recordset::State::fetchedTogether(int at) const
+{
+    if (!isShort(at)) return {at};
+    std::vector<int> together;
+    for (int other = 0; other < static_cast<int>(selected.size()); ++other)
+        if (isShort(other)) together.push_back(other);
+    return together;
+}
+
+const Text& Recordset::State::fetchSql(const std::vector<int>& places)
+{
+    Text& sql = fetchSql_[static_cast<std::size_t>(places.front())];
+    if (!sql.empty()) return sql;
+    for (const int at : places)
+        sql += (sql.empty() ? u"SELECT " : u", ") + quotedName(columnAt(at).name);
+    return sql += u" FROM " + quotedName(table.name) + u" WHERE rowid = ?1";
 }
 
 void Recordset::State::fetch(const std::vector<int>& places)
 {
-    Text list;
-    for (const int at : places)
-        list += (list.empty() ? u"" : u", ") + quotedName(columnAt(at).name);
-    const auto query = connection().query(u"SELECT " + list + u" FROM " + quotedName(table.name) +
-                                          u" WHERE rowid = ?1");
+    const auto query = connection().query(fetchSql(places));
     query->bind(1, keys[position]);
     if (!query->step()) throw RuntimeError(3167);
     for (std::size_t i = 0; i < places.size(); ++i)
@@ -172,7 +182,7 @@ void Recordset::State::insertPending()
     const Text content =
         values.empty() ? Text(u" DEFAULT VALUES") : u" (" + names + u") VALUES (" + places + u")";
     const auto query = connection().query(u"INSERT INTO " + quotedName(table.name) + content);
-    Engine::instance().prepareToWrite(database->connection);
+    Engine::instance().prepareToWrite(database.lock()->connection);
     query->bindAll(values).run();
 }
 

@@ -8,7 +8,7 @@
 namespace tolvek {
 
 struct Recordset::State {
-    State(std::shared_ptr<OpenHandle> database, const SqlText& sql);
+    State(const std::shared_ptr<OpenHandle>& database, const SqlText& sql);
 
     Connection& connection() const; // 3420 once the database is closed
     bool atEnd() const { return position >= keys.size(); }
@@ -19,7 +19,9 @@ struct Recordset::State {
     void assign(int selectedPosition, std::optional<Bound> value);
     void insertPending();
 
-    std::shared_ptr<OpenHandle> database;
+    // Not an owner: a database let go is closed, whatever recordset is left,
+    // or a forgotten one would keep its transaction open.
+    std::weak_ptr<OpenHandle> database;
     Table table;
     std::vector<int> selected;      // places in table.columns
     std::vector<std::int64_t> keys; // rowids in the order asked for
@@ -31,11 +33,15 @@ private:
     void select(const std::vector<Text>& columns);
     void fetchKeys(const SelectText& text, const SqlText& sql);
     void fetch(const std::vector<int>& places);
-    bool isShort(int place) const { return place < table.firstMemo(); }
+    bool isShort(int at) const { return selected[static_cast<std::size_t>(at)] < firstMemo_; }
+    std::vector<int> fetchedTogether(int at) const;
+    const Text& fetchSql(const std::vector<int>& places);
 
     std::vector<std::optional<Value>> row_; // by selected position
     std::int64_t rowChanges_ = -1;          // the connection's count when row_ was read
     std::vector<std::optional<Bound>> pending_;
+    int firstMemo_ = 0;
+    std::vector<Text> fetchSql_; // by the first of the places fetched together
 };
 
 }

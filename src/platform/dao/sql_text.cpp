@@ -188,6 +188,13 @@ Text shownExpression(TextView statement)
     return trim(where == TextView::npos ? statement : statement.substr(where + 7));
 }
 
+bool sameName(TextView a, TextView b)
+{
+    const auto upper = [](char16_t c) { return c >= u'a' && c <= u'z' ? c - 32 : c + 0; };
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [&](char16_t x, char16_t y) { return upper(x) == upper(y); });
+}
+
 Text upperAscii(TextView text)
 {
     Text upper(text);

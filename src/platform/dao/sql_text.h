@@ -35,5 +35,6 @@ SqlText sqlText(const Statement& statement);
 Text shownExpression(TextView statement);
 
 Text upperAscii(TextView text);
+bool sameName(TextView a, TextView b); // case doesn't count
 
 }

@@ -25,7 +25,7 @@ int unknownNames(Connection& connection, const SqlText& statement)
 {
     std::set<Text> unknown, tables;
     for (const SqlWord& word : statement.words)
-        if (!isKeyword(word.upper) && tableExists(connection, statement.word(word)))
+        if (!isKeyword(word.upper) && tableExists(connection, word.upper))
             tables.insert(word.upper);
     for (const SqlWord& word : statement.words) {
         const bool column = std::any_of(tables.begin(), tables.end(), [&](const Text& table) {

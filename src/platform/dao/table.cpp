@@ -10,9 +10,8 @@ namespace tolvek {
 
 int Table::position(TextView column) const
 {
-    const Text wanted = upperAscii(column);
     const auto found = std::find_if(columns.begin(), columns.end(),
-                                    [&](const Column& c) { return upperAscii(c.name) == wanted; });
+                                    [&](const Column& c) { return sameName(c.name, column); });
     return found == columns.end() ? -1 : static_cast<int>(found - columns.begin());
 }
 

@@ -6,6 +6,8 @@
 #include "platform/system/files.h"
 #include "support/temp_folder.h"
 
+#include <algorithm>
+
 #include <gtest/gtest.h>
 
 namespace tolvek::test {

@@ -127,7 +127,7 @@ std::vector<Text> randomTexts(std::size_t count)
 
 TEST(GeneralOrder, IsATotalOrderWhoseEqualTextsAreTheFoldedOnes)
 {
-    const auto texts = randomTexts(700);
+    const auto texts = randomTexts(300);
     for (const Text& a : texts)
         for (const Text& b : texts) {
             const int order = sign(compareGeneral(a, b));
@@ -139,7 +139,7 @@ TEST(GeneralOrder, IsATotalOrderWhoseEqualTextsAreTheFoldedOnes)
 
 TEST(GeneralOrder, TheQuickWayAgreesWithTheWholeKeys)
 {
-    const auto texts = randomTexts(700);
+    const auto texts = randomTexts(300);
     for (const Text& a : texts)
         for (const Text& b : texts) {
             const int byKey = sign(generalKey(a).compare(generalKey(b)));

@@ -1,0 +1,164 @@
+// Where the file stands between commands: nothing beside it, all of it there.
+#include "dao_fixture.h"
+
+#include <sys/stat.h>
+
+namespace tolvek::test {
+namespace {
+
+TEST_F(DaoTest, OutsideOfASessionEveryCloseIsAtRest)
+{
+    Database database = opened();
+    addMail(database, u"2000", 1);
+    database.Close();
+    EXPECT_EQ(files(), Names{"Test.Mdb"});
+    EXPECT_EQ(journalManner(), 1);
+}
+
+TEST_F(DaoTest, InASessionTheLogTakesTheCommitsAndItsEndBringsThemHome)
+{
+    {
+        DBEngine::Session outer;
+        Database database = opened();
+        {
+            DBEngine::Session inner;
+            addMail(database, u"2000", 1);
+            database.Close();
+        }
+        EXPECT_EQ(files(), (Names{"Test.Mdb", "Test.Mdb-wal"}));
+    }
+    EXPECT_EQ(files(), Names{"Test.Mdb"});
+    EXPECT_EQ(journalManner(), 1);
+    EXPECT_EQ(mails(), 1);
+}
+
+TEST_F(DaoTest, RestPutsIdleFilesAtRestWithinASession)
+{
+    DBEngine::Session session;
+    Database database = opened();
+    addMail(database, u"2000", 1);
+    DBEngine::Rest();
+    EXPECT_TRUE(database.isOpen());
+    addMail(database, u"2000", 2);
+    database.Close();
+    DBEngine::Rest();
+    EXPECT_EQ(files(), Names{"Test.Mdb"});
+    renameFile(folder_ / "Test.Mdb", folder_ / "Moved.Mdb");
+    EXPECT_EQ(errorOf([&] { opened(); }), 3024);
+    database = DBEngine::OpenDatabase(path("Moved.Mdb"));
+    EXPECT_EQ(rows(database, Statement{u"SELECT * FROM tblMail"}), 2);
+    database.Close();
+    DBEngine::Rest();
+    removeFile(folder_ / "Moved.Mdb");
+    EXPECT_EQ(files(), Names{});
+}
+
+TEST_F(DaoTest, ADatabaseStillOpenIsAtRestBehindTheSession)
+{
+    Database database = opened();
+    {
+        DBEngine::Session session;
+        addMail(database, u"2000", 1);
+    }
+    EXPECT_EQ(files(), Names{"Test.Mdb"});
+    EXPECT_EQ(journalManner(), 1);
+    addMail(database, u"2000", 2);
+    EXPECT_EQ(mails(), 2);
+}
+
+TEST_F(DaoTest, TheEndOfTheSessionEndsAForgottenTransaction)
+{
+    Database database = opened();
+    {
+        DBEngine::Session session;
+        DBEngine::Workspaces(0).BeginTrans();
+        addMail(database, u"2000", 1);
+    }
+    EXPECT_EQ(errorOf([] { DBEngine::Workspaces(0).CommitTrans(); }), 3034);
+    EXPECT_EQ(mails(), 0);
+    EXPECT_EQ(files(), Names{"Test.Mdb"});
+}
+
+TEST_F(DaoTest, ADatabaseLetGoWithoutCloseIsClosed)
+{
+    {
+        Database database = opened();
+        addMail(database, u"2000", 1);
+        DBEngine::Workspaces(0).BeginTrans();
+        addMail(database, u"2000", 2);
+    }
+    EXPECT_EQ(files(), Names{"Test.Mdb"});
+    EXPECT_EQ(mails(), 1);
+}
+
+TEST_F(DaoTest, AnotherFileUnderTheNameIsTheOneThatIsOpened)
+{
+    createTables(path("Other.Mdb"));
+    DBEngine::Session session;
+    Database database = opened();
+    EXPECT_EQ(rows(database, Statement{u"SELECT * FROM tblMail"}), 0);
+    database.Close();
+    database = DBEngine::OpenDatabase(path("Other.Mdb"));
+    addMail(database, u"2000", 1);
+    database.Close();
+    DBEngine::Rest();
+    replaceFile(folder_ / "Other.Mdb", folder_ / "Test.Mdb");
+    EXPECT_EQ(mails(), 1);
+}
+
+TEST_F(DaoTest, AReadingNeverChangesTheFile)
+{
+    Database database = opened();
+    addMail(database, u"2000", 1);
+    database.Close();
+    const std::string before = bytes();
+    const auto time = std::filesystem::last_write_time(folder_ / "Test.Mdb");
+    int writes = 0;
+    setFileProbe([&](FileOperation operation, const Path&) {
+        writes += operation != FileOperation::Read && operation != FileOperation::Open;
+    });
+    {
+        DBEngine::Session session;
+        EXPECT_EQ(mails(), 1);
+    }
+    EXPECT_EQ(mails(), 1);
+    setFileProbe({});
+    EXPECT_EQ(writes, 0);
+    EXPECT_EQ(bytes(), before);
+    EXPECT_EQ(std::filesystem::last_write_time(folder_ / "Test.Mdb"), time);
+}
+
+class ReadOnlyTest : public DaoTest, public testing::WithParamInterface<bool> {
+protected:
+    Path guarded() const { return GetParam() ? folder_.path() : folder_ / "Test.Mdb"; }
+    ~ReadOnlyTest() override { chmod(guarded().c_str(), 0755); }
+};
+
+TEST_P(ReadOnlyTest, CanBeReadButNotWritten)
+{
+    Database database = opened();
+    addMail(database, u"2000", 1);
+    database.Close();
+    ASSERT_EQ(chmod(guarded().c_str(), GetParam() ? 0555 : 0444), 0);
+    setFileProbe([](FileOperation operation, const Path& path) {
+        if (operation != FileOperation::Open && operation != FileOperation::Read &&
+            operation != FileOperation::List)
+            throw std::system_error(EROFS, std::generic_category(), path.string());
+    });
+    const std::string before = bytes();
+    DBEngine::Session session;
+    EXPECT_EQ(mails(), 1);
+    database = opened();
+    EXPECT_EQ(errorOf([&] { addMail(database, u"2000", 2); }), 3027);
+    EXPECT_EQ(errorOf([&] { inTransaction([&] { addMail(database, u"2000", 2); }); }), 3027);
+    EXPECT_EQ(errorOf([&] { database.TableDefs().Append(mailTable(database)); }), 3010);
+    database.Close();
+    DBEngine::Rest();
+    EXPECT_EQ(bytes(), before);
+    EXPECT_EQ(files(), Names{"Test.Mdb"});
+}
+
+INSTANTIATE_TEST_SUITE_P(FileAndFolder, ReadOnlyTest, testing::Bool());
+
+}
+}

@@ -1,0 +1,121 @@
+// A program that dies at any moment loses nothing that was committed.
+#include "dao_fixture.h"
+
+#include "child_process.h"
+
+#include <csignal>
+
+namespace tolvek::test {
+namespace {
+
+TEST_F(DaoTest, CommitsInASessionSurviveAKill)
+{
+    ASSERT_EQ(inChild([&]() -> int {
+                  DBEngine::Session session;
+                  Database database = opened();
+                  addMail(database, u"2000", 1);
+                  inTransaction([&] { addMail(database, u"2000", 2); });
+                  DBEngine::Workspaces(0).BeginTrans();
+                  addMail(database, u"2000", 3);
+                  return kill(getpid(), SIGKILL);
+              }),
+              -1);
+    EXPECT_EQ(files(), (Names{"Test.Mdb", "Test.Mdb-wal"}));
+    EXPECT_EQ(mails(), 2);
+    EXPECT_EQ(files(), Names{"Test.Mdb"});
+    EXPECT_EQ(journalManner(), 1);
+}
+
+TEST_F(DaoTest, OutsideOfASessionAKilledTransactionIsTakenBack)
+{
+    ASSERT_EQ(inChild([&]() -> int {
+                  Database database = opened();
+                  addMail(database, u"2000", 1);
+                  DBEngine::Workspaces(0).BeginTrans();
+                  addMail(database, u"2000", 2);
+                  _exit(7);
+              }),
+              7);
+    EXPECT_EQ(mails(), 1);
+    EXPECT_EQ(files(), Names{"Test.Mdb"});
+}
+
+// Dies before the n-th operation that changes something, from the first one
+// until the work gets through.
+TEST_F(DaoTest, AtEveryOperationAKillLeavesAllCommitsAndNoHalf)
+{
+    const std::string before = bytes();
+    const auto workThatDies = [&](int fatal) {
+        int count = 0, committed = 0;
+        setFileProbe([&](FileOperation operation, const Path&) {
+            const bool changes =
+                operation != FileOperation::Read && operation != FileOperation::Open;
+            if (changes && ++count == fatal) _exit(10 + committed);
+        });
+        {
+            DBEngine::Session session;
+            Database database = opened();
+            for (int number = 1; number <= 2; ++number) {
+                inTransaction([&] {
+                    addMail(database, u"2000", number);
+                    addMail(database, u"2001", number);
+                });
+                ++committed;
+            }
+            database.Close();
+        }
+        return 1;
+    };
+    int died = 0;
+    for (int fatal = 1;; ++fatal, ++died) {
+        for (const std::string& name : files())
+            removeFile(folder_ / name);
+        writeBytes(folder_ / "Test.Mdb", before);
+        const int code = inChild([&] { return workThatDies(fatal); });
+        if (code == 1) break;
+        ASSERT_GE(code, 10);
+        const int found = mails();
+        ASSERT_TRUE(found == 2 * (code - 10) || found == 2 * (code - 9)) << fatal << ": " << found;
+        ASSERT_EQ(files(), Names{"Test.Mdb"});
+        ASSERT_EQ(journalManner(), 1);
+    }
+    EXPECT_GT(died, 15);
+    EXPECT_EQ(mails(), 4);
+}
+
+TEST_F(DaoTest, ALogOfAnotherFileIsNotPlayedIn)
+{
+    const std::string atRest = bytes();
+    ASSERT_EQ(inChild([&]() -> int {
+                  DBEngine::Session session;
+                  Database database = opened();
+                  addMail(database, u"2000", 1);
+                  _exit(7);
+              }),
+              7);
+    writeBytes(folder_ / "Test.Mdb", atRest);
+    EXPECT_EQ(mails(), 0);
+    EXPECT_EQ(files(), Names{"Test.Mdb"});
+}
+
+TEST_F(DaoTest, ALogBesideAReadOnlyFileIsNeverOverlooked)
+{
+    ASSERT_EQ(inChild([&]() -> int {
+                  DBEngine::Session session;
+                  Database database = opened();
+                  addMail(database, u"2000", 1);
+                  _exit(7);
+              }),
+              7);
+    std::filesystem::permissions(folder_ / "Test.Mdb", std::filesystem::perms::owner_read);
+    const std::string before = bytes();
+    int found = -1;
+    const int error = errorOf([&] { found = mails(); });
+    EXPECT_TRUE(error != 0 || found == 1) << error << " " << found;
+    EXPECT_EQ(bytes(), before);
+    std::filesystem::permissions(folder_ / "Test.Mdb", std::filesystem::perms::owner_all);
+    EXPECT_EQ(mails(), 1);
+}
+
+}
+}
