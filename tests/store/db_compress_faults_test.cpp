@@ -1,71 +1,43 @@
-// Ends the process at every file operation of a compaction in turn, and makes
-// each of them fail in turn. What must never happen: that the mails are gone,
-// or that no start finds them again.
-#include "platform/system/child_process.h"
+// What must never happen to the mails at a start, wherever it is cut off or
+// fails: that they are gone, or that no later start finds them again.
 #include "store/database_files.h"
 #include "store/db_compress.h"
 #include "store/db_start.h"
+#include "store/fault_injection.h"
 #include "support/archive_fixture.h"
 
 namespace tolvek::test {
 namespace {
 
-constexpr int kCutOff = 42;
-constexpr int kManyOperations = 5000; // more than any compaction here has
-
-struct Disk {
-    const char* name;
-    bool knowsSecondNames;
-};
-
-class DbCompressFaultsTest : public ArchiveFixture, public ::testing::WithParamInterface<Disk> {
+class FaultsTest : public ArchiveFixture {
 protected:
     void SetUp() override
     {
         ArchiveFixture::SetUp();
-        setMsgBoxHandler([](const MsgBoxRequest&) { return MsgAnswer::Ok; });
+        setMsgBoxHandler([](const MsgBoxRequest& box) {
+            return box.buttons == MsgButtons::YesNo ? MsgAnswer::Yes : MsgAnswer::Ok;
+        });
         store(mail(u"a@b.jp", u"c@d.jp", u"一通目"));
         dbCompress(gDbPath); // so there is a generation before
         store(mail(u"a@b.jp", u"c@d.jp", u"二通目", u"20000216"));
-        std::filesystem::create_directory(kept());
-        copyAll(folder.path(), kept());
     }
 
-    Path kept() const { return folder / "kept"; }
-
-    static void copyAll(const Path& from, const Path& to)
+    // From here on putBack() gives what stands in the folder now.
+    void keep()
     {
-        for (const std::string& name : fileNames(from))
-            std::filesystem::copy_file(from / name, to / name);
+        std::filesystem::create_directory(folder / "kept");
+        copyAll(folder.path(), folder / "kept");
     }
     void putBack()
     {
         for (const std::string& name : fileNames(folder.path()))
             std::filesystem::remove(folder / name);
-        copyAll(kept(), folder.path());
+        copyAll(folder / "kept", folder.path());
     }
-
-    // Runs `fault` at the operation with that number, counted from 0.
-    static void faultAt(int number, const std::function<void()>& fault)
+    static void copyAll(const Path& from, const Path& to)
     {
-        setFileProbe([number, fault, next = 0](FileOperation operation, const Path&) mutable {
-            if (operation == FileOperation::Link && !GetParam().knowsSecondNames)
-                throw std::system_error(std::make_error_code(std::errc::operation_not_permitted));
-            if (next++ == number) fault();
-        });
-    }
-
-    // A process of its own that ends at that operation. True when it got through.
-    static bool compactedIn(int operations)
-    {
-        ChildProcess child([operations] {
-            faultAt(operations, [] { leaveProcess(kCutOff); });
-            dbCompress(gDbPath);
-            return 0;
-        });
-        const int code = child.exitCode();
-        EXPECT_TRUE(code == 0 || code == kCutOff) << code;
-        return code != kCutOff;
+        for (const std::string& name : fileNames(from))
+            std::filesystem::copy_file(from / name, to / name);
     }
 
     static std::vector<Text> subjects(const Text& path)
@@ -79,10 +51,7 @@ protected:
     }
     static void expectWhole(int operation)
     {
-        if (GetParam().knowsSecondNames) {
-            EXPECT_TRUE(databaseExists(gDbPath)) << "operation " << operation;
-        }
-        restoreFromNew(gDbPath); // what the next start does first
+        restoreFromNew(gDbPath); // what a start does first
         ASSERT_TRUE(databaseExists(gDbPath)) << "operation " << operation;
         EXPECT_EQ(subjects(gDbPath), bothMails()) << "operation " << operation;
     }
@@ -95,43 +64,74 @@ protected:
     }
 };
 
-TEST_P(DbCompressFaultsTest, AnEndAtAnyMomentLosesNothing)
-{
-    int operation = 0;
-    while (operation < kManyOperations && !compactedIn(operation)) {
+struct Disk {
+    const char* name;
+    bool knowsSecondNames;
+};
+
+class DbCompressFaultsTest : public FaultsTest, public ::testing::WithParamInterface<Disk> {
+protected:
+    static void refuseLinks(FileOperation operation, const Path&)
+    {
+        if (operation == FileOperation::Link && !GetParam().knowsSecondNames)
+            throw std::system_error(std::make_error_code(std::errc::operation_not_permitted));
+    }
+    static void compact() { dbCompress(gDbPath); }
+    void check(int operation)
+    {
+        if (GetParam().knowsSecondNames) {
+            EXPECT_TRUE(databaseExists(gDbPath)) << "operation " << operation;
+        }
         expectWhole(operation);
         expectNextStart(operation);
         putBack();
-        ++operation;
     }
-    EXPECT_GT(operation, 10);
-    EXPECT_LT(operation, kManyOperations);
+};
+
+TEST_P(DbCompressFaultsTest, AnEndAtAnyMomentLosesNothing)
+{
+    keep();
+    endAtEachOperation(
+        compact, [this](int operation) { check(operation); }, refuseLinks);
 }
 
 TEST_P(DbCompressFaultsTest, AFailureOfAnyOperationLosesNothing)
 {
-    bool failed = true;
-    int operation = 0;
-    for (; failed && operation < kManyOperations; ++operation) {
-        failed = false;
-        faultAt(operation, [&] {
-            failed = true;
-            throw std::system_error(std::make_error_code(std::errc::io_error));
-        });
-        dbCompress(gDbPath);
-        setFileProbe({});
-        expectWhole(operation);
-        expectNextStart(operation);
-        putBack();
-    }
-    EXPECT_GT(operation, 10);
-    EXPECT_LT(operation, kManyOperations);
+    keep();
+    failEachOperation(
+        compact, [this](int operation) { check(operation); }, refuseLinks);
 }
 
 INSTANTIATE_TEST_SUITE_P(OnDisks, DbCompressFaultsTest,
                          ::testing::Values(Disk{"WithSecondNames", true},
                                            Disk{"WithoutSecondNames", false}),
                          [](const auto& disk) { return disk.param.name; });
+
+class StartFaultsTest : public FaultsTest {};
+
+TEST_F(StartFaultsTest, APuttingInPlaceThatIsCutOffIsTakenUpAgain)
+{
+    renameDatabase(gDbPath, gDbPath + u".New");
+    keep();
+    endAtEachOperation([] { restoreFromNew(gDbPath); },
+                       [this](int operation) {
+                           expectWhole(operation);
+                           expectNextStart(operation);
+                           putBack();
+                       });
+}
+
+TEST_F(StartFaultsTest, ACreationThatIsCutOffLeavesTheOldArchiveOrAWholeNewOne)
+{
+    keep();
+    endAtEachOperation(Table_Create, [this](int operation) {
+        ASSERT_TRUE(databaseExists(gDbPath)) << "operation " << operation;
+        const std::vector<Text> found = subjects(gDbPath);
+        EXPECT_TRUE(found == bothMails() || found.empty()) << "operation " << operation;
+        EXPECT_GE(rows(u"tblFilterData"), 0);
+        putBack();
+    });
+}
 
 }
 }

@@ -119,7 +119,7 @@ TEST_F(TableCreateTest, AFailingTableDoesntStopTheNext)
 {
     gDb = DBEngine::Workspaces(0).CreateDatabase(joinPath(appPath(), u"Other.Mdb"), u"");
     tblTolvek_Create();
-    boxes.expect(u"エラー番号： 3010\r\n（" + errorText(3010) + u"）");
+    boxes.expect(u"エラー番号： 3010\r\n（テーブル 'tblTolvek' は既に存在します。）");
     tblTolvek_Create();
     gDb = DBEngine::OpenDatabase(joinPath(appPath(), u"Other.Mdb"));
     tblFriend_Create();

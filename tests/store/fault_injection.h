@@ -1,0 +1,73 @@
+// Ends a process at every file operation of some work in turn, or makes each
+// operation fail in turn.
+#pragma once
+#include "platform/system/child_process.h"
+#include "platform/system/files.h"
+#include "platform/system/process.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+namespace tolvek::test {
+
+inline constexpr int kCutOff = 42;
+inline constexpr int kManyOperations = 5000; // more than any work here has
+
+// Runs `fault` at the operation with that number, counted from 0. `always` is
+// asked at every operation before.
+inline void faultAt(int number, std::function<void()> fault, FileProbe always = {})
+{
+    setFileProbe([number, fault, always, next = 0](FileOperation operation,
+                                                   const std::filesystem::path& path) mutable {
+        if (always) always(operation, path);
+        if (next++ == number) fault();
+    });
+}
+
+// True when the work got through in a process that was to end at that operation.
+inline bool gotThrough(int operation, const std::function<void()>& work, const FileProbe& always)
+{
+    ChildProcess child([&] {
+        faultAt(
+            operation, [] { leaveProcess(kCutOff); }, always);
+        work();
+        return 0;
+    });
+    const int code = child.exitCode();
+    EXPECT_TRUE(code == 0 || code == kCutOff) << code;
+    return code != kCutOff;
+}
+
+// `check` looks at what each end left behind and puts the start back in place.
+inline void endAtEachOperation(const std::function<void()>& work,
+                               const std::function<void(int)>& check, const FileProbe& always = {})
+{
+    int operation = 0;
+    for (; operation < kManyOperations && !gotThrough(operation, work, always); ++operation)
+        check(operation);
+    EXPECT_GT(operation, 10);
+    EXPECT_LT(operation, kManyOperations);
+}
+
+inline void failEachOperation(const std::function<void()>& work,
+                              const std::function<void(int)>& check, const FileProbe& always = {})
+{
+    bool failed = true;
+    int operation = 0;
+    for (; failed && operation < kManyOperations; ++operation) {
+        failed = false;
+        const auto fail = [&failed] {
+            failed = true;
+            throw std::system_error(std::make_error_code(std::errc::io_error));
+        };
+        faultAt(operation, fail, always);
+        work();
+        setFileProbe({});
+        check(operation);
+    }
+    EXPECT_GT(operation, 10);
+    EXPECT_LT(operation, kManyOperations);
+}
+
+}
