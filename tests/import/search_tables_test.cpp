@@ -76,7 +76,7 @@ TEST_F(SearchTablesTest, ListEachNameAndEachAddressOnce)
     mail(u"花子", u"太郎", u"hanako@x.jp", u"taro@x.jp");
     edSearch_Name();
     edSearch_Addr();
-    EXPECT_EQ(names(), (std::vector<Text>{u"花子", u"次郎", u"太郎"}));
+    EXPECT_EQ(names(), (std::vector<Text>{u"太郎", u"次郎", u"花子"}));
     EXPECT_EQ(addresses(), (std::vector<Text>{u"hanako@x.jp", u"jiro@x.jp", u"taro@x.jp"}));
 }
 
