@@ -1,0 +1,165 @@
+// The program with a script in its user's place: driven_program FOLDER SCENARIO.
+//
+// FOLDER is the program's folder, with settings that choose one mail box. The
+// converter gives a box of kMails mails. Boxes are written to the output and
+// answered with OK. Scenarios:
+//   read        reads the box, then closes the window
+//   close N     reads, and closes the window while mail N is on its way
+//   close data  the same while the data are brought up to date
+//   dialog      closes the window while the box selection stands
+//   hold N      reads, says so at mail N, and stays there to be killed
+//   idle        starts, says so, and stays
+//   start       starts and closes the window
+#include "dialogs/frm_splash.h"
+#include "platform/dao/dao.h"
+#include "platform/forms/do_events.h"
+#include "platform/forms/events.h"
+#include "platform/forms/msg_box.h"
+#include "platform/runtime/paths.h"
+#include "platform/system/process.h"
+#include "shell/base/converter_library.h"
+#include "shell/base/general.h"
+#include "shell/base/settings.h"
+#include "shell/frm_tolvek_events.h"
+#include "shell/tolvek_main.h"
+
+#include <QApplication>
+#include <QTimer>
+
+#include <cstdio>
+#include <fstream>
+#include <string>
+
+namespace {
+
+using namespace tolvek;
+
+constexpr int kMails = 3000;
+
+void say(const std::string& word)
+{
+    std::puts(word.c_str());
+    std::fflush(stdout);
+}
+
+void writeTempFile(const Text& path)
+{
+    std::ofstream file(nativePath(path), std::ios::binary);
+    file << "\"<Start>\"\r\n";
+    for (int i = 0; i < kMails; ++i) {
+        char clock[16];
+        std::snprintf(clock, sizeof clock, "%02d:%02d:%02d", i / 3600, i / 60 % 60, i % 60);
+        file << "From:<sender" << i % 50 << "@example.jp>\r\nTo:<taro@example.jp>\r\nSubject:mail "
+             << i << "\r\nDate:Tue, 15 Feb 2000 " << clock << " +0900\r\nMail:\r\ntext of mail "
+             << i << "\r\nanother line\r\n<End>\r\n";
+    }
+}
+
+void useBoxOfManyMails()
+{
+    ConverterLibrary library;
+    library.Tolvek_Edit = [](const Text&, const Text&, const Text& temp, Int16& count,
+                             Int16& status) {
+        writeTempFile(temp);
+        count = kMails;
+        status = 0;
+    };
+    library.TolvekFriend_Edit = [](const Text&, const Text&, Int16& count, Int16&) { count = 0; };
+    library.Mail_StrChange = [](const Text& source, Text& result, Int16& length) {
+        result = source;
+        length = static_cast<int>(source.size());
+    };
+    setConverterLibrary(library);
+}
+
+// Looks at the program at each turn of its message loop, as its user would.
+class User {
+public:
+    User(frmTolvek& window, std::string scenario, std::string moment)
+        : window_(window), scenario_(std::move(scenario)), moment_(std::move(moment))
+    {
+        QObject::connect(&timer_, &QTimer::timeout, [this] { look(); });
+        timer_.start(0);
+    }
+
+private:
+    void look()
+    {
+        if (window_.Visible() && !begun_) begin();
+        if (QWidget* dialog = QApplication::activeModalWidget()) atDialog(*dialog);
+        if (scenario_ != "read" && begun_ && atMoment()) act();
+        if (reading_ && gBusyFlag == 0 && window_.comMailRead->Enabled()) afterReading();
+        reading_ = reading_ || gBusyFlag == -1;
+    }
+    void begin()
+    {
+        begun_ = true;
+        if (scenario_ == "idle")
+            say("idle");
+        else if (scenario_ == "start")
+            window_.window()->close();
+        else
+            // Comes back when the read is over; a timer doesn't tick inside its own tick.
+            QTimer::singleShot(0, [this] { window_.comMailRead->click(); });
+    }
+    void atDialog(QWidget& dialog)
+    {
+        if (scenario_ == "dialog")
+            window_.window()->close();
+        else if (auto* ok = dialog.findChild<CommandButton*>(QStringLiteral("cmbMail_Ok")))
+            ok->click();
+    }
+    bool atMoment() const
+    {
+        if (moment_ == "data") return gStatusLines[2] == u"　　　更新しています。";
+        return gStatusLines[5].starts_with(u"   " + fromUtf8(moment_) + u" / ") ||
+               atOrBehind(toUtf8(gStatusLines[5]));
+    }
+    bool atOrBehind(const std::string& progress) const
+    {
+        return !moment_.empty() && !progress.empty() && std::stoi(progress) >= std::stoi(moment_);
+    }
+    void act()
+    {
+        if (scenario_ == "close") window_.window()->close();
+        if (scenario_ != "hold") return;
+        say("hold");
+        for (;;)
+            sleepMilliseconds(1000);
+    }
+    void afterReading()
+    {
+        say("read to the end");
+        window_.window()->close();
+    }
+
+    frmTolvek& window_;
+    std::string scenario_, moment_;
+    bool begun_ = false;
+    bool reading_ = false;
+    QTimer timer_;
+};
+
+}
+
+int main(int argc, char** argv)
+{
+    if (argc < 3) return 2;
+    QApplication application(argc, argv);
+    prepareApplication();
+    setBeforeWait(DBEngine::Rest);
+    setEndFunction([] { endProgram(); });
+    const SingleInstance instance("Tolvek");
+    App.PrevInstance = instance.isFirst() ? 0 : -1;
+    setAppPath(fromUtf8(argv[1]));
+    setMsgBoxHandler([](const MsgBoxRequest& box) {
+        say("box " + toUtf8(box.text));
+        return MsgAnswer::Ok;
+    });
+    useBoxOfManyMails();
+    frmSplash splash;
+    frmTolvekEvents window;
+    const User user(window, argv[2], argc > 3 ? argv[3] : "");
+    Main(splash, window);
+    return runApplication();
+}

@@ -1,0 +1,247 @@
+#include "shell/tolvek_main.h"
+
+#include "dialogs/frm_splash.h"
+#include "import/search_tables.h"
+#include "platform/forms/events.h"
+#include "platform/runtime/profile.h"
+#include "shell/frm_tolvek_events.h"
+#include "store/db_start.h"
+#include "support/archive_fixture.h"
+
+#include <map>
+
+namespace tolvek {
+namespace {
+
+using test::ArchiveFixture;
+using test::mail;
+using test::ProgramEnd;
+
+const TextView kFirstStart = u"あなたのＰＣの環境を設定してください。";
+
+// A folder with nothing in it but what a test puts there.
+class MainTest : public ArchiveFixture {
+protected:
+    void SetUp() override
+    {
+        ArchiveFixture::SetUp();
+        removeFile(file("Tolvek.Mdb"));
+        gDbPath.clear();
+        gHelpPath.clear();
+        App.PrevInstance = 0;
+    }
+    void TearDown() override
+    {
+        App.PrevInstance = 0;
+        splash.Unload();
+        gUnloading = -1; // the window goes without the exit's steps
+        window.Unload();
+        gUnloading = 0;
+        ArchiveFixture::TearDown();
+    }
+
+    void givenSettings(const std::string& Ver)
+    {
+        test::writeBytes(file("TOLVEK.ini"), "[Tolvek Environment]\r\nVer=" + Ver +
+                                                 "\r\n[PostPet Mail Option]\r\n"
+                                                 "My Mail Addr=taro@example.jp\r\n");
+    }
+    void start() { Main(splash, window); }
+    void expectMainWindow()
+    {
+        EXPECT_TRUE(window.Visible());
+        EXPECT_FALSE(splash.Loaded());
+    }
+    std::vector<Text> tableNames()
+    {
+        Database database = DBEngine::OpenDatabase(gDbPath);
+        std::vector<Text> names = database.TableDefs().names();
+        database.Close();
+        std::sort(names.begin(), names.end());
+        return names;
+    }
+
+    frmSplash splash;
+    frmTolvekEvents window;
+};
+
+TEST(UpgradeGate, ComparesTextsAndNotNumbers)
+{
+    const std::map<Text, bool> cases{
+        {u"210", true},  {u"200", true},  {u"0", true},     {u"1000", true},
+        {u"", true},     {u"209", true},  {u"21", true},    {u"-1", true},
+        {u"2", true},    {u"211", false}, {u"300", false},  {u"331", false},
+        {u"999", false}, {u"22", false},  {u"2100", false}, {u"9", false},
+    };
+    for (const auto& [version, expected] : cases)
+        EXPECT_EQ(upgradeNeeded(version), expected) << toUtf8(version);
+}
+
+TEST_F(MainTest, TheVersionIsReadAsTheTextOfANumber)
+{
+    const std::map<std::string, Text> cases{
+        {"331", u"331"}, {"0300", u"300"}, {" 210 ", u"210"}, {"1000", u"1000"}, {"-5", u"-5"}};
+    for (const auto& [written, expected] : cases) {
+        givenSettings(written);
+        EXPECT_EQ(lastVersion(), expected) << written;
+    }
+}
+
+TEST_F(MainTest, WithoutASettingsFileOrItsKeyTheVersionIs999)
+{
+    EXPECT_EQ(lastVersion(), u"999");
+    test::writeBytes(file("TOLVEK.ini"), "[Tolvek Environment]\r\nOther=1\r\n");
+    EXPECT_EQ(lastVersion(), u"999");
+}
+
+TEST_F(MainTest, AVersionThatIsNoNumberIsATypeMismatch)
+{
+    for (const char* written : {"", "abc"}) {
+        givenSettings(written);
+        try {
+            lastVersion();
+            ADD_FAILURE() << written;
+        } catch (const RuntimeError& error) {
+            EXPECT_EQ(error.number(), 13);
+        }
+    }
+}
+
+TEST_F(MainTest, AnEmptyFolderGetsAnArchiveOfSixTablesAndTheMainWindowComesUp)
+{
+    boxes.expectAndLook(kFirstStart, MsgAnswer::Ok, [&] {
+        EXPECT_TRUE(splash.Visible());
+        EXPECT_FALSE(window.Visible());
+    });
+    start();
+    expectMainWindow();
+    EXPECT_EQ(gDbPath, joinPath(appPath(), u"Tolvek.Mdb"));
+    EXPECT_EQ(gHelpPath, joinPath(appPath(), u"Tolvek.hlp"));
+    EXPECT_EQ(gIniPath, joinPath(appPath(), u"TOLVEK.ini"));
+    EXPECT_EQ(tableNames(),
+              (std::vector<Text>{u"tblFilter", u"tblFilterData", u"tblFriend",
+                                 u"tblSearch_Addresses", u"tblSearch_Name", u"tblTolvek"}));
+    EXPECT_EQ(rows(u"tblTolvek"), 0);
+    EXPECT_EQ(window.lstNameOrAddr->ListCount(), 0);
+    EXPECT_TRUE(exists("Tolvek.Mdb.Bak")) << "compacted behind the creation too";
+    EXPECT_FALSE(exists("Tolvek.Mdb.New"));
+    EXPECT_FALSE(exists("TOLVEK.ini")) << "settings are written at the end alone";
+}
+
+TEST_F(MainTest, TheRunningVersionWithoutADatabaseMakesANewEmptyOne)
+{
+    givenSettings("331");
+    start();
+    expectMainWindow();
+    EXPECT_EQ(rows(u"tblTolvek"), 0);
+}
+
+TEST_F(MainTest, AnArchiveThatIsThereIsCompactedAndShown)
+{
+    givenSettings("331");
+    const Text path = joinPath(appPath(), u"Tolvek.Mdb");
+    gDbPath = path;
+    Table_Create();
+    store(mail(u"hanako@example.jp", u"taro@example.jp"));
+    edSearch_Addr();
+    start();
+    expectMainWindow();
+    EXPECT_EQ(rows(u"tblTolvek"), 1);
+    EXPECT_EQ(rows(u"tblTolvek", path + u".Bak"), 1);
+    ASSERT_EQ(window.lstNameOrAddr->ListCount(), 2);
+    EXPECT_EQ(window.lstNameOrAddr->List(0), u"hanako@example.jp");
+}
+
+TEST_F(MainTest, ASecondCopyIsToldSoAndTouchesNothing)
+{
+    givenSettings("331");
+    const std::string settings = test::readBytes(file("TOLVEK.ini"));
+    App.PrevInstance = -1;
+    boxes.expectAndLook(u"Tolvekはすでに実行されています。", MsgAnswer::Ok,
+                        [&] { EXPECT_FALSE(splash.Loaded()); });
+    EXPECT_THROW(start(), ProgramEnd);
+    EXPECT_EQ(boxes.shown()[0].title, u"Tolvek");
+    EXPECT_FALSE(splash.Loaded());
+    EXPECT_FALSE(window.Loaded());
+    EXPECT_EQ(fileNames(folder.path()), std::vector<std::string>{"TOLVEK.ini"});
+    EXPECT_EQ(test::readBytes(file("TOLVEK.ini")), settings);
+}
+
+// What can't be read as a number is told, and the start goes on: the same value
+// then ends the reading of the settings, so that the address stays empty.
+TEST_F(MainTest, AnEmptyVersionIsToldAndTheStartGoesOn)
+{
+    givenSettings("");
+    std::vector<Text> told;
+    setMsgBoxHandler([&](const MsgBoxRequest& box) {
+        told.push_back(box.title + u": " + box.text.substr(0, 4));
+        return MsgAnswer::Ok;
+    });
+    start();
+    ASSERT_FALSE(told.empty());
+    EXPECT_EQ(told[0].find(u"エラーメッセージ (Main)"), 0u) << toUtf8(told[0]);
+    ASSERT_GE(told.size(), 2u);
+    EXPECT_EQ(told[1].find(u"エラーメッセージ (Form_Initialize)"), 0u) << toUtf8(told[1]);
+    expectMainWindow();
+    EXPECT_TRUE(exists("Tolvek.Mdb"));
+}
+
+TEST_F(MainTest, ADamagedDatabaseIsToldAndTheMainWindowComesUpAllTheSame)
+{
+    givenSettings("331");
+    test::writeBytes(file("Tolvek.Mdb"), std::string(5000, 'x'));
+    std::vector<Text> titles;
+    setMsgBoxHandler([&](const MsgBoxRequest& box) {
+        titles.push_back(box.title);
+        return box.buttons == MsgButtons::YesNo ? MsgAnswer::No : MsgAnswer::Ok;
+    });
+    start();
+    ASSERT_FALSE(titles.empty());
+    EXPECT_EQ(titles[0], u"エラーメッセージ (dbCompress)");
+    expectMainWindow();
+    EXPECT_EQ(test::readBytes(file("Tolvek.Mdb")), std::string(5000, 'x'));
+}
+
+TEST_F(MainTest, TheSplashStandsWhileTheDatabaseIsMadeAndCompactedAndCantBeClosed)
+{
+    givenSettings("331");
+    int seen = 0;
+    setFileProbe([&](FileOperation operation, const Path&) {
+        if (operation != FileOperation::Create && operation != FileOperation::Replace) return;
+        ++seen;
+        EXPECT_TRUE(splash.Visible());
+        EXPECT_FALSE(window.Visible());
+        splash.window()->close();
+        EXPECT_TRUE(splash.Visible());
+    });
+    start();
+    EXPECT_GT(seen, 0);
+    setFileProbe({});
+    expectMainWindow();
+}
+
+TEST_F(MainTest, AWholeCopyOfACutOffCompactionIsPutInPlace)
+{
+    givenSettings("331");
+    gDbPath = joinPath(appPath(), u"Tolvek.Mdb");
+    Table_Create();
+    store(mail(u"hanako@example.jp", u"taro@example.jp"));
+    renameFile(file("Tolvek.Mdb"), file("Tolvek.Mdb.New"));
+    start();
+    EXPECT_EQ(rows(u"tblTolvek"), 1);
+}
+
+TEST_F(MainTest, APreviousGenerationWithMailOutlivesTheCreationOfANewArchive)
+{
+    givenSettings("331");
+    gDbPath = joinPath(appPath(), u"Tolvek.Mdb");
+    Table_Create();
+    store(mail(u"hanako@example.jp", u"taro@example.jp"));
+    renameFile(file("Tolvek.Mdb"), file("Tolvek.Mdb.Bak"));
+    start();
+    EXPECT_EQ(rows(u"tblTolvek"), 0);
+    EXPECT_EQ(rows(u"tblTolvek", gDbPath + u".Kept"), 1);
+}
+
+}
+}
