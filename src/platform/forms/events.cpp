@@ -1,4 +1,5 @@
 #include "platform/forms/events.h"
+#include "platform/forms/fonts.h"
 #include "platform/forms/msg_box.h"
 #include "platform/forms/wait_scope.h"
 
@@ -96,6 +97,7 @@ void rethrowKept()
 void prepareApplication()
 {
     QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setFont(platformFont({})); // of menus, boxes and tool tips
 }
 
 bool isQuitting()

@@ -4,8 +4,9 @@
 // No exception ever passes through Qt. A RuntimeError that an event procedure
 // lets out is an untrapped one: the untrapped handler gets it. Any other
 // exception (the end of the program, as a test's hook throws it) is kept, ends
-// the innermost ShowModal, DoEvents or runApplication, and leaves from there;
-// a test that clicked a control by itself calls rethrowKept().
+// the innermost wait (ShowModal, MsgBox, InputBox, DoEvents, runApplication) or
+// the Load, Show or Unload that fired the event, and leaves from there; a test
+// that clicked a control by itself calls rethrowKept().
 #pragma once
 #include "platform/runtime/runtime_error.h"
 
@@ -34,7 +35,7 @@ void rethrowKept();
 bool hasKept();
 
 // What a program does once before its first window: the end of the last window
-// doesn't end it. Then its message loop.
+// doesn't end it, menus and boxes have the program's face. Then its message loop.
 void prepareApplication();
 int runApplication();
 bool isQuitting(); // the loop has ended, what it ran is being wound up

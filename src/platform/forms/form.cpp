@@ -101,6 +101,7 @@ void Form::Load()
     }
     if (!std::exchange(initialised_, true)) runEvent([this] { Form_Initialize(); });
     if (window_) runEvent([this] { Form_Load(); });
+    rethrowKept();
 }
 
 void Form::Show()
@@ -129,7 +130,6 @@ void Form::present()
 void Form::ShowModal(Form* owner)
 {
     Load();
-    rethrowKept();
     if (!window_) return;
     beforeWait();
     window_->setWindowModality(Qt::ApplicationModal);
@@ -166,6 +166,7 @@ void Form::unload(UnloadMode mode)
     if (window_ == unloading) runEvent([this] { Form_Unload(); });
     // An Unload inside the event has already done the rest.
     if (unloading && window_ == unloading) destroyWindow();
+    rethrowKept();
 }
 
 void Form::destroyWindow()

@@ -74,10 +74,21 @@ Grid::Grid(Container container, TextView name, GridDesign design)
     prepareHeader(*horizontalHeader(), design.fixedRows > 0);
     prepareHeader(*verticalHeader(), design.fixedCols > 0);
     horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + kRowPadding);
+    applyRowHeight();
     applyAllColWidths();
     connect(horizontalHeader(), &QHeaderView::sectionResized, this,
             [this](int section, int, int size) { takeDraggedWidth(section, size); });
+}
+
+void Grid::applyRowHeight()
+{
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + kRowPadding);
+}
+
+void Grid::applyFont(const QFont& font)
+{
+    Control::applyFont(font);
+    applyRowHeight();
 }
 
 int Grid::Rows() const

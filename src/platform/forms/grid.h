@@ -59,6 +59,7 @@ signals:
     void Click();
 
 protected:
+    void applyFont(const QFont& font) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
@@ -66,6 +67,7 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    void applyRowHeight();
     void applyColWidth(int col);
     void applyAllColWidths();
     void takeDraggedWidth(int section, int size);

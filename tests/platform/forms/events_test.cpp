@@ -5,6 +5,7 @@
 #include "support/screen_driver.h"
 #include "test_form.h"
 
+#include <QApplication>
 #include <QTimer>
 
 #include <gtest/gtest.h>
@@ -91,6 +92,22 @@ TEST_F(EventsTest, AnEndInsideAModalFormLeavesFromShowModal)
     EXPECT_THROW(dialog.ShowModal(&form), ProgramEnd);
 }
 
+TEST_F(EventsTest, AnEndInsideLoadOrUnloadLeavesFromThem)
+{
+    TestForm other(u"frmOther");
+    other.load = [](TestForm&) { throw ProgramEnd{}; };
+    EXPECT_THROW(other.Load(), ProgramEnd);
+    other.unloading = [](TestForm&) { throw ProgramEnd{}; };
+    EXPECT_THROW(other.Unload(), ProgramEnd);
+    EXPECT_FALSE(other.Loaded());
+}
+
+TEST_F(EventsTest, AnEndInsideABoxLeavesFromIt)
+{
+    QTimer::singleShot(0, [] { runEvent([] { throw ProgramEnd{}; }); });
+    EXPECT_THROW(MsgBox(u"a"), ProgramEnd);
+}
+
 TEST_F(EventsTest, AnEndInsideAYieldLeavesFromTheYield)
 {
     QTimer::singleShot(0, [] { runEvent([] { throw ProgramEnd{}; }); });
@@ -128,6 +145,7 @@ TEST_F(EventsTest, TheLastWindowsEndIsNotTheProgramsEnd)
 {
     prepareApplication();
     EXPECT_FALSE(QGuiApplication::quitOnLastWindowClosed());
+    EXPECT_EQ(QApplication::font().family(), installedFamily(kDefaultFontName));
 }
 
 TEST_F(EventsTest, ArgumentsOfAnEventReachTheSlot)

@@ -201,6 +201,13 @@ TEST_F(GridTest, RowsAreFixedUnlessAllowed)
     EXPECT_EQ(grid.verticalHeader()->sectionResizeMode(0), QHeaderView::Interactive);
 }
 
+TEST_F(GridTest, ALargerFontMakesHigherRows)
+{
+    const int before = grid.rowHeight(0);
+    grid.setFontSize(20);
+    EXPECT_GT(grid.rowHeight(0), before);
+}
+
 TEST_F(GridTest, FixedCellsAreTheHeadersAndLineEndsAreBlanks)
 {
     grid.setTextMatrix(0, 1, u"ペットの種類");
