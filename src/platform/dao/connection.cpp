@@ -9,6 +9,7 @@
 #include "platform/system/files.h"
 
 #include <array>
+#include <cstring>
 
 namespace tolvek {
 
@@ -18,11 +19,21 @@ constexpr std::size_t kKeptStatements = 100;
 constexpr std::uintmax_t kHeaderSize = 100;
 int patience = 5000;
 
+// SQLite hands texts out of its pages, where they may begin at an odd address.
+TextView aligned(const void* bytes, int size, Text& copy)
+{
+    const std::size_t units = static_cast<std::size_t>(size) / 2;
+    if (reinterpret_cast<std::uintptr_t>(bytes) % alignof(char16_t) == 0)
+        return TextView(static_cast<const char16_t*>(bytes), units);
+    copy.resize(units);
+    std::memcpy(copy.data(), bytes, units * 2);
+    return copy;
+}
+
 int compareGeneralUtf16(void*, int sizeA, const void* a, int sizeB, const void* b)
 {
-    return compareGeneral(
-        TextView(static_cast<const char16_t*>(a), static_cast<std::size_t>(sizeA) / 2),
-        TextView(static_cast<const char16_t*>(b), static_cast<std::size_t>(sizeB) / 2));
+    static Text copyA, copyB; // kept for their memory
+    return compareGeneral(aligned(a, sizeA, copyA), aligned(b, sizeB, copyB));
 }
 
 std::filesystem::path folderOf(const std::filesystem::path& path)

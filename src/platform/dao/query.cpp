@@ -2,6 +2,8 @@
 
 #include "platform/dao/sqlite_error.h"
 
+#include <cstring>
+
 namespace tolvek {
 
 Query::~Query()
@@ -79,9 +81,11 @@ std::int64_t Query::number(int column) const
 
 Text Query::text(int column) const
 {
-    const auto* data = static_cast<const char16_t*>(sqlite3_column_text16(statement_, column));
+    const void* data = sqlite3_column_text16(statement_, column);
     if (data == nullptr) return {};
-    return Text(data, static_cast<std::size_t>(sqlite3_column_bytes16(statement_, column)) / 2);
+    Text text(static_cast<std::size_t>(sqlite3_column_bytes16(statement_, column)) / 2, u'\0');
+    std::memcpy(text.data(), data, text.size() * 2); // data needn't be aligned
+    return text;
 }
 
 }

@@ -7,6 +7,9 @@
 
 namespace tolvek::test {
 
+// What a child answers that wasn't made to die; not 1, which a sanitizer ends with.
+inline constexpr int kGotThrough = 3;
+
 // The child's exit code; 99 for an exception.
 inline int inChild(const std::function<int()>& work)
 {

@@ -119,10 +119,10 @@ TEST_F(CompactTest, AKillAtAnyOperationLeavesTheSourceAndNoHalfTarget)
             setFileProbe([&](FileOperation operation, const Path&) {
                 if (operation != FileOperation::Read && ++count == fatal) _exit(7);
             });
-            return errorOfCompacting() == 0 ? 1 : 2;
+            return errorOfCompacting() == 0 ? kGotThrough : 2;
         });
         ASSERT_EQ(bytes(), before);
-        if (code == 1) break;
+        if (code == kGotThrough) break;
         ASSERT_EQ(code, 7);
         if (fileExists(folder_ / "New.Mdb")) {
             Database copy = DBEngine::OpenDatabase(path("New.Mdb"));

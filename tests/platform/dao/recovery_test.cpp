@@ -64,7 +64,7 @@ TEST_F(DaoTest, AtEveryOperationAKillLeavesAllCommitsAndNoHalf)
             }
             database.Close();
         }
-        return 1;
+        return kGotThrough;
     };
     int died = 0;
     for (int fatal = 1;; ++fatal, ++died) {
@@ -72,7 +72,7 @@ TEST_F(DaoTest, AtEveryOperationAKillLeavesAllCommitsAndNoHalf)
             removeFile(folder_ / name);
         writeBytes(folder_ / "Test.Mdb", before);
         const int code = inChild([&] { return workThatDies(fatal); });
-        if (code == 1) break;
+        if (code == kGotThrough) break;
         ASSERT_GE(code, 10);
         const int found = mails();
         ASSERT_TRUE(found == 2 * (code - 10) || found == 2 * (code - 9)) << fatal << ": " << found;
