@@ -19,16 +19,6 @@ namespace tolvek {
 
 namespace {
 
-void fillMonthNames()
-{
-    static constexpr TextView names[] = {u"Jan", u"Feb", u"Mar", u"Apr", u"May", u"Jun",
-                                         u"Jul", u"Aug", u"Sep", u"Oct", u"Nov", u"Dec"};
-    gMonthName = {};
-    int month = 0;
-    for (TextView name : names)
-        gMonthName[month++] = name;
-}
-
 void clearState(const ResumeNext& on)
 {
     on([] { gStatusColorFlag = 0; });

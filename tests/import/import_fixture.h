@@ -69,15 +69,6 @@ protected:
     }
 
 private:
-    static void fillMonthNames()
-    {
-        const char16_t* names[] = {u"Jan", u"Feb", u"Mar", u"Apr", u"May", u"Jun",
-                                   u"Jul", u"Aug", u"Sep", u"Oct", u"Nov", u"Dec"};
-        int month = 0;
-        for (const char16_t* name : names)
-            gMonthName[month++] = name;
-    }
-
     // As the real library's record has it: a NUL ends the text, 4608 bytes are all it holds.
     void watchDecoding()
     {

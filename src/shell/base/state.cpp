@@ -14,6 +14,16 @@ Int16 gEditCancel;
 std::int32_t gPostPetPid = 0;
 CheckedArray<Text, 13> gMonthName;
 
+void fillMonthNames()
+{
+    static constexpr TextView names[] = {u"Jan", u"Feb", u"Mar", u"Apr", u"May", u"Jun",
+                                         u"Jul", u"Aug", u"Sep", u"Oct", u"Nov", u"Dec"};
+    gMonthName = {};
+    int month = 0;
+    for (TextView name : names)
+        gMonthName[month++] = name;
+}
+
 void setStatusLines(TextView a, TextView b, TextView c, TextView d, TextView e, TextView f)
 {
     const TextView lines[] = {a, b, c, d, e, f};

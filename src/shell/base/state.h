@@ -19,6 +19,9 @@ extern Int16 gEditCancel;                    // -1: an editor was left by Cancel
 extern std::int32_t gPostPetPid;
 extern CheckedArray<Text, 13> gMonthName;    // "Jan" to "Dec" at 0 to 11, 12 stays empty
 
+// As the dates of mail name the months.
+void fillMonthNames();
+
 void setStatusLines(TextView a, TextView b, TextView c, TextView d, TextView e, TextView f);
 
 }
