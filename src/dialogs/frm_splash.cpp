@@ -84,7 +84,6 @@ void frmSplash::buildLabels()
         label->Move(spec.left, spec.top, spec.width, spec.height);
         label->setFontOf(kDefaultFontName, spec.points, spec.bold);
         label->setTextAlignment(spec.alignment);
-        label->setBackColor(kPaper);
         this->*spec.member = label;
     }
 }
