@@ -100,8 +100,8 @@ void callTolvekFriendEdit(const Text& folder, const Text& temp, Int16& count, In
     second = other;
 }
 
-// The whole output record comes back: the caller takes as many characters as
-// the length says.
+// As many characters as the length says lie within twice as many bytes; the
+// caller takes them off the front.
 void callMailStrChange(const Text& source, Text& result, Int16& length)
 {
     auto* const call = exported<decltype(::Mail_StrChange)>("Mail_StrChange");
@@ -110,8 +110,9 @@ void callMailStrChange(const Text& source, Text& result, Int16& length)
     output.bytes[0] = ' ';
     std::int16_t characters = 0;
     call(&input, &output, &characters);
-    result = fromAnsi({output.bytes, sizeof output.bytes});
     length = characters;
+    const auto bytes = std::clamp(2 * static_cast<int>(characters), 0, kTextRecordSize);
+    result = fromAnsi({output.bytes, static_cast<std::size_t>(bytes)});
 }
 
 ConverterLibrary loaded()
