@@ -42,19 +42,6 @@ auto entryFrom(frmTolvek& form, TextView column)
     };
 }
 
-void forgetSortingRules()
-{
-    // The last entry isn't reset, here as in tblFilter_Get.
-    for (int i = 0; i < gFilterRule.size() - 1; ++i)
-        gFilterRule[i] = FilterRule{};
-}
-
-FilterRule ruleOfRow()
-{
-    return {gRs.field(0).int16(), gRs.field(1).int16(), gRs.field(2).int16(), gRs.field(3).text(),
-            gRs.field(4).text()};
-}
-
 }
 
 void dspSearch_Addr(frmTolvek& form)
@@ -107,12 +94,12 @@ void dspSearch_Filter(frmTolvek& form)
         Statement sql{u"SELECT * FROM tblFilter"};
         sql << u" ORDER By " << u" tblFilter_No ASC ";
         const auto forget = [](Int16 count) {
-            if (count != 0) forgetSortingRules();
+            if (count != 0) emptyFilterRules();
         };
         listRows(form, sql, forget, [&](Int16& entry) {
             if (gRs.field(u"tblFilter_ActionCode").int16() != 0) return;
             form.lstNameOrAddr->setList(entry, gRs.field(u"tblFilter_Header").text());
-            gFilterRule[entry] = ruleOfRow();
+            gFilterRule[entry] = currentFilterRule();
             ++entry;
         });
     });

@@ -13,30 +13,24 @@ Int16 gFilterRuleCnt;
 CheckedArray<FilterRule, 256> gNonCopyRule;
 Int16 gNonCopyRuleCnt;
 
-namespace {
-
-FilterRule currentRule()
+FilterRule currentFilterRule()
 {
-    FilterRule rule;
-    rule.No = gRs.field(0).int16();
-    rule.TermsCode = gRs.field(1).int16();
-    rule.ActionCode = gRs.field(2).int16();
-    rule.Header = gRs.field(3).text();
-    rule.Data = gRs.field(4).text();
-    return rule;
+    return {gRs.field(0).int16(), gRs.field(1).int16(), gRs.field(2).int16(), gRs.field(3).text(),
+            gRs.field(4).text()};
 }
 
-// The last entry keeps what it held.
-void emptyRules()
+void emptyFilterRules()
 {
     for (int i = 0; i < gFilterRule.size() - 1; ++i)
         gFilterRule[i] = FilterRule{};
 }
 
+namespace {
+
 void takeRow()
 {
     FilterRule& rule = gFilterRule[gFilterRuleCnt]; // error 9 at the 257th row
-    rule = currentRule();
+    rule = currentFilterRule();
     if (rule.ActionCode != 0) {
         gNonCopyRule[gNonCopyRuleCnt] = rule;
         ++gNonCopyRuleCnt;
@@ -51,7 +45,7 @@ void readRules()
     Statement sql{u"SELECT * FROM tblFilter"};
     sql << u" ORDER By " << u" tblFilter_ActionCode ASC, tblFilter_No ASC ";
     gRs = gDb.OpenRecordset(sql, dbOpenDynaset);
-    emptyRules();
+    emptyFilterRules();
     Int16 count = 0;
     GET_RECCNT(gRs, count);
     if (count == 0) return;

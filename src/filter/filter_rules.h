@@ -23,6 +23,12 @@ extern Int16 gFilterRuleCnt;
 extern CheckedArray<FilterRule, 256> gNonCopyRule; // those that don't sort, in reading order
 extern Int16 gNonCopyRuleCnt;
 
+// The rule in the current row of gRs, its fields taken by position.
+FilterRule currentFilterRule();
+// Sets entries 0 to 254 of gFilterRule to the empty entry; the last one keeps
+// what it held, here as in every list of rules.
+void emptyFilterRules();
+
 // Fills both arrays from tblFilter, sorting rules first, each group by number.
 // Overwrites the status lines. Reports its own failures.
 void tblFilter_Get();

@@ -11,15 +11,24 @@
 namespace tolvek {
 
 // Never a default button by itself: Enter elsewhere in the form doesn't press it.
+// A caption that is wider than the button is set in a narrower face, not cut.
 class CommandButton : public ControlOf<QPushButton> {
     Q_OBJECT
 public:
     CommandButton(Container container, TextView name, TextView caption = {});
     Text Caption() const { return fromQt(text()); }
-    void setCaption(TextView caption) { setText(toQt(caption)); }
+    void setCaption(TextView caption);
 
 signals:
     void Click();
+
+protected:
+    void applyGeometry() override;
+    void applyFont(const QFont& font) override;
+
+private:
+    void fitCaption();
+    QFont font_; // as asked for
 };
 
 // Any 16-bit value is kept and given back: 0 shows unticked, others ticked. A
