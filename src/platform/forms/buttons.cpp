@@ -1,13 +1,10 @@
 #include "platform/forms/buttons.h"
 
-#include <algorithm>
-
 namespace tolvek {
 
 namespace {
 
 constexpr int kCaptionMargin = 5; // pixels on either side
-constexpr int kNarrowest = 70;    // per cent of the face's width
 
 }
 
@@ -33,17 +30,13 @@ void CommandButton::applyGeometry()
 
 void CommandButton::applyFont(const QFont& font)
 {
-    font_ = font;
+    ControlOf::applyFont(font);
     fitCaption();
 }
 
 void CommandButton::fitCaption()
 {
-    const int room = pixels(Width()) - 2 * kCaptionMargin;
-    const int wide = QFontMetrics(font_).horizontalAdvance(text());
-    QFont fitting = font_;
-    if (room > 0 && wide > room) fitting.setStretch(std::max(kNarrowest, 100 * room / wide));
-    setFont(fitting);
+    setFont(narrowedTo(pixels(Width()) - 2 * kCaptionMargin, askedFont(), text()));
 }
 
 CheckBox::CheckBox(Container container, TextView name, TextView caption)

@@ -28,7 +28,6 @@ protected:
 
 private:
     void fitCaption();
-    QFont font_; // as asked for
 };
 
 // Any 16-bit value is kept and given back: 0 shows unticked, others ticked. A

@@ -84,6 +84,7 @@ protected:
     // Brings the twips to the screen.
     virtual void applyGeometry();
     virtual void applyFont(const QFont& font);
+    QFont askedFont() const { return platformFont(font_); }
 
 private:
     QWidget* widget_;

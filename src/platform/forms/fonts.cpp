@@ -2,8 +2,10 @@
 #include "platform/forms/qt_text.h"
 
 #include <QFontDatabase>
+#include <QFontMetrics>
 #include <QGuiApplication>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -80,6 +82,16 @@ QFont platformFont(const FontChoice& choice)
     if (const ProgramFont* known = programFont(choice.name))
         font.setStyleHint(known->hint, QFont::PreferOutline);
     return font;
+}
+
+QFont narrowedTo(int room, const QFont& font, const QString& text)
+{
+    constexpr int kNarrowest = 70;
+    const int wide = QFontMetrics(font).horizontalAdvance(text);
+    if (room <= 0 || wide <= room) return font;
+    QFont narrow = font;
+    narrow.setStretch(std::max(kNarrowest, 100 * room / wide));
+    return narrow;
 }
 
 }

@@ -27,6 +27,9 @@ QFont platformFont(const FontChoice& choice);
 // The installed family that takes the name's place; the name itself when it is
 // none of the program's own.
 QString installedFamily(TextView name);
+// The font, its face narrowed as far as a text needs to fit `room` pixels; not
+// below 70 per cent of its width, where it stops being readable.
+QFont narrowedTo(int room, const QFont& font, const QString& text);
 bool isFixedPitchName(TextView name);
 
 }

@@ -79,22 +79,24 @@ void Label::setMouseTransparent(bool transparent)
     setAttribute(Qt::WA_TransparentForMouseEvents, transparent);
 }
 
-void Label::setOverflow(bool overflow)
+void Label::setOverflow(float room)
 {
-    overflow_ = overflow;
-    applyGeometry();
+    room_ = room;
+    showCaption();
 }
 
 void Label::showCaption()
 {
     setText(paintedText(useMnemonic_ ? withoutMnemonic(caption_) : caption_));
-    if (overflow_) applyGeometry();
+    if (room_ <= 0) return;
+    Control::applyFont(narrowedTo(pixels(room_), askedFont(), text()));
+    applyGeometry();
 }
 
 void Label::applyGeometry()
 {
     Control::applyGeometry();
-    if (!overflow_ || alignment_ != Alignment::Right) return;
+    if (room_ <= 0 || alignment_ != Alignment::Right) return;
     QRect box = geometry();
     box.setLeft(std::min(box.left(), box.right() + 1 - sizeHint().width()));
     setGeometry(box);
@@ -103,7 +105,7 @@ void Label::applyGeometry()
 void Label::applyFont(const QFont& font)
 {
     Control::applyFont(font);
-    applyGeometry();
+    showCaption();
 }
 
 void Label::paintEvent(QPaintEvent* event)

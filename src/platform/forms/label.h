@@ -23,9 +23,10 @@ public:
     void setUseMnemonic(bool use);
     // Clicks go to what lies beneath.
     void setMouseTransparent(bool transparent);
-    // A right-aligned text that is too long is painted out to the left of the
-    // label instead of being cut; Left and Width stay as they are.
-    void setOverflow(bool overflow);
+    // A right-aligned text that is longer than `room` twips is set in a narrower
+    // face, and what still doesn't fit is painted out to the left of the label
+    // instead of being cut; Left and Width stay as they are.
+    void setOverflow(float room);
 
 signals:
     void Click();
@@ -43,7 +44,7 @@ private:
     Text caption_;
     Alignment alignment_ = Alignment::Left;
     bool useMnemonic_ = false;
-    bool overflow_ = false;
+    float room_ = 0; // twips; 0: texts may be cut
 };
 
 }

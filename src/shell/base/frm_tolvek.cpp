@@ -9,6 +9,9 @@ constexpr Colour kLightBlue = 0x00FFC0C0;
 constexpr float kDesignWidth = 11745;
 constexpr float kDesignHeight = 7404;
 
+// What the last button leaves of the count label at the window's least width.
+constexpr float kCountRoom = 2840;
+
 struct Place {
     float left, top, width, height;
     int tab;
@@ -167,7 +170,7 @@ void frmTolvek::buildLabels()
     // It begins inside the last button at the window's least width, and five
     // digits don't fit: so its text runs out to the left, under the mouse.
     lblRecCount->setMouseTransparent(true);
-    lblRecCount->setOverflow(true);
+    lblRecCount->setOverflow(kCountRoom);
 }
 
 void frmTolvek::buildButtons()

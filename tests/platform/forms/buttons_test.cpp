@@ -34,6 +34,20 @@ TEST_F(ButtonsTest, APressedCommandButtonClicksOnceAndADisabledOneNever)
     EXPECT_FALSE(button.autoDefault());
 }
 
+TEST_F(ButtonsTest, ACaptionWiderThanItsButtonIsSetNarrowerAndKeepsItsFont)
+{
+    auto& button = form.add<CommandButton>(u"cmd");
+    button.setFontOf(u"ＭＳ Ｐ明朝", 9);
+    button.Move(0, 0, 3000, 300);
+    button.setCaption(u"PostPet Mail Read");
+    const int wide = button.fontMetrics().horizontalAdvance(button.text());
+    button.setWidth(twips(wide + 2));
+    EXPECT_LT(button.fontMetrics().horizontalAdvance(button.text()), wide);
+    EXPECT_EQ(button.FontName(), u"ＭＳ Ｐ明朝");
+    button.setWidth(3000);
+    EXPECT_EQ(button.fontMetrics().horizontalAdvance(button.text()), wide);
+}
+
 TEST_F(ButtonsTest, ACheckBoxKeepsAny16BitValue)
 {
     auto& box = form.add<CheckBox>(u"chk");

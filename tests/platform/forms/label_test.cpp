@@ -121,7 +121,7 @@ TEST_F(LabelTest, LabelsLieBeneathButtonsWhicheverCameFirst)
 TEST_F(LabelTest, AnOverflowingTextGrowsToTheLeftAndThePropertiesStay)
 {
     label.setTextAlignment(Alignment::Right);
-    label.setOverflow(true);
+    label.setOverflow(1500);
     label.setCaption(u"表示件数　：　３２７６７ ／ ３２７６７件");
     EXPECT_EQ(label.geometry().right() + 1, 200);
     EXPECT_LT(label.geometry().left(), 100);
@@ -130,6 +130,21 @@ TEST_F(LabelTest, AnOverflowingTextGrowsToTheLeftAndThePropertiesStay)
     EXPECT_FLOAT_EQ(label.Width(), 1500);
     label.setCaption(u"0");
     EXPECT_EQ(label.geometry(), QRect(100, 20, 100, 20));
+}
+
+TEST_F(LabelTest, ATextThatAlmostFitsIsSetNarrowerAndAShortOneInItsOwnWidth)
+{
+    label.setTextAlignment(Alignment::Right);
+    label.setOverflow(1500);
+    const int own = label.fontMetrics().horizontalAdvance(QStringLiteral("0"));
+    Text wide = u"0";
+    while (label.fontMetrics().horizontalAdvance(toQt(wide)) <= 110)
+        wide += u'0';
+    label.setCaption(wide);
+    EXPECT_LE(label.fontMetrics().horizontalAdvance(toQt(wide)), 100);
+    EXPECT_EQ(label.geometry(), QRect(100, 20, 100, 20));
+    label.setCaption(u"0");
+    EXPECT_EQ(label.fontMetrics().horizontalAdvance(QStringLiteral("0")), own);
 }
 
 TEST_F(LabelTest, AlignmentMovesTheText)
