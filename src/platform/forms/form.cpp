@@ -7,8 +7,10 @@
 #include "platform/runtime/runtime_error.h"
 
 #include <QApplication>
+#include <QDeadlineTimer>
 #include <QEventLoop>
 #include <QMenuBar>
+#include <QThread>
 #include <QWindow>
 
 #include <algorithm>
@@ -182,11 +184,18 @@ void Form::destroyWindow()
     window->deleteLater(); // one of its own events may be running
 }
 
+// A window that the screen hasn't put up yet can't be painted: the window
+// manager gets a moment to do so.
 void Form::Refresh()
 {
-    if (!Visible()) return;
+    constexpr int kPatience = 300; // milliseconds
+    const QDeadlineTimer patience(kPatience);
     QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-    if (window_) window_->repaint();
+    while (Visible() && !window_->windowHandle()->isExposed() && !patience.hasExpired()) {
+        QThread::msleep(1);
+        QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    }
+    if (Visible()) window_->repaint();
 }
 
 bool Form::Visible() const
