@@ -91,13 +91,22 @@ template <class Make> std::string boxOf(int first, int last, Make make)
     return box;
 }
 
+// A mail to oneself comes back and lies on both sides.
+std::string ownCopies()
+{
+    std::string copies;
+    for (const int number : kToMyself)
+        copies += mboxText(sent(number));
+    return copies;
+}
+
 // The drawers hold mails of their own and copies of some from the main box:
 // the user has put them away and kept them.
 std::string contents(std::size_t box)
 {
     switch (box) {
     case 0:
-        return boxOf(0, 85, received);
+        return boxOf(0, 85, received) + ownCopies();
     case 1:
         return boxOf(85, 115, received) + boxOf(30, 38, received);
     case 2:
@@ -119,7 +128,7 @@ std::filesystem::path native(TextView text)
 const std::vector<SampleBox>& sampleBoxes()
 {
     static const std::vector<SampleBox> boxes{
-        {u"受信フォルダ", u"受信リスト.ppl", u"受信メール.ppm", 85},
+        {u"受信フォルダ", u"受信リスト.ppl", u"受信メール.ppm", 87},
         {u"受信フォルダ", u"ピンクの引出しリスト.ppl", u"ピンクの引出し.ppm", 38},
         {u"受信フォルダ", u"黄色の引出しリスト.ppl", u"黄色の引出し.ppm", 17},
         {u"送信フォルダ", u"送信リスト.ppl", u"送信メール.ppm", 47},

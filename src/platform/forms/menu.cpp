@@ -30,8 +30,10 @@ void MenuEntry::addTo(QWidget& menuOrBar, TextView name, TextView caption)
 void MenuEntry::setCaption(TextView caption)
 {
     caption_ = caption;
-    action_->setSeparator(caption == u"-");
-    action_->setText(toQt(caption));
+    const bool separator = caption == u"-";
+    action_->setSeparator(separator);
+    // Some styles paint a separator's text into its line.
+    action_->setText(separator ? QString() : toQt(caption));
 }
 
 QMenu* MenuEntry::menu() const

@@ -1,6 +1,5 @@
 #include "shell/base/guard.h"
 
-#include "platform/forms/msg_box.h"
 #include "shell/base/general.h"
 
 #include <new>
@@ -38,18 +37,6 @@ bool leaveOnError(TextView routine, const std::function<void()>& body)
 bool leavePlainOnError(TextView routine, const std::function<void()>& body)
 {
     return reported(ErrReport, routine, body);
-}
-
-void untrapped(const std::function<void()>& body)
-{
-    try {
-        body();
-    } catch (const std::exception& failure) {
-        const RuntimeError error = asRuntimeError(failure);
-        MsgBox(u"実行時エラー '" + decimal(error.number()) + u"':\r\n\r\n" + error.description(),
-               MsgButtons::Ok, kApplicationTitle, MsgIcon::Critical);
-        endProgram();
-    }
 }
 
 RuntimeError asRuntimeError(const std::exception& failure)

@@ -38,10 +38,6 @@ private:
 bool leaveOnError(TextView routine, const std::function<void()>& body);      // ErrReportDb
 bool leavePlainOnError(TextView routine, const std::function<void()>& body); // ErrReport
 
-// For routines of a form that trap nothing: the platform's box 実行時エラー,
-// then the program ends without the main window's unload.
-void untrapped(const std::function<void()>& body);
-
 // Any failure as the platform numbers it: no memory is 7, a failed file
 // operation as fileError has it, anything else an inner error, 51.
 RuntimeError asRuntimeError(const std::exception& failure);

@@ -43,6 +43,7 @@ TEST_F(MenuTest, EntriesStandInTheirOrderAndDepth)
     EXPECT_EQ(form.menuBar().actions().front()->text(), QStringLiteral("ヘルプ"));
     ASSERT_EQ(top->menu()->actions().size(), 3);
     EXPECT_TRUE(top->menu()->actions()[1]->isSeparator());
+    EXPECT_EQ(top->menu()->actions()[1]->text(), QString());
     EXPECT_FALSE(top->menu()->actions()[0]->isSeparator());
     EXPECT_EQ(below->menu()->actions().front(), &deep->action());
     EXPECT_EQ(help->menu(), nullptr);

@@ -51,13 +51,20 @@ TEST_F(ConverterLibraryTest, ALibraryPutInPlaceLaterIsFound)
     EXPECT_EQ(numberOf([&] { converterLibrary().Mail_StrChange(u"a", output, count); }), 0);
 }
 
-TEST_F(ConverterLibraryTest, TheTextComesBackAsAWholeRecordWithItsLength)
+TEST_F(ConverterLibraryTest, TheTextComesBackWithItsLength)
 {
     givenTheLibrary();
     converterLibrary().Mail_StrChange(u"abc", output, count);
     EXPECT_EQ(count, 3);
     EXPECT_EQ(left(output, count), u"abc");
-    EXPECT_EQ(output.size(), static_cast<std::size_t>(kTextRecordSize));
+}
+
+TEST_F(ConverterLibraryTest, AsManyCharactersComeBackAsTheLengthSaysWhateverTheirWidth)
+{
+    givenTheLibrary();
+    converterLibrary().Mail_StrChange(u"あいう", output, count);
+    EXPECT_GE(output.size(), 3U);
+    EXPECT_EQ(left(output, 3), u"あいう");
 }
 
 TEST_F(ConverterLibraryTest, ALongTextIsCutAtAWholeCharacter)

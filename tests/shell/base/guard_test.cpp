@@ -76,14 +76,6 @@ TEST_F(GuardTest, TheEndOfTheProgramPassesThroughEveryGuard)
     ResumeNext on{u"memDBEdit_Click"};
     EXPECT_THROW(on([] { leaveOnError(u"dbCompress", [] { endProgram(); }); }), ProgramEnd);
     EXPECT_THROW(leavePlainOnError(u"x", [] { endProgram(); }), ProgramEnd);
-    EXPECT_THROW(untrapped([] { endProgram(); }), ProgramEnd);
-}
-
-TEST_F(GuardTest, AnUntrappedErrorShowsThePlatformsBoxAndEndsTheProgram)
-{
-    boxes.expect(u"実行時エラー '13':\r\n\r\n" + errorText(13), MsgAnswer::Ok, u"Tolvek");
-    EXPECT_THROW(untrapped([] { throw RuntimeError(13); }), ProgramEnd);
-    untrapped([] {});
 }
 
 }
