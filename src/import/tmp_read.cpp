@@ -64,37 +64,37 @@ private:
         gStatusLines[5] = progress_;
         on_([] { DoEvents(); });
         on_([this] { line_ = lineInput(number_); });
-        if (isDuplicate_ == 0) takeHeading();
+        if (IsDuplicate == 0) takeHeading();
         if (line_.starts_with(u"<End>")) finishMail();
-        if (dupChecked_ == 0) lookForDuplicate();
+        if (DupChecked == 0) lookForDuplicate();
     }
 
     // Case counts, and a leading blank hides a label. What is no label is passed over.
     void takeHeading()
     {
         if (line_.starts_with(u"From"))
-            on_([this] { edAddres(side_, -1, line_, sndName_, sndAdd_); });
+            on_([this] { edAddres(side_, -1, line_, SndName, SndAdd); });
         else if (line_.starts_with(u"To"))
-            on_([this] { edAddres(side_, 0, line_, rcvName_, rcvAdd_); });
+            on_([this] { edAddres(side_, 0, line_, RcvName, RcvAdd); });
         else if (line_.starts_with(u"Subject"))
-            on_([this] { edSubject(line_, subject_); });
+            on_([this] { edSubject(line_, Subject); });
         else if (line_.starts_with(u"Date"))
-            on_([this] { edDate(line_, ymd_, hms_); });
+            on_([this] { edDate(line_, YMD, HMS); });
         else if (line_.starts_with(u"Mail"))
             readText();
     }
 
-    bool hasDate() const { return !isBlank(ymd_) && !isBlank(hms_); }
+    bool hasDate() const { return !isBlank(YMD) && !isBlank(HMS); }
 
     // The text of a mail without a date comes through readOneLine, where its
     // lines are tested against the labels like any other.
     void readText()
     {
-        mailDone_ = 0;
+        MailDone = 0;
         if (hasDate())
             on_([this] {
-                edMail(number_, line_, sndRcvFlag_, sndName_, sndAdd_, rcvName_, rcvAdd_, subject_,
-                       ymd_, hms_, mailText_, mailDone_);
+                edMail(number_, line_, sndRcvFlag_, SndName, SndAdd, RcvName, RcvAdd, Subject, YMD,
+                       HMS, MailText, MailDone);
             });
     }
 
@@ -102,23 +102,23 @@ private:
     {
         on_([this] {
             if (isToBeStored())
-                TolvekDB_Edit(sndRcvFlag_, sndName_, sndAdd_, rcvName_, rcvAdd_, subject_, ymd_,
-                              hms_, mailText_);
+                TolvekDB_Edit(sndRcvFlag_, SndName, SndAdd, RcvName, RcvAdd, Subject, YMD, HMS,
+                              MailText);
         });
         clearText();
-        on_([this] { mailNo_ += 1; });
+        on_([this] { MailNo += 1; });
         showNumber();
-        for (Text* heading : {&sndName_, &sndAdd_, &rcvName_, &rcvAdd_, &subject_, &ymd_, &hms_})
+        for (Text* heading : {&SndName, &SndAdd, &RcvName, &RcvAdd, &Subject, &YMD, &HMS})
             heading->clear();
-        isDuplicate_ = 0;
-        dupChecked_ = 0;
-        mailDone_ = 0;
+        IsDuplicate = 0;
+        DupChecked = 0;
+        MailDone = 0;
     }
 
     bool isToBeStored() const
     {
-        return hasDate() && isDuplicate_ == 0 && mailDone_ == -1 &&
-               MailNonCopyCheck(sndName_, sndAdd_, rcvName_, rcvAdd_, subject_) == 0;
+        return hasDate() && IsDuplicate == 0 && MailDone == -1 &&
+               MailNonCopyCheck(SndName, SndAdd, RcvName, RcvAdd, Subject) == 0;
     }
 
     // The three lengths are combined bit by bit. With a date of eight characters
@@ -127,25 +127,25 @@ private:
     // TolvekDB_Edit. The look-up saves work and decides nothing.
     void lookForDuplicate()
     {
-        if ((trimmedLength(sndAdd_) & trimmedLength(rcvAdd_) & trimmedLength(ymd_)) == 0) return;
-        isDuplicate_ = 0;
+        if ((trimmedLength(SndAdd) & trimmedLength(RcvAdd) & trimmedLength(YMD)) == 0) return;
+        IsDuplicate = 0;
         on_([this] {
-            duplMailCheck(sndName_, sndAdd_, rcvName_, rcvAdd_, ymd_, hms_, subject_, isDuplicate_);
+            duplMailCheck(SndName, SndAdd, RcvName, RcvAdd, YMD, HMS, Subject, IsDuplicate);
         });
-        if (isDuplicate_ != 0) sndAdd_.clear();
-        dupChecked_ = -1;
+        if (IsDuplicate != 0) SndAdd.clear();
+        DupChecked = -1;
     }
 
     void clearText()
     {
         for (int block = 0; block <= 15; ++block)
-            mailText_[block].clear();
+            MailText[block].clear();
     }
 
     void showNumber()
     {
         progress_ =
-            u"   " + decimal(mailNo_) + u" / " + decimal(count_) + u"  のデータを処理中です。";
+            u"   " + decimal(MailNo) + u" / " + decimal(count_) + u"  のデータを処理中です。";
     }
 
     const ResumeNext on_{u"tmpRead"};
@@ -153,12 +153,12 @@ private:
     Int16 number_;
     Text path_, line_, progress_;
 
-    Text sndName_, sndAdd_, rcvName_, rcvAdd_, subject_, ymd_, hms_;
-    MailBlocks mailText_;
-    Int16 mailDone_;    // -1: edMail has met text
-    Int16 isDuplicate_; // not 0: the mail is in the store already, skip to its end line
-    Int16 dupChecked_;  // -1: it was looked for
-    Int16 mailNo_;      // mails finished so far
+    Text SndName, SndAdd, RcvName, RcvAdd, Subject, YMD, HMS;
+    MailBlocks MailText;
+    Int16 MailDone;    // -1: edMail has met text
+    Int16 IsDuplicate; // not 0: the mail is in the store already, skip to its end line
+    Int16 DupChecked;  // -1: it was looked for
+    Int16 MailNo;      // mails finished so far
 };
 
 }

@@ -6,6 +6,12 @@ namespace {
 
 const Text kEmpty = u"\"\"";
 
+// The identity of a mail. Names and the subject have no part in it: names change
+// afterwards without the mail becoming another; the sub key parts the different
+// subjects of one second.
+const std::vector<Text> MailKey{u"tblTolvek_YMD",        u"tblTolvek_HMS",    u"tblTolvek_SubKey",
+                                u"tblTolvek_SndRcvFlag", u"tblTolvek_SndAdd", u"tblTolvek_RcvAdd"};
+
 std::vector<FieldSpec> mailBlocks()
 {
     std::vector<FieldSpec> blocks;
@@ -30,8 +36,7 @@ TableSpec tblTolvekSpec()
                      {u"tblTolvek_RcvName", dbText, 64},
                      {u"tblTolvek_RcvAdd", dbText, 64},
                      {u"tblTolvek_Subject", dbText, 128, true, kEmpty}},
-                    {u"tblTolvek_YMD", u"tblTolvek_HMS", u"tblTolvek_SubKey",
-                     u"tblTolvek_SndRcvFlag", u"tblTolvek_SndAdd", u"tblTolvek_RcvAdd"},
+                    MailKey,
                     {{u"tblTolvek_BySndAdd", {u"tblTolvek_SndAdd"}},
                      {u"tblTolvek_ByRcvAdd", {u"tblTolvek_RcvAdd"}},
                      {u"tblTolvek_BySndName", {u"tblTolvek_SndName"}},
