@@ -8,7 +8,6 @@
 #include "demo/big_box.h"
 #include "import/mail_box_read.h"
 #include "import/mail_box_table.h"
-#include "import/search_tables.h"
 #include "platform/dao/dao.h"
 #include "platform/runtime/paths.h"
 #include "shell/base/converter_library.h"
@@ -16,6 +15,7 @@
 #include "shell/base/general.h"
 #include "shell/base/settings.h"
 #include "shell/base/state.h"
+#include "store/search_tables.h"
 #include "store/table_create.h"
 #include "support/temp_folder.h"
 

@@ -3,7 +3,6 @@
 #include "browse/navigator.h"
 #include "dialogs/frm_mail_read_opt.h"
 #include "import/mail_box_table.h"
-#include "import/search_tables.h"
 #include "import/tmp_read.h"
 #include "platform/forms/do_events.h"
 #include "platform/runtime/paths.h"
@@ -12,6 +11,7 @@
 #include "shell/base/guard.h"
 #include "shell/base/settings.h"
 #include "shell/base/state.h"
+#include "store/search_tables.h"
 
 namespace tolvek {
 

@@ -6,14 +6,13 @@
 #include "filter/filter_rules.h"
 #include "platform/runtime/codepage932.h"
 #include "support/archive_fixture.h"
+#include "support/report_list.h"
 
 #include <functional>
 #include <string>
 #include <vector>
 
 namespace tolvek::test {
-
-using Reports = std::vector<std::string>;
 
 class ImportTest : public ArchiveFixture {
 protected:
@@ -25,16 +24,16 @@ protected:
         gNonCopyRuleCnt = 0;
         fillMonthNames();
         watchDecoding();
-        setMsgBoxHandler([this](const MsgBoxRequest& box) { return gather(box); });
+        reports_.listen();
     }
     void TearDown() override
     {
-        EXPECT_EQ(reports_, Reports{});
+        EXPECT_EQ(takeReports(), Reports{});
         gNonCopyRuleCnt = 0;
         ArchiveFixture::TearDown();
     }
 
-    Reports takeReports() { return std::exchange(reports_, {}); }
+    Reports takeReports() { return reports_.take(); }
 
     // Texts that went to the converter since the test began.
     const std::vector<Text>& decoded() const { return decoded_; }
@@ -83,19 +82,7 @@ private:
         setConverterLibrary(std::move(library));
     }
 
-    MsgAnswer gather(const MsgBoxRequest& box)
-    {
-        const std::string title = toUtf8(box.title), text = toUtf8(box.text);
-        const std::string opening = "エラーメッセージ (", label = "エラー番号： ";
-        if (!title.starts_with(opening) || !text.starts_with(label))
-            reports_.push_back(title + ": " + text);
-        else
-            reports_.push_back(title.substr(opening.size(), title.size() - opening.size() - 1) +
-                               " " + std::to_string(std::stoi(text.substr(label.size()))));
-        return MsgAnswer::Ok;
-    }
-
-    Reports reports_;
+    ReportList reports_;
     std::vector<Text> decoded_;
     std::function<void()> onDecode_;
 };

@@ -3,7 +3,7 @@
 #include "demo/sample_folder.h"
 #include "import/mail_box_read.h"
 #include "import/mail_box_table.h"
-#include "import/search_tables.h"
+#include "store/search_tables.h"
 #include "support/archive_fixture.h"
 
 #include <algorithm>

@@ -3,11 +3,11 @@
 #include "browse/navigator.h"
 #include "filter/filter_rules.h"
 #include "import/mail_box_table.h"
-#include "import/search_tables.h"
 #include "platform/forms/events.h"
 #include "platform/runtime/dates.h"
 #include "platform/runtime/profile.h"
 #include "shell/win_help.h"
+#include "store/search_tables.h"
 #include "support/archive_fixture.h"
 #include "support/modal_script.h"
 

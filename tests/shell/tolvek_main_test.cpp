@@ -1,11 +1,11 @@
 #include "shell/tolvek_main.h"
 
 #include "dialogs/frm_splash.h"
-#include "import/search_tables.h"
 #include "platform/forms/events.h"
 #include "platform/runtime/profile.h"
 #include "shell/frm_tolvek_events.h"
 #include "store/db_start.h"
+#include "store/search_tables.h"
 #include "support/archive_fixture.h"
 
 #include <map>

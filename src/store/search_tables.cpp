@@ -1,4 +1,4 @@
-#include "import/search_tables.h"
+#include "store/search_tables.h"
 
 #include "platform/forms/do_events.h"
 #include "shell/base/general.h"

@@ -1,11 +1,24 @@
-#include "import/import_fixture.h"
-#include "import/search_tables.h"
+#include "store/search_tables.h"
+
+#include "support/archive_fixture.h"
+#include "support/report_list.h"
 
 namespace tolvek::test {
 namespace {
 
-class SearchTablesTest : public ImportTest {
+class SearchTablesTest : public ArchiveFixture {
 protected:
+    void SetUp() override
+    {
+        ArchiveFixture::SetUp();
+        reports.listen();
+    }
+    void TearDown() override
+    {
+        EXPECT_EQ(takeReports(), Reports{});
+        ArchiveFixture::TearDown();
+    }
+    Reports takeReports() { return reports.take(); }
     // Mails come in the order in which they are put in: each has a later date.
     void mail(const Text& sndName, const Text& rcvName, const Text& sndAdd = u"a@x.jp",
               const Text& rcvAdd = u"b@x.jp")
@@ -46,12 +59,14 @@ protected:
     }
     static std::vector<Text> names()
     {
-        return ArchiveFixture::column(u"SELECT tblSearch_Name_Data FROM tblSearch_Name");
+        return column(u"SELECT tblSearch_Name_Data FROM tblSearch_Name");
     }
     static std::vector<Text> addresses()
     {
-        return ArchiveFixture::column(u"SELECT tblSearch_Addr_Data FROM tblSearch_Addresses");
+        return column(u"SELECT tblSearch_Addr_Data FROM tblSearch_Addresses");
     }
+
+    ReportList reports;
 
 private:
     int mails_ = 0;

@@ -1,0 +1,48 @@
+// The boxes of failed routines, gathered as "routine number".
+//
+//     reports.listen();
+//     edSearch_Name();
+//     EXPECT_EQ(reports.take(), Reports{"edSearch_Name 3024"});
+//
+// Any other box is gathered as "title: text"; all are answered OK or No.
+#pragma once
+#include "platform/forms/msg_box.h"
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace tolvek::test {
+
+using Reports = std::vector<std::string>;
+
+class ReportList {
+public:
+    ReportList() = default;
+    ReportList(const ReportList&) = delete;
+    ReportList& operator=(const ReportList&) = delete;
+
+    // Takes the boxes over; what owned them before sees none until the test's end.
+    void listen()
+    {
+        setMsgBoxHandler([this](const MsgBoxRequest& box) { return gather(box); });
+    }
+    Reports take() { return std::exchange(reports_, {}); }
+
+private:
+    MsgAnswer gather(const MsgBoxRequest& box)
+    {
+        const std::string title = toUtf8(box.title), text = toUtf8(box.text);
+        const std::string opening = "エラーメッセージ (", label = "エラー番号： ";
+        if (!title.starts_with(opening) || !text.starts_with(label))
+            reports_.push_back(title + ": " + text);
+        else
+            reports_.push_back(title.substr(opening.size(), title.size() - opening.size() - 1) +
+                               " " + std::to_string(std::stoi(text.substr(label.size()))));
+        return box.buttons == MsgButtons::YesNo ? MsgAnswer::No : MsgAnswer::Ok;
+    }
+
+    Reports reports_;
+};
+
+}
