@@ -2,6 +2,7 @@
 
 #include "browse/navigator.h"
 #include "dialogs/frm_mail_read_opt.h"
+#include "filter/filter_results.h"
 #include "import/mail_box_table.h"
 #include "import/tmp_read.h"
 #include "platform/forms/do_events.h"
@@ -83,6 +84,7 @@ void updateData(const ResumeNext& on, frmTolvek& form)
     });
     on([] { edSearch_Name(); });
     on([] { edSearch_Addr(); });
+    on([] { tblFilterData_Sel(); });
     on([&] { dspNavigator(form); });
 }
 
