@@ -1,0 +1,162 @@
+#include "browse/delete_mail.h"
+
+#include "browse/subject_keys.h"
+#include "filter/filter_results.h"
+#include "filter/filter_rules.h"
+#include "platform/forms/do_events.h"
+#include "platform/forms/msg_box.h"
+#include "shell/base/general.h"
+#include "shell/base/guard.h"
+
+namespace tolvek {
+
+namespace {
+
+void openStore()
+{
+    gDb = DBEngine::OpenDatabase(gDbPath);
+    gWs = DBEngine::Workspaces(0);
+}
+
+void deleteRows(const Statement& sql)
+{
+    inTransaction([&] { gDb.Execute(sql, dbFailOnError); });
+}
+
+void yieldAndClose()
+{
+    DoEvents();
+    gDb.Close();
+}
+
+// The names are part of the condition, as where the mail is shown: what can't
+// be shown any more can't be deleted by its row either. The time stands there
+// twice; that has always been so and changes nothing.
+Statement deletionOfRow(const SubjectKey& key)
+{
+    Statement sql{u"DELETE FROM tblTolvek"};
+    sql << u" WHERE tblTolvek_YMD = '" << key.YMD << u"' AND " << u"tblTolvek_HMS = '" << key.HMS
+        << u"' AND " << u"tblTolvek_HMS = '" << key.HMS << u"' AND " << u"tblTolvek_SubKey = "
+        << key.SubKey << u" AND " << u"tblTolvek_SndName = '" << key.SndName << u"' AND "
+        << u"tblTolvek_SndAdd = '" << key.SndAdd << u"' AND " << u"tblTolvek_RcvName = '"
+        << key.RcvName << u"' AND " << u"tblTolvek_RcvAdd = '" << key.RcvAdd << u"'";
+    return sql;
+}
+
+Statement deletionOfEntry(Int16 type, const Text& key)
+{
+    Statement sql{u"DELETE FROM tblTolvek"};
+    switch (type) {
+    case 0:
+        sql << u" WHERE tblTolvek_SndAdd = '" << key << u"' OR " << u" tblTolvek_RcvAdd = '" << key
+            << u"'";
+        break;
+    case 1:
+        sql << u" WHERE tblTolvek_SndName = '" << key << u"' OR " << u" tblTolvek_RcvName = '"
+            << key << u"'";
+        break;
+    default:
+        sql << u" WHERE tblTolvek_YMD = '" << key << u"' ";
+    }
+    return sql;
+}
+
+// Of the mail that the current row of the filter results names.
+Statement deletionOfListed()
+{
+    Statement sql{u"DELETE FROM tblTolvek"};
+    sql << u" WHERE tblTolvek_YMD = '" << gRs.field(u"tblFilterDt_Date").text()
+        << u"' AND  tblTolvek_HMS = '" << gRs.field(u"tblFilterDt_Time").text()
+        << u"' AND  tblTolvek_SubKey = " << gRs.field(u"tblFilterDt_SubKey").int16()
+        << u" AND  tblTolvek_SndAdd = '" << gRs.field(u"tblFilterDt_SendAddr").text()
+        << u"' AND  tblTolvek_RcvAdd = '" << gRs.field(u"tblFilterDt_RecvAddr").text() << u"' ;";
+    return sql;
+}
+
+Statement resultsOf(const FilterRule& rule)
+{
+    Statement sql{u"SELECT * FROM tblFilterData"};
+    sql << u" WHERE tblFilterDt_No = " << rule.No;
+    return sql;
+}
+
+void deleteListed()
+{
+    for (; !gRs.Eof(); DoEvents()) {
+        deleteRows(deletionOfListed());
+        gRs.MoveNext();
+    }
+}
+
+void deleteMailsOfRule(Int16 index)
+{
+    const Int16 code = gFilterRule[index].TermsCode;
+    if (code == 0 || code == 2 || code == 4) {
+        Statement sql{u""};
+        tblFilterData_SqlEdit(1, index, sql);
+        delMail_024(index, sql);
+    } else {
+        delMail_13(index);
+    }
+}
+
+}
+
+void delOneMail(Int16 row)
+{
+    leaveOnError(u"delOneMail", [&] {
+        const Statement sql = deletionOfRow(SubjectRowLocate(row));
+        openStore();
+        deleteRows(sql);
+        yieldAndClose();
+    });
+}
+
+void delMail(Int16 type, const Text& key)
+{
+    leaveOnError(u"delMail", [&] {
+        openStore();
+        if (type < 0 || type > 2) {
+            MsgBox(u"Ｄｅｌｅｔｅ　Ｔｙｐｅ　Ｅｒｒｏｒ");
+            return;
+        }
+        deleteRows(deletionOfEntry(type, key));
+        yieldAndClose();
+    });
+}
+
+void delFilter(Int16 index)
+{
+    leaveOnError(u"delFilter", [&] {
+        deleteMailsOfRule(index);
+        Statement sql{u"DELETE FROM tblFilter"};
+        sql << u" WHERE tblFilter_No = " << gFilterRule[index].No;
+        openStore();
+        deleteRows(sql);
+        gDb.Close();
+    });
+}
+
+void delMail_13(Int16 index)
+{
+    leaveOnError(u"delMail_13", [&] {
+        openStore();
+        gRs = gDb.OpenRecordset(resultsOf(gFilterRule[index]), dbOpenDynaset);
+        DoEvents();
+        Int16 count = 0;
+        GET_RECCNT(gRs, count);
+        if (count != 0) deleteListed();
+        gDb.Close();
+    });
+}
+
+void delMail_024(Int16 /*index*/, const Statement& sql)
+{
+    leaveOnError(u"delMail_024", [&] {
+        openStore();
+        deleteRows(sql);
+        yieldAndClose();
+    });
+}
+
+}

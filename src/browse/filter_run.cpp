@@ -1,0 +1,35 @@
+#include "browse/filter_run.h"
+
+#include "browse/navigator.h"
+#include "filter/filter_results.h"
+#include "shell/base/frm_tolvek.h"
+#include "shell/base/guard.h"
+
+namespace tolvek {
+
+// The filter titles are listed first whatever is on display: that reads the
+// rules anew. The list of the display type then takes their place.
+void memFilterGo_Click(frmTolvek& form)
+{
+    const ResumeNext on{u"memFilterGo_Click"};
+    on([] {
+        setStatusLines(u"　振り分け処理を行っています。", u"　少々お待ちください。", u"", u"", u"",
+                       u"");
+    });
+    on([] { gBusyFlag = -1; });
+    on([&] { dspStatus(form, true, gStatusLines); });
+    on([&] { form.txtMail->setText({}); });
+    on([&] { form.lblHead->setCaption({}); });
+    on([&] { form.lstSubject->Clear(); });
+    on([] { gBusyFlag = -1; });
+    on([&] { dspEnable(form, false, 0); });
+    on([] { tblFilterData_Sel(); });
+    on([&] { dspSearch_Filter(form); });
+    on([&] { dspSelData(form); });
+    on([] { gBusyFlag = 0; });
+    on([&] { dspStatus(form, false, gStatusLines); });
+    on([&] { dspEnable(form, true, gBackUpDisp); });
+    on([&] { form.comMailRead->SetFocus(); });
+}
+
+}
