@@ -1,5 +1,7 @@
 #include "shell/frm_tolvek_events.h"
 
+#include "browse/delete_commands.h"
+#include "browse/filter_run.h"
 #include "browse/navigator.h"
 #include "browse/subject_list.h"
 #include "filter/filter_rules.h"
@@ -61,6 +63,8 @@ void frmTolvekEvents::buildControls()
 void frmTolvekEvents::connectEvents()
 {
     onEvent(comMailRead, &CommandButton::Click, [this] { comMailRead_Click(*this); });
+    onEvent(comMailDel, &CommandButton::Click, [this] { comMailDel_Click(*this); });
+    onEvent(cmdAddrDel, &CommandButton::Click, [this] { cmdAddrDel_Click(*this); });
     onEvent(comEnd, &CommandButton::Click, [this] { comEnd_Click(); });
     onEvent(lblNameOrAddr, &Label::Click, [this] { lblNameOrAddr_Click(*this); });
     onEvent(lstNameOrAddr, &ListBox::Click, [this] { lstNameOrAddr_Click(*this); });
@@ -73,6 +77,7 @@ void frmTolvekEvents::connectMenus()
 {
     onEvent(memEnd, &MenuEntry::Click, [this] { memEnd_Click(); });
     onEvent(memNameOrAddr, &MenuEntry::Click, [this] { memNameOrAddr_Click(*this); });
+    onEvent(memFilterGo, &MenuEntry::Click, [this] { memFilterGo_Click(*this); });
     onEvent(memHelp, &MenuEntry::Click, [this] { memHelp_Click(); });
 }
 
