@@ -108,8 +108,10 @@ int ListBox::rowForKey(int key) const
     const int last = ListCount() - 1;
     switch (key) {
     case Qt::Key_Up:
+    case Qt::Key_Left: // in one column all four arrows move
         return std::max(0, listIndex_ - 1);
     case Qt::Key_Down:
+    case Qt::Key_Right:
         return std::min(last, listIndex_ + 1);
     case Qt::Key_PageUp:
         return std::max(0, listIndex_ - page);

@@ -6,7 +6,13 @@ Timer::Timer(Container container, TextView name, int interval)
     : QObject(container.widget()), interval_(interval)
 {
     setObjectName(toQt(name));
-    connect(&timer_, &QTimer::timeout, this, &Timer::Tick);
+    // Begun anew before the event: Qt's own repeating timer stands still inside
+    // its event, and a command begun by a yield in there would see no tick.
+    connect(&timer_, &QTimer::timeout, this, [this] {
+        apply();
+        emit Tick();
+    });
+    timer_.setSingleShot(true);
     apply();
 }
 

@@ -1,5 +1,6 @@
 // A timer of a form: Tick comes every Interval milliseconds while it is
-// enabled; an interval of 0 is never.
+// enabled, also inside a Tick that yields for longer than that; an interval of
+// 0 is never.
 #pragma once
 #include "platform/forms/control.h"
 

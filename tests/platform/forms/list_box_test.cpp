@@ -159,10 +159,11 @@ TEST_F(ListBoxTest, ArrowKeysMoveAndFireAndStopAtTheEnds)
     fill(3);
     list.SetFocus();
     EXPECT_EQ(list.ListIndex(), -1);
-    for (const auto which : {Qt::Key_Down, Qt::Key_Down, Qt::Key_Down, Qt::Key_Down, Qt::Key_Up,
-                             Qt::Key_Home, Qt::Key_End, Qt::Key_PageUp, Qt::Key_PageDown})
+    for (const auto which :
+         {Qt::Key_Down, Qt::Key_Down, Qt::Key_Down, Qt::Key_Down, Qt::Key_Up, Qt::Key_Home,
+          Qt::Key_End, Qt::Key_PageUp, Qt::Key_PageDown, Qt::Key_Left, Qt::Key_Right})
         key(list, which);
-    EXPECT_EQ(clicks, (std::vector{0, 1, 2, 1, 0, 2, 0, 2}));
+    EXPECT_EQ(clicks, (std::vector{0, 1, 2, 1, 0, 2, 0, 2, 1, 2}));
     EXPECT_TRUE(isSelected(2));
 }
 

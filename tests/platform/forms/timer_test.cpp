@@ -44,6 +44,27 @@ TEST_F(TimerTest, AnIntervalOfZeroNeverTicks)
     EXPECT_TRUE(QTest::qWaitFor([this] { return ticks > 0; }));
 }
 
+TEST_F(TimerTest, ATickThatYieldsForLongIsNoObstacleToTheNext)
+{
+    form.Load();
+    auto* timer = new Timer(form, u"Timer1", 1);
+    bool nested = false;
+    onEvent(timer, &Timer::Tick, [&] {
+        if (++ticks == 1) nested = QTest::qWaitFor([this] { return ticks >= 3; });
+    });
+    EXPECT_TRUE(QTest::qWaitFor([this] { return ticks >= 4; }, 20000));
+    EXPECT_TRUE(nested);
+}
+
+TEST_F(TimerTest, ATickMaySwitchItsTimerOff)
+{
+    Timer& timer = start(1);
+    onEvent(&timer, &Timer::Tick, [&] { timer.setEnabled(false); });
+    EXPECT_TRUE(QTest::qWaitFor([this] { return ticks > 0; }));
+    QTest::qWait(5);
+    EXPECT_EQ(ticks, 1);
+}
+
 TEST_F(TimerTest, NoTickComesOnceTheFormIsUnloaded)
 {
     start(1);
