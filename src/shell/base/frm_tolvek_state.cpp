@@ -54,8 +54,10 @@ Switches duringWork(frmTolvek& f)
 
 void dspEnable(frmTolvek& form, bool enabled, Int16 backupMode)
 {
-    // What was clicked while the commands were off falls on commands still off.
-    DoEventsNow();
+    // What was clicked while the commands were off falls on commands still off,
+    // and at the beginning of a long command on ones that are off already.
+    const bool begins = !enabled && backupMode != 1;
+    if (!begins) DoEventsNow();
     Control* const focused = form.ActiveControl();
     all(everything(form), true);
     all(backupMode == 1 ? changingTheStore(form) : duringWork(form), enabled);
@@ -64,7 +66,10 @@ void dspEnable(frmTolvek& form, bool enabled, Int16 backupMode)
         form.focusBefore_->SetFocus();
         form.focusBefore_ = nullptr;
     }
-    DoEvents();
+    if (begins)
+        DoEventsNow();
+    else
+        DoEvents();
 }
 
 void dspStatus(frmTolvek& form, bool show, CheckedArray<Text, 6>& lines)

@@ -25,6 +25,19 @@ protected:
         DoEventsNow();
     }
 
+    // As the window system puts a click into the queue.
+    static void postClick(QWidget& target)
+    {
+        const QPointF middle = target.rect().center();
+        const QPointF global = target.mapToGlobal(middle);
+        for (auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease})
+            QApplication::postEvent(&target, new QMouseEvent(type, middle, global, Qt::LeftButton,
+                                                             type == QEvent::MouseButtonPress
+                                                                 ? Qt::MouseButtons(Qt::LeftButton)
+                                                                 : Qt::MouseButtons(),
+                                                             {}));
+    }
+
     void expectGeometry(const Control& control, float left, float top, float width, float height)
     {
         EXPECT_FLOAT_EQ(control.Left(), left) << toUtf8(control.Name());
@@ -193,16 +206,20 @@ TEST_F(MainWindowTest, AClickMadeWhileCommandsAreOffPressesNothing)
     bool pressed = false;
     QObject::connect(form.comMailRead, &CommandButton::Click, [&] { pressed = true; });
     dspEnable(form, false, 0);
-    const QPointF middle = form.comMailRead->rect().center();
-    const QPointF global = form.comMailRead->mapToGlobal(middle);
-    for (auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease})
-        QApplication::postEvent(form.comMailRead,
-                                new QMouseEvent(type, middle, global, Qt::LeftButton,
-                                                type == QEvent::MouseButtonPress
-                                                    ? Qt::MouseButtons(Qt::LeftButton)
-                                                    : Qt::MouseButtons(),
-                                                {}));
+    postClick(*form.comMailRead);
     dspEnable(form, true, 0);
+    EXPECT_FALSE(pressed);
+}
+
+// The second click of a double click must not run a command inside the first's.
+TEST_F(MainWindowTest, AClickThatWaitsWhenALongCommandBeginsPressesNothing)
+{
+    bool pressed = false;
+    QObject::connect(form.comMailRead, &CommandButton::Click, [&] { pressed = true; });
+    postClick(*form.comMailRead);
+    dspEnable(form, false, 0);
+    dspEnable(form, true, 0);
+    DoEventsNow();
     EXPECT_FALSE(pressed);
 }
 
