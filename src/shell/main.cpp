@@ -29,5 +29,6 @@ int main(int argc, char** argv)
     frmSplash splash;
     frmTolvekEvents window;
     Main(splash, window);
+    if (Forms::Count() == 0) endProgram(); // nothing is left that its user could end
     return runApplication();
 }

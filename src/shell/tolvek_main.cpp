@@ -36,6 +36,7 @@ void findDatabase(const ResumeNext& on)
     on([] { restoreFromNew(gDbPath); });
     if (FileNameCheck(gDbPath) != 0) return;
     on([] { Table_Create(); });
+    if (FileNameCheck(gDbPath) == 0) return; // nothing will rotate over the .Bak then
     on([] { keepBackUpAside(gDbPath); });
 }
 

@@ -285,6 +285,37 @@ TEST_F(TolvekEventsTest, AMissingHelpFileIsTold)
     form.memHelp->action().trigger();
 }
 
+TEST_F(TolvekEventsTest, TheKeyboardStartsAtTheReadButtonAndWalksThroughListsAndButtons)
+{
+    givenTwoMailsOfHanako();
+    showActive();
+    EXPECT_EQ(form.window()->focusWidget(), form.comMailRead);
+    const auto key = [&](Qt::Key which) {
+        QTest::keyClick(form.window()->focusWidget(), which);
+        rethrowKept();
+    };
+    for (int i = 0; i < 4; ++i)
+        key(Qt::Key_Tab);
+    ASSERT_TRUE(form.lstNameOrAddr->HasFocus());
+    key(Qt::Key_Down);
+    EXPECT_EQ(form.lstSubject->ListCount(), 2);
+    key(Qt::Key_Down); // the list keeps the focus through its own command
+    EXPECT_EQ(form.lstNameOrAddr->ListIndex(), 1);
+    key(Qt::Key_Tab);
+    ASSERT_TRUE(form.lstSubject->HasFocus());
+    key(Qt::Key_Up);
+    EXPECT_EQ(form.lstSubject->ListIndex(), 0);
+    EXPECT_NE(form.lblHead->Caption().find(u"first"), Text::npos);
+    key(Qt::Key_Down);
+    EXPECT_NE(form.lblHead->Caption().find(u"second"), Text::npos);
+    for (int i = 0; i < 3; ++i)
+        key(Qt::Key_Tab);
+    ASSERT_TRUE(form.comMailRead->HasFocus());
+    const ModalScript dialog("frmMailReadOpt",
+                             [](QWidget& shown) { QTest::keyClick(&shown, Qt::Key_Escape); });
+    key(Qt::Key_Space);
+}
+
 // ---- the clock ----
 
 TEST_F(TolvekEventsTest, TheClockShowsDateAndTime)
@@ -427,6 +458,16 @@ TEST_F(TolvekEventsTest, ATemporaryFileThatCantBeDeletedDoesntStopTheExit)
     const Text failed = u"エラーメッセージ (Form_Unload)";
     EXPECT_EQ(titles, (std::vector<Text>{failed, failed}));
     EXPECT_EQ(setting(u"Tolvek Environment", u"Ver"), u"331");
+}
+
+// The end doesn't wait for the settings: what couldn't be written is told once.
+TEST_F(TolvekEventsTest, ASettingsFileThatCantBeWrittenIsToldAndTheProgramEnds)
+{
+    form.Show();
+    std::filesystem::permissions(file("TOLVEK.ini"), std::filesystem::perms::owner_read);
+    boxes.expect(gIniPath + u"　書き込みエラー", MsgAnswer::Ok, u"Tolvek");
+    expectEndBy([&] { form.window()->close(); });
+    EXPECT_EQ(test::readBytes(file("TOLVEK.ini")), settingsFile());
 }
 
 TEST_F(TolvekEventsTest, TheCloseBoxWorksWhileADialogStands)

@@ -169,9 +169,11 @@ TEST_F(MainTest, ASecondCopyIsToldSoAndTouchesNothing)
 
 // What can't be read as a number is told, and the start goes on: the same value
 // then ends the reading of the settings, so that the address stays empty.
-TEST_F(MainTest, AnEmptyVersionIsToldAndTheStartGoesOn)
+class BadVersionTest : public MainTest, public ::testing::WithParamInterface<const char*> {};
+
+TEST_P(BadVersionTest, IsToldAndTheStartGoesOn)
 {
-    givenSettings("");
+    givenSettings(GetParam());
     std::vector<Text> told;
     setMsgBoxHandler([&](const MsgBoxRequest& box) {
         told.push_back(box.title + u": " + box.text.substr(0, 4));
@@ -184,6 +186,32 @@ TEST_F(MainTest, AnEmptyVersionIsToldAndTheStartGoesOn)
     EXPECT_EQ(told[1].find(u"エラーメッセージ (Form_Initialize)"), 0u) << toUtf8(told[1]);
     expectMainWindow();
     EXPECT_TRUE(exists("Tolvek.Mdb"));
+}
+
+INSTANTIATE_TEST_SUITE_P(EmptyOrNoNumber, BadVersionTest, ::testing::Values("", "abc", "3.3a"));
+
+// Every path of a read hangs on that folder. Without its key the default serves.
+TEST_F(MainTest, AnEmptyPostPetFolderEndsTheProgramBeforeTheMainWindowAppears)
+{
+    const std::string settings = "[PostPet Mail Option]\r\nMy Mail Addr=taro@example.jp\r\n";
+    test::writeBytes(file("TOLVEK.ini"), settings + "PostPet Dir=\r\n");
+    const Text path = joinPath(appPath(), u"TOLVEK.ini");
+    boxes.expectAndLook(path + u"　読み込みエラー　PostPet Path", MsgAnswer::Ok, [&] {
+        EXPECT_TRUE(splash.Visible());
+        EXPECT_FALSE(window.Visible());
+    });
+    EXPECT_THROW(start(), ProgramEnd);
+    EXPECT_FALSE(window.Visible());
+    EXPECT_EQ(test::readBytes(file("TOLVEK.ini")), settings + "PostPet Dir=\r\n");
+    EXPECT_FALSE(exists("TOLVEK.ini.Old"));
+}
+
+TEST_F(MainTest, ASettingsFileWithoutThePostPetFolderGivesTheDefault)
+{
+    givenSettings("331");
+    start();
+    expectMainWindow();
+    EXPECT_EQ(gPostPetDir, u"C:\\Program Files\\So-net\\PostPet for Windows ver. 2.0");
 }
 
 TEST_F(MainTest, ADamagedDatabaseIsToldAndTheMainWindowComesUpAllTheSame)
@@ -241,6 +269,28 @@ TEST_F(MainTest, APreviousGenerationWithMailOutlivesTheCreationOfANewArchive)
     start();
     EXPECT_EQ(rows(u"tblTolvek"), 0);
     EXPECT_EQ(rows(u"tblTolvek", gDbPath + u".Kept"), 1);
+}
+
+// Without a new archive no compaction will rotate over the previous generation.
+TEST_F(MainTest, ACreationThatFailsLeavesThePreviousGenerationAlone)
+{
+    givenSettings("331");
+    gDbPath = joinPath(appPath(), u"Tolvek.Mdb");
+    Table_Create();
+    store(mail(u"hanako@example.jp", u"taro@example.jp"));
+    renameFile(file("Tolvek.Mdb"), file("Tolvek.Mdb.Bak"));
+    setFileProbe([](FileOperation operation, const Path& path) {
+        if (operation == FileOperation::Create && path.extension() == ".Create")
+            throw std::system_error(std::make_error_code(std::errc::no_space_on_device));
+    });
+    setMsgBoxHandler([](const MsgBoxRequest& box) {
+        return box.buttons == MsgButtons::YesNo ? MsgAnswer::No : MsgAnswer::Ok;
+    });
+    start();
+    setFileProbe({});
+    EXPECT_FALSE(exists("Tolvek.Mdb.Bak.Kept"));
+    EXPECT_FALSE(exists("Tolvek.Mdb.Kept"));
+    EXPECT_EQ(rows(u"tblTolvek", gDbPath + u".Bak"), 1);
 }
 
 }

@@ -1,0 +1,196 @@
+// The main window while a big mail box is read: it is painted, its clock goes on
+// and its status text blinks, all inside the one command.
+#include "platform/forms/events.h"
+#include "platform/runtime/dates.h"
+#include "shell/frm_tolvek_events.h"
+#include "support/archive_fixture.h"
+#include "support/modal_script.h"
+
+#include <QApplication>
+#include <QTest>
+
+#include <cstdio>
+#include <fstream>
+#include <map>
+#include <set>
+
+namespace tolvek {
+namespace {
+
+using test::ArchiveFixture;
+using test::ModalScript;
+
+constexpr int kMails = 500;
+constexpr int kTickEvery = 5; // milliseconds: many ticks, however fast the read is
+constexpr Colour kRed = 0xFF;
+
+int seconds = 0;
+
+// Each look at the clock is a second later.
+DateTime oneSecondLater()
+{
+    ++seconds;
+    return {2001, 2, 3, seconds / 3600 % 24, seconds / 60 % 60, seconds % 60};
+}
+
+// Counts what is painted while a command runs.
+class PaintCounter : public QObject {
+public:
+    PaintCounter() { qApp->installEventFilter(this); }
+    int of(const QWidget* widget) { return paints_[widget]; }
+
+protected:
+    bool eventFilter(QObject* target, QEvent* event) override
+    {
+        if (event->type() == QEvent::Paint && gBusyFlag == -1) ++paints_[target];
+        return false;
+    }
+
+private:
+    std::map<const QObject*, int> paints_;
+};
+
+// Whether the widget's picture has ink of that colour and none of the other.
+bool isInkedIn(QWidget& widget, bool red)
+{
+    int redPixels = 0, blackPixels = 0;
+    const QImage picture = widget.grab().toImage();
+    for (int y = 0; y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x) {
+            const QColor pixel = picture.pixelColor(x, y);
+            redPixels += pixel == QColor(255, 0, 0);
+            blackPixels += pixel == colourOf(kWindowText);
+        }
+    return red ? redPixels > 0 && blackPixels == 0 : blackPixels > 0 && redPixels == 0;
+}
+
+class ReadingWindowTest : public ArchiveFixture {
+protected:
+    void SetUp() override
+    {
+        ArchiveFixture::SetUp();
+        test::writeBytes(file("TOLVEK.ini"),
+                         "[PostPet Mail Option]\r\nMy Mail Addr=taro@example.jp\r\n[Mail Options]"
+                         "\r\nReciev Mail Read Option=1,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0\r\n");
+        converterLibrary().Tolvek_Edit = [this](const Text&, const Text&, const Text&, Int16& count,
+                                                Int16& status) {
+            writeManyMails();
+            count = kMails;
+            status = 0;
+        };
+        setClock(oneSecondLater);
+        form.Show();
+        form.Timer1->setInterval(kTickEvery);
+    }
+    void TearDown() override
+    {
+        setClock({});
+        gUnloading = -1; // the window goes without the exit's steps
+        form.Unload();
+        gUnloading = 0;
+        ArchiveFixture::TearDown();
+    }
+
+    void writeManyMails() const
+    {
+        std::ofstream tmp(file("Tolvek.Tmp"), std::ios::binary);
+        tmp << "\"<Start>\"\r\n";
+        for (int i = 0; i < kMails; ++i) {
+            char clock[16];
+            std::snprintf(clock, sizeof clock, "%02d:%02d:%02d", i / 3600, i / 60 % 60, i % 60);
+            tmp << "From:<hanako@example.jp>\r\nTo:<taro@example.jp>\r\nSubject:mail " << i
+                << "\r\nDate:Tue, 15 Feb 2000 " << clock << " +0900\r\nMail:\r\ntext\r\n<End>\r\n";
+        }
+    }
+    // What the window shows at each tick of a running command.
+    void watch()
+    {
+        onEvent(form.Timer1, &Timer::Tick, [this] {
+            if (gBusyFlag != -1) return;
+            ++ticks;
+            times.insert(form.lblDate->Caption());
+            colours.insert(form.txtMail->ForeColor());
+            texts.insert(form.txtMail->Text());
+            form.window()->update(); // as when another window has lain on it
+        });
+    }
+    void read()
+    {
+        const ModalScript dialog("frmMailReadOpt",
+                                 [](QWidget& shown) { test::press(shown, "cmbMail_Ok"); });
+        form.comMailRead->click();
+        rethrowKept();
+    }
+    void expectLivelyWindow(PaintCounter& painted)
+    {
+        EXPECT_GE(ticks, 5);
+        EXPECT_GE(painted.of(form.window()), 5);
+        EXPECT_GE(painted.of(form.txtMail->viewport()), 5);
+        EXPECT_GE(painted.of(form.lblDate), 5);
+        EXPECT_GE(times.size(), 5u);
+        EXPECT_EQ(colours, (std::set<Colour>{kWindowText, kRed}));
+    }
+
+    int ticks = 0;
+    std::set<Text> times, texts;
+    std::set<Colour> colours;
+    frmTolvekEvents form;
+};
+
+TEST_F(ReadingWindowTest, TheWindowIsPaintedTheClockGoesOnAndTheStatusTextBlinks)
+{
+    PaintCounter painted;
+    watch();
+    read();
+    expectLivelyWindow(painted);
+    EXPECT_EQ(rows(u"tblTolvek"), kMails);
+    EXPECT_GE(texts.size(), 3u) << "the count of mails stands in the text";
+    EXPECT_EQ(form.txtMail->Text(), u"");
+    EXPECT_EQ(form.txtMail->ForeColor(), kWindowText);
+}
+
+// A click that waits in the queue may be met by the yield of the clock's own tick.
+TEST_F(ReadingWindowTest, AReadThatBeginsInsideATickIsNoDifferent)
+{
+    PaintCounter painted;
+    bool begun = false;
+    const auto beginning = onEvent(form.Timer1, &Timer::Tick, [&] {
+        if (!std::exchange(begun, true)) read();
+    });
+    watch();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return begun && gBusyFlag == 0; }, 60000));
+    QObject::disconnect(beginning);
+    expectLivelyWindow(painted);
+}
+
+TEST_F(ReadingWindowTest, TheStatusTextIsReallyPaintedBlackAndRedInTurn)
+{
+    std::vector<bool> reds;
+    onEvent(form.Timer1, &Timer::Tick, [&] {
+        if (gBusyFlag != -1 || reds.size() == 4) return;
+        reds.push_back(form.txtMail->ForeColor() == kRed);
+        EXPECT_TRUE(isInkedIn(*form.txtMail->viewport(), reds.back())) << reds.size();
+    });
+    read();
+    const bool first = !reds.empty() && reds.front();
+    EXPECT_EQ(reds, (std::vector<bool>{first, !first, first, !first}));
+}
+
+TEST_F(ReadingWindowTest, CommandsAreOffAtEachTickAndTheMailPaneIsNot)
+{
+    int seen = 0;
+    onEvent(form.Timer1, &Timer::Tick, [&] {
+        if (gBusyFlag != -1 || gStatusLines[5].empty()) return;
+        ++seen;
+        EXPECT_FALSE(form.comMailRead->Enabled());
+        EXPECT_FALSE(form.comEnd->Enabled());
+        EXPECT_FALSE(form.memFile->Enabled());
+        EXPECT_TRUE(form.txtMail->Enabled());
+    });
+    read();
+    EXPECT_GE(seen, 5);
+    EXPECT_TRUE(form.comMailRead->Enabled());
+}
+
+}
+}
