@@ -1,6 +1,7 @@
 #include "shell/frm_tolvek_events.h"
 
 #include "browse/delete_commands.h"
+#include "browse/filter_command.h"
 #include "browse/filter_run.h"
 #include "browse/navigator.h"
 #include "browse/subject_list.h"
@@ -77,6 +78,7 @@ void frmTolvekEvents::connectMenus()
 {
     onEvent(memEnd, &MenuEntry::Click, [this] { memEnd_Click(); });
     onEvent(memNameOrAddr, &MenuEntry::Click, [this] { memNameOrAddr_Click(*this); });
+    onEvent(memFilter, &MenuEntry::Click, [this] { memFilter_Click(*this, filterEditor_); });
     onEvent(memFilterGo, &MenuEntry::Click, [this] { memFilterGo_Click(*this); });
     onEvent(memHelp, &MenuEntry::Click, [this] { memHelp_Click(); });
 }

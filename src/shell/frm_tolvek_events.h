@@ -4,6 +4,7 @@
 // Every event procedure reports a failure under its own name and goes on with
 // its next statement, so that the closing steps of each are always reached.
 #pragma once
+#include "filter/frm_filter.h"
 #include "shell/base/frm_tolvek.h"
 #include "shell/base/guard.h"
 
@@ -26,6 +27,8 @@ private:
 
     void askForSettings(const ResumeNext& on);
     void clearPanes(const ResumeNext& on);
+
+    frmFilter filterEditor_; // kept, for what it remembers from opening to opening
 };
 
 }

@@ -1,0 +1,58 @@
+#include "browse/filter_command.h"
+
+#include "browse/filter_run.h"
+#include "browse/navigator.h"
+#include "filter/frm_filter.h"
+#include "shell/base/frm_tolvek.h"
+#include "shell/base/guard.h"
+#include "shell/base/settings.h"
+#include "shell/base/state.h"
+
+namespace tolvek {
+
+namespace {
+
+constexpr int kLastOtherType = 2; // 0 to 2 list no rules, any other value does
+
+bool rulesListed()
+{
+    return gDisplayType < 0 || gDisplayType > kLastOtherType;
+}
+
+void clearPanes(const ResumeNext& on, frmTolvek& form)
+{
+    on([&] { form.txtMail->setText({}); });
+    on([&] { form.lblHead->setCaption({}); });
+    on([&] { form.lstSubject->Clear(); });
+}
+
+void takeEdit(const ResumeNext& on, frmTolvek& form)
+{
+    on([] { tblFilter_UpDate(); });
+    on([&] { memFilterGo_Click(form); });
+}
+
+// The editor has read the rules anew, and may have stored some before the
+// Cancel: titles left standing would lead to the mails of other rules.
+void dropEdit(const ResumeNext& on, frmTolvek& form)
+{
+    on([] { gEditCancel = 0; });
+    if (rulesListed()) on([&] { dspSelData(form); });
+}
+
+}
+
+void memFilter_Click(frmTolvek& form, frmFilter& editor)
+{
+    const ResumeNext on{u"memFilter_Click"};
+    on([] { gEditCancel = 0; });
+    on([&] { editor.ShowModal(&form); });
+    clearPanes(on, form);
+    if (gEditCancel == 0)
+        takeEdit(on, form);
+    else
+        dropEdit(on, form);
+    on([&] { form.comMailRead->SetFocus(); });
+}
+
+}

@@ -1,0 +1,80 @@
+// The filter editor: adds, changes and deletes rules in gFilterRule, on which
+// it works directly. The store is written by whoever shows the form, once it is
+// closed; only the button for the display order saves first.
+//
+// How the editor was left stands in gEditCancel: -1 for comCancel alone, any
+// other way of closing it is an OK. Neither Enter nor Escape presses a button,
+// since one would throw typed rules away and the other keep half-typed ones.
+//
+// The number of rules isn't looked at: one too many is error 9, a click on a
+// rule whose code has no option button error 340, and both, untrapped, end the
+// program.
+//
+// Controls are valid while the form is loaded.
+#pragma once
+#include "filter/filter_edit_area.h"
+#include "filter/frm_filter_dsp_chenge.h"
+#include "platform/forms/buttons.h"
+#include "platform/forms/form.h"
+#include "platform/forms/frames.h"
+#include "platform/forms/grid.h"
+#include "platform/forms/label.h"
+#include "platform/forms/text_box.h"
+
+namespace tolvek {
+
+class frmFilter : public Form {
+public:
+    frmFilter();
+
+    Frame* Frame1 = nullptr; // the edit area, with the buttons that act on it
+    Label* Label1 = nullptr;
+    TextBox* txtFilterHeader = nullptr;
+    Frame* Frame2 = nullptr;
+    CheckedArray<OptionButton*, 6> optTerms;
+    Frame* Frame3 = nullptr;
+    CheckedArray<OptionButton*, 2> optAct;
+    Label* Label2 = nullptr;
+    TextBox* txtTerms = nullptr;
+    CommandButton *comAdd = nullptr, *comUp = nullptr, *comDel = nullptr;
+    Grid* grdFilter = nullptr; // row r is entry r - 1 of gFilterRule
+    CommandButton *cmdDspChenge = nullptr, *comOk = nullptr, *comCancel = nullptr;
+
+    // Shown from here and kept here: it remembers its last chosen row.
+    frmFilterDspChenge displayOrder;
+
+protected:
+    void buildControls() override;
+    void Form_Load() override;
+
+private:
+    void buildEditArea();
+    void buildOptions();
+    void buildEditButtons();
+    void buildBottom();
+    void setTabOrder();
+    void connectEvents();
+
+    // 0 when the edit area holds a whole rule; otherwise tells what it lacks.
+    Int16 EditAreaChack();
+    void EditAreaClear();
+    void dspFilterGrid();
+    void prepareGrid();
+    void clearFields();
+    FilterEditArea editArea() const;
+    void keepEditArea(Int16 row);
+    void showRow();
+    bool tellMissingChoice() const;
+
+    void grdFilter_Click();
+    void comAdd_Click();
+    void comUp_Click();
+    void comDel_Click();
+    void cmdDspChenge_Click();
+    void comOk_Click();
+    void comCancel_Click();
+
+    Int16 EditRow; // the grid row that the edit area belongs to, 0 for none
+};
+
+}

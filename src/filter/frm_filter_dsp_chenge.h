@@ -1,0 +1,65 @@
+// The order of the filter titles: the sorting rules as they stand, and a second
+// list that takes them in the order in which the user picks them.
+//
+// Opened only on rules that were just written and loaded. Rules that don't sort
+// have no place in the navigator and are in neither list.
+//
+// The form object keeps its working data over a closing; of these only the row
+// last clicked isn't set anew at each opening. Closing the window stores
+// nothing, and neither Enter nor Escape presses a button.
+//
+// Controls are valid while the form is loaded.
+#pragma once
+#include "filter/filter_order.h"
+#include "platform/forms/buttons.h"
+#include "platform/forms/form.h"
+#include "platform/forms/frames.h"
+#include "platform/forms/grid.h"
+
+namespace tolvek {
+
+class frmFilterDspChenge : public Form {
+public:
+    frmFilterDspChenge();
+
+    Frame *Frame1 = nullptr, *Frame2 = nullptr;
+    Grid* grdFilterBefore = nullptr; // row r is entry r - 1 of the old order
+    Grid* grdFilterAfter = nullptr;
+    CommandButton *cmdSUp = nullptr, *cmdAllUp = nullptr, *cmdAllDn = nullptr;
+    CommandButton *cmdApply = nullptr, *cmdOK = nullptr, *cmdCancel = nullptr;
+
+    // Stores the new order: 0. When a rule is left in the first list the user
+    // is told so: 9. Both the check and the copying go by the first list as it
+    // stands: the check reaches down to the row last touched there, and as many
+    // entries are replaced as the list has rows, plus one. What wasn't moved
+    // may so be lost without a word.
+    void tblFilterBack(Int16& result);
+
+    FilterOrder order;
+
+protected:
+    void buildControls() override;
+    void Form_Load() override;
+
+private:
+    void buildLists();
+    void buildMoves();
+    void buildBottom();
+    void setTabOrder();
+    void connectEvents();
+
+    void dspGridInit();
+    void dspBeforeGrid();
+    void showAfter(Int16 row, const FilterRule& shown);
+    bool allMoved();
+
+    void grdFilterBefore_Click();
+    void cmdSUp_Click();
+    void cmdAllUp_Click();
+    void cmdAllDn_Click();
+    void cmdApply_Click();
+    void cmdOK_Click();
+    void cmdCancel_Click();
+};
+
+}
