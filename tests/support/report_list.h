@@ -4,7 +4,8 @@
 //     edSearch_Name();
 //     EXPECT_EQ(reports.take(), Reports{"edSearch_Name 3024"});
 //
-// Any other box is gathered as "title: text"; all are answered OK or No.
+// Any other box is gathered as "title: text". Questions are answered No unless
+// told otherwise.
 #pragma once
 #include "platform/forms/msg_box.h"
 
@@ -23,8 +24,9 @@ public:
     ReportList& operator=(const ReportList&) = delete;
 
     // Takes the boxes over; what owned them before sees none until the test's end.
-    void listen()
+    void listen(MsgAnswer toQuestions = MsgAnswer::No)
     {
+        toQuestions_ = toQuestions;
         setMsgBoxHandler([this](const MsgBoxRequest& box) { return gather(box); });
     }
     Reports take() { return std::exchange(reports_, {}); }
@@ -39,10 +41,11 @@ private:
         else
             reports_.push_back(title.substr(opening.size(), title.size() - opening.size() - 1) +
                                " " + std::to_string(std::stoi(text.substr(label.size()))));
-        return box.buttons == MsgButtons::YesNo ? MsgAnswer::No : MsgAnswer::Ok;
+        return box.buttons == MsgButtons::YesNo ? toQuestions_ : MsgAnswer::Ok;
     }
 
     Reports reports_;
+    MsgAnswer toQuestions_ = MsgAnswer::No;
 };
 
 }
