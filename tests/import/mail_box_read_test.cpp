@@ -1,5 +1,8 @@
 #include "import/mail_box_read.h"
 
+#include "browse/delete_commands.h"
+#include "browse/navigator.h"
+#include "filter/filter_rules.h"
 #include "import/mail_box_table.h"
 #include "shell/base/frm_tolvek.h"
 #include "support/archive_fixture.h"
@@ -38,6 +41,8 @@ protected:
         gBackUpDisp = 0;
         gBusyFlag = 0;
         gMailReadCancel = 0;
+        gFilterRule = {};
+        gFilterRuleCnt = gNonCopyRuleCnt = 0;
         gMonthName[1] = u"Feb";
         fillMailBoxTable();
         converterLibrary().Tolvek_Edit = [this](const Text& list, const Text& box, const Text& temp,
@@ -328,6 +333,58 @@ TEST_F(MailBoxReadTest, ACloseBoxOfTheDialogIsACancelToo)
     const ModalScript dialog("frmMailReadOpt", [](QWidget& shown) { shown.close(); });
     comMailRead_Click(form);
     EXPECT_TRUE(calls.empty());
+}
+
+TEST_F(MailBoxReadTest, TheFilterResultsAreBuiltAnewFromWhatWasRead)
+{
+    addFilter(10, 3, 0, u"花子", u"hanako");
+    addFilter(20, 0, 1, u"読まない", u"nothing");
+    tblFilter_Get();
+    receive(0);
+    convert = [&](Int16& count, Int16&) {
+        count = 1;
+        test::writeBytes(file("Tolvek.Tmp"),
+                         tempFile("hanako@example.jp", "Tue, 15 Feb 2000 10:11:12"));
+    };
+    clickRead();
+    EXPECT_EQ(column(u"SELECT tblFilterDt_SendAddr FROM tblFilterData"),
+              std::vector<Text>{u"hanako@example.jp"});
+}
+
+// What a stranger writes into a mail is text on its whole way: read, listed by
+// the rules, deleted with one of them.
+TEST_F(MailBoxReadTest, HostileNamesAndSubjectsAreTextOnTheirWholeWay)
+{
+    const std::string hostile[] = {"x'); DROP TABLE tblTolvek; --", "a|b\" OR 1=1 --",
+                                   std::string("a\0b'; DELETE FROM tblFilter", 27), "%_*[!a]'||'"};
+    addFilter(10, 1, 0, u"消す", u"DROP");
+    addFilter(20, 3, 0, u"残す", u"example");
+    tblFilter_Get();
+    receive(0);
+    convert = [&](Int16& count, Int16&) {
+        std::string content = "\"<Start>\"\r\n";
+        for (const std::string& text : hostile) {
+            content += "From:" + text +
+                       " <a@example.jp>\r\nTo:<taro@example.jp>\r\nSubject:" + text +
+                       "\r\nDate:Tue, 15 Feb 2000 10:11:1" + std::to_string(int(count)) +
+                       "\r\nMail:\r\n" + text + "\r\n<End>\r\n";
+            ++count;
+        }
+        test::writeBytes(file("Tolvek.Tmp"), content);
+    };
+    clickRead();
+    EXPECT_EQ(rows(u"tblTolvek"), 4);
+    EXPECT_EQ(rows(u"tblFilterData WHERE (tblFilterDt_No = 10)"), 1);
+    EXPECT_EQ(rows(u"tblFilterData WHERE (tblFilterDt_No = 20)"), 4);
+    gDisplayType = 3;
+    dspSelData(form);
+    form.lstNameOrAddr->setListIndex(0);
+    boxes.expect(u"選択されている抽出条件のメールを削除します\n\r     よろしいでしょうか？",
+                 MsgAnswer::Yes);
+    cmdAddrDel_Click(form);
+    EXPECT_EQ(rows(u"tblTolvek"), 3);
+    EXPECT_EQ(rows(u"tblFilter"), 1);
+    EXPECT_EQ(rows(u"tblFilterData"), 3);
 }
 
 }
