@@ -521,6 +521,35 @@ TEST_F(TmpReadTest, ReportsTheMailThatSixteenBitsCannotCount)
     EXPECT_EQ(rows(u"tblTolvek"), 1);
 }
 
+TEST_F(TmpReadTest, GivesUpAFileThatCannotBeOpened)
+{
+    given({at(10)});
+    setFileProbe([](FileOperation operation, const std::filesystem::path& path) {
+        if (operation == FileOperation::Open && path.extension() == ".Tmp")
+            throw std::system_error(std::make_error_code(std::errc::permission_denied));
+    });
+    read();
+    setFileProbe({});
+    // Behind the failed opening each loop asks for the end of a file that isn't open.
+    EXPECT_EQ(takeReports(), (Reports{"tmpRead 75", "tmpRead 52", "tmpRead 52"}));
+    EXPECT_EQ(rows(u"tblTolvek"), 0);
+    EXPECT_EQ(freeFile(), 1);
+}
+
+TEST_F(TmpReadTest, GivesUpAFileThatCannotBeReadOn)
+{
+    given({at(10)});
+    setFileProbe([](FileOperation operation, const std::filesystem::path& path) {
+        if (operation == FileOperation::Read && path.extension() == ".Tmp")
+            throw std::system_error(std::make_error_code(std::errc::io_error));
+    });
+    read();
+    setFileProbe({});
+    EXPECT_EQ(takeReports().size(), 2U);
+    EXPECT_EQ(rows(u"tblTolvek"), 0);
+    EXPECT_EQ(freeFile(), 1);
+}
+
 TEST_F(TmpReadTest, ClosesTheFile)
 {
     given({at(10)});

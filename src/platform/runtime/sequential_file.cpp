@@ -17,9 +17,9 @@ bool InputFile::readMore()
     if (ended_) return false;
     buffer_.erase(0, std::exchange(position_, 0));
     const std::size_t before = buffer_.size();
-    buffer_.resize(before + kPieceSize);
-    const std::size_t size = file_.read(buffer_.data() + before, kPieceSize);
-    buffer_.resize(before + size);
+    piece_.resize(kPieceSize);
+    const std::size_t size = file_.read(piece_.data(), kPieceSize);
+    buffer_.append(piece_, 0, size);
     const std::size_t end = buffer_.find(kEndOfText, before);
     ended_ = size == 0 || end != std::string::npos;
     buffer_.resize(std::min(end, buffer_.size()));

@@ -36,6 +36,7 @@ private:
 
     OpenFile file_;
     std::string buffer_;
+    std::string piece_; // of its own: a failed reading mustn't leave its room among the bytes
     std::size_t position_ = 0;
     bool ended_ = false;
 };
