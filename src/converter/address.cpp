@@ -25,11 +25,7 @@ public:
 private:
     void step()
     {
-        if (const EncodedWord word = encodedWordAt(text_, at_); word.length > 0) {
-            target() += text_.substr(at_, word.length);
-            at_ += word.length;
-            return;
-        }
+        if (takeWord(target(), encodedWordAt(text_, at_).length)) return;
         const char16_t unit = text_[at_++];
         switch (unit) {
         case u'"':
@@ -60,9 +56,25 @@ private:
 
     Text& target() { return inAngle_ ? angle_ : phrase_; }
 
+    bool takeWord(Text& to, std::size_t length)
+    {
+        to += text_.substr(at_, length);
+        at_ += length;
+        return length > 0;
+    }
+
+    // Of a word inside quotes or a comment: 0 unless its end stands there, or it
+    // would take the closing quote or bracket with it.
+    std::size_t closedWordLength() const
+    {
+        const std::size_t length = encodedWordAt(text_, at_).length;
+        return text_.substr(at_, length).ends_with(u"?=") ? length : 0;
+    }
+
     void quoted()
     {
         while (at_ < text_.size() && text_[at_] != u'"') {
+            if (takeWord(target(), closedWordLength())) continue;
             if (text_[at_] == u'\\' && at_ + 1 < text_.size()) ++at_;
             target() += text_[at_++];
         }
@@ -74,6 +86,7 @@ private:
         int depth = 1;
         if (!comment_.empty()) comment_ += u' ';
         while (at_ < text_.size()) {
+            if (takeWord(comment_, closedWordLength())) continue;
             const char16_t unit = text_[at_++];
             if (unit == u'(') ++depth;
             if (unit == u')' && --depth == 0) return;
@@ -133,6 +146,13 @@ bool showsItself(TextView address)
     return address.find(u'.') != TextView::npos && address.find(u'@') != TextView::npos;
 }
 
+// The reader looks for the two marks without regard to width.
+bool looksLikeAddress(TextView name)
+{
+    return name.find_first_of(u".．") != TextView::npos &&
+           name.find_first_of(u"@＠") != TextView::npos;
+}
+
 Text widened(Text text)
 {
     for (char16_t& unit : text) {
@@ -172,10 +192,12 @@ Mailbox firstMailbox(std::string_view rawValue)
 Text mailboxValue(const Mailbox& mailbox)
 {
     Text name = mailbox.name == mailbox.address ? Text() : widened(mailbox.name);
-    const Text& address = mailbox.address;
+    const Text address = widened(mailbox.address);
     if (address.empty()) return name;
     if (showsItself(address)) return name.empty() ? address : address + u" (" + name + u")";
-    if (showsItself(name)) std::replace(name.begin(), name.end(), u'.', u'・');
+    if (looksLikeAddress(name))
+        for (char16_t& unit : name)
+            if (unit == u'.' || unit == u'．') unit = u'・';
     return name + (name.empty() ? u"<" : u" <") + address + u">";
 }
 

@@ -21,8 +21,9 @@ Mailbox firstMailbox(std::string_view rawValue);
 
 // The form that the reader of the temp file takes apart again without loss:
 // address (name) where the address shows itself by "." and "@", else
-// name <address>. A name's own brackets would be taken for these delimiters,
-// so they become full-width ones.
+// name <address>. Brackets inside either would be taken for these delimiters,
+// so they become full-width ones; a name that looks like an address too loses
+// its full stops.
 Text mailboxValue(const Mailbox& mailbox);
 
 }

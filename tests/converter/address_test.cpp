@@ -30,6 +30,10 @@ TEST(Address, FirstMailboxOfAField)
         {"'Taro' <t@example.com>", "Taro", "t@example.com"},
         {"=?utf-8?B?44Gv44GqIDxoQGV4YW1wbGUuY29tPg==?=", "はな", "h@example.com"},
         {"\"never closed <t@example.com>", "", "neverclosed<t@example.com>"},
+        {"t@example.com (=?utf-8?Q?a)b?=)", "a)b", "t@example.com"},
+        {"\"=?utf-8?Q?a\"b?=\" <t@example.com>", "a\"b", "t@example.com"},
+        {"t@example.com (=?utf-8?Q?ab)", "ab", "t@example.com"},
+        {"\"=?utf-8?Q?ab\" <t@example.com>", "ab", "t@example.com"},
         {"(never closed", "never closed", ""},
         {"Taro <t@example.com", "Taro", "t@example.com"},
         {"", "", ""},
@@ -49,6 +53,8 @@ TEST(Address, ValueIsInAFormThatTheReaderTakesApart)
     EXPECT_EQ(mailboxValue({u"h@example.jp", u"h@example.jp"}), u"h@example.jp");
     EXPECT_EQ(mailboxValue({u"はな", u"hana@local"}), u"はな <hana@local>");
     EXPECT_EQ(mailboxValue({u"x@y.jp", u"hana@local"}), u"x@y・jp <hana@local>");
+    EXPECT_EQ(mailboxValue({u"x＠y．jp", u"hana@local"}), u"x＠y・jp <hana@local>");
+    EXPECT_EQ(mailboxValue({u"はな", u"a(b)<c>@example.jp"}), u"a（b）＜c＞@example.jp (はな)");
     EXPECT_EQ(mailboxValue({u"", u"hana"}), u"<hana>");
     EXPECT_EQ(mailboxValue({u"はな", u""}), u"はな");
     EXPECT_EQ(mailboxValue({}), u"");

@@ -118,6 +118,14 @@ TEST_F(EdAddresTest, LooksAMissingNameUpInTheFriendBook)
     EXPECT_EQ(sender(u"花ちゃん <hanako@x.jp>"), (Correspondent{u"花ちゃん", u"hanako@x.jp"}));
 }
 
+TEST_F(EdAddresTest, LooksTheStandInForAnAddressUpToo)
+{
+    addFriend(u"設定無し", u"誰か", u"");
+    const Correspondent somebody{u"誰か", u"設定無し"};
+    EXPECT_EQ(read(kSend, kTo, u"To"), somebody);
+    EXPECT_EQ(read(kReceive, kFrom, u"From"), somebody);
+}
+
 TEST_F(EdAddresTest, CutsToSixtyBehindTheLookUp)
 {
     addFriend(u"hanako@x.jp", Text(64, u'花'), u"");
