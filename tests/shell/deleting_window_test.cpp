@@ -1,0 +1,104 @@
+// The main window's deleting buttons and its filter run, as the user presses them.
+#include "filter/filter_results.h"
+#include "filter/filter_rules.h"
+#include "shell/frm_tolvek_events.h"
+#include "store/search_tables.h"
+#include "support/archive_fixture.h"
+#include "support/screen_driver.h"
+
+#include <QTimer>
+
+namespace tolvek {
+namespace {
+
+using test::ArchiveFixture;
+using test::clickEntry;
+using test::mail;
+using test::ProgramEnd;
+
+class DeletingWindowTest : public ArchiveFixture {
+protected:
+    void SetUp() override
+    {
+        ArchiveFixture::SetUp();
+        test::writeBytes(file("TOLVEK.ini"),
+                         "[PostPet Mail Option]\r\nMy Mail Addr=taro@example.jp\r\n");
+        store(mail(u"hanako@example.jp", u"taro@example.jp", u"first", u"20000215"));
+        store(mail(u"hanako@example.jp", u"taro@example.jp", u"second", u"20000216"));
+        edSearch_Addr();
+        addFilter(10, 1, 0, u"title", u"s");
+    }
+    void TearDown() override
+    {
+        gUnloading = -1; // the window goes without the exit's steps
+        form.Unload();
+        gUnloading = 0;
+        gBusyFlag = 0;
+        gFilterRule = {};
+        gFilterRuleCnt = 0;
+        ArchiveFixture::TearDown();
+    }
+    void run()
+    {
+        form.memFilterGo->action().trigger();
+        rethrowKept();
+    }
+
+    frmTolvekEvents form;
+};
+
+TEST_F(DeletingWindowTest, ARowIsDeletedByItsButtonAndAnEntryByTheOther)
+{
+    form.Show();
+    clickEntry(*form.lstNameOrAddr, 0);
+    boxes.expect(u"選択されているメールを削除します\n\r     よろしいでしょうか？", MsgAnswer::Yes);
+    test::click(*form.comMailDel);
+    EXPECT_EQ(rows(u"tblTolvek"), 1);
+    clickEntry(*form.lstNameOrAddr, 0);
+    boxes.expect(u"選択されているアドレスのメールを削除します\n\r     よろしいでしょうか？",
+                 MsgAnswer::Yes);
+    test::click(*form.cmdAddrDel);
+    EXPECT_EQ(rows(u"tblTolvek"), 0);
+    EXPECT_EQ(form.lstNameOrAddr->ListCount(), 0);
+}
+
+TEST_F(DeletingWindowTest, TheFilterRunSortsByTheRulesReadAtTheStart)
+{
+    form.Show();
+    run();
+    EXPECT_EQ(rows(u"tblFilterData"), 2);
+    EXPECT_TRUE(form.comMailDel->Enabled());
+}
+
+TEST_F(DeletingWindowTest, TheCloseBoxWorksInTheMiddleOfAFilterRun)
+{
+    Database opened = DBEngine::OpenDatabase(gDbPath);
+    inTransaction([&] {
+        for (int n = 0; n < 2000; ++n) {
+            Statement sql{u"INSERT INTO tblTolvek (tblTolvek_YMD, tblTolvek_HMS, "
+                          u"tblTolvek_SubKey, tblTolvek_SndRcvFlag, tblTolvek_SndName, "
+                          u"tblTolvek_SndAdd, tblTolvek_RcvName, tblTolvek_RcvAdd, "
+                          u"tblTolvek_Subject ) VALUES( '19990101', '101112', "};
+            sql << n << u", False, '花', 'a@x.jp', '太', 'b@x.jp', 's' )";
+            opened.Execute(sql, dbFailOnError);
+        }
+    });
+    opened.Close();
+    form.Show();
+    QTimer closing;
+    QObject::connect(&closing, &QTimer::timeout, [&] {
+        if (gFilterDataId < 100) return;
+        closing.stop();
+        form.window()->close();
+    });
+    closing.start(0);
+    gFilterDataId = 0;
+    EXPECT_THROW(run(), ProgramEnd);
+    const int listed = rows(u"tblFilterData");
+    EXPECT_GE(listed, 100);
+    EXPECT_LT(listed, 2002);
+    EXPECT_EQ(rows(u"tblTolvek"), 2002);
+}
+
+}
+}
