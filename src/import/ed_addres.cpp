@@ -43,9 +43,9 @@ void splitValue(const Text& value, Text& name, Text& address)
     const int position = delimiterPosition(text, limit);
     edString(trim(left(text, position - 1)), first);
     edString(position < limit ? trim(mid(text, position)) : Text(), second);
-    const bool addressFirst = looksLikeAddress(first);
-    name = addressFirst ? std::move(second) : first;
-    address = addressFirst ? std::move(first) : std::move(second);
+    if (looksLikeAddress(first)) std::swap(first, second);
+    name = std::move(first);
+    address = std::move(second);
     if (address == gMyMailAddr) name = gMyMailHandle;
 }
 

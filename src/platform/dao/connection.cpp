@@ -222,7 +222,7 @@ Text Connection::pragma(TextView sql)
     const std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)> owner(made, sqlite3_finalize);
     Query query(made, name_);
     if (!query.step()) return {};
-    const Text first = query.text(0);
+    Text first = query.text(0);
     query.run();
     return first;
 }
