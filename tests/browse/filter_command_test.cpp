@@ -2,6 +2,7 @@
 
 #include "filter/frm_filter.h"
 #include "support/modal_script.h"
+#include "support/screen_driver.h"
 #include "support/window_fixture.h"
 
 namespace tolvek::test {
@@ -28,7 +29,7 @@ protected:
     void atEditor(const std::function<void()>& steps)
     {
         const ModalScript script("frmFilter", [&](QWidget&) { steps(); });
-        form.memFilter->trigger();
+        form.memFilter->action().trigger();
         EXPECT_FALSE(editor.Loaded());
     }
     void add(const Text& title, const Text& address)
@@ -115,9 +116,7 @@ TEST_F(FilterCommandTest, AfterACancelTheFilterViewListsTheRulesThatAreInMemory)
     const ModalScript order("frmFilterDspChenge",
                             [&](QWidget& shown) { press(shown, "cmdCancel"); });
     atEditor([&] {
-        auto* grid = editor.grdFilter;
-        grid->setRow(1);
-        emit grid->Click();
+        clickCell(*editor.grdFilter, 1, 0);
         editor.comDel->click();
         editor.cmdDspChenge->click();
         editor.comCancel->click();
@@ -135,11 +134,13 @@ TEST_F(FilterCommandTest, AfterACancelAnotherViewStaysAsItWas)
 
 TEST_F(FilterCommandTest, AFailureIsReportedAndTheCommandGoesOnToItsEnd)
 {
+    struct BrokenEditor : frmFilter {
+        void buildControls() override { throw RuntimeError(7); }
+    } broken;
     fillPanes();
-    editor.Load();
-    editor.Show();
-    boxes.expect(u"unused");
-    atEditor([&] { editor.comOk->click(); });
+    boxes.expect(u"エラー番号： 7\r（" + errorText(7) + u"）", MsgAnswer::Ok,
+                 u"エラーメッセージ (memFilter_Click)");
+    memFilter_Click(form, broken);
     expectPanesEmpty();
 }
 

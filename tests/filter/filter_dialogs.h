@@ -1,0 +1,128 @@
+// An archive with the filter editor in its user's hands: the steps run while
+// the dialog stands, on the controls that the user sees.
+#pragma once
+#include "filter/filter_rules.h"
+#include "filter/frm_filter.h"
+#include "platform/forms/events.h"
+#include "support/archive_fixture.h"
+#include "support/modal_script.h"
+#include "support/screen_driver.h"
+
+#include <functional>
+#include <vector>
+
+namespace tolvek::test {
+
+class FilterDialogs : public ArchiveFixture {
+protected:
+    void SetUp() override
+    {
+        ArchiveFixture::SetUp();
+        gFilterRule = {};
+        gNonCopyRule = {};
+        gFilterRuleCnt = 0;
+        gNonCopyRuleCnt = 0;
+        gEditCancel = 0;
+        setEndFunction([] { throw ProgramEnd{0}; });
+    }
+    void TearDown() override
+    {
+        setEndFunction({});
+        gEditCancel = 0;
+        ArchiveFixture::TearDown();
+    }
+
+    // Sorting rules with these titles, numbered by 10 from `first` on; each has
+    // a code of its own and "title-data" as its condition.
+    static void givenSorting(const std::vector<Text>& titles, int first = 10)
+    {
+        int no = first;
+        for (const Text& title : titles) {
+            addFilter(no, no / 10 % 6, 0, title, title + u"-data");
+            no += 10;
+        }
+    }
+    static void givenNotRead(const std::vector<Text>& titles, int first)
+    {
+        int no = first;
+        for (const Text& title : titles) {
+            addFilter(no, 0, 1, title, title + u"-data");
+            no += 10;
+        }
+    }
+    static void givenMany(int count)
+    {
+        Database database = DBEngine::OpenDatabase(gDbPath);
+        inTransaction([&] {
+            for (int n = 1; n <= count; ++n) {
+                Statement sql{u"INSERT INTO tblFilter ( tblFilter_No,tblFilter_TermsCode,"
+                              u"tblFilter_ActionCode,tblFilter_Header,tblFilter_Data ) VALUES( "};
+                sql << n * 10 << u", 0, 0, 'h', 'd' )";
+                database.Execute(sql, dbFailOnError);
+            }
+        });
+        database.Close();
+    }
+    static std::vector<Text> storedTitles()
+    {
+        return column(u"SELECT tblFilter_Header FROM tblFilter ORDER By tblFilter_No ASC");
+    }
+    static std::vector<Text> storedNumbers()
+    {
+        return column(u"SELECT tblFilter_No FROM tblFilter ORDER By tblFilter_No ASC");
+    }
+
+    // The box of a failure that nothing traps; the end of the program follows.
+    void expectUntrapped(int number)
+    {
+        boxes.expect(u"実行時エラー '" + decimal(number) + u"':\r\n\r\n" + errorText(number),
+                     MsgAnswer::Ok, u"Tolvek");
+    }
+
+    static std::vector<Text> cells(const Grid& grid, int row)
+    {
+        std::vector<Text> texts;
+        for (int col = 0; col < grid.Cols(); ++col)
+            texts.push_back(grid.TextMatrix(row, col));
+        return texts;
+    }
+    static std::vector<Text> titles(const Grid& grid)
+    {
+        std::vector<Text> texts;
+        for (int row = 1; row < grid.Rows(); ++row)
+            texts.push_back(grid.TextMatrix(row, 0));
+        return texts;
+    }
+    // The index of the button that is set, -1 for none.
+    template <std::size_t N> static int setIn(const CheckedArray<OptionButton*, N>& options)
+    {
+        for (int i = 0; i < options.size(); ++i)
+            if (options[i]->Value()) return i;
+        return -1;
+    }
+    static void expectApart(const std::vector<QWidget*>& parts)
+    {
+        for (const QWidget* part : parts) {
+            EXPECT_TRUE(part->parentWidget()->rect().contains(part->geometry()))
+                << part->objectName().toStdString();
+            for (const QWidget* other : parts) {
+                if (other == part || other->parentWidget() != part->parentWidget()) continue;
+                EXPECT_FALSE(part->geometry().intersects(other->geometry()))
+                    << part->objectName().toStdString();
+            }
+        }
+    }
+    static void expectTabWay(QWidget* window, const std::vector<QWidget*>& way)
+    {
+        way.front()->setFocus();
+        for (QWidget* next : way) {
+            EXPECT_EQ(window->focusWidget()->objectName().toStdString(),
+                      next->objectName().toStdString());
+            QTest::keyClick(window->focusWidget(), Qt::Key_Tab);
+        }
+    }
+
+    frmFilter editor;
+};
+
+}
