@@ -13,8 +13,8 @@ namespace {
 constexpr float kMargin = 240;
 constexpr float kPadding = 180;
 constexpr float kGridWidth = 8400 + 300;
-constexpr float kGridTop = 330;
-constexpr float kGridHeight = 2520;
+constexpr float kGridTop = 420;
+constexpr float kGridHeight = 2475;
 constexpr float kFrameWidth = kGridWidth + 2 * kPadding;
 constexpr float kFrameHeight = kGridTop + kGridHeight + kPadding;
 constexpr float kButtonWidth = 1395;

@@ -38,6 +38,8 @@ protected:
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override
     {
         QStyledItemDelegate::initStyleOption(option, index);
+        // The view marks a first cell of its own choice when it gets the focus.
+        option->state &= ~QStyle::State_HasFocus;
         if (index == model_.indexOf(grid_.Row(), grid_.Col()))
             option->state |= QStyle::State_Selected;
     }
