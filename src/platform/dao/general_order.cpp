@@ -79,13 +79,18 @@ std::uint32_t leftAligned(std::uint32_t primary)
     return primary;
 }
 
+void appendPrimaries(std::string& bytes, TextView text)
+{
+    Primaries all(text);
+    while (const std::uint32_t primary = all.next())
+        appendPrimary(bytes, primary);
+}
+
 int comparePrimaryBytes(TextView a, TextView b)
 {
     std::string left, right;
-    for (Primaries all(a); const std::uint32_t primary = all.next();)
-        appendPrimary(left, primary);
-    for (Primaries all(b); const std::uint32_t primary = all.next();)
-        appendPrimary(right, primary);
+    appendPrimaries(left, a);
+    appendPrimaries(right, b);
     return left.compare(right);
 }
 

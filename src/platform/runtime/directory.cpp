@@ -83,9 +83,9 @@ std::vector<Match> matchingFiles(TextView pattern)
 // A target that is the source itself under another case is a free name.
 Path freeTarget(TextView to, const Path& source)
 {
-    const Path target = targetPath(to);
+    Path target = targetPath(to);
     if (!entryExists(target)) return target;
-    const Path written = target.parent_path() / nativePath(to).filename();
+    Path written = target.parent_path() / nativePath(to).filename();
     if (target != source || written == source) throw RuntimeError(58);
     return written;
 }

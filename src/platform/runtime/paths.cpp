@@ -85,7 +85,7 @@ Path nativePath(TextView path)
 
 Path existingPath(TextView text)
 {
-    const Path path = nativePath(text);
+    Path path = nativePath(text);
     if (path.empty() || entryExists(path)) return path;
     const Path relative = path.relative_path();
     return findBelow(path.root_path(), relative.begin(), relative.end()).value_or(path);
@@ -93,7 +93,7 @@ Path existingPath(TextView text)
 
 Path targetPath(TextView text)
 {
-    const Path found = existingPath(text);
+    Path found = existingPath(text);
     if (entryExists(found) || !found.has_parent_path()) return found;
     return existingPath(pathText(found.parent_path())) / found.filename();
 }

@@ -39,7 +39,7 @@ std::optional<std::string> storedValue(TextView section, TextView key, TextView 
 }
 
 // A default loses its trailing blanks on the way through the call.
-std::string withoutTrailingBlanks(std::string bytes)
+std::string withoutTrailingBlanks(const std::string& bytes)
 {
     return bytes.substr(0, bytes.find_last_not_of(" \t") + 1);
 }

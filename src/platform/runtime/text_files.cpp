@@ -96,7 +96,7 @@ void beginItem(InputFile& file)
 Text quotedItem(InputFile& file)
 {
     file.take(1);
-    const Text item = decoded(file.upTo("\""));
+    Text item = decoded(file.upTo("\""));
     if (file.isNext("\"")) file.take(1);
     file.dropDelimiter();
     return item;
@@ -104,7 +104,7 @@ Text quotedItem(InputFile& file)
 
 Text plainItem(InputFile& file)
 {
-    const Text item = rtrim(decoded(file.upTo(",\r")));
+    Text item = rtrim(decoded(file.upTo(",\r")));
     file.dropDelimiter();
     return item;
 }
@@ -113,7 +113,7 @@ Text plainItem(InputFile& file)
 Text numberItem(InputFile& file)
 {
     beginItem(file);
-    const Text item = decoded(file.upTo(" \t,\r"));
+    Text item = decoded(file.upTo(" \t,\r"));
     while (file.isNext(" ") || file.isNext("\t"))
         file.take(1);
     file.dropDelimiter();
@@ -122,7 +122,7 @@ Text numberItem(InputFile& file)
 
 template <class Number> Number inputNumber(int number, Number (*convert)(TextView))
 {
-    const Text item = asFileError([&] { return numberItem(openFile<InputFile>(number)); });
+    Text item = asFileError([&] { return numberItem(openFile<InputFile>(number)); });
     return isNumeric(item) ? convert(item) : Number(0);
 }
 
