@@ -94,8 +94,10 @@ std::filesystem::path Connection::beside(const char* suffix) const
 void Connection::openHandle(int flags)
 {
     const std::u8string name = path_.u8string();
-    const int code = sqlite3_open_v2(reinterpret_cast<const char*>(name.c_str()), &handle_,
-                                     flags | SQLITE_OPEN_EXRESCODE, probeVfs());
+    // One thread: the engine needs no locks of its own.
+    const int code =
+        sqlite3_open_v2(reinterpret_cast<const char*>(name.c_str()), &handle_,
+                        flags | SQLITE_OPEN_EXRESCODE | SQLITE_OPEN_NOMUTEX, probeVfs());
     if (code != SQLITE_OK) throw sqliteError(code, handle_, name_);
     readOnly_ = readOnly_ || sqlite3_db_readonly(handle_, "main") == 1;
     configure();
