@@ -239,6 +239,19 @@ TEST_F(GridTest, TheCellAtRowAndColIsMarked)
     EXPECT_NE(grid.viewport()->grab(cell).toImage(), before);
 }
 
+TEST_F(GridTest, TheFocusMarksNoCellOfItsOwn)
+{
+    grid.setRow(3);
+    grid.setCol(2);
+    const QRect first = grid.cellRect(1, 1);
+    const QImage before = grid.viewport()->grab(first).toImage();
+    grid.window()->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(grid.window()));
+    grid.SetFocus();
+    key(grid, Qt::Key_Up);
+    EXPECT_EQ(grid.viewport()->grab(first).toImage(), before);
+}
+
 }
 
 }
