@@ -278,7 +278,11 @@ TEST_F(DeleteCommandsTest, AMailIsDeletedBehindTheStatusTextAndAnEntryBeforeIt)
 {
     storeQuoted();
     edSearch_Addr();
-    std::vector<Text> firstLines;
+    Texts firstLines, panes;
+    const auto fillPanes = [&] {
+        form.txtMail->setText(u"mail");
+        form.lblHead->setCaption(u"head");
+    };
     const auto lookAtFailures = [&](TextView routine) {
         setMsgBoxHandler(
             [&, title = u"エラーメッセージ (" + Text(routine) + u")"](const MsgBoxRequest& box) {
@@ -287,6 +291,7 @@ TEST_F(DeleteCommandsTest, AMailIsDeletedBehindTheStatusTextAndAnEntryBeforeIt)
                     EXPECT_FALSE(form.comMailRead->Enabled());
                     EXPECT_EQ(gBusyFlag, gStatusLines[0].empty() ? 0 : -1);
                     firstLines.push_back(gStatusLines[0] + gStatusLines[1] + gStatusLines[2]);
+                    panes.push_back(form.txtMail->Text() + form.lblHead->Caption());
                 }
                 return MsgAnswer::Ok;
             });
@@ -294,14 +299,37 @@ TEST_F(DeleteCommandsTest, AMailIsDeletedBehindTheStatusTextAndAnEntryBeforeIt)
     lookAtFailures(u"delOneMail");
     showType(0);
     clickEntry(*form.lstNameOrAddr, 0);
+    fillPanes();
     click(*form.comMailDel);
     lookAtFailures(u"delMail");
     form.lstNameOrAddr->setList(0, u"o'hara");
     form.lstNameOrAddr->setListIndex(0);
+    fillPanes();
     click(*form.cmdAddrDel);
     EXPECT_EQ(
         firstLines,
         (Texts{u"Ｔｏｌｖｅｋ の 　データベースを整理しています。　少々お待ちください。", u""}));
+    EXPECT_EQ(panes, (Texts{u"", u"mailhead"})) << "emptied with the status text";
+    expectPanesEmpty();
+}
+
+TEST_F(DeleteCommandsTest, AQuestionThatCantBeAskedIsToldAndDeletesNothing)
+{
+    givenThreeMails();
+    showType(0);
+    clickEntry(*form.lstNameOrAddr, 0);
+    Texts told;
+    setMsgBoxHandler([&](const MsgBoxRequest& box) {
+        if (box.buttons == MsgButtons::YesNo) throw RuntimeError(7);
+        told.push_back(box.title);
+        return MsgAnswer::Ok;
+    });
+    click(*form.comMailDel);
+    click(*form.cmdAddrDel);
+    EXPECT_EQ(told, (Texts{u"エラーメッセージ (comMailDel_Click)",
+                           u"エラーメッセージ (cmdAddrDel_Click)"}));
+    EXPECT_EQ(left().size(), 3u);
+    EXPECT_TRUE(form.comMailDel->Enabled());
 }
 
 TEST_F(DeleteCommandsTest, AFailedStatementLeavesTheCommandsOnAndTheListsRebuilt)

@@ -69,8 +69,9 @@ protected:
         Recordset results = opened.OpenRecordset(Statement{u"SELECT * FROM tblFilterData"});
         results.AddNew();
         int position = 0;
-        for (const TextView value : {u"5", u"10", u"20000002", u"101112", u"0", u"花子",
-                                  u"a'; DROP TABLE tblTolvek; --", u"太郎", u"b@x.jp", u"0", u"s"})
+        for (const TextView value :
+             {u"5", u"10", u"20000002", u"101112", u"0", u"花子", u"a'; DROP TABLE tblTolvek; --",
+              u"太郎", u"b@x.jp", u"0", u"s"})
             results.setField(position++, Text(value));
         results.Update();
         opened.Close();
@@ -127,6 +128,44 @@ TEST_F(DeleteMailTest, AQuoteInARowFailsTheStatementAndHarmsNothing)
     EXPECT_FALSE(gDb.isOpen());
     delMail(2, u"20000001"); // the transaction that failed is no one's burden
     EXPECT_TRUE(left().empty());
+}
+
+// The whole key is the condition: a mail apart in one part of it stays.
+TEST_F(DeleteMailTest, ARowsMailIsFoundByEveryPartOfItsKey)
+{
+    const Mail kept = mail(u"a@x.jp", u"b@x.jp", u"kept");
+    store(kept);
+    std::vector<Mail> others(7, kept);
+    others[0].YMD = u"20000216";
+    others[1].HMS = u"101113";
+    others[2].SubKey = 1;
+    others[3].SndName = u"別名";
+    others[4].SndAdd = u"z@x.jp";
+    others[5].RcvName = u"別名";
+    others[6].RcvAdd = u"z@x.jp";
+    for (const Mail& other : others) {
+        keyOf(other);
+        delOneMail(0);
+        EXPECT_EQ(left(), Texts{u"kept"});
+    }
+    keyOf(kept);
+    delOneMail(0);
+    EXPECT_TRUE(left().empty());
+}
+
+// A failure shows the condition as it was built, the time twice.
+TEST_F(DeleteMailTest, TheConditionOfARowNamesTheTimeTwice)
+{
+    keyOf(mail(u"it's", u"b@x.jp"));
+    boxes.expect(u"エラー番号： 3075\r\n（" +
+                     errorText(3075, u"tblTolvek_YMD = '20000215' AND tblTolvek_HMS = '101112' AND "
+                                     u"tblTolvek_HMS = '101112' AND tblTolvek_SubKey = 0 AND "
+                                     u"tblTolvek_SndName = '花子' AND tblTolvek_SndAdd = 'it's' "
+                                     u"AND tblTolvek_RcvName = '太郎' AND "
+                                     u"tblTolvek_RcvAdd = 'b@x.jp'") +
+                     u"）",
+                 MsgAnswer::Ok, u"エラーメッセージ (delOneMail)");
+    delOneMail(0);
 }
 
 // ---- an entry of the navigator ----
@@ -288,6 +327,31 @@ TEST_F(DeleteMailTest, OnlyTheRulesOwnResultsCount)
     delMail_13(0);
     EXPECT_EQ(left(), Texts{u"DEF"});
     EXPECT_EQ(rows(u"tblFilter"), 2);
+}
+
+// The names may have been set anew since the run; the rest tells mails apart.
+TEST_F(DeleteMailTest, AListedMailIsFoundByTimePartAndAddressesWhateverItsNames)
+{
+    const Mail listed = mail(u"a@x.jp", u"b@x.jp", u"listed");
+    std::vector<Mail> mails(6, listed);
+    mails[1].HMS = u"101113";
+    mails[2].SubKey = 1;
+    mails[3].SndAdd = u"z@x.jp";
+    mails[4].RcvAdd = u"z@x.jp";
+    mails[5].YMD = u"20000216";
+    store(listed);
+    givenRule(1, u"listed");
+    for (std::size_t i = 1; i < mails.size(); ++i)
+        store(mails[i]);
+    Statement renamed{u"UPDATE tblTolvek SET tblTolvek_SndName = '別名'"};
+    execute(renamed << u", tblTolvek_RcvName = '別名'");
+    delMail_13(0);
+    EXPECT_EQ(rows(u"tblTolvek"), 5);
+    Statement same{u"SELECT * FROM tblTolvek"};
+    same << u" WHERE tblTolvek_YMD = '20000215' AND tblTolvek_HMS = '101112' AND "
+         << u"tblTolvek_SubKey = 0 AND tblTolvek_SndAdd = 'a@x.jp' AND "
+         << u"tblTolvek_RcvAdd = 'b@x.jp'";
+    EXPECT_TRUE(column(same).empty());
 }
 
 TEST_F(DeleteMailTest, AListedMailThatIsGoneAlreadyIsPassedOver)

@@ -29,6 +29,22 @@ TEST_F(FilterResultsTest, ANameWithoutAValueIsPassedOver)
     EXPECT_EQ(rows(u"tblFilterData"), 0);
 }
 
+// The other side's name selects the mail all the same; as an empty text the
+// missing one has no place in a row, which ends the rule.
+TEST_F(FilterResultsTest, AMailFoundByItsOtherNameCantBeListedWithoutTheFirst)
+{
+    rawMail(u"件名", std::nullopt);
+    addRule(5, u"花");
+    addRule(4, u"花子");
+    addRule(3, u"a@x");
+    ReportList reports;
+    reports.listen();
+    run();
+    EXPECT_EQ(reports.take(), (Reports{"tblFilterData_Set13 3315", "tblFilterData_Set024 3315",
+                                       "tblFilterData_Set13 3315"}));
+    EXPECT_EQ(rows(u"tblFilterData"), 0);
+}
+
 TEST_F(FilterResultsTest, BarsNULsAndStatementsInTextsAreTextsAndAreListedAsTheyStand)
 {
     const Texts hostile{u"a|b", Text(u"a\0b", 3), u"\"; DROP TABLE tblTolvek; --", u"%_*?[a]#",

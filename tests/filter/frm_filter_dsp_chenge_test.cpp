@@ -189,6 +189,40 @@ TEST_F(FrmFilterDspChengeTest, TheClickedRowIsRememberedOverASecondOpening)
     });
 }
 
+TEST_F(FrmFilterDspChengeTest, ASecondOpeningBeginsTheNewOrderAnew)
+{
+    givenSorting({u"A", u"B"});
+    atDialog([&] {
+        move(2);
+        cancel();
+    });
+    atDialog([&] {
+        EXPECT_EQ(titles(*dialog.grdFilterBefore), (std::vector<Text>{u"A", u"B"}));
+        move(1);
+        EXPECT_EQ(titles(*dialog.grdFilterAfter), std::vector<Text>{u"A"});
+        cancel();
+    });
+}
+
+// Without a rule only the next row is set anew; what is left of the opening
+// before comes into memory behind a count of 0, and isn't stored.
+TEST_F(FrmFilterDspChengeTest, AnOpeningWithoutRulesKeepsTheOldWorkingDataAndStoresNone)
+{
+    givenSorting({u"A"});
+    atDialog([&] {
+        click(*dialog.cmdAllUp);
+        cancel();
+    });
+    execute(Statement{u"DELETE FROM tblFilter"});
+    atDialog([&] {
+        EXPECT_EQ(dialog.order.AfterRow, 1);
+        EXPECT_EQ(dialog.order.FilterAfter[0].Header, u"A");
+        ok();
+    });
+    EXPECT_TRUE(storedTitles().empty());
+    EXPECT_EQ(gFilterRuleCnt, 0);
+}
+
 // ---- the check and what it lets through ----
 
 TEST_F(FrmFilterDspChengeTest, OkWithNothingMovedIsRefused)

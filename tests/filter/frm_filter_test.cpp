@@ -1,6 +1,6 @@
 #include "filter/frm_filter.h"
 
-#include "filter/filter_dialogs.h"
+#include "filter/frm_filter_fixture.h"
 #include "platform/forms/screen.h"
 #include "shell/base/state.h"
 
@@ -12,38 +12,6 @@ const TextView kNoTerms = u"ルールを１っ選んでください。";
 const TextView kNoAct = u"アクションを１っ選んでください。";
 const TextView kNoData = u"フィルター条件を入力して下さい。";
 const TextView kSpecial = u"特殊文字 ' と | は使用できません。";
-
-class FrmFilterTest : public FilterDialogs {
-protected:
-    void atEditor(const std::function<void()>& steps)
-    {
-        const ModalScript script("frmFilter", [&](QWidget&) { steps(); });
-        editor.ShowModal();
-        EXPECT_FALSE(editor.Loaded());
-    }
-    void enter(const Text& title, int terms, int act, const Text& data)
-    {
-        editor.txtFilterHeader->setText(title);
-        editor.txtTerms->setText(data);
-        if (terms >= 0) click(*editor.optTerms[terms]);
-        if (act >= 0) click(*editor.optAct[act]);
-    }
-    void add(const Text& title, int terms = 0, int act = 0, const Text& data = u"x")
-    {
-        enter(title, terms, act, data);
-        click(*editor.comAdd);
-    }
-    void pick(int row) { clickCell(*editor.grdFilter, row, 1); }
-    void ok() { click(*editor.comOk); }
-    void cancel() { click(*editor.comCancel); }
-    void expectAreaEmpty()
-    {
-        EXPECT_EQ(editor.txtFilterHeader->Text(), u"");
-        EXPECT_EQ(editor.txtTerms->Text(), u"");
-        EXPECT_EQ(setIn(editor.optTerms), -1);
-        EXPECT_EQ(setIn(editor.optAct), -1);
-    }
-};
 
 // ---- opening ----
 
@@ -439,126 +407,6 @@ TEST_F(FrmFilterTest, ATitleWithoutAChosenRowDeletesNothing)
         click(*editor.comDel);
         EXPECT_EQ(gFilterRule[0].Header, u"A");
         EXPECT_EQ(editor.txtFilterHeader->Text(), u"A");
-        cancel();
-    });
-}
-
-// ---- the display order ----
-
-TEST_F(FrmFilterTest, TheDisplayOrderIsOpenedOnWhatWasSavedBefore)
-{
-    givenSorting({u"A", u"B", u"C"});
-    const ModalScript inside("frmFilterDspChenge", [&](QWidget&) {
-        EXPECT_EQ(storedTitles(), (std::vector<Text>{u"A", u"C"}));
-        EXPECT_EQ(titles(*editor.displayOrder.grdFilterBefore), (std::vector<Text>{u"A", u"C"}));
-        click(*editor.displayOrder.cmdCancel);
-    });
-    atEditor([&] {
-        pick(2);
-        click(*editor.comDel);
-        pick(1);
-        editor.txtFilterHeader->setText(u"half typed");
-        click(*editor.cmdDspChenge);
-        EXPECT_EQ(titles(*editor.grdFilter), (std::vector<Text>{u"A", u"C"})) << "drawn anew";
-        EXPECT_EQ(editor.txtFilterHeader->Text(), u"half typed");
-        EXPECT_EQ(setIn(editor.optTerms), 1);
-        click(*editor.comUp);
-        EXPECT_EQ(gFilterRule[0].Header, u"A") << "no row is chosen any more";
-        cancel();
-    });
-}
-
-TEST_F(FrmFilterTest, CancelKeepsWhatTheDisplayOrderHasSavedAndDropsTheRest)
-{
-    givenSorting({u"A"});
-    const ModalScript inside("frmFilterDspChenge",
-                             [&](QWidget&) { click(*editor.displayOrder.cmdCancel); });
-    atEditor([&] {
-        add(u"saved");
-        click(*editor.cmdDspChenge);
-        add(u"dropped");
-        cancel();
-    });
-    EXPECT_EQ(gEditCancel, -1);
-    EXPECT_EQ(storedTitles(), (std::vector<Text>{u"A", u"saved"}));
-    EXPECT_EQ(gFilterRuleCnt, 2);
-}
-
-// ---- leaving ----
-
-TEST_F(FrmFilterTest, CancelUndoesTheEditsInMemory)
-{
-    givenSorting({u"A"});
-    atEditor([&] {
-        add(u"B");
-        cancel();
-    });
-    EXPECT_EQ(gEditCancel, -1);
-    EXPECT_EQ(gFilterRuleCnt, 1);
-    EXPECT_EQ(gFilterRule[1].Header, u"");
-}
-
-TEST_F(FrmFilterTest, OkAndTheCloseBoxKeepTheEditsInMemoryAndStoreNothingThemselves)
-{
-    for (const bool byOk : {true, false}) {
-        atEditor([&] {
-            add(u"A");
-            if (byOk)
-                ok();
-            else
-                editor.window()->close();
-        });
-        EXPECT_EQ(gEditCancel, 0);
-        EXPECT_EQ(gFilterRuleCnt, 1);
-        EXPECT_TRUE(storedTitles().empty());
-    }
-}
-
-TEST_F(FrmFilterTest, NeitherEnterNorEscapePressesAButton)
-{
-    atEditor([&] {
-        enter(u"title", 0, 0, u"x");
-        QWidget* const keyed[] = {editor.txtFilterHeader, editor.txtTerms,  editor.comAdd,
-                                  editor.comOk,           editor.comCancel, editor.optTerms[0],
-                                  editor.cmdDspChenge,    editor.window()};
-        for (QWidget* control : keyed) {
-            key(*control, Qt::Key_Return);
-            key(*control, Qt::Key_Enter);
-            key(*control, Qt::Key_Escape);
-        }
-        EXPECT_TRUE(editor.Visible());
-        EXPECT_EQ(gFilterRuleCnt, 0);
-        EXPECT_EQ(gEditCancel, 0);
-        cancel();
-    });
-}
-
-TEST_F(FrmFilterTest, EnterOnARowOfTheGridIsAClick)
-{
-    givenSorting({u"A", u"B"});
-    atEditor([&] {
-        pick(1);
-        key(*editor.grdFilter, Qt::Key_Down);
-        EXPECT_EQ(editor.txtFilterHeader->Text(), u"A");
-        key(*editor.grdFilter, Qt::Key_Return);
-        EXPECT_EQ(editor.txtFilterHeader->Text(), u"B");
-        cancel();
-    });
-}
-
-TEST_F(FrmFilterTest, TheNextOpeningHasNoChosenRow)
-{
-    givenSorting({u"A"});
-    atEditor([&] {
-        pick(1);
-        ok();
-    });
-    atEditor([&] {
-        expectAreaEmpty();
-        enter(u"other", 0, 0, u"x");
-        click(*editor.comUp);
-        click(*editor.comDel);
-        EXPECT_EQ(gFilterRule[0].Header, u"A");
         cancel();
     });
 }
