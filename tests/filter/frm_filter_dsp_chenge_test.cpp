@@ -204,6 +204,20 @@ TEST_F(FrmFilterDspChengeTest, ASecondOpeningBeginsTheNewOrderAnew)
     });
 }
 
+TEST_F(FrmFilterDspChengeTest, ARememberedRowThatTheListLacksEndsTheProgram)
+{
+    givenSorting({u"A", u"B", u"C", u"D"});
+    atDialog([&] {
+        clickCell(*dialog.grdFilterBefore, 4, 0);
+        cancel();
+    });
+    execute(Statement{u"DELETE FROM tblFilter"});
+    givenSorting({u"A"});
+    boxes.expect(u"実行時エラー '30009':\r\n\r\n行の値が不正です。", MsgAnswer::Ok, u"Tolvek");
+    EXPECT_THROW(openOnRules([&] { dialog.cmdSUp->click(); }), ProgramEnd);
+    EXPECT_EQ(dialog.order.FilterAfter[0].Header, u"D") << "moved before the row was missed";
+}
+
 // Without a rule only the next row is set anew; what is left of the opening
 // before comes into memory behind a count of 0, and isn't stored.
 TEST_F(FrmFilterDspChengeTest, AnOpeningWithoutRulesKeepsTheOldWorkingDataAndStoresNone)
