@@ -18,11 +18,11 @@ constexpr int kRowPadding = 5;
 
 [[noreturn]] void throwBadRow()
 {
-    throw RuntimeError(30009, u"行の値が不正です。", nullptr);
+    throw RuntimeError(30009);
 }
 [[noreturn]] void throwBadCol()
 {
-    throw RuntimeError(30010, u"列の値が不正です。", nullptr);
+    throw RuntimeError(30010);
 }
 
 // Marks the cell at Row, Col. The view has no current item of its own: code
