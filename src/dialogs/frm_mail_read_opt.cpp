@@ -49,9 +49,11 @@ template <std::size_t N>
 void buildBoxes(Frame& frame, TextView name, TextView first, CheckedArray<CheckBox*, N>& boxes)
 {
     for (int i = 0; i < boxes.size(); ++i) {
+        const int column = i / kRows;
+        const int row = i % kRows;
         boxes[i] = new CheckBox(frame, elementName(name, i), i == 0 ? first : kDrawers[i - 1]);
-        boxes[i]->Move(kBoxLeft + static_cast<float>(i / kRows) * kColumnStep,
-                       kBoxTop + static_cast<float>(i % kRows) * kRowStep, kBoxWidth, kBoxHeight);
+        boxes[i]->Move(kBoxLeft + static_cast<float>(column) * kColumnStep,
+                       kBoxTop + static_cast<float>(row) * kRowStep, kBoxWidth, kBoxHeight);
     }
 }
 

@@ -12,7 +12,7 @@ struct FieldSpec {
     DataType type;
     int size = 0;            // characters, texts only
     bool zeroLength = false; // whether an empty text may be stored
-    Text defaultValue = u""; // "\"\"" is the empty text
+    Text defaultValue{};     // "\"\"" is the empty text
 };
 
 struct IndexSpec {
