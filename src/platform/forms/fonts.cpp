@@ -38,7 +38,7 @@ const ProgramFont* programFont(TextView name)
 
 QString firstInstalled(const ProgramFont& font)
 {
-    const QString own = toQt(font.name);
+    QString own = toQt(font.name);
     if (QFontDatabase::hasFamily(own)) return own;
     for (const char* family : font.families)
         if (QFontDatabase::hasFamily(QString::fromLatin1(family)))

@@ -90,7 +90,7 @@ void Label::showCaption()
     setText(paintedText(useMnemonic_ ? withoutMnemonic(caption_) : caption_));
     if (room_ <= 0) return;
     Control::applyFont(narrowedTo(pixels(room_), askedFont(), text()));
-    applyGeometry();
+    Label::applyGeometry();
 }
 
 void Label::applyGeometry()
