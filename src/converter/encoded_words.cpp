@@ -66,16 +66,17 @@ std::size_t appendRow(Text& out, TextView text, std::size_t position, EncodedWor
     for (;;) {
         const std::size_t start = end + blankLength(text.substr(end));
         EncodedWord next = encodedWordAt(text, start);
-        const bool joined = next.length > 0 && next.base64 == word.base64 &&
-                            equalsAscii(next.charset, word.charset);
+        const std::size_t length = next.length;
+        const bool joined =
+            length > 0 && next.base64 == word.base64 && equalsAscii(next.charset, word.charset);
         if (joined) {
             word.bytes += next.bytes;
         } else {
             out += decodeCharset(word.bytes, word.charset);
             word = std::move(next);
         }
-        if (!joined && word.length == 0) return end - position;
-        end = start + (joined ? next.length : word.length);
+        if (!joined && length == 0) return end - position;
+        end = start + length;
     }
 }
 

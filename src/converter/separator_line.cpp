@@ -28,9 +28,9 @@ bool isNumber(const std::string& word, std::size_t most)
 bool isZone(const std::string& word)
 {
     if (word.size() == 5 && (word[0] == '+' || word[0] == '-')) return isNumber(word.substr(1), 4);
-    return word.size() >= 1 && word.size() <= 5 &&
-           std::all_of(word.begin(), word.end(),
-                       [](char c) { return isAsciiLetter(static_cast<unsigned char>(c)); });
+    return !word.empty() && word.size() <= 5 && std::all_of(word.begin(), word.end(), [](char c) {
+        return isAsciiLetter(static_cast<unsigned char>(c));
+    });
 }
 
 // Tue Feb 15 10:11:12 [JST] 2000 [+0900]
