@@ -1,0 +1,42 @@
+// The settings dialog: PostPet's folder, the user's own address, handle and pet
+// name, and the font of the mail text. It changes the fields; the file is
+// written at exit.
+//
+// The close box leaves it like cmbCancel: a folder that the chooser put into
+// the field would otherwise stay, and an empty one ends every later start.
+//
+// Controls are valid while the form is loaded.
+#pragma once
+#include "platform/forms/buttons.h"
+#include "platform/forms/form.h"
+#include "platform/forms/label.h"
+#include "platform/forms/text_box.h"
+
+#include <cstdint>
+
+namespace tolvek {
+
+class frmTolvek;
+
+class frmOption : public Form {
+public:
+    frmOption();
+
+    Label *Label1 = nullptr, *Label2 = nullptr, *Label3 = nullptr, *Label4 = nullptr,
+          *Label5 = nullptr;
+    TextBox *txtDisp_PetDir = nullptr, *txtMy_Handle = nullptr, *txtMy_Address = nullptr,
+            *txtPetName = nullptr;
+    CommandButton *cmbOpenPostPet = nullptr, *cmdFontSet = nullptr;
+    Label *lblFont = nullptr, *lblFontStyle = nullptr, *lblFontSize = nullptr;
+    CommandButton *cmbOK = nullptr, *cmbCancel = nullptr;
+
+protected:
+    void buildControls() override;
+    void Form_Load() override;
+};
+
+// The command of the main window: shows the dialog, and applies the font fields
+// to the mail text however it was left.
+void memEnv_Click(frmTolvek& form);
+
+}
