@@ -1,0 +1,33 @@
+// The upgrade of a database of an older version, whose mail and filter-result
+// tables have no sub key and whose mail table has no include field: a new
+// database is created and every row copied into it, one transaction a row.
+//
+// The old file stands as path + ".V300" from the renaming on and stays there
+// after a success. While the new one isn't complete, a mark beside it says so
+// (path + ".Upgrade"): it is set before the renaming and goes once `Ver` is
+// written, so that a start after a cut-off upgrade knows which of the two files
+// is the whole one.
+#pragma once
+#include "platform/runtime/text.h"
+
+#include <functional>
+
+namespace tolvek {
+
+// Where the progress lines go: the splash form's label.
+using UpgradeProgress = std::function<void(TextView)>;
+
+// Sets gDbPath. Reports its own failures; a failed copy is told, the old
+// database put back under its name, and the program ended.
+void VerUp300(const UpgradeProgress& progress);
+
+// The copy alone: from gDbPath + ".V300" into the new database at gDbPath.
+void Ver300_DBUpGrade(const UpgradeProgress& progress);
+
+// At a start, before anything looks at the database: an upgrade that was cut
+// off (the mark stands; or there is no database but a ".V300") is undone, as a
+// failed one is, when the upgrade is still needed. When it isn't, `Ver` had
+// been written and only the mark is left to be removed. Asks and tells nothing.
+void settleCutOffUpgrade(const Text& path, bool stillNeeded);
+
+}
