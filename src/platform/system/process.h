@@ -1,9 +1,13 @@
-// The process and its surroundings: end, sleep, folders, single instance,
-// shared libraries.
+// The process and its surroundings: end, sleep, folders, other programs, single
+// instance, shared libraries.
 #pragma once
+#include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace tolvek {
 
@@ -20,6 +24,16 @@ std::filesystem::path programFolder(const char* argv0);
 // The Windows folder; empty on a system that has none. Tests set one.
 std::filesystem::path windowsFolder();
 void setWindowsFolder(std::filesystem::path folder);
+
+// The whole path of an installed program, looked for as a shell does.
+std::optional<std::filesystem::path> installedProgram(std::string_view name);
+
+// Starts the program at that path with a window as it likes, doesn't wait for
+// it, and gives its process id. It is no part of this program: it outlives it,
+// has none of its files open, and leaves nothing behind when it ends. One that
+// is missing or can't be run is std::system_error with the system's code.
+std::int32_t startProgram(const std::filesystem::path& program,
+                          const std::vector<std::string>& arguments = {});
 
 // One running copy per user and name. The lock lies outside the program's
 // folder (which may be read-only) and goes with the process, however it ends.

@@ -3,8 +3,6 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <optional>
-#include <string_view>
 #include <unistd.h>
 
 namespace tolvek {
@@ -47,6 +45,12 @@ fs::path tidyFolder(const fs::path& program)
     return climbs ? fs::canonical(program.parent_path()) : program.lexically_normal().parent_path();
 }
 
+}
+
+std::optional<fs::path> installedProgram(std::string_view name)
+{
+    const auto found = foundInPath(name);
+    return found ? std::optional(fs::absolute(*found)) : std::nullopt;
 }
 
 fs::path programFolder(const char* argv0)

@@ -1,0 +1,32 @@
+#include "platform/system/registry.h"
+#include "platform/system/process.h"
+
+namespace tolvek {
+
+namespace {
+
+// What the desktops have for showing a computer's hardware and system to its
+// user: the plain information tools first, then the monitors with such a page.
+// All of them open a window when started without arguments.
+constexpr std::string_view kInformationTools[] = {
+    "hardinfo2",
+    "hardinfo",
+    "kinfocenter",
+    "cpu-x",
+    "mate-system-monitor",
+    "gnome-system-monitor",
+    "plasma-systemmonitor",
+};
+
+}
+
+std::vector<RegistryValue> systemRegistry()
+{
+    for (const std::string_view tool : kInformationTools)
+        if (const auto program = installedProgram(tool))
+            return {{HKEY_LOCAL_MACHINE, "SOFTWARE\\Microsoft\\Shared Tools\\MSINFO", "PATH",
+                     kRegistryString, program->string() + '\0'}};
+    return {};
+}
+
+}

@@ -1,0 +1,100 @@
+#include "platform/system/linux/system_failure.h"
+#include "platform/system/process.h"
+
+#include <future>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+
+namespace tolvek {
+
+namespace {
+
+constexpr int kFirstOwnFile = STDERR_FILENO + 1;
+
+void must(int result)
+{
+    if (result != 0) throwSystemError(result, {});
+}
+
+// In a session of its own, so that the end of a terminal doesn't reach it.
+class Attributes {
+public:
+    Attributes()
+    {
+        must(posix_spawnattr_init(&attributes_));
+        must(posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSID));
+    }
+    ~Attributes() { posix_spawnattr_destroy(&attributes_); }
+    Attributes(const Attributes&) = delete;
+    Attributes& operator=(const Attributes&) = delete;
+    const posix_spawnattr_t* get() const { return &attributes_; }
+
+private:
+    posix_spawnattr_t attributes_;
+};
+
+// Without this program's files: a lock or a pipe would stay held through it.
+class FileActions {
+public:
+    FileActions()
+    {
+        must(posix_spawn_file_actions_init(&actions_));
+        must(posix_spawn_file_actions_addclosefrom_np(&actions_, kFirstOwnFile));
+    }
+    ~FileActions() { posix_spawn_file_actions_destroy(&actions_); }
+    FileActions(const FileActions&) = delete;
+    FileActions& operator=(const FileActions&) = delete;
+    const posix_spawn_file_actions_t* get() const { return &actions_; }
+
+private:
+    posix_spawn_file_actions_t actions_;
+};
+
+pid_t spawn(const std::filesystem::path& program, std::vector<std::string> arguments)
+{
+    arguments.insert(arguments.begin(), program.string());
+    std::vector<char*> words;
+    for (std::string& argument : arguments)
+        words.push_back(argument.data());
+    words.push_back(nullptr);
+    const FileActions actions;
+    const Attributes attributes;
+    pid_t id = 0;
+    const int failure =
+        posix_spawn(&id, program.c_str(), actions.get(), attributes.get(), words.data(), environ);
+    if (failure != 0) throwSystemError(failure, program);
+    return id;
+}
+
+void waitForEnd(pid_t id)
+{
+    while (waitpid(id, nullptr, 0) == -1 && errno == EINTR) {
+    }
+}
+
+}
+
+// Somebody has to take the ended process away, whenever that is: a thread waits
+// for it and goes with this program, if that ends before.
+std::int32_t startProgram(const std::filesystem::path& program,
+                          const std::vector<std::string>& arguments)
+{
+    std::promise<pid_t> started;
+    std::future<pid_t> id = started.get_future();
+    std::thread([started = std::move(started), program, arguments]() mutable {
+        pid_t child = 0;
+        try {
+            child = spawn(program, arguments);
+        } catch (...) {
+            started.set_exception(std::current_exception());
+            return;
+        }
+        started.set_value(child);
+        waitForEnd(child);
+    }).detach();
+    return id.get();
+}
+
+}

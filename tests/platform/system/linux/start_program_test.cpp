@@ -1,0 +1,130 @@
+#include "platform/system/process.h"
+
+#include "platform/system/child_process.h"
+#include "support/temp_folder.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <chrono>
+#include <thread>
+
+namespace tolvek::test {
+
+namespace fs = std::filesystem;
+
+// The started programs are shell scripts that say their word into a pipe with a
+// name; reading it waits for them.
+class StartProgramTest : public testing::Test {
+protected:
+    StartProgramTest() { EXPECT_EQ(mkfifo(words().c_str(), 0600), 0); }
+
+    fs::path words() const { return folder / "words"; }
+    std::string said() const { return readBytes(words()); }
+    // Runs the line in a shell, with its output going to the pipe.
+    std::int32_t shell(const std::string& line) const
+    {
+        return startProgram("/bin/sh", {"-c", "exec >'" + words().string() + "'; " + line});
+    }
+    static bool exists(std::int32_t id) { return kill(id, 0) == 0; }
+    // An ended child that nobody asked for its end would exist for ever.
+    static bool vanishes(std::int32_t id)
+    {
+        const auto patience = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+        while (exists(id) && std::chrono::steady_clock::now() < patience)
+            std::this_thread::yield();
+        return !exists(id);
+    }
+    static std::int32_t startEndless() { return startProgram("/bin/sleep", {"600"}); }
+    static bool stops(std::int32_t id) { return kill(id, SIGKILL) == 0 && vanishes(id); }
+    static std::error_code failureOf(const fs::path& program)
+    {
+        try {
+            startProgram(program);
+        } catch (const std::system_error& failure) {
+            return failure.code();
+        }
+        return {};
+    }
+
+    TempFolder folder;
+};
+
+TEST_F(StartProgramTest, GivesTheIdOfTheProgramItself)
+{
+    const auto id = shell("echo $$");
+    EXPECT_EQ(said(), std::to_string(id) + "\n");
+}
+
+TEST_F(StartProgramTest, HandsOverTheArgumentsAsTheyAre)
+{
+    startProgram("/bin/sh", {"-c", "printf '%s|' \"$@\" >\"$0\"", words().string(), "a b", "",
+                             "$HOME", "写真"});
+    EXPECT_EQ(said(), "a b||$HOME|写真|");
+}
+
+TEST_F(StartProgramTest, DoesntWaitForItsEnd)
+{
+    const auto id = startEndless();
+    EXPECT_TRUE(exists(id));
+    EXPECT_TRUE(stops(id));
+}
+
+TEST_F(StartProgramTest, AnEndedProgramLeavesNothingBehind)
+{
+    EXPECT_TRUE(vanishes(startProgram("/bin/true")));
+}
+
+TEST_F(StartProgramTest, NoFileOfThisProgramStaysOpenInIt)
+{
+    int ends[2];
+    ASSERT_EQ(pipe(ends), 0) << "one that a program would inherit";
+    const auto id = startEndless();
+    close(ends[1]);
+    char byte = 0;
+    EXPECT_EQ(read(ends[0], &byte, 1), 0) << "the other end is closed everywhere";
+    close(ends[0]);
+    EXPECT_TRUE(stops(id));
+}
+
+TEST_F(StartProgramTest, StandsInASessionOfItsOwn)
+{
+    const auto id = startEndless();
+    EXPECT_EQ(getsid(id), id);
+    EXPECT_TRUE(stops(id));
+}
+
+// It waits with its word until the pipe is read, which is after its starter's end.
+TEST_F(StartProgramTest, OutlivesTheProgramThatStartedIt)
+{
+    ChildProcess starter([this] {
+        shell("echo alive");
+        return 5;
+    });
+    EXPECT_EQ(starter.exitCode(), 5);
+    EXPECT_EQ(said(), "alive\n");
+}
+
+TEST_F(StartProgramTest, AMissingProgramIsToldByItsCode)
+{
+    EXPECT_EQ(failureOf(folder / "gone"), std::errc::no_such_file_or_directory);
+    EXPECT_EQ(failureOf(folder / "words" / "gone"), std::errc::not_a_directory);
+    EXPECT_EQ(failureOf(""), std::errc::no_such_file_or_directory);
+}
+
+TEST_F(StartProgramTest, OneThatCantBeRunIsToldByItsCode)
+{
+    writeBytes(folder / "text", "no program");
+    EXPECT_EQ(failureOf(folder / "text"), std::errc::permission_denied);
+    EXPECT_EQ(failureOf(folder.path()), std::errc::permission_denied);
+    fs::permissions(folder / "text", fs::perms(0755));
+    EXPECT_EQ(failureOf(folder / "text"), std::errc::executable_format_error);
+}
+
+TEST_F(StartProgramTest, ABareNameIsNoInstalledProgram)
+{
+    EXPECT_EQ(failureOf("sh"), std::errc::no_such_file_or_directory);
+    EXPECT_TRUE(installedProgram("sh").has_value());
+}
+
+}
