@@ -1,10 +1,12 @@
 // The store as text files beside the program, out and back in, a table a file.
 //
 // Code page 932, texts in double quotes (one inside a text stands as it is, and
-// breaks its record when it is read back), CR LF, no heading. An unload never
-// alters the database; a load replaces the table's content, and a table whose
-// file isn't there keeps what it has. Records are streamed one at a time, with
-// a yield at each.
+// breaks its record when it is read back), CR LF, no heading. A character that
+// the code page can't hold is written as 〓, and so is U+001A, whose byte would
+// end the file for the load. An unload never alters the database and forces its
+// file to the disk; a load replaces the table's content, and a table whose file
+// isn't there keeps what it has. Records are streamed one at a time, with a
+// yield at each.
 //
 // Every routine opens and closes gDb and its file and reports its own failures:
 // a missing database may be created on asking, anything else ends the routine
@@ -32,6 +34,9 @@ void tblSearch_Addresses_Load();
 void tblSearch_Name_Load();
 void tblFriend_Load();
 void tblFilterData_Load();
+
+// True when one of the six files is there: the loads would replace something.
+bool hasTextFiles();
 
 // The rules are loaded into the memory of the filters too, which this layer
 // doesn't know: tblFilter_Load (filter/filter_load.h) is made of this.

@@ -188,6 +188,11 @@ std::int32_t inputInt32(Int16 number)
 
 void writeItems(Int16 number, std::initializer_list<WriteItem> items)
 {
+    writeItems(number, std::span(items.begin(), items.size()));
+}
+
+void writeItems(Int16 number, std::span<const WriteItem> items)
+{
     OutputFile& file = openFile<OutputFile>(number);
     std::string line;
     for (const WriteItem& item : items)

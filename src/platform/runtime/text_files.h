@@ -11,6 +11,7 @@
 
 #include <cstdint>
 #include <initializer_list>
+#include <span>
 #include <variant>
 
 namespace tolvek {
@@ -36,6 +37,7 @@ std::int32_t inputInt32(Int16 number);
 // Write #: texts in quotes with inner quotes as they are, numbers as plain
 // digits, commas between, CR LF at the end.
 using WriteItem = std::variant<TextView, int>;
+void writeItems(Int16 number, std::span<const WriteItem> items);
 void writeItems(Int16 number, std::initializer_list<WriteItem> items);
 void printLine(Int16 number, TextView line); // the line and CR LF
 // Forces what was written to the disk; the file stays open.

@@ -1,0 +1,149 @@
+#include "platform/forms/do_events.h"
+#include "platform/runtime/directory.h"
+#include "platform/runtime/paths.h"
+#include "platform/runtime/text_files.h"
+#include "shell/base/general.h"
+#include "shell/base/guard.h"
+#include "store/open_or_create.h"
+#include "store/text_dump.h"
+#include "store/text_dump_tables.h"
+
+#include <variant>
+
+namespace tolvek {
+
+namespace {
+
+using Item = std::variant<Text, std::int32_t>;
+using Record = std::vector<Item>;
+
+struct Followers {
+    std::function<void()> begin;
+    std::function<void(const Record&)> take; // before the row is stored
+};
+
+Text pathOf(const TextDump& dump)
+{
+    return joinPath(appPath(), dump.file);
+}
+
+bool hasFile(const TextDump& dump)
+{
+    return !dir(pathOf(dump)).empty();
+}
+
+Item readItem(DumpColumn column, Int16 number)
+{
+    switch (column) {
+    case DumpColumn::NumberedByTen:
+    case DumpColumn::Integer16:
+        return std::int32_t{inputInt16(number)};
+    case DumpColumn::CountedFrom0:
+    case DumpColumn::Integer32:
+        return inputInt32(number);
+    case DumpColumn::Characters:
+    case DumpColumn::BlankAsEmpty:
+        break;
+    }
+    return inputText(number);
+}
+
+Record readRecord(const TextDump& dump, Int16 number)
+{
+    Record record;
+    for (const DumpColumn column : dump.columns)
+        record.push_back(readItem(column, number));
+    return record;
+}
+
+void store(const Record& record)
+{
+    gRs.AddNew();
+    int position = 0;
+    for (const Item& item : record)
+        std::visit([&](const auto& value) { gRs.setField(position++, value); }, item);
+    gRs.Update();
+}
+
+// Each row is a commit of its own: what was read before a failure stays.
+void addRecords(const TextDump& dump, Int16 number, const Followers& followers)
+{
+    gRs = gDb.OpenRecordset(dump.all, dbOpenDynaset);
+    followers.begin();
+    for (; !endOfFile(number); DoEvents()) {
+        const Record record = readRecord(dump, number);
+        followers.take(record);
+        store(record);
+    }
+}
+
+void load(const TextDump& dump, const Followers& followers)
+{
+    Int16 number = 0;
+    leaveOnError(dump.load, [&] {
+        if (!hasFile(dump)) return;
+        number = freeFile();
+        openForInput(pathOf(dump), number);
+        DoEvents();
+        gWs = DBEngine::Workspaces(0);
+        openOrAskToCreate(dump.loadTitle);
+        inTransaction([&] { gDb.Execute(dump.clear, dbFailOnError); });
+        addRecords(dump, number, followers);
+        gDb.Close();
+    });
+    closeFile(number); // of a file that was read nothing can be lost
+}
+
+void load(const TextDump& dump)
+{
+    load(dump, {[] {}, [](const Record&) {}});
+}
+
+FilterRecord filterRecord(const Record& record)
+{
+    return {std::get<std::int32_t>(record[0]), std::get<std::int32_t>(record[1]),
+            std::get<std::int32_t>(record[2]), std::get<Text>(record[3]),
+            std::get<Text>(record[4])};
+}
+
+}
+
+bool hasTextFiles()
+{
+    return hasFile(tblTolvekDump()) || hasFile(tblSearch_AddressesDump()) ||
+           hasFile(tblSearch_NameDump()) || hasFile(tblFriendDump()) || hasFile(tblFilterDump()) ||
+           hasFile(tblFilterDataDump());
+}
+
+void tblTolvek_Load()
+{
+    load(tblTolvekDump());
+}
+
+void tblSearch_Addresses_Load()
+{
+    load(tblSearch_AddressesDump());
+}
+
+void tblSearch_Name_Load()
+{
+    load(tblSearch_NameDump());
+}
+
+void tblFriend_Load()
+{
+    load(tblFriendDump());
+}
+
+void loadFilterTable(const FilterRecords& memory)
+{
+    load(tblFilterDump(),
+         {memory.reset, [&](const Record& record) { memory.taken(filterRecord(record)); }});
+}
+
+void tblFilterData_Load()
+{
+    load(tblFilterDataDump());
+}
+
+}
