@@ -73,6 +73,9 @@ public:
     void setCancelButton(CommandButton* button) { cancelButton_ = button; }
     // Off: the window can't be closed by its user.
     void setControlBox(bool controlBox) { controlBox_ = controlBox; }
+    // What lies outside the client area counts kTitleTwipsHigh, not
+    // kFrameTwipsHigh: the form never has a menu bar. For a form's constructor.
+    void setTitleOnly() { frameHigh_ = kTitleTwipsHigh; }
 
     Control* ActiveControl() const; // with the focus, or null
     // The control of that name; null if the form isn't loaded or has none.
@@ -109,6 +112,7 @@ private:
     Text caption_;
     BorderStyle border_;
     bool controlBox_ = true;
+    int frameHigh_ = kFrameTwipsHigh;
     bool initialised_ = false;
     bool shown_ = false;
     bool placed_ = false;

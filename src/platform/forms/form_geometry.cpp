@@ -29,7 +29,7 @@ float twipsOf(int now, float asSet, float frame)
 QSize Form::clientPixels() const
 {
     return {std::max(1, pixels(width_ - frameTwips(border_, kFrameTwipsWide))),
-            std::max(1, pixels(height_ - frameTwips(border_, kFrameTwipsHigh)))};
+            std::max(1, pixels(height_ - frameTwips(border_, frameHigh_)))};
 }
 
 void Form::setLeft(float twips)
@@ -109,7 +109,7 @@ void Form::windowResized(const QSize& client)
     if (client.width() != clientPixels().width())
         width_ = twipsOf(client.width(), widthAsSet_, frameTwips(border_, kFrameTwipsWide));
     if (client.height() != clientPixels().height())
-        height_ = twipsOf(client.height(), heightAsSet_, frameTwips(border_, kFrameTwipsHigh));
+        height_ = twipsOf(client.height(), heightAsSet_, frameTwips(border_, frameHigh_));
     fireResize();
 }
 

@@ -12,6 +12,8 @@ inline constexpr int kTwipsPerPixel = 15;
 // the window manager draws.
 inline constexpr int kFrameTwipsHigh = 600;
 inline constexpr int kFrameTwipsWide = 120;
+// The height without a menu bar, for a form that is laid out down to its edge.
+inline constexpr int kTitleTwipsHigh = 375;
 
 inline int pixels(float twips)
 {

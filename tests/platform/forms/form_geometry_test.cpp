@@ -21,6 +21,20 @@ TEST(FormGeometryTest, TitleBarBordersAndMenuCountSixHundredByOneHundredAndTwent
     EXPECT_EQ(form.client().size(), QSize(775, 454)); // 6804 twips are 453.6 pixels
 }
 
+TEST(FormGeometryTest, WithoutRoomForAMenuBarTheTitleAloneCounts)
+{
+    struct TitledForm : TestForm {
+        TitledForm() { setTitleOnly(); }
+    } form;
+    form.setWidth(9225);
+    form.setHeight(5445);
+    form.Show();
+    EXPECT_EQ(form.client().size(), QSize(607, 338));
+    form.window()->resize(607, 348);
+    EXPECT_FLOAT_EQ(form.Height(), 5595);
+    EXPECT_FLOAT_EQ(form.Width(), 9225);
+}
+
 TEST(FormGeometryTest, AFormWithoutABorderIsAllClient)
 {
     TestForm form(u"frmSplash", BorderStyle::None);
