@@ -8,23 +8,38 @@
 // file has been read in to its end, and the next start completes what was cut
 // off: after a kill at any moment the table holds the old book or the whole new
 // one.
+//
+//     Friend.Book       the table isn't known to be emptied: whoever finds it
+//                       empties the table (again) and reads the copy in
+//     Friend.Book.Read  the table is emptied and filling: what is missing is
+//                       added, and what has been added since stays
+//     Friend.Book.Kept  a copy that was never read in to its end, put aside by
+//                       a later edit; nothing reads it
 #pragma once
+#include "platform/runtime/int16.h"
 #include "platform/runtime/text.h"
+
+#include <functional>
 
 namespace tolvek {
 
 Text friendTmpPath(); // Friend.Tmp beside the program
 
-// Called with Friend.Tmp written and closed, before the table is emptied:
-// Friend.Tmp and its copy are on the disk when it returns. The copy counts as
-// "table not yet emptied" until markFriendTableEmptied.
-void keepFriendCopy();
-// Called once the emptying is committed.
-void markFriendTableEmptied();
-// The table couldn't be emptied: it holds the old book, and the copy goes.
-void dropFriendCopy();
+// Has `writeRecords` fill a fresh Friend.Tmp, open under the file number that it
+// is given. The file is closed in every case; failures go to the caller.
+void writeFriendTmp(const std::function<void(Int16)>& writeRecords);
+// A text of the book as a record can hold it: trimmed, without what would end
+// the field (a quote, which becomes the ’ that is stored in the end) or the file.
+Text friendFileText(TextView text);
 
-// Reads Friend.Tmp in by tmpFriend; when that got to the end, the copy goes.
+// Empties the table, with Friend.Tmp and its copy on the disk before. A failure
+// goes to the caller: then the old book stands and the copy is gone, or the
+// table is empty and the copy stands. A backup on display has no copy: the next
+// start knows the live database alone.
+void emptyFriendTable();
+
+// Reads Friend.Tmp in by tmpFriend; when that got to the end of what the copy
+// holds too, the copy goes.
 void readFriendTmp();
 
 // At a start, before anything can write over Friend.Tmp: where a copy stands,

@@ -6,6 +6,9 @@
 // cmdCancel alone, any other way of closing it counts as not cancelled. Neither
 // Enter nor Escape presses a button.
 //
+// What the dialog can't show it must not write: when the book can't be read to
+// its end, cmdOK stays off.
+//
 // Controls are valid while the form is loaded.
 #pragma once
 #include "platform/forms/buttons.h"
@@ -38,6 +41,32 @@ protected:
     void buildControls() override;
     void Form_Load() override;
     void Form_Resize() override;
+
+private:
+    void buildEditArea();
+    void buildEditButtons();
+    void buildBottom();
+    void setTabOrder();
+    void connectEvents();
+
+    void FriendLayout();
+    void FriendAreaClear();
+    void prepareGrid();
+    void leaveRow(); // empties the edit area, which belongs to no row then
+    void keepEditArea(Int16 row);
+    void keepPlacement() const;
+    void writeBook() const;
+
+    void grdFriend_Click();
+    void cmdFriendAdd_Click();
+    void cmdFriendUp_Click();
+    void cmdFriendDel_Click();
+    void cmdOK_Click();
+    void cmdCancel_Click();
+
+    Int16 EditRow = -999;  // the grid row that the edit area belongs to, -999 for none
+    Int16 EditMailCnt = 0; // of the row last clicked, in whatever opening that was
+    Int16 layoutBusy_ = 0; // -1 while FriendLayout runs, which changes the size itself
 };
 
 // Fills the form's grid from the table in the order of gFriendSort. Reports its

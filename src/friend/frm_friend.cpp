@@ -1,0 +1,232 @@
+#include "friend/frm_friend.h"
+
+#include "friend/friend_book_file.h"
+#include "friend/pet_kind.h"
+#include "platform/forms/do_events.h"
+#include "platform/runtime/numbers.h"
+#include "platform/runtime/text_files.h"
+#include "shell/base/general.h"
+#include "shell/base/guard.h"
+#include "shell/base/settings.h"
+#include "shell/base/state.h"
+
+namespace tolvek {
+
+Int16 gFriendRowCnt;
+Int16 gFriendSort;
+
+namespace {
+
+constexpr int kNoRow = -999;
+
+enum Column { kNumber, kKind, kPet, kName, kAddress, kMails };
+constexpr int kFirstWidth = kKind;
+constexpr int kLastWidth = kMails;
+
+constexpr TextView kHeadings[] = {
+    u"ペットの種類",           u"ペットの名前",           u"飼い主の名前",
+    u"飼い主のメールアドレス", u"ペットが運んだメール数",
+};
+
+// What columns 1 to 5 show, each text behind one blank.
+void setRow(Grid& grid, Int16 row, const Text (&texts)[4], TextView mails)
+{
+    grid.setRow(row);
+    for (int i = 0; i < 4; ++i)
+        grid.setTextMatrix(row, kKind + i, u" " + texts[i]);
+    grid.setTextMatrix(row, kMails, mails);
+}
+
+Statement bookInOrder()
+{
+    Statement sql{u"SELECT * FROM tblFriend"};
+    if (gFriendSort == 1)
+        sql << u" ORDER By tblFriend_Address ASC";
+    else if (gFriendSort == 2)
+        sql << u" ORDER By tblFriend_Name ASC";
+    else if (gFriendSort == 3)
+        sql << u" ORDER By tblFriend_Pet ASC";
+    else
+        sql << u" ORDER By tblFriend_Name ASC, "; // no command leads here
+    return sql;
+}
+
+void showFriend(Grid& grid, Int16 row, const Recordset& book)
+{
+    const Text texts[] = {book.field(u"tblFriend_PetKind").text(),
+                          book.field(u"tblFriend_Pet").text(), book.field(u"tblFriend_Name").text(),
+                          book.field(u"tblFriend_Address").text()};
+    setRow(grid, row, texts, book.field(u"tblFriend_RecvMailCnt").text());
+    grid.setTextMatrix(row, kNumber, decimal(row));
+}
+
+// The count reports its own failures; asking the recordset for its end fails
+// after one, so that no half-read book passes for a whole one.
+void showBook(Grid& grid)
+{
+    gDb = DBEngine::OpenDatabase(gDbPath);
+    Recordset book = gDb.OpenRecordset(bookInOrder(), dbOpenDynaset);
+    Int16 count = 0;
+    GET_RECCNT(book, count);
+    if (count != 0) {
+        grid.setRows(count + 1);
+        gFriendRowCnt = count;
+    }
+    for (Int16 row = 1; !book.Eof(); ++row) {
+        showFriend(grid, row, book);
+        book.MoveNext();
+        DoEvents();
+    }
+    gDb.Close();
+}
+
+Text cell(const Grid& grid, int row, int col)
+{
+    return trim(grid.TextMatrix(row, col));
+}
+
+void writeRecord(const Grid& grid, int row, Int16 number)
+{
+    Text kind;
+    edPetKind(-1, cell(grid, row, kKind), kind);
+    writeItems(number, {TextView(kind), TextView(friendFileText(grid.TextMatrix(row, kPet))),
+                        TextView(friendFileText(grid.TextMatrix(row, kName))),
+                        TextView(friendFileText(grid.TextMatrix(row, kAddress))),
+                        int(toInt16(grid.TextMatrix(row, kMails)))});
+}
+
+}
+
+void dspFriend(frmFriend& form)
+{
+    if (!leaveOnError(u"dspFriend", [&] { showBook(*form.grdFriend); }))
+        form.cmdOK->setEnabled(false);
+}
+
+void frmFriend::Form_Load()
+{
+    setWidth(static_cast<float>(gFriendWidth));
+    setHeight(static_cast<float>(gFriendHeight));
+    setLeft(static_cast<float>(gFriendLeft));
+    setTop(static_cast<float>(gFriendTop));
+    leaveRow();
+    prepareGrid();
+    dspFriend(*this);
+}
+
+void frmFriend::Form_Resize()
+{
+    FriendLayout();
+}
+
+void frmFriend::prepareGrid()
+{
+    grdFriend->Clear();
+    for (int col = kFirstWidth; col <= kLastWidth; ++col) {
+        grdFriend->setColWidth(col, static_cast<float>(gFriendColWidth[col]));
+        grdFriend->setTextMatrix(0, col, kHeadings[col - kFirstWidth]);
+    }
+}
+
+void frmFriend::FriendAreaClear()
+{
+    for (TextBox* box : {txtPetKind, txtPetName, txtName, txtAddress})
+        box->setText({});
+}
+
+void frmFriend::leaveRow()
+{
+    FriendAreaClear();
+    EditRow = kNoRow;
+}
+
+void frmFriend::grdFriend_Click()
+{
+    EditRow = grdFriend->Row();
+    txtPetKind->setText(cell(*grdFriend, EditRow, kKind));
+    txtPetName->setText(cell(*grdFriend, EditRow, kPet));
+    txtName->setText(cell(*grdFriend, EditRow, kName));
+    txtAddress->setText(cell(*grdFriend, EditRow, kAddress));
+    const Text mails = cell(*grdFriend, EditRow, kMails);
+    EditMailCnt = mails.empty() ? Int16(0) : toInt16(mails);
+}
+
+void frmFriend::keepEditArea(Int16 row)
+{
+    const Text texts[] = {txtPetKind->Text(), txtPetName->Text(), txtName->Text(),
+                          txtAddress->Text()};
+    setRow(*grdFriend, row, texts, decimal(EditMailCnt));
+}
+
+// The mail count is that of the row last clicked, as in a change. An address
+// that is in the grid already isn't asked about: reading back takes the upper one.
+void frmFriend::cmdFriendAdd_Click()
+{
+    if (trim(txtAddress->Text()).empty()) return;
+    ++gFriendRowCnt;
+    grdFriend->setRows(gFriendRowCnt + 1);
+    keepEditArea(gFriendRowCnt);
+    grdFriend->setTextMatrix(gFriendRowCnt, kNumber, decimal(gFriendRowCnt));
+    leaveRow();
+}
+
+// An empty address box makes the row a deleted one.
+void frmFriend::cmdFriendUp_Click()
+{
+    if (EditRow < 0) return;
+    keepEditArea(EditRow);
+    leaveRow();
+}
+
+// It acts on the grid's own row, to which the keyboard may have moved on from
+// the chosen one.
+void frmFriend::cmdFriendDel_Click()
+{
+    if (EditRow < 0) return;
+    for (int col = kKind; col <= kMails; ++col)
+        grdFriend->setTextMatrix(grdFriend->Row(), col, {});
+    leaveRow();
+}
+
+void frmFriend::cmdCancel_Click()
+{
+    gEditCancel = -1;
+    Unload();
+}
+
+void frmFriend::keepPlacement() const
+{
+    gFriendHeight = friendTwips(Height());
+    gFriendWidth = friendTwips(Width());
+    gFriendTop = friendTwips(Top());
+    gFriendLeft = friendTwips(Left());
+    for (int col = kFirstWidth; col <= kLastWidth; ++col)
+        gFriendColWidth[col] = friendTwips(grdFriend->ColWidth(col));
+}
+
+// A row without an address is a deleted one.
+void frmFriend::writeBook() const
+{
+    writeFriendTmp([this](Int16 number) {
+        for (int row = 1; row <= gFriendRowCnt; ++row)
+            if (!cell(*grdFriend, row, kAddress).empty()) writeRecord(*grdFriend, row, number);
+    });
+}
+
+// What is switched off stays so after a failure: then only the close box is
+// left, which counts as not cancelled.
+void frmFriend::cmdOK_Click()
+{
+    leaveOnError(u"cmdOK_Click", [this] {
+        Control* const commands[] = {cmdOK,        cmdCancel,    cmdFriendUp, cmdFriendAdd,
+                                     cmdFriendDel, cmdFriendCan, grdFriend};
+        for (Control* command : commands)
+            command->setEnabled(false);
+        keepPlacement();
+        writeBook();
+        emptyFriendTable();
+        Unload();
+    });
+}
+
+}
