@@ -29,6 +29,17 @@ bool ResumeNext::operator()(const std::function<void()>& statement) const
     return reported(ErrReport, routine_, statement);
 }
 
+bool PassOver53::passed(const std::function<void()>& statement) const
+{
+    return reported(ErrReportDb, routine_, [&] {
+        try {
+            statement();
+        } catch (const std::exception& failure) {
+            if (asRuntimeError(failure).number() != 53) throw;
+        }
+    });
+}
+
 bool leaveOnError(TextView routine, const std::function<void()>& body)
 {
     return reported(ErrReportDb, routine, body);

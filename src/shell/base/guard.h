@@ -5,8 +5,15 @@
 //
 //     leaveOnError(u"edSearch_Addr", [&] { ... });    report (database) and leave
 //
-// Every event procedure runs under ResumeNext; as the outermost one it also is
-// the length of one command for the database engine.
+// and one between them, for routines among whose statements a missing file is
+// the normal case:
+//
+//     const PassOver53 steps{u"dbCompress"};
+//     steps([&] { removeDatabase(previous); },  53: the next statement
+//           [&] { rename(); });                 any other: report (database) and leave
+//
+// Every event procedure runs under ResumeNext or PassOver53; as the outermost
+// one it also is the length of one command for the database engine.
 //
 // What the standard library and the system layer throw is reported like the
 // platform's own errors. An exception that isn't a std::exception passes
@@ -29,6 +36,24 @@ public:
     bool operator()(const std::function<void()>& statement) const;
 
 private:
+    Text routine_;
+    DBEngine::Session session_;
+};
+
+// Goes through the statements one by one. Error 53 passes to the next one; any
+// other is reported by ErrReportDb under `routine` and ends them.
+class PassOver53 {
+public:
+    explicit PassOver53(TextView routine) : routine_(routine) {}
+    // False when the routine ends here.
+    template <class... Statements> bool operator()(const Statements&... statements) const
+    {
+        return (passed(statements) && ...);
+    }
+
+private:
+    bool passed(const std::function<void()>& statement) const;
+
     Text routine_;
     DBEngine::Session session_;
 };

@@ -36,6 +36,27 @@ TEST_F(GuardTest, AFailedStatementIsReportedAndTheNextOneRuns)
     EXPECT_TRUE(reached);
 }
 
+TEST_F(GuardTest, AMissingFilePassesToTheNextStatement)
+{
+    int reached = 0;
+    const PassOver53 steps{u"dbCompress"};
+    EXPECT_TRUE(steps(
+        [] { throw RuntimeError(53); }, [&] { ++reached; },
+        [] { throw std::system_error(std::make_error_code(std::errc::no_such_file_or_directory)); },
+        [&] { ++reached; }));
+    EXPECT_EQ(reached, 2);
+}
+
+TEST_F(GuardTest, AnyOtherErrorEndsTheStatements)
+{
+    boxes.expect(u"エラー番号： 75\r\n（" + errorText(75) + u"）", MsgAnswer::Ok,
+                 u"エラーメッセージ (dbCompress)");
+    bool reached = false;
+    const PassOver53 steps{u"dbCompress"};
+    EXPECT_FALSE(steps([] { throw RuntimeError(75); }, [&] { reached = true; }));
+    EXPECT_FALSE(reached);
+}
+
 TEST_F(GuardTest, AFailedBodyIsReportedAndLeft)
 {
     boxes.expect(u"エラー番号： 13\r\n（" + errorText(13) + u"）", MsgAnswer::Ok,
@@ -76,6 +97,8 @@ TEST_F(GuardTest, TheEndOfTheProgramPassesThroughEveryGuard)
     ResumeNext on{u"memDBEdit_Click"};
     EXPECT_THROW(on([] { leaveOnError(u"dbCompress", [] { endProgram(); }); }), ProgramEnd);
     EXPECT_THROW(leavePlainOnError(u"x", [] { endProgram(); }), ProgramEnd);
+    const PassOver53 steps{u"dbCompress"};
+    EXPECT_THROW(steps([] { endProgram(); }), ProgramEnd);
 }
 
 }
