@@ -1,5 +1,6 @@
 #include "friend/set_name.h"
 
+#include "friend/friend_row.h"
 #include "shell/base/general.h"
 #include "shell/base/guard.h"
 
@@ -9,12 +10,7 @@ void setName(const Text& address, Text& name)
 {
     leaveOnError(u"setName", [&] {
         gDb = DBEngine::OpenDatabase(gDbPath);
-        Statement sql{u"SELECT * FROM tblFriend"};
-        sql << u" WHERE (" << u" tblFriend_Address = '" << address << u"' )";
-        gRs = gDb.OpenRecordset(sql, dbOpenDynaset);
-        Int16 count = 0;
-        GET_RECCNT(gRs, count);
-        if (count != 0) {
+        if (findFriend(address)) {
             name = gRs.field(u"tblFriend_Name").text();
             if (name.empty()) name = gRs.field(u"tblFriend_Pet").text();
         }

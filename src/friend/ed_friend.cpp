@@ -1,0 +1,108 @@
+#include "friend/ed_friend.h"
+
+#include "friend/friend_row.h"
+#include "friend/pet_kind.h"
+#include "platform/forms/do_events.h"
+#include "platform/runtime/directory.h"
+#include "platform/runtime/paths.h"
+#include "platform/runtime/text_files.h"
+#include "shell/base/converter_library.h"
+#include "shell/base/general.h"
+#include "shell/base/guard.h"
+#include "shell/base/settings.h"
+
+namespace tolvek {
+
+namespace {
+
+constexpr TextView kFriendBook = u"おともだち帳";
+
+struct FriendRecord {
+    Text petKind, pet, name, address;
+    Int16 mails;
+};
+
+FriendRecord readRecord(Int16 number)
+{
+    FriendRecord record;
+    for (Text* field : {&record.petKind, &record.pet, &record.name, &record.address})
+        *field = inputText(number);
+    record.mails = inputInt16(number);
+    return record;
+}
+
+// In text mode, where width doesn't count. Each search begins behind the last
+// replacement: from the front it would find the wide bar just put in for ever.
+void replaceEach(Text& text, TextView character, TextView replacement)
+{
+    for (int p = inStr(text, character, Compare::TextMode); p != 0;
+         p = inStr(text, character, Compare::TextMode, p + 1))
+        text = left(text, p - 1) + Text(replacement) + mid(text, p + 1);
+}
+
+void cleanName(Text& name)
+{
+    replaceEach(name, u"'", u"’");
+    replaceEach(name, u"\"", u"’");
+    replaceEach(name, u"|", u"｜");
+}
+
+void insertFriend(FriendRecord record)
+{
+    Text kind;
+    edPetKind(0, record.petKind, kind);
+    cleanName(record.pet);
+    cleanName(record.name);
+    Statement sql{u"INSERT INTO tblFriend "};
+    sql << u"(tblFriend_PetKind, " << u"tblFriend_Pet, " << u"tblFriend_Name, "
+        << u"tblFriend_Address, " << u"tblFriend_RecvMailCnt ) " << u"VALUES( '" << kind << u"', '"
+        << trim(record.pet) << u"', '" << trim(record.name) << u"', '" << trim(record.address)
+        << u"', " << record.mails << u" )";
+    inTransaction([&] { gDb.Execute(sql, dbFailOnError); });
+}
+
+// The address is looked up as it stands and stored trimmed; nothing is replaced
+// in it, so that one with a single quote fails here.
+void takeRecords(Int16 number)
+{
+    for (; !endOfFile(number); DoEvents())
+        if (const FriendRecord record = readRecord(number); !findFriend(record.address))
+            insertFriend(record);
+}
+
+}
+
+// The count alone says whether the file is this call's work; an old one may
+// stand on the disk.
+void edFriend()
+{
+    leavePlainOnError(u"edFriend", [] {
+        const Text temp = joinPath(appPath(), u"Friend.Tmp");
+        Int16 count = 0, second = 0;
+        converterLibrary().TolvekFriend_Edit(joinPath(gPostPetDir, kFriendBook), temp, count,
+                                             second);
+        if (count > 0) tmpFriend(temp);
+    });
+}
+
+bool tmpFriend(const Text& path)
+{
+    const Text file = cutAtNul(path);
+    Int16 number = 0;
+    bool readToEnd = false;
+    leaveOnError(u"tmpFriend", [&] {
+        if (dir(file).empty()) return;
+        number = freeFile();
+        openForInput(file, number);
+        DoEvents();
+        gWs = DBEngine::Workspaces(0);
+        gDb = DBEngine::OpenDatabase(gDbPath);
+        takeRecords(number);
+        gDb.Close();
+        readToEnd = true;
+    });
+    closeFile(number);
+    return readToEnd;
+}
+
+}

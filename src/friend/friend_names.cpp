@@ -1,0 +1,146 @@
+#include "friend/friend_names.h"
+
+#include "browse/subject_keys.h"
+#include "friend/friend_row.h"
+#include "platform/forms/do_events.h"
+#include "platform/forms/input_box.h"
+#include "platform/forms/msg_box.h"
+#include "shell/base/general.h"
+#include "shell/base/guard.h"
+#include "shell/base/settings.h"
+
+namespace tolvek {
+
+namespace {
+
+void openStore()
+{
+    gWs = DBEngine::Workspaces(0);
+    gDb = DBEngine::OpenDatabase(gDbPath);
+}
+
+void execute(const Statement& sql)
+{
+    inTransaction([&] { gDb.Execute(sql, dbFailOnError); });
+}
+
+// What is signed with the name of the friend's pet was written by the pet and
+// stays the pet's.
+void nameSender(const Text& name, const Text& address, const Text& pet)
+{
+    Statement sql{u"UPDATE tblTolvek SET "};
+    sql << u" tblTolvek_SndName = '" << name << u"' WHERE tblTolvek_SndAdd = '" << address
+        << u"' AND ( tblTolvek_SndName <> '" << pet << u"' )";
+    execute(sql);
+}
+
+// The blank behind the address has always stood there; no comparison of the
+// store counts blanks at the end.
+void nameReceiver(const Text& name, const Text& address)
+{
+    Statement sql{u"UPDATE tblTolvek SET "};
+    sql << u" tblTolvek_RcvName = '" << name << u"' WHERE tblTolvek_RcvAdd = '" << address
+        << u" ' ";
+    execute(sql);
+}
+
+void nameMailsOfFriend()
+{
+    const Text address = gRs.field(u"tblFriend_Address").text();
+    Text name = gRs.field(u"tblFriend_Name").text();
+    if (trim(name).empty()) name = u"設定無し";
+    nameSender(name, address, gRs.field(u"tblFriend_Pet").text());
+    nameReceiver(name, address);
+}
+
+// What the user's address sent to itself was sent by the user's pet.
+void nameOwnPet()
+{
+    Statement sql{u"UPDATE tblTolvek SET "};
+    sql << u" tblTolvek_SndName = '" << gMyPetName << u"' WHERE tblTolvek_SndAdd = '" << gMyMailAddr
+        << u"' AND tblTolvek_RcvAdd = '" << gMyMailAddr << u"'";
+    execute(sql);
+}
+
+struct Correspondent {
+    Text name, address;
+};
+
+Correspondent correspondentOf(Int16 row)
+{
+    const SubjectKey& mail = SubjectRowLocate(row);
+    return mail.SndRcvFlag ? Correspondent{trim(mail.RcvName), trim(mail.RcvAdd)}
+                           : Correspondent{trim(mail.SndName), trim(mail.SndAdd)};
+}
+
+bool isConfirmed(bool known, const Correspondent& who)
+{
+    const Text question = known ? u"メールアドレスがすでに登録されています。\r\n"
+                                  u"御友達の名前を変更しますか？"
+                                : u"おともだち帳に登録して宜しいですか。";
+    return MsgBox(question + u"\r\n\r\nおともだちの名前：" + who.name +
+                      u"\r\nおともだちのメールアドレス：" + who.address,
+                  MsgButtons::YesNo, u"おともだち登録") == MsgAnswer::Yes;
+}
+
+// False when the user doesn't want it after all: Cancel, or a name of blanks.
+bool askForName(Text& name)
+{
+    name = trim(InputBox(u"おともだちの名前を変えたい場合はここで変更できます。",
+                         u"おともだちの名前変更", name));
+    return !name.empty();
+}
+
+void renameFriend(const Correspondent& who)
+{
+    Statement sql{u"UPDATE tblFriend SET "};
+    sql << u" tblFriend_Name = '" << who.name << u"' WHERE tblFriend_Address = '" << who.address
+        << u"' ";
+    execute(sql);
+}
+
+void insertFriend(const Correspondent& who)
+{
+    Statement sql{u"INSERT INTO tblFriend "};
+    sql << u"( tblFriend_PetKind, " << u"tblFriend_Pet, " << u"tblFriend_Name, "
+        << u"tblFriend_Address, " << u"tblFriend_RecvMailCnt  ) " << u"VALUES( '','', '" << who.name
+        << u"', '" << who.address << u"', 0 )";
+    execute(sql);
+}
+
+}
+
+void edFriendName()
+{
+    leaveOnError(u"edFriendName", [] {
+        openStore();
+        Statement sql{u"SELECT * FROM tblFriend"};
+        sql << u" ORDER By tblFriend_Name ASC, " << u"tblFriend_Address ASC";
+        for (gRs = gDb.OpenRecordset(sql, dbOpenDynaset); !gRs.Eof(); DoEvents()) {
+            nameMailsOfFriend();
+            gRs.MoveNext();
+        }
+        if (!trim(gMyPetName).empty()) nameOwnPet();
+        gDb.Close();
+    });
+}
+
+// A refusal leaves gDb open; whoever needs it next opens it anew.
+Int16 FriendNameAdd(frmTolvek& /*form*/, Int16 row)
+{
+    Int16 unchanged = 0;
+    leaveOnError(u"edFriendName", [&] {
+        Correspondent who = correspondentOf(row);
+        openStore();
+        const bool known = findFriend(who.address);
+        if (!isConfirmed(known, who) || !askForName(who.name)) {
+            unchanged = 1;
+            return;
+        }
+        known ? renameFriend(who) : insertFriend(who);
+        gDb.Close();
+    });
+    return unchanged;
+}
+
+}
