@@ -48,6 +48,7 @@ Conversion writeMails(MailFile& mails, const std::filesystem::path& tempFile)
 {
     constexpr int kMost = std::numeric_limits<std::int16_t>::max();
     TempFile temp(tempFile);
+    temp.write("<Start>\r\n");
     RawMail mail;
     int count = 0;
     while (mails.next(mail)) {
@@ -76,16 +77,6 @@ Conversion convertMailBox(const std::filesystem::path& mailFile,
         if (kind == MailFileKind::Nothing) return {ConversionStatus::Unreadable, 0};
         MailFile mails(mailFile, kind);
         return writeMails(mails, tempFile);
-    } catch (const std::system_error&) {
-        return {ConversionStatus::Failed, 0};
-    }
-}
-
-Conversion convertFriendBook(const std::filesystem::path& tempFile)
-{
-    try {
-        replaceContents(tempFile, {});
-        return {ConversionStatus::Converted, 0};
     } catch (const std::system_error&) {
         return {ConversionStatus::Failed, 0};
     }

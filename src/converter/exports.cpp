@@ -1,6 +1,7 @@
 #include "converter/exports.h"
 
 #include "converter/conversion.h"
+#include "converter/friend_book.h"
 #include "converter/record_fields.h"
 #include "converter/str_change.h"
 #include "platform/runtime/paths.h"
@@ -30,23 +31,25 @@ void tell(const Conversion& conversion, std::int16_t* count, std::int16_t* statu
 
 // As written when it is there, else as the program looks for names: without
 // regard to case and to composed or decomposed kana.
-std::filesystem::path mailPath(const TolvekPath& record)
+template <class Record> std::filesystem::path foundPath(const Record& record)
 {
     const std::string bytes = recordText(record.bytes, sizeof record.bytes);
-    if (bytes.empty() || fileExists(bytes)) return bytes;
+    if (bytes.empty() || entryExists(bytes)) return bytes;
     return existingPath(fromUtf8(bytes));
 }
 
 Conversion edit(const TolvekPath* mailFile, const TolvekPath* tempFile)
 {
     if (mailFile == nullptr || tempFile == nullptr) return {ConversionStatus::Failed, 0};
-    return convertMailBox(mailPath(*mailFile), recordText(tempFile->bytes, sizeof tempFile->bytes));
+    return convertMailBox(foundPath(*mailFile),
+                          recordText(tempFile->bytes, sizeof tempFile->bytes));
 }
 
-Conversion friendEdit(const StrChangeRec* tempFile)
+Conversion friendEdit(const StrChangeRec* folder, const StrChangeRec* tempFile)
 {
-    if (tempFile == nullptr) return {ConversionStatus::Failed, 0};
-    return convertFriendBook(recordText(tempFile->bytes, sizeof tempFile->bytes));
+    if (folder == nullptr || tempFile == nullptr) return {ConversionStatus::Failed, 0};
+    return convertFriendBook(foundPath(*folder),
+                             recordText(tempFile->bytes, sizeof tempFile->bytes));
 }
 
 // A text that can't be decoded is handed back as it came.
@@ -71,10 +74,11 @@ int Tolvek_Edit(TolvekPath*, TolvekPath* mailFile, TolvekPath* tempFile, std::in
     return 0;
 }
 
-int TolvekFriend_Edit(StrChangeRec*, StrChangeRec* tempFile, std::int16_t* count,
+int TolvekFriend_Edit(StrChangeRec* folder, StrChangeRec* tempFile, std::int16_t* count,
                       std::int16_t* status)
 {
-    tolvek::tell(tolvek::guarded([&] { return tolvek::friendEdit(tempFile); }), count, status);
+    tolvek::tell(tolvek::guarded([&] { return tolvek::friendEdit(folder, tempFile); }), count,
+                 status);
     return 0;
 }
 

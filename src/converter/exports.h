@@ -31,7 +31,11 @@ struct StrChangeRec {
 TOLVEK_EXPORT int Tolvek_Edit(TolvekPath* listFile, TolvekPath* mailFile, TolvekPath* tempFile,
                               std::int16_t* count, std::int16_t* status);
 
-// Writes the friend book of a folder into the temp file. count: friends written.
+// Writes the friend book of a folder into the temp file. count: friends written;
+// with 0 of them nothing is written, and an older file stays. status: 0 when
+// every file of the book was read, otherwise the folder isn't there, a file of
+// it was left out (count tells the others'), or reading or writing failed. A
+// file that would bring the book beyond 32767 friends is left out.
 TOLVEK_EXPORT int TolvekFriend_Edit(StrChangeRec* folder, StrChangeRec* tempFile,
                                     std::int16_t* count, std::int16_t* status);
 

@@ -43,8 +43,7 @@ std::string tempGroup(const TempMail& mail)
 }
 
 TempFile::TempFile(std::filesystem::path path)
-    : path_(std::move(path)), side_(sidePath(path_)), file_(side_, OpenFile::Mode::Create),
-      buffer_("<Start>\r\n")
+    : path_(std::move(path)), side_(sidePath(path_)), file_(side_, OpenFile::Mode::Create)
 {
 }
 

@@ -6,8 +6,9 @@
 // the reader looks for a duplicate when it has the date. Values are plain
 // text already, so nothing hangs on the length of encoded words.
 //
-// It is written beside its place and put there as a whole by commit(); without
-// it nothing stays behind. Throws std::system_error.
+// TempFile writes this one and the friend book's: beside its place, and put
+// there as a whole by commit(); without it nothing stays behind. Throws
+// std::system_error.
 #pragma once
 #include "converter/text_blocks.h"
 #include "platform/runtime/text.h"

@@ -45,6 +45,13 @@ protected:
         edit_(&list, &mail, &temp, &count_, &status_);
     }
 
+    void friendEdit(const std::string& name)
+    {
+        auto book = record<StrChangeRec>((folder_ / name).string());
+        auto temp = record<StrChangeRec>((folder_ / "Friend.Tmp").string());
+        friendEdit_(&book, &temp, &count_, &status_);
+    }
+
     void* library_ = nullptr;
     decltype(&Tolvek_Edit) edit_ = nullptr;
     decltype(&TolvekFriend_Edit) friendEdit_ = nullptr;
@@ -117,14 +124,31 @@ TEST_F(ExportsTest, BearsMissingRecords)
     change_(nullptr, nullptr, nullptr);
 }
 
-TEST_F(ExportsTest, WritesAnEmptyFriendBook)
+TEST_F(ExportsTest, WritesTheFriendBookOfAFolder)
 {
-    auto book = record<StrChangeRec>((folder_ / "おともだち帳").string());
-    auto temp = record<StrChangeRec>((folder_ / "Friend.Tmp").string());
-    friendEdit_(&book, &temp, &count_, &status_);
+    std::filesystem::create_directory(folder_ / "おともだち帳");
+    writeBytes(folder_ / "おともだち帳" / "a.csv", "9,Max,Ken,ken@example.org,3\n");
+    friendEdit("おともだち帳");
     EXPECT_EQ(status_, 0);
+    EXPECT_EQ(count_, 1);
+    EXPECT_EQ(readBytes(folder_ / "Friend.Tmp"), "\"9\",\"Max\",\"Ken\",\"ken@example.org\",3\r\n");
+}
+
+TEST_F(ExportsTest, FindsAFriendFolderOfDecomposedKana)
+{
+    const std::string decomposed = toUtf8(u"おともた\u3099ち帳");
+    std::filesystem::create_directory(folder_ / decomposed);
+    writeBytes(folder_ / decomposed / "a.csv", ",,Ken,ken@example.org\n");
+    friendEdit("おともだち帳");
+    EXPECT_EQ(count_, 1);
+}
+
+TEST_F(ExportsTest, AMissingFriendFolderIsAStatusAndWritesNothing)
+{
+    friendEdit("おともだち帳");
+    EXPECT_NE(status_, 0);
     EXPECT_EQ(count_, 0);
-    EXPECT_EQ(readBytes(folder_ / "Friend.Tmp"), "");
+    EXPECT_FALSE(std::filesystem::exists(folder_ / "Friend.Tmp"));
 }
 
 TEST_F(ExportsTest, DecodesATextFromRecordToRecord)

@@ -1,0 +1,74 @@
+// The cards of a vCard file and the properties of a card, as raw bytes:
+// charset and transfer encoding not undone.
+//
+// A card without its end, or with another one's beginning inside, was cut off:
+// it is passed over, and nothing of the others. The one card that may stand in
+// another is an agent's, behind an AGENT property without a value; it belongs
+// to somebody else and is passed over with all its lines.
+#pragma once
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tolvek {
+
+struct VcardParameter {
+    std::string name;  // lower case; version 2.1 has values without a name
+    std::string value; // quotes undone
+};
+
+struct VcardProperty {
+    std::string name; // lower case, without its group
+    std::vector<VcardParameter> parameters;
+    std::string value; // unfolded; lines of soft breaks still have them, with LF
+
+    // Of the first parameter of that name, "" when missing.
+    std::string parameter(std::string_view parameterName) const;
+    // Among the types, the nameless ones too. `type` in lower case.
+    bool hasType(std::string_view type) const;
+    std::string encoding() const; // "quoted-printable", "base64" or ""
+};
+
+// Which cards the lines read so far stand in: none, one, or agents inside it.
+class VcardNesting {
+public:
+    enum class Step { Inside, Opened, Agent, Closed };
+
+    explicit VcardNesting(int depth = 0) : depth_(depth) {}
+    Step take(std::string_view line);
+
+private:
+    int depth_;
+    bool agentNext_ = false;
+};
+
+// Hands out one card after the other, without BEGIN and END.
+class VcardScanner {
+public:
+    explicit VcardScanner(std::string_view bytes) : rest_(bytes) {}
+    bool next(std::string_view& card);
+
+private:
+    std::string_view rest_;
+};
+
+// Of one card. Lines end with CR, LF, CR LF or CR CR LF (left by gateways).
+class VcardProperties {
+public:
+    // What a property holds beyond isn't kept: pictures alone are so long.
+    static constexpr std::size_t kLongest = 1 << 15;
+
+    explicit VcardProperties(std::string_view card);
+    bool next(VcardProperty& property);
+
+private:
+    bool nextLine(std::string_view& line);
+    bool nextPiece(bool soft, std::string_view& line);
+
+    std::string_view rest_;
+    bool keepsBlanks_; // version 2.1 folds in front of a blank that is text
+    VcardNesting nesting_{1};
+};
+
+}
