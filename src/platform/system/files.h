@@ -41,7 +41,9 @@ void probeFile(FileOperation operation, const std::filesystem::path& path);
 
 class OpenFile {
 public:
-    // Create empties an existing file; CreateNew is file_exists then.
+    // Read takes plain files alone: a folder is is_a_directory, a pipe or a device
+    // invalid_argument, and nothing of them makes it wait. Create empties an
+    // existing file; CreateNew is file_exists then.
     enum class Mode { Read, Create, CreateNew };
     OpenFile(const std::filesystem::path& path, Mode mode);
     ~OpenFile(); // closes without a word; call close() to hear of a failure

@@ -16,7 +16,7 @@ int openFlags(OpenFile::Mode mode)
 {
     switch (mode) {
     case OpenFile::Mode::Read:
-        return O_RDONLY;
+        return O_RDONLY | O_NONBLOCK; // or a pipe that nobody writes to would hold the open up
     case OpenFile::Mode::Create:
         return O_WRONLY | O_CREAT | O_TRUNC;
     case OpenFile::Mode::CreateNew:
@@ -25,12 +25,14 @@ int openFlags(OpenFile::Mode mode)
     return O_WRONLY | O_CREAT | O_EXCL;
 }
 
-// The system opens a folder for reading and fails at the first read only.
-void refuseFolder(int descriptor, const std::filesystem::path& path)
+// The system opens a folder for reading and fails at the first read only; a
+// pipe or a device may never come to an end.
+void refuseAllButFiles(int descriptor, const std::filesystem::path& path)
 {
     struct stat status {};
     systemCall(path, [&] { return fstat(descriptor, &status); });
     if (S_ISDIR(status.st_mode)) throwSystemError(EISDIR, path);
+    if (!S_ISREG(status.st_mode)) throwSystemError(EINVAL, path);
 }
 
 }
@@ -57,7 +59,7 @@ OpenFile::OpenFile(const std::filesystem::path& path, Mode mode)
 {
     probeFile(mode == Mode::Read ? FileOperation::Open : FileOperation::Create, path);
     handle_ = std::make_unique<Handle>(path, mode);
-    if (mode == Mode::Read) refuseFolder(handle_->descriptor, path);
+    if (mode == Mode::Read) refuseAllButFiles(handle_->descriptor, path);
 }
 
 OpenFile::~OpenFile() = default;

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
 namespace tolvek::test {
 
 namespace fs = std::filesystem;
@@ -28,6 +30,16 @@ TEST(ReadOnlyTest, WhatIsntThereIsNotReadOnly)
 {
     TempFolder folder;
     EXPECT_FALSE(isReadOnly(folder / "none"));
+}
+
+TEST(OpenFileTest, ReadingTakesPlainFilesAloneAndNeverWaits)
+{
+    TempFolder folder;
+    ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
+    for (const fs::path& path : {folder / "pipe", fs::path("/dev/zero")})
+        EXPECT_EQ(failureOf([&] { OpenFile(path, OpenFile::Mode::Read); }),
+                  std::errc::invalid_argument)
+            << path;
 }
 
 using Rename = void (*)(const fs::path&, const fs::path&);
