@@ -1,5 +1,6 @@
 // The choice of a backup file: every database file beside the program but the
-// live one. The choice goes to gBackUpFile, "" for none.
+// live one. The choice goes to gBackUpFile, "" for Cancel; the close box leaves
+// there what stood there.
 //
 // Controls are valid while the form is loaded.
 #pragma once
@@ -24,6 +25,9 @@ protected:
     void Form_Load() override;
 
 private:
+    void cmdOK_Click();
+    void cmdCancel_Click();
+
     const Form& main_;
     std::vector<Text> names_; // in list order
 };
