@@ -1,9 +1,13 @@
 // The version dialog, with a button that starts the system's information tool.
+//
+// A new one is made for each opening. Enter and Escape press OK. Controls are
+// valid while the form is loaded.
 #pragma once
 #include "platform/forms/buttons.h"
 #include "platform/forms/form.h"
 #include "platform/forms/frames.h"
 #include "platform/forms/label.h"
+#include "platform/runtime/int16.h"
 
 namespace tolvek {
 
@@ -14,11 +18,17 @@ public:
     frmAbout();
 
     Label *lblVersion = nullptr, *lblDescription = nullptr, *lblDisclaimer = nullptr;
+    CheckedArray<Line*, 2> Line1; // the rule below the description: its light, its dark
     CommandButton *cmdOK = nullptr, *cmdSysInfo = nullptr;
 
 protected:
     void buildControls() override;
     void Form_Load() override;
+
+private:
+    void buildLabels();
+    void buildButtons();
+    void layRules();
 };
 
 // The command of the main window that shows it.

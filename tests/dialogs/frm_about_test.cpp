@@ -1,0 +1,183 @@
+#include "dialogs/frm_about.h"
+
+#include "platform/forms/screen.h"
+#include "platform/runtime/runtime_error.h"
+#include "platform/system/registry.h"
+#include "shell/base/frm_tolvek.h"
+#include "support/modal_script.h"
+#include "support/msg_box_script.h"
+#include "support/screen_driver.h"
+#include "support/temp_folder.h"
+
+#include <QWindow>
+
+namespace tolvek {
+namespace {
+
+using test::ModalScript;
+using test::MsgBoxScript;
+
+const TextView kNoInformation = u"現時点ではｼｽﾃﾑ情報を使用できません";
+
+class AboutTest : public ::testing::Test {
+protected:
+    void SetUp() override { clearRegistry(); }
+    void TearDown() override { resetRegistry(); }
+
+    // Shows the dialog, does this while it stands and closes it if it still does.
+    void atDialog(const std::function<void()>& steps)
+    {
+        const ModalScript script("frmAbout", [&](QWidget&) {
+            steps();
+            dialog.Unload();
+        });
+        dialog.ShowModal();
+        EXPECT_FALSE(dialog.Loaded());
+    }
+
+    MsgBoxScript boxes;
+    frmAbout dialog;
+};
+
+TEST_F(AboutTest, ShowsTheVersionAndWhatTheProgramIs)
+{
+    atDialog([&] {
+        EXPECT_EQ(dialog.Caption(), u"ﾊﾞｰｼﾞｮﾝ情報");
+        EXPECT_EQ(dialog.lblVersion->Caption(), u"Version 3.3.1");
+        EXPECT_EQ(dialog.lblDescription->Caption(),
+                  u"ｱﾌﾟﾘｹｰｼｮﾝの説明\r\n\r\n   Tolvek　は　ＰｏｓｔＰｅｔ 2001のメールを"
+                  u"ＤＢにＳａｖｅする為のプログラムです。");
+        EXPECT_EQ(dialog.lblDisclaimer->Caption(), u"警告: ...");
+        EXPECT_EQ(dialog.cmdOK->Caption(), u"OK");
+        EXPECT_EQ(dialog.cmdSysInfo->Caption(), u"ｼｽﾃﾑ情報(&S)...");
+    });
+}
+
+TEST_F(AboutTest, TwoRulesLieAcrossTheForm)
+{
+    atDialog([&] {
+        EXPECT_EQ(dialog.Line1.size(), 2);
+        const float heights[] = {1572, 1560};
+        for (int i = 0; i < 2; ++i) {
+            EXPECT_EQ(dialog.Line1[i]->Y1(), heights[i]);
+            EXPECT_EQ(dialog.Line1[i]->Y2(), heights[i]);
+            EXPECT_LE(dialog.Line1[i]->geometry().left(), 0);
+            EXPECT_GE(dialog.Line1[i]->geometry().right(), dialog.client().rect().right());
+        }
+        EXPECT_EQ(dialog.Line1[0]->y(), dialog.Line1[1]->y() + 1) << "one cut, of two pixels";
+    });
+}
+
+TEST_F(AboutTest, OkClosesIt)
+{
+    const ModalScript script("frmAbout", [&](QWidget&) { dialog.cmdOK->click(); });
+    dialog.ShowModal();
+    EXPECT_FALSE(dialog.Loaded());
+}
+
+TEST_F(AboutTest, EnterAndEscapePressOk)
+{
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Escape}) {
+        const ModalScript script("frmAbout", [&](QWidget& shown) { test::key(shown, key); });
+        dialog.ShowModal();
+        EXPECT_FALSE(dialog.Loaded());
+    }
+}
+
+TEST_F(AboutTest, OkHasTheFocusAndTabLeadsToTheInformation)
+{
+    atDialog([&] {
+        ASSERT_TRUE(QTest::qWaitForWindowActive(dialog.window()));
+        EXPECT_EQ(dialog.ActiveControl(), dialog.cmdOK);
+        EXPECT_EQ(dialog.cmdOK->nextInFocusChain(), dialog.cmdSysInfo);
+    });
+}
+
+TEST_F(AboutTest, WithoutBothKeysTheMessageComesAndTheDialogStays)
+{
+    atDialog([&] {
+        boxes.expect(kNoInformation, MsgAnswer::Ok, u"Tolvek");
+        dialog.cmdSysInfo->click();
+        EXPECT_EQ(boxes.pending(), 0u);
+        EXPECT_TRUE(dialog.Visible());
+    });
+}
+
+TEST_F(AboutTest, WithAToolThatIsGoneTheMessageComesAndTheDialogStays)
+{
+    const test::TempFolder folder;
+    setRegistryValue(HKEY_LOCAL_MACHINE, "SOFTWARE\\Microsoft\\Shared Tools Location", "MSINFO",
+                     kRegistryString, folder.path().string() + '\0');
+    atDialog([&] {
+        boxes.expect(kNoInformation, MsgAnswer::Ok, u"Tolvek");
+        dialog.cmdSysInfo->click();
+        EXPECT_EQ(boxes.pending(), 0u);
+        EXPECT_TRUE(dialog.Visible());
+    });
+}
+
+// Also the keys: Enter on the button starts the tool instead of pressing OK.
+TEST_F(AboutTest, EnterOnTheInformationButtonIsItsOwn)
+{
+    atDialog([&] {
+        dialog.cmdSysInfo->SetFocus();
+        boxes.expect(kNoInformation);
+        test::key(*dialog.cmdSysInfo, Qt::Key_Return);
+        EXPECT_TRUE(dialog.Visible());
+    });
+}
+
+TEST_F(AboutTest, ItsTextsFitAndNothingOverlaps)
+{
+    atDialog([&] {
+        for (const Label* label : {dialog.lblVersion, dialog.lblDescription, dialog.lblDisclaimer})
+            EXPECT_GE(label->height(), label->heightForWidth(label->width()))
+                << toUtf8(label->Name());
+        EXPECT_GE(dialog.lblVersion->width(), dialog.lblVersion->sizeHint().width());
+        EXPECT_LT(dialog.lblVersion->geometry().bottom(), dialog.lblDescription->y());
+        EXPECT_LT(dialog.lblDescription->geometry().bottom(), dialog.Line1[1]->y());
+        EXPECT_GT(dialog.lblDisclaimer->y(), dialog.Line1[0]->geometry().bottom());
+        EXPECT_LT(dialog.lblDisclaimer->geometry().right(), dialog.cmdOK->x());
+        for (const CommandButton* button : {dialog.cmdOK, dialog.cmdSysInfo})
+            EXPECT_TRUE(dialog.client().rect().contains(button->geometry()));
+    });
+}
+
+class AboutCommandTest : public AboutTest {
+protected:
+    void TearDown() override
+    {
+        setBeforeWait({});
+        AboutTest::TearDown();
+    }
+    frmTolvek form;
+};
+
+TEST_F(AboutCommandTest, ShowsItModallyAboveTheMainWindow)
+{
+    form.Show();
+    for (int opening = 0; opening < 2; ++opening) {
+        const ModalScript script("frmAbout", [&](QWidget& shown) {
+            EXPECT_EQ(shown.windowModality(), Qt::ApplicationModal);
+            EXPECT_EQ(shown.windowHandle()->transientParent(), form.window()->windowHandle());
+            test::press(shown, "cmdOK");
+        });
+        memVar_Click(form);
+        EXPECT_EQ(Forms::Count(), 1) << "the main window alone";
+    }
+}
+
+TEST_F(AboutCommandTest, AFailureIsReportedUnderItsName)
+{
+    setBeforeWait([] {
+        setBeforeWait({}); // the report is a wait too
+        throw RuntimeError(7, u"メモリが不足しています。", nullptr);
+    });
+    boxes.expect(u"エラー番号： 7\r（メモリが不足しています。）", MsgAnswer::Ok,
+                 u"エラーメッセージ (memVar_Click)");
+    memVar_Click(form);
+    EXPECT_EQ(Forms::Count(), 0);
+}
+
+}
+}
