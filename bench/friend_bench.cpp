@@ -1,0 +1,132 @@
+// Writes the names of a friend book over an archive of N mails (30,000 by
+// default) of 300 friends, as the end of each read does, in the states that the
+// archive may be in. Prints seconds of the clock and of the processor, and how
+// many times a plain pass over all rows that is.
+//
+//     tolvek_friend_bench [N]
+#include "friend/friend_names.h"
+#include "platform/dao/dao.h"
+#include "platform/runtime/paths.h"
+#include "shell/base/general.h"
+#include "shell/base/settings.h"
+#include "store/table_create.h"
+#include "support/temp_folder.h"
+
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <ctime>
+#include <functional>
+
+namespace {
+
+using namespace tolvek;
+using Clock = std::chrono::steady_clock;
+
+constexpr int kFriends = 300;
+
+double passSeconds = 0; // of the plain pass, which is measured first
+
+double measure(const char* name, const std::function<void()>& work)
+{
+    const auto start = Clock::now();
+    const std::clock_t processor = std::clock();
+    {
+        const DBEngine::Session session;
+        work();
+    }
+    const double taken = std::chrono::duration<double>(Clock::now() - start).count();
+    const double busy = static_cast<double>(std::clock() - processor) / CLOCKS_PER_SEC;
+    if (passSeconds == 0) passSeconds = taken;
+    std::printf("%-46s %7.3f s %7.3f s %8.1f passes\n", name, taken, busy, taken / passSeconds);
+    return taken;
+}
+
+Text addressOf(int who)
+{
+    return u"friend" + decimal(who) + u"@mail.example.jp";
+}
+
+// Two of three mails came in, the third was sent; the user's are all of one address.
+void storeMail(Database& into, int n)
+{
+    const bool sent = n % 3 == 2;
+    const Text who = addressOf(n * 7 % kFriends), me = u"hana@example.jp";
+    Statement sql{u"INSERT INTO tblTolvek (tblTolvek_YMD, tblTolvek_HMS, tblTolvek_SubKey, "
+                  u"tblTolvek_SndRcvFlag, tblTolvek_SndName, tblTolvek_SndAdd, tblTolvek_RcvName, "
+                  u"tblTolvek_RcvAdd, tblTolvek_Subject, tblTolvek_Mail1 ) VALUES( '"};
+    sql << decimal(19990101 + n / 100) << u"', '" << decimal(100000 + n % 86400) << u"', 0, "
+        << sent << u", '" << u"設定無し" << u"', '" << (sent ? me : who) << u"', '" << u"設定無し"
+        << u"', '" << (sent ? who : me) << u"', 'Re: あのね その" << n % 1000 << u"', '"
+        << Text(1000, u'本') << u"' )";
+    into.Execute(sql, dbFailOnError);
+}
+
+void storeMails(int mails)
+{
+    Database into = DBEngine::OpenDatabase(gDbPath);
+    inTransaction([&] {
+        for (int n = 0; n < mails; ++n)
+            storeMail(into, n);
+    });
+    into.Close();
+}
+
+void addFriend(Database& into, const Text& address, const Text& name)
+{
+    Statement sql{u"INSERT INTO tblFriend (tblFriend_PetKind, tblFriend_Pet, tblFriend_Name, "
+                  u"tblFriend_Address, tblFriend_RecvMailCnt ) VALUES( 'くま', 'もも', '"};
+    sql << name << u"', '" << address << u"', 0 )";
+    into.Execute(sql, dbFailOnError);
+}
+
+// Every friend under a name with this beginning; the user is in the book or not.
+void makeBook(TextView beginning, bool withUser)
+{
+    Database into = DBEngine::OpenDatabase(gDbPath);
+    inTransaction([&] {
+        into.Execute(Statement{u"DELETE FROM tblFriend"}, dbFailOnError);
+        for (int who = 0; who < kFriends; ++who)
+            addFriend(into, addressOf(who), Text(beginning) + decimal(who));
+        if (withUser) addFriend(into, u"hana@example.jp", Text(beginning));
+    });
+    into.Close();
+}
+
+// A pass that reads the headings of every mail and does nothing with them.
+void passOverAll()
+{
+    Database from = DBEngine::OpenDatabase(gDbPath);
+    for (Recordset row = from.OpenRecordset(Statement{u"SELECT * FROM tblTolvek"}); !row.Eof();
+         row.MoveNext())
+        row.field(u"tblTolvek_SndName");
+    from.Close();
+}
+
+void measureBooks()
+{
+    makeBook(u"ともだち", false);
+    measure("300 friends, every name is new", edFriendName);
+    measure("300 friends, every name stands already", edFriendName);
+    makeBook(u"むかしからのともだち", false);
+    measure("300 friends, every name is a longer one", edFriendName);
+    makeBook(u"なかま", true);
+    measure("and the user among them, every name is new", edFriendName);
+    measure("and the user among them, every name stands", edFriendName);
+}
+
+}
+
+int main(int argc, char** argv)
+{
+    const test::TempFolder home;
+    setAppPath(pathText(home.path()));
+    gDbPath = joinPath(appPath(), u"Tolvek.Mdb");
+    gMyMailAddr = u"hana@example.jp";
+    gMyPetName = u"もも";
+    Table_Create();
+    storeMails(argc > 1 ? std::atoi(argv[1]) : 30000);
+    measure("a pass that reads every name", passOverAll);
+    measureBooks();
+    return 0;
+}
