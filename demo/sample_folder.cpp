@@ -1,5 +1,6 @@
 #include "demo/sample_folder.h"
 
+#include "demo/friend_book.h"
 #include "demo/sample_mail.h"
 #include "demo/travel_diary.h"
 #include "platform/system/files.h"
@@ -146,6 +147,7 @@ void makeSampleFolder(const std::filesystem::path& folder)
         replaceContents(side / native(box.listFile), {});
         replaceContents(side / native(box.mailFile), contents(index));
     }
+    makeFriendBook(folder / native(u"おともだち帳"));
 }
 
 }

@@ -1,4 +1,5 @@
-// The sample: a folder as PostPet keeps one, with five filled boxes.
+// The sample: a folder as PostPet keeps one, with five filled boxes and
+// a friend book.
 #pragma once
 #include "platform/runtime/text.h"
 

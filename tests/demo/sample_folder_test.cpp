@@ -1,7 +1,10 @@
 #include "demo/sample_folder.h"
 
 #include "converter/conversion.h"
+#include "converter/friend_reader.h"
 #include "converter/temp_reader.h"
+#include "demo/friend_book.h"
+#include "demo/people.h"
 #include "demo/travel_diary.h"
 
 #include <gtest/gtest.h>
@@ -72,7 +75,7 @@ TEST_F(SampleFolder, TwoRunsGiveTheSameBytes)
     sample::makeSampleFolder(again.path());
     sample::makeSampleFolder(again.path());
     EXPECT_EQ(filesBelow(again.path()), filesBelow(folder_->path()));
-    EXPECT_EQ(filesBelow(again.path()).size(), 10u);
+    EXPECT_EQ(filesBelow(again.path()).size(), 12u);
 }
 
 TEST_F(SampleFolder, EveryBoxConvertsWithItsCount)
@@ -125,6 +128,47 @@ TEST_F(SampleFolder, OneLetterIsLongerThanOneRowOfTheArchive)
     });
     EXPECT_EQ(count, 1);
     EXPECT_GT(sample::kDiaryLines, 15 * 33);
+}
+
+ReadFriends bookOf(const std::filesystem::path& folder)
+{
+    const TempFolder out;
+    const Conversion result = convertFriendBook(folder / "おともだち帳", out / "Friend.Tmp");
+    EXPECT_EQ(result.status, ConversionStatus::Converted);
+    EXPECT_EQ(result.count, sample::kFriendsWithPets + sample::kFriendsOnCards);
+    return readFriendTmp(out / "Friend.Tmp");
+}
+
+TEST_F(SampleFolder, TheFriendBookHoldsPeopleByTheNamesThatTheirMailsHave)
+{
+    std::set<std::string> inMails;
+    for (const ReadMail& mail : allMails())
+        inMails.insert(mail.from);
+    const ReadFriends book = bookOf(folder_->path());
+    EXPECT_EQ(book.size(), 12u);
+    for (const ReadFriend& read : book)
+        EXPECT_TRUE(inMails.contains(read.address + " (" + read.name + ")")) << read.address;
+}
+
+TEST_F(SampleFolder, TheFriendBookHasAPetOfEachKindByItsCode)
+{
+    const std::map<std::string, TextView> kinds{
+        {"1", u"くま"},     {"2", u"うさぎ"},     {"3", u"かめ"},     {"4", u"ねこ"},
+        {"6", u"ロボット"}, {"7", u"ハムスター"}, {"8", u"ペンギン"}, {"9", u"いぬ"}};
+    std::set<std::string> seen;
+    for (const ReadFriend& read : bookOf(folder_->path())) {
+        if (read.pet.empty()) continue;
+        seen.insert(read.kind);
+        const auto& people = sample::friends();
+        const auto person = std::find_if(people.begin(), people.end(), [&](const auto& one) {
+            return toUtf8(one.address) == read.address;
+        });
+        ASSERT_NE(person, people.end());
+        EXPECT_EQ(person->petKind, kinds.at(read.kind));
+        EXPECT_EQ(toUtf8(person->pet), read.pet);
+        EXPECT_GT(read.mails, 0);
+    }
+    EXPECT_EQ(seen.size(), kinds.size());
 }
 
 TEST_F(SampleFolder, SomeOfThePeopleWriteBothWaysAndHanaToHerself)
