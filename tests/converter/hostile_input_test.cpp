@@ -2,12 +2,12 @@
 #include "converter/conversion.h"
 #include "converter/str_change.h"
 
+#include "converter/mutation.h"
 #include "converter/temp_reader.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <random>
 
 namespace tolvek::test {
 namespace {
@@ -54,29 +54,6 @@ TEST(HostileInput, TruncatedAnywhere)
             expectGrammar(file.substr(0, size), folder);
 }
 
-std::string mutated(std::string bytes, std::mt19937& random)
-{
-    static const std::string kSpice =
-        std::string("\x1b\x0e\x0f\x1a\r\n\"()<>=?:;,'", 17) + '\0' + "\x82\x81\xFF";
-    for (auto times = random() % 12 + 1; times > 0 && !bytes.empty(); --times) {
-        const std::size_t at = random() % bytes.size();
-        switch (random() % 4) {
-        case 0:
-            bytes[at] = static_cast<char>(random());
-            break;
-        case 1:
-            bytes[at] = kSpice[random() % kSpice.size()];
-            break;
-        case 2:
-            bytes.erase(at, random() % 9);
-            break;
-        default:
-            bytes.insert(at, bytes.substr(random() % bytes.size(), random() % 40));
-        }
-    }
-    return bytes;
-}
-
 TEST(HostileInput, MutatedAtRandomPlaces)
 {
     const TempFolder folder;
@@ -97,14 +74,6 @@ TEST(HostileInput, TextsOfAnyBytesAreDecodedWithinTheRecord)
         EXPECT_LE(changed.ansi.size(), 64u);
         EXPECT_LE(changed.length, static_cast<int>(changed.ansi.size()));
     }
-}
-
-std::string repeated(const std::string& piece, std::size_t size)
-{
-    std::string text;
-    while (text.size() < size)
-        text += piece;
-    return text;
 }
 
 // Each of these once took the square of its length.
