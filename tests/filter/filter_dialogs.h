@@ -5,6 +5,7 @@
 #include "filter/frm_filter.h"
 #include "platform/forms/events.h"
 #include "support/archive_fixture.h"
+#include "support/dialog_checks.h"
 #include "support/modal_script.h"
 #include "support/screen_driver.h"
 
@@ -79,13 +80,6 @@ protected:
                      MsgAnswer::Ok, u"Tolvek");
     }
 
-    static std::vector<Text> cells(const Grid& grid, int row)
-    {
-        std::vector<Text> texts;
-        for (int col = 0; col < grid.Cols(); ++col)
-            texts.push_back(grid.TextMatrix(row, col));
-        return texts;
-    }
     static std::vector<Text> titles(const Grid& grid)
     {
         std::vector<Text> texts;
@@ -99,27 +93,6 @@ protected:
         for (int i = 0; i < options.size(); ++i)
             if (options[i]->Value()) return i;
         return -1;
-    }
-    static void expectApart(const std::vector<QWidget*>& parts)
-    {
-        for (const QWidget* part : parts) {
-            EXPECT_TRUE(part->parentWidget()->rect().contains(part->geometry()))
-                << part->objectName().toStdString();
-            for (const QWidget* other : parts) {
-                if (other == part || other->parentWidget() != part->parentWidget()) continue;
-                EXPECT_FALSE(part->geometry().intersects(other->geometry()))
-                    << part->objectName().toStdString();
-            }
-        }
-    }
-    static void expectTabWay(QWidget* window, const std::vector<QWidget*>& way)
-    {
-        way.front()->setFocus();
-        for (QWidget* next : way) {
-            EXPECT_EQ(window->focusWidget()->objectName().toStdString(),
-                      next->objectName().toStdString());
-            QTest::keyClick(window->focusWidget(), Qt::Key_Tab);
-        }
     }
 
     frmFilter editor;

@@ -23,22 +23,8 @@ protected:
     }
 
     // From here on putBack() gives what stands in the folder now.
-    void keep()
-    {
-        std::filesystem::create_directory(folder / "kept");
-        copyAll(folder.path(), folder / "kept");
-    }
-    void putBack()
-    {
-        for (const std::string& name : fileNames(folder.path()))
-            std::filesystem::remove(folder / name);
-        copyAll(folder / "kept", folder.path());
-    }
-    static void copyAll(const Path& from, const Path& to)
-    {
-        for (const std::string& name : fileNames(from))
-            std::filesystem::copy_file(from / name, to / name);
-    }
+    void keep() { kept_.keep(); }
+    void putBack() { kept_.putBack(); }
 
     static std::vector<Text> subjects(const Text& path)
     {
@@ -62,6 +48,9 @@ protected:
         EXPECT_EQ(subjects(gDbPath + u".Bak"), bothMails()) << "operation " << operation;
         EXPECT_FALSE(databaseExists(gDbPath + u".New")) << "operation " << operation;
     }
+
+private:
+    KeptFolder kept_{folder.path()};
 };
 
 struct Disk {

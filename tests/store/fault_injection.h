@@ -11,6 +11,35 @@
 
 namespace tolvek::test {
 
+// The files of a folder as they stand at keep(), to be put back after each end.
+class KeptFolder {
+public:
+    explicit KeptFolder(std::filesystem::path folder)
+        : folder_(std::move(folder)), kept_(folder_ / "kept")
+    {
+    }
+    void keep()
+    {
+        std::filesystem::create_directory(kept_);
+        copyAll(folder_, kept_);
+    }
+    void putBack()
+    {
+        for (const std::string& name : fileNames(folder_))
+            std::filesystem::remove(folder_ / name);
+        copyAll(kept_, folder_);
+    }
+
+private:
+    static void copyAll(const std::filesystem::path& from, const std::filesystem::path& to)
+    {
+        for (const std::string& name : fileNames(from))
+            std::filesystem::copy_file(from / name, to / name);
+    }
+
+    std::filesystem::path folder_, kept_;
+};
+
 inline constexpr int kCutOff = 42;
 inline constexpr int kManyOperations = 5000; // more than any work here has
 
