@@ -3,6 +3,8 @@
 #include "browse/navigator.h"
 #include "dialogs/frm_mail_read_opt.h"
 #include "filter/filter_results.h"
+#include "friend/ed_friend.h"
+#include "friend/friend_names.h"
 #include "import/mail_box_table.h"
 #include "import/tmp_read.h"
 #include "platform/forms/do_events.h"
@@ -82,6 +84,7 @@ void updateData(const ResumeNext& on, frmTolvek& form)
         setStatusLines(u"", u"　Ｔｏｌｖｅｋの各データを", u"　　　更新しています。",
                        u"　少々お待ちください。", u"", u"");
     });
+    on([] { edFriendName(); });
     on([] { edSearch_Name(); });
     on([] { edSearch_Addr(); });
     on([] { tblFilterData_Sel(); });
@@ -111,6 +114,8 @@ void comMailRead_Click(frmTolvek& form)
     on([&] { chooseMailBoxes(form); });
     if (gMailReadCancel == -1) return;
     beginReading(on, form);
+    // First, so that new friends' names are there when their mails come in.
+    on([] { edFriend(); });
     on([] { MailBoxRead(); });
     updateData(on, form);
     endReading(on, form);

@@ -9,9 +9,10 @@ namespace tolvek {
 
 class frmTolvek;
 
-// Asks for the boxes, reads them, brings the search tables up to date and lists
-// the navigator anew. Reports its own failures under "comMailRead_Click" and
-// goes on, so that the commands always come back.
+// Asks for the boxes, takes in the friend book, reads the boxes, gives the mails
+// the book's names, brings the search tables up to date and lists the navigator
+// anew. Reports its own failures under "comMailRead_Click" and goes on, so that
+// the commands always come back.
 void comMailRead_Click(frmTolvek& form);
 
 // Lets each chosen box be converted and reads what came of it. A failure goes

@@ -63,6 +63,15 @@ protected:
     void receive(int element, int value = 1) { gRecievMailReadOption[element] = value; }
     void send(int element, int value = 1) { gSendMailReadOption[element] = value; }
 
+    // Every box holds one mail, the same.
+    void givenOneMail()
+    {
+        convert = [&](Int16& count, Int16&) {
+            count = 1;
+            test::writeBytes(file("Tolvek.Tmp"),
+                             tempFile("hanako@example.jp", "Tue, 15 Feb 2000 10:11:12"));
+        };
+    }
     void clickRead(const char* button = "cmbMail_Ok")
     {
         const ModalScript dialog("frmMailReadOpt",
@@ -276,11 +285,7 @@ TEST_F(MailBoxReadTest, TheNavigatorIsListedByTheDisplayType)
 TEST_F(MailBoxReadTest, ReadingTheSameBoxTwiceStoresNothingNew)
 {
     receive(0);
-    convert = [&](Int16& count, Int16&) {
-        count = 1;
-        test::writeBytes(file("Tolvek.Tmp"),
-                         tempFile("hanako@example.jp", "Tue, 15 Feb 2000 10:11:12"));
-    };
+    givenOneMail();
     clickRead();
     clickRead();
     EXPECT_EQ(rows(u"tblTolvek"), 1);
@@ -316,7 +321,8 @@ TEST_F(MailBoxReadTest, AMissingConverterLibraryIsTold)
         return MsgAnswer::Ok;
     });
     clickRead();
-    EXPECT_EQ(titles, std::vector<Text>{u"エラーメッセージ (comMailRead_Click)"});
+    EXPECT_EQ(titles, (std::vector<Text>{u"エラーメッセージ (edFriend)",
+                                         u"エラーメッセージ (comMailRead_Click)"}));
     EXPECT_TRUE(form.comMailRead->Enabled());
 }
 
@@ -341,14 +347,64 @@ TEST_F(MailBoxReadTest, TheFilterResultsAreBuiltAnewFromWhatWasRead)
     addFilter(20, 0, 1, u"読まない", u"nothing");
     tblFilter_Get();
     receive(0);
-    convert = [&](Int16& count, Int16&) {
-        count = 1;
-        test::writeBytes(file("Tolvek.Tmp"),
-                         tempFile("hanako@example.jp", "Tue, 15 Feb 2000 10:11:12"));
-    };
+    givenOneMail();
     clickRead();
     EXPECT_EQ(column(u"SELECT tblFilterDt_SendAddr FROM tblFilterData"),
               std::vector<Text>{u"hanako@example.jp"});
+}
+
+// The friend book is read in first and written over the mails last.
+TEST_F(MailBoxReadTest, NewFriendsNamesAreThereWhenTheirMailsComeIn)
+{
+    converterLibrary().TolvekFriend_Edit = [this](const Text&, const Text&, Int16& count, Int16&) {
+        EXPECT_TRUE(calls.empty());
+        EXPECT_FALSE(form.comMailRead->Enabled());
+        test::writeBytes(file("Friend.Tmp"),
+                         "\"4\",\"Tama\",\"Hanako\",\"hanako@example.jp\",12\r\n"
+                         "4,Pochi,,jiro@example.jp,1\r\n");
+        count = 2;
+    };
+    store(mail(u"hanako@example.jp", u"taro@example.jp")); // stored under another name
+    receive(0);
+    convert = [&](Int16& count, Int16&) {
+        EXPECT_EQ(rows(u"tblFriend"), 2);
+        count = 2;
+        std::string mails = tempFile("jiro@example.jp", "Tue, 15 Feb 2000 10:11:13");
+        mails += tempFile("saburo@example.jp", "Tue, 15 Feb 2000 10:11:14").substr(9);
+        test::writeBytes(file("Tolvek.Tmp"), mails);
+    };
+    gDisplayType = 1;
+    clickRead();
+    gDisplayType = 0;
+    EXPECT_EQ(column(u"SELECT tblTolvek_SndName FROM tblTolvek"),
+              (std::vector<Text>{u"Hanako", u"Pochi", u"設定無し"}));
+    EXPECT_EQ(column(u"SELECT tblSearch_Name_Data FROM tblSearch_Name"),
+              (std::vector<Text>{u"Hanako", u"Pochi", u"太郎", u"設定無し"}))
+        << "the search tables hold the names as they are now";
+    EXPECT_EQ(form.lstNameOrAddr->ListCount(), 4);
+}
+
+TEST_F(MailBoxReadTest, AFriendWithNeitherNameIsStoredAsNotSet)
+{
+    addFriend(u"hanako@example.jp", u"", u"");
+    receive(0);
+    givenOneMail();
+    MailBoxRead();
+    EXPECT_EQ(value(u"SELECT tblTolvek_SndName FROM tblTolvek"), u"設定無し");
+}
+
+TEST_F(MailBoxReadTest, AFailingFriendBookIsToldAndTheMailIsReadAllTheSame)
+{
+    converterLibrary().TolvekFriend_Edit = [](const Text&, const Text&, Int16&, Int16&) {
+        throw RuntimeError(75);
+    };
+    boxes.expect(u"エラー番号： 75\r（" + errorText(75) + u"）", MsgAnswer::Ok,
+                 u"エラーメッセージ (edFriend)");
+    receive(0);
+    givenOneMail();
+    clickRead();
+    EXPECT_EQ(rows(u"tblTolvek"), 1);
+    EXPECT_EQ(gBusyFlag, 0);
 }
 
 // What a stranger writes into a mail is text on its whole way: read, listed by
