@@ -1,0 +1,251 @@
+#include "platform/system/child_program.h"
+
+#include "platform/system/files.h"
+#include "platform/system/linux/descriptor.h"
+
+#include <algorithm>
+#include <array>
+#include <csignal>
+#include <poll.h>
+#include <sys/prctl.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <thread>
+
+namespace tolvek {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using Milliseconds = std::chrono::milliseconds;
+
+constexpr int kFailureDescriptor = kResultDescriptor + 1;
+constexpr int kFirstForeign = kFailureDescriptor + 1;
+constexpr rlim_t kLargestFile = 1 << 20; // its own notes in memory files count, too
+constexpr auto kNap = Milliseconds(2);
+
+struct Pipe {
+    Pipe()
+    {
+        std::array<int, 2> ends{};
+        systemCall({}, [&] { return pipe2(ends.data(), O_CLOEXEC); });
+        const Descriptor first(ends[0]), second(ends[1]);
+        reading = first.movedUp(kFirstForeign);
+        writing = second.movedUp(kFirstForeign);
+    }
+    Descriptor reading, writing;
+};
+
+Descriptor opened(const std::filesystem::path& path, int flags)
+{
+    const Descriptor low(systemCall(path, [&] { return open(path.c_str(), flags | O_CLOEXEC); }));
+    return low.movedUp(kFirstForeign);
+}
+
+// What the child needs between fork and exec, where nothing may be allocated.
+struct Start {
+    const char* program;
+    std::vector<char*> arguments;
+    const ChildLimits& limits;
+    const Descriptor& input;
+    const Descriptor& nowhere;
+    const Pipe& result;
+    const Pipe& failure;
+    pid_t parent;
+};
+
+void setLimit(__rlimit_resource resource, rlim_t value)
+{
+    rlimit limit{value, value};
+    if (setrlimit(resource, &limit) != 0) _exit(127);
+}
+
+void applyLimits(const ChildLimits& limits)
+{
+    setLimit(RLIMIT_CORE, 0);
+    setLimit(RLIMIT_FSIZE, kLargestFile);
+    if (limits.addressSpace) setLimit(RLIMIT_AS, limits.addressSpace);
+    if (!limits.processorSeconds) return;
+    // The soft limit's signal says what happened; the hard one's wouldn't.
+    rlimit processor{limits.processorSeconds, limits.processorSeconds + 5};
+    if (setrlimit(RLIMIT_CPU, &processor) != 0) _exit(127);
+}
+
+// What this process ignores or holds back is its own affair.
+void restoreSignals()
+{
+    for (const int number : {SIGXCPU, SIGXFSZ, SIGPIPE, SIGTERM, SIGINT, SIGHUP, SIGQUIT})
+        signal(number, SIG_DFL);
+    sigset_t none;
+    sigemptyset(&none);
+    sigprocmask(SIG_SETMASK, &none, nullptr);
+}
+
+void takeDescriptors(const Start& start)
+{
+    dup2(start.input.number(), STDIN_FILENO);
+    dup2(start.nowhere.number(), STDOUT_FILENO);
+    dup2(start.nowhere.number(), STDERR_FILENO);
+    dup2(start.result.writing.number(), kResultDescriptor);
+    dup2(start.failure.writing.number(), kFailureDescriptor);
+    fcntl(kFailureDescriptor, F_SETFD, FD_CLOEXEC);
+    close_range(kFirstForeign, ~0U, 0);
+}
+
+[[noreturn]] void becomeProgram(const Start& start)
+{
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    if (getppid() != start.parent) _exit(127); // it ended before the line above
+    takeDescriptors(start);
+    restoreSignals();
+    applyLimits(start.limits);
+    execv(start.program, start.arguments.data());
+    const int reason = errno;
+    const auto told = write(kFailureDescriptor, &reason, sizeof reason);
+    _exit(told > 0 ? 127 : 126);
+}
+
+// The child as long as it isn't waited for; ended with its owner.
+class Child {
+public:
+    explicit Child(pid_t id) : id_(id) {}
+    ~Child()
+    {
+        if (id_ > 0) stop();
+    }
+    Child(const Child&) = delete;
+    Child& operator=(const Child&) = delete;
+
+    void stop()
+    {
+        kill(id_, SIGKILL);
+        while (waitpid(id_, nullptr, 0) < 0 && errno == EINTR) {
+        }
+        id_ = 0;
+    }
+    bool hasEnded(int& status)
+    {
+        const pid_t ended = systemCall({}, [&] { return waitpid(id_, &status, WNOHANG); });
+        if (ended > 0) id_ = 0;
+        return ended > 0;
+    }
+
+private:
+    pid_t id_;
+};
+
+// Only the child has the writing end once this process has closed its own.
+void requireStarted(Pipe& failure)
+{
+    failure.writing.close();
+    int reason = 0;
+    const auto size =
+        systemCall({}, [&] { return read(failure.reading.number(), &reason, sizeof reason); });
+    if (size > 0) throwSystemError(reason, {});
+}
+
+// Waits on the child's account until something is there to be read; false at
+// the end of its patience.
+bool awaitBytes(const Descriptor& reading, Milliseconds& patience)
+{
+    const auto begin = Clock::now();
+    pollfd waited{reading.number(), POLLIN, 0};
+    const int ready =
+        systemCall({}, [&] { return poll(&waited, 1, static_cast<int>(patience.count())); });
+    patience -= std::chrono::duration_cast<Milliseconds>(Clock::now() - begin);
+    return ready > 0 && patience.count() >= 0;
+}
+
+bool passOn(const Descriptor& reading, Milliseconds& patience,
+            const std::function<void(std::string_view)>& result)
+{
+    std::vector<char> buffer(1 << 16);
+    for (;;) {
+        if (!awaitBytes(reading, patience)) return false;
+        const auto size =
+            systemCall({}, [&] { return read(reading.number(), buffer.data(), buffer.size()); });
+        if (size == 0) return true;
+        result({buffer.data(), static_cast<std::size_t>(size)});
+    }
+}
+
+ChildEnd endOf(int status)
+{
+    using How = ChildEnd::How;
+    if (WIFEXITED(status)) return {How::Exited, WEXITSTATUS(status)};
+    const int number = WTERMSIG(status);
+    if (number == SIGXCPU) return {How::OutOfTime, 0};
+    for (const int outer : {SIGKILL, SIGTERM, SIGINT, SIGHUP, SIGQUIT})
+        if (number == outer) return {How::Stopped, 0};
+    return {How::Crashed, 0};
+}
+
+// It has closed its result, so its end is near, or it hangs.
+ChildEnd awaited(Child& child, Milliseconds patience)
+{
+    int status = 0;
+    for (const auto until = Clock::now() + patience; !child.hasEnded(status);) {
+        if (Clock::now() >= until) return {ChildEnd::How::OutOfTime, 0};
+        std::this_thread::sleep_for(kNap);
+    }
+    return endOf(status);
+}
+
+std::vector<char*> argumentsOf(const std::string& program, const std::vector<std::string>& others)
+{
+    std::vector<char*> all{const_cast<char*>(program.c_str())}; // exec's own old type
+    for (const std::string& argument : others)
+        all.push_back(const_cast<char*>(argument.c_str()));
+    all.push_back(nullptr);
+    return all;
+}
+
+pid_t started(const Start& start)
+{
+    const pid_t id = fork();
+    if (id == 0) becomeProgram(start);
+    if (id < 0) throwSystemError(errno, start.program);
+    return id;
+}
+
+template <class Work> auto startStep(const Work& work)
+{
+    try {
+        return work();
+    } catch (const std::system_error& error) {
+        throw ChildStartError(error.code(), error.what());
+    }
+}
+
+}
+
+ChildEnd runChild(const std::filesystem::path& program, const std::vector<std::string>& arguments,
+                  const std::filesystem::path& input, const ChildLimits& limits,
+                  const std::function<void(std::string_view)>& result)
+{
+    probeFile(FileOperation::Open, input);
+    const Descriptor file = opened(input, O_RDONLY | O_NONBLOCK);
+    Pipe answer, failure;
+    std::unique_ptr<Child> child;
+    startStep([&] {
+        probeFile(FileOperation::Open, program);
+        const Descriptor nowhere = opened("/dev/null", O_RDWR);
+        const Start start{program.c_str(), argumentsOf(program.native(), arguments),
+                          limits,          file,
+                          nowhere,         answer,
+                          failure,         getpid()};
+        child = std::make_unique<Child>(started(start));
+        answer.writing.close();
+        requireStarted(failure);
+    });
+    Milliseconds patience = limits.patience;
+    if (!passOn(answer.reading, patience, result)) return {ChildEnd::How::OutOfTime, 0};
+    return awaited(*child, patience);
+}
+
+std::string programFileName(const std::string& name)
+{
+    return name;
+}
+
+}
