@@ -35,6 +35,12 @@ bool isFileEntry(const fs::directory_entry& entry)
     return entry.exists(gone) && !entry.is_directory(gone);
 }
 
+bool isFolderEntry(const fs::directory_entry& entry)
+{
+    std::error_code gone;
+    return entry.is_directory(gone);
+}
+
 fs::path folderOf(const fs::path& path)
 {
     return path.has_parent_path() ? path.parent_path() : fs::path(".");
@@ -139,6 +145,11 @@ bool entryExists(const fs::path& path)
 std::vector<std::string> fileNames(const fs::path& folder)
 {
     return listedNames(folder, isFileEntry);
+}
+
+std::vector<std::string> folderNames(const fs::path& folder)
+{
+    return listedNames(folder, isFolderEntry);
 }
 
 std::vector<std::string> entryNames(const fs::path& folder)

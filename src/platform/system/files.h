@@ -68,6 +68,7 @@ bool entryExists(const std::filesystem::path& path); // one of the two
 bool isReadOnly(const std::filesystem::path& path);
 // The names are UTF-8 on every system; bytes that aren't come as they are.
 std::vector<std::string> fileNames(const std::filesystem::path& folder);  // files only, unsorted
+std::vector<std::string> folderNames(const std::filesystem::path& folder); // links to folders too
 std::vector<std::string> entryNames(const std::filesystem::path& folder); // files and folders
 
 std::string readFile(const std::filesystem::path& path);

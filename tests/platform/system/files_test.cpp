@@ -132,6 +132,20 @@ TEST_F(FilesTest, ListsFilesAloneOrEverything)
     EXPECT_EQ(failureOf([&] { fileNames(folder / "none"); }), std::errc::no_such_file_or_directory);
 }
 
+TEST_F(FilesTest, ListsFoldersAloneWithTheLinksToThem)
+{
+    given("file", "");
+    fs::create_directory(folder / "sub");
+    fs::create_directory(folder / ".hidden");
+    fs::create_directory_symlink(folder / "sub", folder / "link");
+    fs::create_symlink(folder / "nothing", folder / "dangling");
+    Names folders = folderNames(folder.path());
+    std::sort(folders.begin(), folders.end());
+    EXPECT_EQ(folders, (Names{".hidden", "link", "sub"}));
+    EXPECT_EQ(failureOf([&] { folderNames(folder / "none"); }),
+              std::errc::no_such_file_or_directory);
+}
+
 TEST_F(FilesTest, ReadFileGivesEveryByte)
 {
     const std::string bytes = std::string(200'000, 'x') + std::string("\0\r\n\x1a", 4);
@@ -307,6 +321,7 @@ INSTANTIATE_TEST_SUITE_P(
                {"Link new"}},
         Probed{FileOperation::Remove, [](const fs::path& f) { removeFile(f / "a"); }, {"Remove a"}},
         Probed{FileOperation::List, [](const fs::path& f) { fileNames(f / "."); }, {"List ."}},
+        Probed{FileOperation::List, [](const fs::path& f) { folderNames(f / "."); }, {"List ."}},
         Probed{FileOperation::List, [](const fs::path& f) { entryNames(f / "."); }, {"List ."}},
         Probed{FileOperation::Copy,
                [](const fs::path& f) { copyFileContents(f / "a", f / "new", true); },
