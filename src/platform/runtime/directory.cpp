@@ -126,6 +126,15 @@ void rename(TextView from, TextView to)
     asFileError([&] { renameFile(source, target); });
 }
 
+int getAttr(TextView text)
+{
+    const Path path = existingPath(text);
+    const auto status = asFileError([&] { return std::filesystem::status(path); });
+    if (std::filesystem::exists(status)) return is_directory(status) ? vbDirectory : 0;
+    const Path above = existingPath(pathText(path.parent_path()));
+    throw RuntimeError(folderExists(above) ? 53 : 76);
+}
+
 bool copyFile(TextView from, TextView to, bool failIfExists)
 {
     try {

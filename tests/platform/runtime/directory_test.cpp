@@ -193,4 +193,36 @@ TEST_F(DirectoryTest, CopyAnswersTrueOrFalse)
     EXPECT_EQ(everything(), (Names{"B", "a", "c"}));
 }
 
+TEST_F(DirectoryTest, AttributesTellAFolderFromAFile)
+{
+    given("folder/a");
+    fs::create_directory_symlink(folder / "folder", folder / "link");
+    EXPECT_EQ(getAttr(text(u"folder")), vbDirectory);
+    EXPECT_EQ(getAttr(text(u"link")), vbDirectory);
+    EXPECT_EQ(getAttr(text(u"folder/a")), 0);
+    EXPECT_EQ(getAttr(text(u"FOLDER")), vbDirectory);
+}
+
+TEST_F(DirectoryTest, AttributesOfComposedAndDecomposedKanaAreTheSame)
+{
+    given("受信フォルタ\u3099/a");
+    EXPECT_EQ(getAttr(text(u"受信フォルダ")), vbDirectory);
+}
+
+TEST_F(DirectoryTest, AttributesOfNothingTellHowMuchIsMissing)
+{
+    given("folder/file");
+    fs::create_symlink(folder / "nowhere", folder / "lost");
+    fs::create_symlink(folder / "round", folder / "round");
+    EXPECT_EQ(errorOf([&] { getAttr(text(u"folder/none")); }), 53);
+    EXPECT_EQ(errorOf([&] { getAttr(text(u"Folder/none")); }), 53);
+    EXPECT_EQ(errorOf([&] { getAttr(text(u"lost")); }), 53);
+    EXPECT_EQ(errorOf([&] { getAttr(text(u"none/none")); }), 76);
+    EXPECT_EQ(errorOf([&] { getAttr(text(u"folder/file/none")); }), 76);
+    EXPECT_EQ(errorOf([&] { getAttr(u"C:\\Program Files\\none"); }), 76);
+    EXPECT_EQ(errorOf([&] { getAttr(u""); }), 76);
+    EXPECT_EQ(errorOf([&] { getAttr(text(u"round")); }), 75);
+    EXPECT_EQ(errorOf([&] { getAttr(text(Text(300, u'x'))); }), 75);
+}
+
 }
