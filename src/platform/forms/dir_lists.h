@@ -1,8 +1,8 @@
 // The drive list and the directory list.
 //
-// Where there are no drives the drive list holds the mounted volumes (the root
-// folder first). Setting Drive or Path by code fires Change like the user's
-// choice does, if the value changes.
+// Where there are no drives the drive list holds the folders at which a user's
+// folders begin (the root first). Setting Drive or Path by code fires Change
+// like the user's choice does, if the value changes.
 #pragma once
 #include "platform/forms/control.h"
 
@@ -16,7 +16,7 @@ namespace tolvek {
 class DriveListBox : public ControlOf<QComboBox> {
     Q_OBJECT
 public:
-    DriveListBox(Container container, TextView name);
+    DriveListBox(Container container, TextView name); // the first one is selected
     Text Drive() const;            // the volume's folder, as it can be given to a directory list
     void setDrive(TextView drive); // not in the list: error 68
 
@@ -24,9 +24,10 @@ signals:
     void Change();
 };
 
-// The folders from the root down to Path, then those within Path, each level
-// indented. A double click or Enter on one makes it the Path; a single click
-// only marks it. A folder that can't be read shows nothing below it.
+// The folders from the root down to Path, then those within Path by name, each
+// level indented. A double click or Enter on one makes it the Path; a single
+// click only marks it. Hidden folders aren't shown, unless they lead to Path,
+// and a folder that can't be read shows nothing below it.
 class DirListBox : public ControlOf<QListWidget> {
     Q_OBJECT
 public:
@@ -37,8 +38,18 @@ public:
 signals:
     void Change();
 
+protected:
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
 private:
-    Text path_;
+    void open(int row);
+    void fill();
+    void addLevels();
+    void addFoldersWithin();
+    void addRow(const Text& name, const Text& folder, int level, bool opened);
+
+    Text path_;                 // "" until the first setPath
     std::vector<Text> folders_; // of the rows
 };
 

@@ -58,6 +58,14 @@ int evenDevicePixels(double size)
 
 }
 
+std::vector<TextView> programFontNames()
+{
+    std::vector<TextView> names;
+    for (const ProgramFont& font : kProgramFonts)
+        names.push_back(font.name);
+    return names;
+}
+
 bool isFixedPitchName(TextView name)
 {
     const ProgramFont* font = programFont(name);

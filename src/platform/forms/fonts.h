@@ -10,6 +10,8 @@
 
 #include <QFont>
 
+#include <vector>
+
 namespace tolvek {
 
 inline constexpr TextView kDefaultFontName = u"ＭＳ Ｐゴシック";
@@ -21,6 +23,9 @@ struct FontChoice {
     bool bold = false;
     bool italic = false;
 };
+
+// The names that are always there, by a stand-in if need be.
+std::vector<TextView> programFontNames();
 
 QFont platformFont(const FontChoice& choice);
 
