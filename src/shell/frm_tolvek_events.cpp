@@ -91,7 +91,7 @@ void frmTolvekEvents::Form_Initialize()
     on([] { fillMonthNames(); });
     on([] { fillMailBoxTable(); });
     clearPanes(on);
-    on([this] { applyMailFont(*this); });
+    applyMailFont(*this, on, FlagText::WithComma);
     clearState(on);
     on([this] { dspSelData(*this); });
     on([] { tblFilter_Get(); });
@@ -102,7 +102,7 @@ void frmTolvekEvents::askForSettings(const ResumeNext& on)
 {
     if (!trim(gMyMailAddr).empty()) return;
     on([] { MsgBox(u"あなたのＰＣの環境を設定してください。"); });
-    on([this] { applyMailFont(*this); });
+    applyMailFont(*this, on, FlagText::WithComma);
     on([] { DoEventsNow(); });
 }
 

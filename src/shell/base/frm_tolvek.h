@@ -16,6 +16,8 @@
 
 namespace tolvek {
 
+class ResumeNext;
+
 class frmTolvek : public Form {
 public:
     frmTolvek();
@@ -59,8 +61,11 @@ void dspEnable(frmTolvek& form, bool enabled, Int16 backupMode);
 // and the lines emptied. Yields.
 void dspStatus(frmTolvek& form, bool show, CheckedArray<Text, 6>& lines);
 
-// Size, face, bold and italic of the mail text from the settings. A style that
-// is no number is error 13, behind what was set already.
-void applyMailFont(frmTolvek& form);
+// Size, face, bold and italic of the mail text from the settings, each a
+// statement of its caller's routine: a style whose flag is no number is error
+// 13 for that flag alone. How much of the style is read for a flag is the
+// caller's: the start takes the comma with it, the settings command doesn't.
+enum class FlagText { WithComma, Alone };
+void applyMailFont(frmTolvek& form, const ResumeNext& on, FlagText flag);
 
 }

@@ -3,6 +3,7 @@
 #include "platform/forms/do_events.h"
 #include "platform/runtime/numbers.h"
 #include "shell/base/frm_tolvek.h"
+#include "shell/base/guard.h"
 #include "shell/base/settings.h"
 
 #include <functional>
@@ -92,12 +93,14 @@ void dspStatus(frmTolvek& form, bool show, CheckedArray<Text, 6>& lines)
 }
 
 // The comma at the style's second place is a thousands comma to the number rule.
-void applyMailFont(frmTolvek& form)
+void applyMailFont(frmTolvek& form, const ResumeNext& on, FlagText flag)
 {
-    form.txtMail->setFontSize(static_cast<float>(gMailTextFontSize));
-    form.txtMail->setFontName(gMailTextFont);
-    form.txtMail->setFontBold(toInt16(mid(gMailTextFontStyle, 3, 2)) != 0);
-    form.txtMail->setFontItalic(toInt16(mid(gMailTextFontStyle, 1, 2)) != 0);
+    MultiLineTextBox& pane = *form.txtMail;
+    const int length = flag == FlagText::WithComma ? 2 : 1;
+    on([&] { pane.setFontSize(static_cast<float>(gMailTextFontSize)); });
+    on([&] { pane.setFontName(gMailTextFont); });
+    on([&] { pane.setFontBold(toInt16(mid(gMailTextFontStyle, 3, length)) != 0); });
+    on([&] { pane.setFontItalic(toInt16(mid(gMailTextFontStyle, 1, length)) != 0); });
 }
 
 }

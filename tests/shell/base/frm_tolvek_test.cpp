@@ -1,8 +1,10 @@
 #include "shell/base/frm_tolvek.h"
 
 #include "platform/forms/do_events.h"
+#include "shell/base/guard.h"
 #include "shell/base/settings.h"
 #include "support/archive_fixture.h"
+#include "support/report_list.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -46,6 +48,7 @@ protected:
         EXPECT_FLOAT_EQ(control.Height(), height) << toUtf8(control.Name());
     }
 
+    test::ReportList reports;
     frmTolvek form;
 };
 
@@ -255,21 +258,50 @@ TEST_F(MainWindowTest, TheMailFontTakesItsStyleFromTwoFlags)
         bool bold, italic;
     } cases[] = {
         {u"0,0", false, false}, {u"0,1", true, false}, {u"1,0", false, true}, {u"1,1", true, true}};
-    for (const auto& c : cases) {
-        gMailTextFontStyle = c.style;
-        applyMailFont(form);
-        EXPECT_EQ(form.txtMail->FontBold(), c.bold) << toUtf8(c.style);
-        EXPECT_EQ(form.txtMail->FontItalic(), c.italic) << toUtf8(c.style);
-    }
+    const ResumeNext on{u"Form_Initialize"};
+    for (const FlagText flag : {FlagText::WithComma, FlagText::Alone})
+        for (const auto& c : cases) {
+            gMailTextFontStyle = c.style;
+            applyMailFont(form, on, flag);
+            EXPECT_EQ(form.txtMail->FontBold(), c.bold) << toUtf8(c.style);
+            EXPECT_EQ(form.txtMail->FontItalic(), c.italic) << toUtf8(c.style);
+        }
     EXPECT_EQ(form.txtMail->FontName(), u"ＭＳ ゴシック");
 }
 
-TEST_F(MainWindowTest, AnEmptyStyleIsNoNumberAndFaceAndSizeAreSetAlready)
+// What stands behind the bold flag counts for the start alone.
+TEST_F(MainWindowTest, AFlagIsReadWithOrWithoutTheCharacterBehindIt)
+{
+    gMailTextFontStyle = u"0,05";
+    const ResumeNext on{u"Form_Initialize"};
+    applyMailFont(form, on, FlagText::WithComma);
+    EXPECT_TRUE(form.txtMail->FontBold());
+    applyMailFont(form, on, FlagText::Alone);
+    EXPECT_FALSE(form.txtMail->FontBold());
+}
+
+TEST_F(MainWindowTest, AnEmptyStyleIsToldForEachFlagAndFaceAndSizeAreSet)
 {
     gMailTextFontStyle.clear();
+    gMailTextFont = u"ＭＳ 明朝";
     gMailTextFontSize = 14;
-    EXPECT_THROW(applyMailFont(form), RuntimeError);
+    const ResumeNext on{u"Form_Initialize"};
+    reports.listen();
+    applyMailFont(form, on, FlagText::WithComma);
+    EXPECT_EQ(reports.take(), (test::Reports{"Form_Initialize 13", "Form_Initialize 13"}));
     EXPECT_EQ(form.txtMail->FontSize(), 14);
+    EXPECT_EQ(form.txtMail->FontName(), u"ＭＳ 明朝");
+}
+
+TEST_F(MainWindowTest, AFlagThatIsNoNumberDoesntKeepTheOtherFromBeingSet)
+{
+    gMailTextFontStyle = u"1,x";
+    const ResumeNext on{u"memEnv_Click"};
+    reports.listen();
+    applyMailFont(form, on, FlagText::Alone);
+    EXPECT_EQ(reports.take(), test::Reports{"memEnv_Click 13"});
+    EXPECT_TRUE(form.txtMail->FontItalic());
+    EXPECT_FALSE(form.txtMail->FontBold());
 }
 
 }
