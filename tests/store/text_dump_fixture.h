@@ -1,0 +1,80 @@
+// An archive with its text files. Reports are gathered as "routine number";
+// whatever a test didn't take fails it at its end.
+#pragma once
+#include "platform/runtime/codepage932.h"
+#include "store/text_dump.h"
+#include "support/archive_fixture.h"
+#include "support/report_list.h"
+
+namespace tolvek::test {
+
+class TextDumpFixture : public ArchiveFixture {
+protected:
+    void SetUp() override
+    {
+        ArchiveFixture::SetUp();
+        reports.listen();
+    }
+    void TearDown() override
+    {
+        EXPECT_EQ(reports.take(), Reports{});
+        ArchiveFixture::TearDown();
+    }
+
+    // The files' content as text; they hold it in code page 932.
+    void givenText(const std::string& name, const Text& content) const
+    {
+        writeBytes(file(name), toAnsi(content));
+    }
+    Text textOf(const std::string& name) const { return fromAnsi(readBytes(file(name))); }
+
+    // A row by position, put past the builder of statements: any text may stand in it.
+    template <std::size_t N>
+    static void put(const char16_t (&table)[N], const std::vector<Text>& fields)
+    {
+        Statement sql{u"SELECT * FROM "};
+        sql << table;
+        Database opened = DBEngine::OpenDatabase(gDbPath);
+        Recordset added = opened.OpenRecordset(sql);
+        added.AddNew();
+        for (std::size_t at = 0; at < fields.size(); ++at)
+            added.setField(static_cast<int>(at), fields[at]);
+        added.Update();
+        opened.Close();
+    }
+    static void putMail(const Text& hms, const Text& subject, const Text& text = u"")
+    {
+        put(u"tblTolvek", {u"20000215", hms, u"0", u"True", u"花子", u"h@x.jp", u"太郎", u"t@y.jp",
+                           subject, text});
+    }
+    static void putResult(const Text& id, const Text& rule, const Text& time,
+                          const Text& sender = u"h@x.jp")
+    {
+        put(u"tblFilterData", {id, rule, u"20000215", time, u"0", u"花子", sender, u"太郎",
+                               u"t@y.jp", u"False", u"件名"});
+    }
+
+    // Every field of every row in the order of the keys.
+    template <std::size_t N>
+    static std::vector<Text> content(const char16_t (&table)[N], int fields)
+    {
+        Statement sql{u"SELECT * FROM "};
+        sql << table;
+        Database opened = DBEngine::OpenDatabase(gDbPath);
+        std::vector<Text> texts;
+        for (Recordset row = opened.OpenRecordset(sql); !row.Eof(); row.MoveNext())
+            for (int at = 0; at < fields; ++at)
+                texts.push_back(row.field(at).text());
+        opened.Close();
+        return texts;
+    }
+
+    static std::string question(const std::string& title)
+    {
+        return title + ": ＤＢがありません。\r\nＤＢを作成しますか？";
+    }
+
+    ReportList reports;
+};
+
+}
