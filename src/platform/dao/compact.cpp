@@ -1,4 +1,5 @@
 #include "platform/dao/engine.h"
+#include "platform/dao/jet_import.h"
 #include "platform/dao/on_disk.h"
 #include "platform/runtime/paths.h"
 #include "platform/system/files.h"
@@ -31,12 +32,20 @@ void verify(const path& side)
     copy->close();
 }
 
+void copyOwn(const std::shared_ptr<Connection>& source, const path& side)
+{
+    OpenHandle opened(source);
+    writeCopy(*opened.connection, side);
+    opened.close();
+}
+
 void copyTo(const path& source, const path& side)
 {
-    OpenHandle opened(Engine::instance().acquire(source));
-    writeCopy(*opened.connection, side);
+    if (const auto own = Engine::instance().acquireOwn(source))
+        copyOwn(own, side);
+    else
+        importJet(source, side);
     verify(side);
-    opened.close();
     Engine::instance().rest(); // the callers rename the source next
 }
 

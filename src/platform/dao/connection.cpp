@@ -8,7 +8,6 @@
 #include "platform/runtime/paths.h"
 #include "platform/system/files.h"
 
-#include <array>
 #include <cstring>
 
 namespace tolvek {
@@ -57,7 +56,20 @@ std::shared_ptr<Connection> Connection::open(const std::filesystem::path& path)
     // only stays as it is.
     opened->readOnly_ = isReadOnly(path) || isReadOnly(folderOf(path));
     opened->openHandle(opened->readOnly_ ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE);
+    if (isJet(opened->head())) return nullptr;
     opened->look();
+    return opened;
+}
+
+std::shared_ptr<Connection> Connection::openCopy(const std::filesystem::path& copy,
+                                                 const std::filesystem::path& original)
+{
+    std::shared_ptr<Connection> opened(new Connection(copy));
+    opened->readOnly_ = true;
+    opened->openHandle(SQLITE_OPEN_READONLY);
+    opened->look();
+    opened->path_ = original;
+    opened->name_ = pathText(original);
     return opened;
 }
 
@@ -147,15 +159,21 @@ void Connection::shareLock()
     pragma(u"SELECT count(*) FROM sqlite_master");
 }
 
-// Bytes 18 and 19 of the header. Read through SQLite's own file, since closing
-// another one would take away the locks that this process holds.
-bool Connection::headerSaysLog() const
+// Read through SQLite's own file, since closing another one would take away the
+// locks that this process holds. Nothing where it can't be read.
+FileHead Connection::head() const
 {
     sqlite3_file* file = nullptr;
     sqlite3_file_control(handle_, "main", SQLITE_FCNTL_FILE_POINTER, &file);
-    std::array<unsigned char, 20> header{};
-    const int code = file->pMethods->xRead(file, header.data(), static_cast<int>(header.size()), 0);
-    return code == SQLITE_OK && header[18] == 2 && header[19] == 2;
+    FileHead head{};
+    const int code = file->pMethods->xRead(file, head.data(), static_cast<int>(head.size()), 0);
+    return code == SQLITE_OK ? head : FileHead{};
+}
+
+bool Connection::headerSaysLog() const
+{
+    const FileHead header = head();
+    return header[18] == 2 && header[19] == 2;
 }
 
 // A journal that is still there once the file was read has nothing to take

@@ -8,6 +8,7 @@
 // No statement stays active between two calls, so the manner can be changed
 // and no lock is left at any time.
 #pragma once
+#include "platform/dao/jet_head.h"
 #include "platform/dao/query.h"
 #include "platform/dao/table.h"
 
@@ -19,8 +20,12 @@ namespace tolvek {
 
 class Connection {
 public:
-    // Missing file 3024, no database 3343, held by another program 3356.
+    // Missing file 3024, no database 3343, held by another program 3356. A file of
+    // the home platform's engine (Jet) gives none and isn't touched.
     static std::shared_ptr<Connection> open(const std::filesystem::path& path);
+    // A copy that stands in for another file: read-only, told under that one's name.
+    static std::shared_ptr<Connection> openCopy(const std::filesystem::path& copy,
+                                                const std::filesystem::path& original);
     // The file must not be there.
     static std::shared_ptr<Connection> create(const std::filesystem::path& path);
     ~Connection();
@@ -68,6 +73,7 @@ private:
     void shareLock();
     std::filesystem::path beside(const char* suffix) const;
     void removeColdJournal();
+    FileHead head() const;
     bool headerSaysLog() const;
     void removeForeignLog();
     void enterLog();

@@ -18,6 +18,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace tolvek {
@@ -176,10 +177,20 @@ public:
     static Workspace Workspaces(int index); // 0 alone, else 3265
     // A missing file: 3024; not a database: 3343; held exclusively by another
     // program: 3356, at once. A file on a read-only medium can be read.
+    // A Jet file of the home platform is shown through a private copy: it stays
+    // as it is, and writing is 3027. Damaged: 3343, here already. Where Jet files
+    // can't be read at all for now (no reader, no memory for one): 429.
     static Database OpenDatabase(TextView path);
     // Writes a new file, checks it, and forces file and folder to the disk.
-    // Source missing 3024, target present 3204, source damaged 3343.
+    // Source missing 3024, target present 3204, source damaged 3343. A Jet file
+    // becomes one of this format; 429 as above.
     static void CompactDatabase(TextView source, TextView target);
+
+    // The program's own definition of a table of that name and with exactly those
+    // columns, for what comes from Jet files; none for any other table.
+    using KnownTables =
+        std::function<std::optional<TableDef>(TextView table, const std::vector<Text>& columns)>;
+    static void setKnownTables(KnownTables known);
 
     // The time of one command: the connection is kept between openings.
     // Sessions may nest; the outermost one's end puts the file at rest.

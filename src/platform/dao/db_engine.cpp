@@ -1,4 +1,5 @@
 #include "platform/dao/engine.h"
+#include "platform/dao/jet_import.h"
 #include "platform/dao/no_such_item.h"
 
 namespace tolvek {
@@ -14,6 +15,11 @@ Database DBEngine::OpenDatabase(TextView path)
     Database opened;
     opened.state_ = std::make_shared<Database::State>(Engine::instance().acquire(absoluteOf(path)));
     return opened;
+}
+
+void DBEngine::setKnownTables(KnownTables known)
+{
+    tolvek::setKnownTables(std::move(known));
 }
 
 DBEngine::Session::Session()

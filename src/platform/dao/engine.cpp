@@ -71,12 +71,20 @@ Engine& Engine::instance()
 
 std::shared_ptr<Connection> Engine::acquire(const std::filesystem::path& path)
 {
+    if (const auto own = acquireOwn(path)) return own;
+    return jetCopy_.of(path);
+}
+
+std::shared_ptr<Connection> Engine::acquireOwn(const std::filesystem::path& path)
+{
     const auto known = std::find_if(open_.begin(), open_.end(), [&](const auto& connection) {
         return connection->path() == path;
     });
     if (known != open_.end() && !(*known)->hasMoved()) return *known;
     if (known != open_.end()) open_.erase(known);
-    return open_.emplace_back(Connection::open(path));
+    const auto opened = Connection::open(path);
+    if (opened) open_.push_back(opened);
+    return opened;
 }
 
 std::shared_ptr<Connection> Engine::created(const std::filesystem::path& path)
@@ -90,7 +98,8 @@ void Engine::released(const std::shared_ptr<Connection>& connection)
     if (depth_ > 0 && (isJoined(connection) || inTransaction_.empty())) rollback();
     if (sessions_ > 0 || !connection->isOpen()) return;
     closeIdle();
-    if (std::find(open_.begin(), open_.end(), connection) == open_.end()) connection->close();
+    const bool isKnown = std::find(open_.begin(), open_.end(), connection) != open_.end();
+    if (!isKnown && !jetCopy_.isKept(connection)) connection->close();
 }
 
 bool Engine::isJoined(const std::shared_ptr<Connection>& connection) const
@@ -125,6 +134,7 @@ void Engine::abandon()
 {
     endTransaction();
     sessions_ = 0;
+    jetCopy_.drop();
     eachInTurn(std::exchange(open_, {}), [](Connection& connection) { connection.close(); });
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 #include "platform/dao/connection.h"
 #include "platform/dao/dao.h"
+#include "platform/dao/jet_copy.h"
 
 #include <vector>
 
@@ -32,6 +33,8 @@ public:
     static Engine& instance();
 
     std::shared_ptr<Connection> acquire(const std::filesystem::path& path);
+    // The same for a file of this engine's own format; none for a Jet file.
+    std::shared_ptr<Connection> acquireOwn(const std::filesystem::path& path);
     std::shared_ptr<Connection> created(const std::filesystem::path& path);
     // A database of this connection was closed. Ends the transaction that it
     // took part in, and one in which nothing was done yet: left open, it would
@@ -58,6 +61,7 @@ private:
 
     Connections open_;
     Connections inTransaction_;
+    JetCopy jetCopy_;
     int sessions_ = 0;
     int depth_ = 0;
 };

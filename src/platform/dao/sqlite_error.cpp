@@ -30,8 +30,7 @@ RuntimeError lockedError(TextView path)
 
 RuntimeError readOnlyError()
 {
-    return RuntimeError(3027, u"更新できません。データベースまたはオブジェクトは読み取り専用です。",
-                        nullptr);
+    return RuntimeError(3027);
 }
 
 RuntimeError sqliteError(int code, TextView message, TextView path)

@@ -1,0 +1,99 @@
+#include "platform/dao/jet_child.h"
+
+#include "platform/dao/on_disk.h"
+#include "platform/runtime/paths.h"
+#include "platform/system/child_program.h"
+#include "platform/system/files.h"
+
+#include <array>
+
+namespace tolvek {
+
+namespace {
+
+using How = ChildEnd::How;
+
+// The sanitizers' shadow memory doesn't fit under any limit.
+#if defined(__SANITIZE_ADDRESS__)
+constexpr std::uintmax_t kAddressSpace = 0;
+#else
+constexpr std::uintmax_t kAddressSpace = 512U << 20;
+#endif
+constexpr std::uintmax_t kMegabyte = 1U << 20;
+constexpr std::uintmax_t kProcessorSeconds = 30; // and one for each megabyte
+constexpr std::chrono::seconds kPatiencePerMegabyte{2};
+
+struct Reader {
+    std::filesystem::path program; // none: the one in the program's folder
+    std::chrono::milliseconds patience = std::chrono::minutes(1);
+};
+
+Reader& reader()
+{
+    static Reader set;
+    return set;
+}
+
+std::filesystem::path readerProgram()
+{
+    if (!reader().program.empty()) return reader().program;
+    return nativePath(joinPath(appPath(), fromUtf8(programFileName("TolvekJet"))));
+}
+
+ChildLimits limitsFor(std::uintmax_t fileSize)
+{
+    const std::uintmax_t megabytes = fileSize / kMegabyte;
+    return {kAddressSpace, kProcessorSeconds + megabytes,
+            reader().patience + kPatiencePerMegabyte * static_cast<long>(megabytes)};
+}
+
+// A disk that fails looks like a damaged file from the reader's side.
+void requireReadable(const std::filesystem::path& path)
+{
+    OpenFile file(path, OpenFile::Mode::Read);
+    std::array<char, 1 << 16> buffer;
+    while (file.read(buffer.data(), buffer.size()) > 0) {
+    }
+}
+
+[[noreturn]] void throwDamaged(const std::filesystem::path& path)
+{
+    onDisk([&] { requireReadable(path); });
+    throw RuntimeError(3343, pathText(path));
+}
+
+// Whether the child took the file in whole; a form that isn't the stream's ends it.
+bool tookAll(const std::filesystem::path& source, std::uintmax_t size, JetStream& stream)
+{
+    try {
+        const ChildEnd end = runChild(readerProgram(), {}, source, limitsFor(size),
+                                      [&](std::string_view bytes) { stream.take(bytes); });
+        if (end.how == How::Stopped) throw RuntimeError(429);
+        if (end.how == How::Exited && end.code == jet::kNoInput) throw RuntimeError(75);
+        return end.how == How::Exited && end.code == jet::kWhole && stream.isWhole();
+    } catch (const BadJet&) {
+        return false;
+    } catch (const ChildStartError&) {
+        throw RuntimeError(429);
+    }
+}
+
+}
+
+void readJet(const std::filesystem::path& source, JetReceiver& receiver)
+{
+    onDisk([&] {
+        const std::uintmax_t size = std::filesystem::file_size(source);
+        JetStream stream(receiver, size);
+        const bool whole = tookAll(source, size, stream);
+        if (!stream.hasBegun()) throw RuntimeError(429);
+        if (!whole) throwDamaged(source);
+    });
+}
+
+void setJetReader(std::filesystem::path program, std::chrono::milliseconds patience)
+{
+    reader() = {std::move(program), patience};
+}
+
+}

@@ -1,0 +1,75 @@
+#include "platform/dao/jet_copy.h"
+
+#include "platform/dao/jet_import.h"
+#include "platform/dao/on_disk.h"
+#include "platform/system/files.h"
+#include "platform/system/private_folder.h"
+
+#include <utility>
+
+namespace tolvek {
+
+namespace {
+
+class PrivateFolder {
+public:
+    PrivateFolder() : path_(onDisk([] { return makePrivateFolder(); })) {}
+    ~PrivateFolder()
+    {
+        // Whatever can't be removed is the temporary folder's own affair.
+        std::error_code ignored;
+        std::filesystem::remove_all(path_, ignored);
+    }
+    PrivateFolder(const PrivateFolder&) = delete;
+    PrivateFolder& operator=(const PrivateFolder&) = delete;
+    std::filesystem::path file() const { return path_ / "Tolvek.Mdb"; }
+
+private:
+    std::filesystem::path path_;
+};
+
+std::shared_ptr<Connection> copied(const std::filesystem::path& source)
+{
+    const PrivateFolder folder;
+    importJet(source, folder.file());
+    return Connection::openCopy(folder.file(), source);
+}
+
+// The file that was asked for is there: 53 of the files behind the scene would
+// lead astray.
+template <class Work> auto without53(const Work& work)
+{
+    try {
+        return work();
+    } catch (const RuntimeError& error) {
+        if (error.number() == 53) throw RuntimeError(75);
+        throw;
+    }
+}
+
+}
+
+JetCopy::Stamp JetCopy::stampOf(const std::filesystem::path& path)
+{
+    return onDisk([&] {
+        return Stamp{path, std::filesystem::file_size(path),
+                     std::filesystem::last_write_time(path)};
+    });
+}
+
+std::shared_ptr<Connection> JetCopy::of(const std::filesystem::path& source)
+{
+    const Stamp stamp = without53([&] { return stampOf(source); });
+    if (kept_ && kept_->isOpen() && stamp == stamp_) return kept_;
+    kept_.reset(); // databases that stand on it hold it themselves
+    kept_ = without53([&] { return copied(source); });
+    stamp_ = stamp;
+    return kept_;
+}
+
+void JetCopy::drop()
+{
+    if (const auto leaving = std::exchange(kept_, nullptr)) leaving->close();
+}
+
+}

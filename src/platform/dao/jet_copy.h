@@ -1,0 +1,33 @@
+// The Jet file that is being looked at, as a copy of this engine's own format.
+//
+// The original may be an old backup on a medium that can't be written, so the
+// copy lies among the system's temporary files, where it loses its name as soon
+// as it is open: however the program ends, nothing is left. It is kept, also
+// while no database stands on it, until another Jet file is opened or the one
+// behind it changes.
+#pragma once
+#include "platform/dao/connection.h"
+
+namespace tolvek {
+
+class JetCopy {
+public:
+    // Read-only, under the original's name. Failures as importJet's.
+    std::shared_ptr<Connection> of(const std::filesystem::path& source);
+    bool isKept(const std::shared_ptr<Connection>& connection) const { return kept_ == connection; }
+    void drop();
+
+private:
+    struct Stamp {
+        std::filesystem::path path;
+        std::uintmax_t size = 0;
+        std::filesystem::file_time_type changed{};
+        bool operator==(const Stamp&) const = default;
+    };
+    static Stamp stampOf(const std::filesystem::path& path);
+
+    Stamp stamp_;
+    std::shared_ptr<Connection> kept_;
+};
+
+}

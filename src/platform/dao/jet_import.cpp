@@ -1,0 +1,171 @@
+#include "platform/dao/jet_import.h"
+
+#include "platform/dao/column_rules.h"
+#include "platform/dao/connection.h"
+#include "platform/dao/jet_child.h"
+#include "platform/dao/jet_head.h"
+#include "platform/dao/on_disk.h"
+#include "platform/runtime/paths.h"
+#include "platform/system/files.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace tolvek {
+
+namespace {
+
+DBEngine::KnownTables knownTables;
+
+constexpr int kNewestJet = 4;
+
+// No key, no rule: a foreign table's rows are all welcome.
+TableDef looseTable(const Text& name, const std::vector<JetColumn>& columns)
+{
+    TableDef table(name);
+    for (const JetColumn& column : columns) {
+        Field field = table.CreateField(column.name, column.type, column.size);
+        field.AllowZeroLength = true;
+        table.Fields.Append(field);
+    }
+    return table;
+}
+
+std::optional<TableDef> knownTable(const Text& name, const std::vector<JetColumn>& columns)
+{
+    if (!knownTables) return std::nullopt;
+    std::vector<Text> names;
+    for (const JetColumn& column : columns)
+        names.push_back(column.name);
+    return knownTables(name, names);
+}
+
+Text insertStatement(const Text& table, const std::vector<JetColumn>& columns)
+{
+    Text names, gaps;
+    for (const JetColumn& column : columns) {
+        names += (names.empty() ? u"" : u",") + quotedName(column.name);
+        gaps += gaps.empty() ? u"?" : u",?";
+    }
+    return u"INSERT INTO " + quotedName(table) + u"(" + names + u") VALUES(" + gaps + u")";
+}
+
+bool takesEmptyText(const TableDef& table, const JetColumn& column)
+{
+    if (column.type != dbText && column.type != dbMemo) return false;
+    const auto& fields = table.Fields.items();
+    return std::any_of(fields.begin(), fields.end(), [&](const Field& field) {
+        return sameName(field.Name, column.name) && field.AllowZeroLength;
+    });
+}
+
+// What the engine says of names and values, not of the disk or of memory.
+bool isAboutContents(int number)
+{
+    constexpr std::array numbers{51, 3022, 3058, 3163, 3315, 3317, 3349, 3464};
+    return std::find(numbers.begin(), numbers.end(), number) != numbers.end();
+}
+
+template <class Work> void withContents(const Work& work)
+{
+    try {
+        work();
+    } catch (const RuntimeError& error) {
+        if (isAboutContents(error.number())) throw BadJet();
+        throw;
+    }
+}
+
+// All in one transaction: one row at a time is in memory, and the engine's cache.
+class Import : public JetReceiver {
+public:
+    explicit Import(const std::filesystem::path& target) : connection_(Connection::create(target))
+    {
+        // A target that isn't finished is thrown away; it is flushed as a whole.
+        connection_->pragma(u"PRAGMA journal_mode = OFF");
+        connection_->pragma(u"PRAGMA synchronous = OFF");
+        connection_->begin();
+    }
+
+    void table(const Text& name, const std::vector<JetColumn>& columns) override
+    {
+        finishTable();
+        const auto known = knownTable(name, columns);
+        const TableDef table = known ? *known : looseTable(name, columns);
+        auto statements = tableDefinition(table);
+        withContents([&] { connection_->pragma(statements.front()); });
+        // Triggers of other tables may have the same names, so loose ones get none.
+        if (known) later_.assign(statements.begin() + 1, statements.end());
+        insert_ = insertStatement(table.Name, columns);
+        emptyForNull_.clear();
+        for (const JetColumn& column : columns)
+            emptyForNull_.push_back(takesEmptyText(table, column));
+    }
+
+    void row(const std::vector<JetValue>& values) override
+    {
+        withContents([&] {
+            const auto query = connection_->query(TextView(insert_));
+            for (std::size_t i = 0; i < values.size(); ++i)
+                bind(*query, static_cast<int>(i), values[i]);
+            query->run();
+        });
+    }
+
+    void end() override
+    {
+        finishTable();
+        connection_->commit();
+        connection_->close();
+    }
+
+private:
+    void bind(Query& query, int column, const JetValue& value) const
+    {
+        if (const auto* text = std::get_if<Text>(&value))
+            query.bind(column + 1, TextView(*text));
+        else if (const auto* number = std::get_if<std::int64_t>(&value))
+            query.bind(column + 1, *number);
+        else if (emptyForNull_[static_cast<std::size_t>(column)])
+            query.bind(column + 1, TextView());
+    }
+
+    // Its indexes are made faster from all rows at once.
+    void finishTable()
+    {
+        for (const Text& statement : std::exchange(later_, {}))
+            withContents([&] { connection_->pragma(statement); });
+    }
+
+    std::shared_ptr<Connection> connection_;
+    std::vector<Text> later_;
+    Text insert_;
+    std::vector<bool> emptyForNull_;
+};
+
+int versionOf(const std::filesystem::path& path)
+{
+    return onDisk([&] {
+        OpenFile file(path, OpenFile::Mode::Read);
+        FileHead head{};
+        file.read(reinterpret_cast<char*>(head.data()), head.size());
+        return jetVersion(head);
+    });
+}
+
+}
+
+void importJet(const std::filesystem::path& source, const std::filesystem::path& target)
+{
+    if (versionOf(source) > kNewestJet) throw RuntimeError(3343, pathText(source));
+    Import import(target);
+    readJet(source, import);
+}
+
+void setKnownTables(DBEngine::KnownTables known)
+{
+    knownTables = std::move(known);
+}
+
+}

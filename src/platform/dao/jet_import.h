@@ -1,0 +1,20 @@
+// From a Jet file to a new database of this engine.
+#pragma once
+#include "platform/dao/dao.h"
+
+#include <filesystem>
+
+namespace tolvek {
+
+// `target` must not be there. Tables that the program knows (setKnownTables) come
+// out as it makes them; others with their columns' types and no rule and no key.
+// A text that is Null becomes an empty one, unless its column takes none. Rows
+// that break a known table's rules are damage: their engine kept the same ones.
+//
+// Failures as readJet's, 3343 also for a newer Jet than 4, and those of the disk;
+// what stands at `target` then is for the caller to remove.
+void importJet(const std::filesystem::path& source, const std::filesystem::path& target);
+
+void setKnownTables(DBEngine::KnownTables known);
+
+}

@@ -1,0 +1,142 @@
+#include "platform/dao/jet_reader/damage.h"
+#include "platform/dao/jet_reader/jet_file.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+
+namespace tolvek::jet {
+
+namespace {
+
+constexpr int kOffset = 0x1FFF;
+constexpr int kHidden = 0x8000;  // removed, or reached through a pointer alone
+constexpr int kPointer = 0x4000; // alone: to where the row was moved
+constexpr std::size_t kSmallestMap = 5;
+constexpr unsigned kMostColumns = 255;
+
+void requireUsable(const MdbTableDef* table)
+{
+    require(table != nullptr, "no table definition");
+    // The library reads through this map without a look.
+    require(table->usage_map != nullptr && table->map_sz >= kSmallestMap, "no usage map");
+    require(table->num_cols > 0 && table->num_cols <= kMostColumns, "number of columns");
+}
+
+}
+
+JetTable::JetTable(JetFile& file, const JetFile::Entry& entry)
+    : handle_(file.handle()), table_(nullptr, mdb_free_tabledef)
+{
+    entry_.mdb = &handle_;
+    entry_.object_type = MDB_TABLE;
+    entry_.table_pg = entry.page;
+    g_strlcpy(entry_.object_name, entry.name.c_str(), sizeof entry_.object_name);
+    table_.reset(mdb_read_table(&entry_));
+    requireUsable(table_.get());
+    const GPtrArray* all = mdb_read_columns(table_.get());
+    require(all != nullptr && all->len == table_->num_cols, "columns");
+    for (guint i = 0; i < all->len; ++i)
+        columns_.push_back(static_cast<MdbColumn*>(g_ptr_array_index(all, i)));
+}
+
+std::size_t JetTable::position(const std::string& column) const
+{
+    const auto found = std::find_if(columns_.begin(), columns_.end(),
+                                    [&](const MdbColumn* c) { return c->name == column; });
+    require(found != columns_.end(), "a column is missing");
+    return static_cast<std::size_t>(found - columns_.begin());
+}
+
+// Pages come in rising order; anything else would go round for ever.
+void JetTable::eachPage(const std::function<void()>& visit)
+{
+    mdb_rewind_table(table_.get());
+    int last = 0;
+    while (const int page = mdb_read_next_dpg(table_.get())) {
+        require(page > last, "order of pages");
+        last = page;
+        visit();
+    }
+}
+
+JetTable::Slot JetTable::slot(int number) const
+{
+    int start = 0;
+    std::size_t size = 0;
+    const bool sound = mdb_find_row(&handle_, number, &start, &size) == 0;
+    const Slot found{number, start & kOffset, static_cast<int>(size), start & ~kOffset};
+    if ((found.flags & kPointer) && !sound) return {number, 0, 0, found.flags};
+    require(sound && found.start + found.size <= handle_.fmt->pg_size, "place of a row");
+    return found;
+}
+
+void JetTable::eachSlot(const std::function<void(const Slot&)>& visit)
+{
+    eachPage([&] {
+        const int first = handle_.fmt->row_count_offset + 2;
+        const int count = mdb_get_int16(handle_.pg_buf, handle_.fmt->row_count_offset);
+        require(first + 2 * count <= handle_.fmt->pg_size, "number of rows of a page");
+        for (int i = 0; i < count; ++i)
+            visit(slot(i));
+    });
+}
+
+void JetTable::findMovedRows()
+{
+    moved_.clear();
+    eachSlot([&](const Slot& slot) {
+        if ((slot.flags & (kHidden | kPointer)) == kPointer && slot.size >= 4)
+            moved_.push_back(static_cast<std::uint32_t>(mdb_get_int32(handle_.pg_buf, slot.start)));
+    });
+    std::sort(moved_.begin(), moved_.end());
+}
+
+// A row that was moved stays behind when it is removed: nothing points to it then.
+bool JetTable::isSuperseded(const Slot& slot) const
+{
+    if (slot.flags & kPointer) return true;
+    if (!(slot.flags & kHidden)) return false;
+    const std::uint32_t place = table_->cur_phys_pg << 8 | static_cast<std::uint32_t>(slot.number);
+    return !std::binary_search(moved_.begin(), moved_.end(), place);
+}
+
+void JetTable::eachRow(const std::function<void(const Row&)>& visit)
+{
+    findMovedRows();
+    std::uint64_t rows = 0;
+    eachSlot([&](const Slot& slot) {
+        if (isSuperseded(slot)) return;
+        visit(crackedRow(slot));
+        ++rows;
+    });
+    require(rows >= table_->num_rows, "rows are missing");
+}
+
+Row JetTable::crackedRow(const Slot& slot) const
+{
+    require(slot.size > 0, "empty row");
+    std::array<MdbField, MDB_MAX_COLS> fields{};
+    const int stored =
+        mdb_crack_row(table_.get(), slot.start, static_cast<std::size_t>(slot.size), fields.data());
+    require(stored >= 0, "bad row");
+    Row row;
+    for (std::size_t i = 0; i < columns_.size(); ++i) {
+        // Stored before the column came into being.
+        const bool isNull = columns_[i]->col_num >= stored || fields[i].is_null;
+        row.push_back({isNull, isNull ? std::string_view() : bytesOf(fields[i])});
+    }
+    return row;
+}
+
+std::string_view JetTable::bytesOf(const MdbField& field) const
+{
+    const auto page = static_cast<int>(handle_.fmt->pg_size);
+    require(field.start >= 0 && field.siz >= 0 && field.start <= page &&
+                field.siz <= page - field.start,
+            "place of a field");
+    return {reinterpret_cast<const char*>(handle_.pg_buf) + field.start,
+            static_cast<std::size_t>(field.siz)};
+}
+
+}

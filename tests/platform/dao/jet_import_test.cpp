@@ -1,0 +1,183 @@
+#include "jet_fixture.h"
+
+namespace tolvek::test {
+namespace {
+
+class JetImportTest : public JetTest {
+protected:
+    void expectEveryField(const std::string& name)
+    {
+        const JetTables wanted = expectedTables(name), found = converted();
+        for (const auto& [table, rows] : wanted)
+            EXPECT_TRUE(found.contains(table) && found.at(table) == rows) << name << ", " << table;
+        EXPECT_EQ(found.size(), std::max<std::size_t>(wanted.size(), 1)) << name;
+    }
+    Text schemaOf(TextView name) const
+    {
+        return Connection::open(folder_ / "New.Mdb")
+            ->pragma(u"SELECT group_concat(sql, '; ') FROM sqlite_master WHERE tbl_name = '" +
+                     Text(name) + u"'");
+    }
+    // Knows tblFriend, or a like of it that takes another kind of rows.
+    static void knowFriends(
+        const std::function<void(Field&)>& change = [](Field&) {},
+        const Text& key = u"tblFriend_Address")
+    {
+        DBEngine::setKnownTables([=](TextView name, const std::vector<Text>& columns) {
+            if (name != u"tblFriend") return std::optional<TableDef>();
+            TableDef table(name);
+            for (const Text& column : columns) {
+                const bool isNumber = column == u"tblFriend_RecvMailCnt";
+                Field field = table.CreateField(column, isNumber ? dbLong : dbText, 64);
+                field.AllowZeroLength = true;
+                change(field);
+                table.Fields.Append(field);
+            }
+            Index index = table.CreateIndex(u"tblFriend");
+            index.Primary = true;
+            index.Fields.Append(index.CreateField(key));
+            table.Indexes.Append(index);
+            return std::optional(table);
+        });
+    }
+};
+
+TEST_F(JetImportTest, EveryFieldOfEveryRowComesOver)
+{
+    for (const std::string name : {"current_jet4", "v210_jet4", "v210_apostrophe_jet4",
+                                   "v210_twins_jet4", "empty_current_jet4", "foreign_jet4"}) {
+        given(name);
+        ASSERT_EQ(errorOfCompacting(), 0) << name;
+        expectEveryField(name);
+        EXPECT_TRUE(isUnchanged()) << name;
+        EXPECT_EQ(files(), (Names{"New.Mdb", "Old.Mdb"}));
+        removeFile(folder_ / "New.Mdb");
+    }
+}
+
+TEST_F(JetImportTest, TheNewFileIsOneOfOurs)
+{
+    given("current_jet4");
+    ASSERT_EQ(errorOfCompacting(), 0);
+    const auto connection = Connection::open(folder_ / "New.Mdb");
+    EXPECT_EQ(connection->pragma(u"PRAGMA encoding"), u"UTF-16le");
+    EXPECT_EQ(connection->pragma(u"PRAGMA application_id"), u"1416590923");
+    EXPECT_EQ(connection->pragma(u"PRAGMA user_version"), u"1");
+    EXPECT_EQ(connection->pragma(u"PRAGMA integrity_check"), u"ok");
+    Database database = DBEngine::OpenDatabase(path("New.Mdb"));
+    Recordset all = database.OpenRecordset(Statement{u"SELECT * FROM tblTolvek"});
+    all.MoveLast();
+    EXPECT_EQ(all.RecordCount(), 56);
+}
+
+TEST_F(JetImportTest, AnUnknownTableHasItsTypesAndNoRules)
+{
+    given("foreign_jet4");
+    ASSERT_EQ(errorOfCompacting(), 0);
+    const Text schema = schemaOf(u"住所録");
+    EXPECT_NE(schema.find(u"\"ID\" INT"), Text::npos);
+    EXPECT_NE(schema.find(u"\"氏名\" TEXT(40)"), Text::npos);
+    EXPECT_NE(schema.find(u"\"備考\" LONGTEXT"), Text::npos);
+    EXPECT_EQ(schema.find(u"not empty"), Text::npos);
+    EXPECT_EQ(schema.find(u"PRIMARY"), Text::npos);
+}
+
+TEST_F(JetImportTest, AKnownTableHasItsOwnKeyAndRules)
+{
+    given("current_jet4");
+    knowFriends();
+    ASSERT_EQ(errorOfCompacting(), 0);
+    expectEveryField("current_jet4");
+    EXPECT_NE(schemaOf(u"tblFriend").find(u"PRIMARY KEY (\"tblFriend_Address\")"), Text::npos);
+    EXPECT_EQ(schemaOf(u"tblFilter").find(u"PRIMARY KEY"), Text::npos);
+}
+
+// The engine that wrote the file had kept the same rules.
+TEST_F(JetImportTest, RowsThatBreakAKnownTablesRulesAreDamage)
+{
+    given("current_jet4");
+    knowFriends([](Field& field) { field.Size = 1; });
+    EXPECT_EQ(errorOfCompacting(), 3343);
+    knowFriends([](Field&) {}, u"tblFriend_RecvMailCnt");
+    EXPECT_EQ(errorOfCompacting(), 3343);
+    EXPECT_EQ(files(), Names{"Old.Mdb"});
+    EXPECT_TRUE(isUnchanged());
+}
+
+TEST_F(JetImportTest, ATargetThatIsThereAndAMissingSource)
+{
+    given("foreign_jet4");
+    writeBytes(folder_ / "New.Mdb", "x");
+    EXPECT_EQ(errorOfCompacting(), 3204);
+    EXPECT_EQ(readBytes(folder_ / "New.Mdb"), "x");
+    removeFile(folder_ / "Old.Mdb");
+    removeFile(folder_ / "New.Mdb");
+    EXPECT_EQ(errorOfCompacting(), 3024);
+    EXPECT_EQ(files(), Names{});
+}
+
+TEST_F(JetImportTest, ANewerJetIsNotKnown)
+{
+    given("foreign_jet4");
+    for (const char version : {'\2', '\3', '\5'}) {
+        std::string newer = contents_;
+        newer[20] = version;
+        givenBytes(newer);
+        EXPECT_EQ(errorOfCompacting(), 3343);
+        EXPECT_EQ(errorOfOpening(), 3343);
+        EXPECT_TRUE(isUnchanged());
+    }
+    EXPECT_EQ(files(), Names{"Old.Mdb"});
+}
+
+// It belongs to a file of our own format that had the name before.
+TEST_F(JetImportTest, AJournalOfThatNameIsntPlayedIn)
+{
+    given("foreign_jet4");
+    for (const char* suffix : {"-journal", "-wal"})
+        writeBytes(folder_ / ("Old.Mdb" + std::string(suffix)), std::string(4096, 'x'));
+    EXPECT_EQ(errorOfCompacting(), 0);
+    expectEveryField("foreign_jet4");
+    EXPECT_TRUE(isUnchanged());
+}
+
+TEST_F(JetImportTest, LeftoversOfAKilledImportAreNotInTheWay)
+{
+    given("foreign_jet4");
+    for (const char* name : {"New.Mdb.Compact", "New.Mdb-journal"})
+        writeBytes(folder_ / name, std::string(5000, 'x'));
+    EXPECT_EQ(errorOfCompacting(), 0);
+    expectEveryField("foreign_jet4");
+    EXPECT_EQ(files(), (Names{"New.Mdb", "Old.Mdb"}));
+}
+
+// Each operation on the disk fails in turn, until the work gets through.
+TEST_F(JetImportTest, WhateverFailsNothingIsLeftAndItIsNeitherDamageNor53)
+{
+    given("foreign_jet4");
+    for (const auto failure :
+         {std::errc::no_space_on_device, std::errc::no_such_file_or_directory}) {
+        int failures = 0;
+        for (int fatal = 1;; ++fatal, ++failures) {
+            int count = 0;
+            setFileProbe([&](FileOperation operation, const Path& at) {
+                const bool isSpared = operation == FileOperation::Read ||
+                                      operation == FileOperation::List ||
+                                      operation == FileOperation::Remove;
+                if (!isSpared && ++count == fatal)
+                    throw std::system_error(std::make_error_code(failure), at.string());
+            });
+            const int error = errorOfCompacting();
+            setFileProbe({});
+            ASSERT_TRUE(isUnchanged());
+            if (error == 0) break;
+            EXPECT_TRUE(error == 61 || error == 75 || error == 429) << error << ", " << fatal;
+            EXPECT_EQ(files(), Names{"Old.Mdb"}) << fatal;
+        }
+        EXPECT_GT(failures, 5);
+        removeFile(folder_ / "New.Mdb");
+    }
+}
+
+}
+}

@@ -1,0 +1,16 @@
+// The reader of Jet files as it was built, for the length of a test; one that
+// links tolvek_jet_test_support.
+#pragma once
+#include "platform/dao/jet_child.h"
+
+namespace tolvek::test {
+
+class JetReader {
+public:
+    JetReader() { setJetReader(TOLVEK_JET_READER); }
+    ~JetReader() { setJetReader({}); }
+    JetReader(const JetReader&) = delete;
+    JetReader& operator=(const JetReader&) = delete;
+};
+
+}
