@@ -1,5 +1,11 @@
 // The folder chooser of the settings dialog: drive and directory lists and a
 // box for the path. It checks nothing; whoever shows it reads gPostPetDir.
+//
+// It begins at the first drive, wherever gPostPetDir stands. A change of the
+// drive stores its folder at once, and Cancel doesn't take that back: whoever
+// shows the chooser keeps what was there before. The close box stores nothing.
+//
+// Controls are valid while the form is loaded.
 #pragma once
 #include "platform/forms/buttons.h"
 #include "platform/forms/dir_lists.h"
@@ -22,6 +28,15 @@ public:
 protected:
     void buildControls() override;
     void Form_Load() override;
+
+private:
+    void makeControls();
+    void placeControls();
+    void connectEvents();
+    void Div1_Change();
+    void Dir1_Change();
+    void cmbOK_Click();
+    void cmbCancel_Click();
 };
 
 }

@@ -2,12 +2,16 @@
 // name, and the font of the mail text. It changes the fields; the file is
 // written at exit.
 //
+// OK checks the folder alone, and of what it finds there only a folder that
+// can't be looked at keeps the dialog open.
+//
 // The close box leaves it like cmbCancel: a folder that the chooser put into
 // the field would otherwise stay, and an empty one ends every later start.
 //
 // Controls are valid while the form is loaded.
 #pragma once
 #include "platform/forms/buttons.h"
+#include "platform/forms/font_dialog.h"
 #include "platform/forms/form.h"
 #include "platform/forms/label.h"
 #include "platform/forms/text_box.h"
@@ -29,10 +33,31 @@ public:
     CommandButton *cmbOpenPostPet = nullptr, *cmdFontSet = nullptr;
     Label *lblFont = nullptr, *lblFontStyle = nullptr, *lblFontSize = nullptr;
     CommandButton *cmbOK = nullptr, *cmbCancel = nullptr;
+    FontDialog cmFont; // a fresh one at each load
 
 protected:
     void buildControls() override;
     void Form_Load() override;
+    void Form_QueryUnload(UnloadMode mode) override;
+
+private:
+    void buildLabels();
+    void buildTextBoxes();
+    void buildButtons();
+    void connectEvents();
+
+    void showFontLabels();
+    void cmbOpenPostPet_Click();
+    void cmdFontSet_Click();
+    void takeFont();
+    void cmbOK_Click();
+    bool folderPasses() const;
+    void cmbCancel_Click();
+
+    Text oldPostPetDir_;
+    Text fontName_;
+    std::int32_t fontSize_ = 0;
+    Text fontStyle_; // as in gMailTextFontStyle
 };
 
 // The command of the main window: shows the dialog, and applies the font fields

@@ -1,0 +1,160 @@
+#include "dialogs/frm_option.h"
+
+#include "dialogs/frm_dir_sel.h"
+#include "platform/forms/events.h"
+#include "platform/forms/msg_box.h"
+#include "platform/runtime/directory.h"
+#include "platform/runtime/numbers.h"
+#include "platform/runtime/paths.h"
+#include "shell/base/settings.h"
+
+#include <cmath>
+#include <functional>
+
+namespace tolvek {
+
+namespace {
+
+constexpr int kFileNotFound = 53;
+constexpr int kTypeMismatch = 13;
+constexpr TextView kReceiveFolder = u"受信フォルダ";
+constexpr TextView kWrongFolder = u"フォルダーの指定が間違っています。";
+
+// Of a style "italic,bold".
+constexpr int kItalicAt = 1;
+constexpr int kBoldAt = 3;
+
+bool isSet(const Text& style, int at)
+{
+    return mid(style, at, 1) != u"0";
+}
+
+TextView styleWord(const Text& style)
+{
+    const bool italic = isSet(style, kItalicAt), bold = isSet(style, kBoldAt);
+    if (italic) return bold ? u"太字 & 斜体" : u"斜体";
+    return bold ? u"太字" : u"標準";
+}
+
+// Statements that go on after a failure and leave the number of the last one
+// standing: a success doesn't clear it.
+class ErrorNumber {
+public:
+    void operator()(const std::function<void()>& statement)
+    {
+        try {
+            statement();
+        } catch (const RuntimeError& error) {
+            number_ = error.number();
+        }
+    }
+    int number() const { return number_; }
+
+private:
+    int number_ = 0;
+};
+
+}
+
+void frmOption::connectEvents()
+{
+    onEvent(cmbOpenPostPet, &CommandButton::Click, [this] { cmbOpenPostPet_Click(); });
+    onEvent(cmdFontSet, &CommandButton::Click, [this] { cmdFontSet_Click(); });
+    onEvent(cmbOK, &CommandButton::Click, [this] { cmbOK_Click(); });
+    onEvent(cmbCancel, &CommandButton::Click, [this] { cmbCancel_Click(); });
+}
+
+void frmOption::Form_Load()
+{
+    CentreOnScreen();
+    oldPostPetDir_ = gPostPetDir;
+    txtDisp_PetDir->setText(gPostPetDir);
+    txtMy_Address->setText(gMyMailAddr);
+    txtMy_Handle->setText(gMyMailHandle);
+    txtPetName->setText(gMyPetName);
+    fontName_ = gMailTextFont;
+    fontSize_ = gMailTextFontSize;
+    fontStyle_ = gMailTextFontStyle;
+    showFontLabels();
+}
+
+void frmOption::showFontLabels()
+{
+    lblFont->setCaption(u"フォント：" + fontName_);
+    lblFontStyle->setCaption(u"スタイル：" + Text(styleWord(fontStyle_)));
+    lblFontSize->setCaption(u"サイズ：" + decimal(fontSize_));
+}
+
+// A cancelled chooser may have changed the field too, by its drive list.
+void frmOption::cmbOpenPostPet_Click()
+{
+    frmDir_Sel chooser;
+    chooser.ShowModal(this);
+    txtDisp_PetDir->setText(gPostPetDir);
+}
+
+// A stored style that is no number (13) must not keep the user from choosing
+// another; any other failure, a cancelled dialog among them, leaves the working
+// fields alone. The dialog starts from the stored fields at each use.
+void frmOption::cmdFontSet_Click()
+{
+    ErrorNumber on;
+    on([this] { cmFont.CancelError = true; });
+    on([this] { cmFont.Flags = kScreenFonts; });
+    on([this] { cmFont.setFontName(gMailTextFont); });
+    on([this] { cmFont.setFontSize(static_cast<float>(gMailTextFontSize)); });
+    on([this] { cmFont.setFontItalic(toInt16(mid(gMailTextFontStyle, kItalicAt, 1)) != 0); });
+    on([this] { cmFont.setFontBold(toInt16(mid(gMailTextFontStyle, kBoldAt, 1)) != 0); });
+    on([this] { cmFont.ShowFont(window()); });
+    if (on.number() == 0 || on.number() == kTypeMismatch) takeFont();
+    showFontLabels();
+}
+
+void frmOption::takeFont()
+{
+    fontName_ = cmFont.FontName();
+    fontSize_ = static_cast<std::int32_t>(std::nearbyint(cmFont.FontSize())); // half to even
+    fontStyle_ = Text(cmFont.FontItalic() ? u"1," : u"0,") + (cmFont.FontBold() ? u"1" : u"0");
+}
+
+// What can't be looked at keeps the dialog open; a file in the folder's place is
+// told, and accepted all the same.
+bool frmOption::folderPasses() const
+{
+    int attributes = 0;
+    try {
+        attributes = getAttr(joinPath(txtDisp_PetDir->Text(), kReceiveFolder));
+    } catch (const RuntimeError& error) {
+        MsgBox(error.number() == kFileNotFound ? u"指定されたフォルダーが見つかりません。"
+                                               : kWrongFolder);
+        return false;
+    }
+    if ((attributes & vbDirectory) == 0) MsgBox(kWrongFolder);
+    return true;
+}
+
+void frmOption::cmbOK_Click()
+{
+    if (!folderPasses()) return;
+    gPostPetDir = txtDisp_PetDir->Text();
+    gMyMailAddr = txtMy_Address->Text();
+    gMyMailHandle = txtMy_Handle->Text();
+    gMyPetName = txtPetName->Text();
+    gMailTextFont = fontName_;
+    gMailTextFontSize = fontSize_;
+    gMailTextFontStyle = fontStyle_;
+    Unload();
+}
+
+void frmOption::cmbCancel_Click()
+{
+    gPostPetDir = oldPostPetDir_;
+    Unload();
+}
+
+void frmOption::Form_QueryUnload(UnloadMode mode)
+{
+    if (mode == UnloadMode::ControlMenu) gPostPetDir = oldPostPetDir_;
+}
+
+}

@@ -1,0 +1,19 @@
+// The main window's command 環境設定.
+#include "dialogs/frm_option.h"
+#include "platform/forms/do_events.h"
+#include "shell/base/frm_tolvek.h"
+#include "shell/base/guard.h"
+
+namespace tolvek {
+
+void memEnv_Click(frmTolvek& form)
+{
+    frmOption dialog;
+    const ResumeNext on{u"memEnv_Click"};
+    on([&] { dialog.ShowModal(&form); });
+    applyMailFont(form, on, FlagText::Alone);
+    on([] { DoEventsNow(); });
+    on([&] { form.comMailRead->SetFocus(); });
+}
+
+}

@@ -1,0 +1,491 @@
+#include "dialogs/frm_option.h"
+
+#include "platform/forms/dir_lists.h"
+#include "platform/forms/screen.h"
+#include "platform/runtime/paths.h"
+#include "platform/system/volumes.h"
+#include "shell/base/settings.h"
+#include "support/dialog_checks.h"
+#include "support/modal_script.h"
+#include "support/msg_box_script.h"
+#include "support/screen_driver.h"
+#include "support/temp_folder.h"
+
+#include <functional>
+
+namespace tolvek {
+namespace {
+
+namespace fs = std::filesystem;
+using test::ModalScript;
+
+const TextView kNotFound = u"指定されたフォルダーが見つかりません。";
+const TextView kWrong = u"フォルダーの指定が間違っています。";
+
+class OptionTest : public ::testing::Test {
+protected:
+    OptionTest()
+    {
+        fs::create_directories(folder / "PostPet/受信フォルダ");
+        fs::create_directories(folder / "bare");
+        setVolumeFolders({folder.path().string(), (folder / "bare").string()});
+        gPostPetDir = at(u"PostPet");
+        gMyMailAddr = u"taro@example.jp";
+        gMyMailHandle = u"太郎";
+        gMyPetName = u"モモ";
+        gMailTextFont = u"ＭＳ ゴシック";
+        gMailTextFontSize = 10;
+        gMailTextFontStyle = u"0,0";
+    }
+    ~OptionTest() override
+    {
+        setVolumeFolders({});
+        setFontDialogHook({});
+        for (Text* field : {&gPostPetDir, &gMyMailAddr, &gMyMailHandle, &gMyPetName, &gMailTextFont,
+                            &gMailTextFontStyle})
+            field->clear();
+        gMailTextFontSize = 0;
+    }
+
+    Text at(TextView name) const { return joinPath(pathText(folder.path()), name); }
+    void atDialog(const std::function<void()>& steps)
+    {
+        const ModalScript script("frmOption", [&](QWidget&) { steps(); });
+        dialog.ShowModal();
+        EXPECT_FALSE(dialog.Loaded());
+    }
+    void atChooser(const std::function<void(QWidget&)>& steps)
+    {
+        const ModalScript script("frmDir_Sel", steps);
+        dialog.cmbOpenPostPet->click();
+    }
+    // The font dialog answers with these; false for Cancel.
+    void fontDialogGives(const FontDialogFields& fields, bool accepted = true)
+    {
+        setFontDialogHook([=, this](FontDialogFields& shown) {
+            begun = shown;
+            shown = fields;
+            return accepted;
+        });
+        dialog.cmdFontSet->click();
+    }
+    void expectLabels(TextView font, TextView style, TextView size) const
+    {
+        EXPECT_EQ(dialog.lblFont->Caption(), font);
+        EXPECT_EQ(dialog.lblFontStyle->Caption(), style);
+        EXPECT_EQ(dialog.lblFontSize->Caption(), size);
+    }
+    void ok() { dialog.cmbOK->click(); }
+    void cancel() { dialog.cmbCancel->click(); }
+    void okStays()
+    {
+        ok();
+        EXPECT_TRUE(dialog.Visible());
+    }
+
+    test::TempFolder folder;
+    test::MsgBoxScript boxes;
+    frmOption dialog;
+    FontDialogFields begun; // what the font dialog last began with
+};
+
+TEST_F(OptionTest, ShowsTheFields)
+{
+    atDialog([&] {
+        EXPECT_EQ(dialog.txtDisp_PetDir->Text(), at(u"PostPet"));
+        EXPECT_EQ(dialog.txtMy_Address->Text(), u"taro@example.jp");
+        EXPECT_EQ(dialog.txtMy_Handle->Text(), u"太郎");
+        EXPECT_EQ(dialog.txtPetName->Text(), u"モモ");
+        expectLabels(u"フォント：ＭＳ ゴシック", u"スタイル：標準", u"サイズ：10");
+        cancel();
+    });
+}
+
+TEST_F(OptionTest, OkStoresEveryField)
+{
+    fs::create_directories(folder / "other/受信フォルダ");
+    atDialog([&] {
+        dialog.txtDisp_PetDir->setText(at(u"other"));
+        dialog.txtMy_Address->setText(u"hanako@example.jp");
+        dialog.txtMy_Handle->setText(u"花子");
+        dialog.txtPetName->setText(u"コタロウ");
+        fontDialogGives({u"ＭＳ 明朝", 12, true, false});
+        EXPECT_EQ(gMailTextFont, u"ＭＳ ゴシック") << "not before OK";
+        ok();
+    });
+    EXPECT_EQ(gPostPetDir, at(u"other"));
+    EXPECT_EQ(gMyMailAddr, u"hanako@example.jp");
+    EXPECT_EQ(gMyMailHandle, u"花子");
+    EXPECT_EQ(gMyPetName, u"コタロウ");
+    EXPECT_EQ(gMailTextFont, u"ＭＳ 明朝");
+    EXPECT_EQ(gMailTextFontSize, 12);
+    EXPECT_EQ(gMailTextFontStyle, u"0,1");
+}
+
+TEST_F(OptionTest, AnEmptyAddressIsAccepted)
+{
+    atDialog([&] {
+        dialog.txtMy_Address->setText(u"");
+        ok();
+    });
+    EXPECT_EQ(gMyMailAddr, u"");
+}
+
+TEST_F(OptionTest, CancelEscapeAndTheCloseBoxStoreNothing)
+{
+    const std::function<void()> roads[] = {
+        [&] { cancel(); },
+        [&] { test::key(*dialog.txtPetName, Qt::Key_Escape); },
+        [&] { dialog.window()->close(); },
+    };
+    for (const auto& leave : roads) {
+        atDialog([&] {
+            gPostPetDir.clear(); // as a chooser may leave it
+            for (TextBox* box : {dialog.txtDisp_PetDir, dialog.txtMy_Address, dialog.txtMy_Handle,
+                                 dialog.txtPetName})
+                box->setText(u"other");
+            fontDialogGives({u"ＭＳ 明朝", 12, true, false});
+            leave();
+        });
+        EXPECT_EQ(gPostPetDir, at(u"PostPet"));
+        EXPECT_EQ(gMyMailAddr, u"taro@example.jp");
+        EXPECT_EQ(gMyMailHandle, u"太郎");
+        EXPECT_EQ(gMyPetName, u"モモ");
+        EXPECT_EQ(gMailTextFont, u"ＭＳ ゴシック");
+        EXPECT_EQ(gMailTextFontSize, 10);
+        EXPECT_EQ(gMailTextFontStyle, u"0,0");
+    }
+}
+
+TEST_F(OptionTest, AFolderWithoutAReceiveFolderIsToldAndTheDialogStays)
+{
+    boxes.expect(kNotFound, MsgAnswer::Ok, u"Tolvek");
+    atDialog([&] {
+        dialog.txtDisp_PetDir->setText(at(u"bare"));
+        dialog.txtPetName->setText(u"other");
+        okStays();
+        EXPECT_EQ(gPostPetDir, at(u"PostPet"));
+        EXPECT_EQ(gMyPetName, u"モモ") << "nothing is stored";
+        dialog.txtDisp_PetDir->setText(at(u"PostPet"));
+        ok();
+    });
+    EXPECT_EQ(gMyPetName, u"other");
+}
+
+TEST_F(OptionTest, AFolderThatIsntThereIsToldOtherwiseAndTheDialogStays)
+{
+    for (const Text& wrong : {at(u"none"), Text(u"C:\\Program Files\\So-net"), Text(u" ")}) {
+        boxes.expect(kWrong, MsgAnswer::Ok, u"Tolvek");
+        atDialog([&] {
+            dialog.txtDisp_PetDir->setText(wrong);
+            okStays();
+            cancel();
+        });
+        EXPECT_EQ(gPostPetDir, at(u"PostPet"));
+    }
+}
+
+TEST_F(OptionTest, AFileInTheReceiveFoldersPlaceIsToldAndAccepted)
+{
+    test::writeBytes(folder / "bare/受信フォルダ", "");
+    boxes.expect(kWrong, MsgAnswer::Ok, u"Tolvek");
+    atDialog([&] {
+        dialog.txtDisp_PetDir->setText(at(u"bare"));
+        ok();
+    });
+    EXPECT_EQ(gPostPetDir, at(u"bare"));
+}
+
+TEST_F(OptionTest, AReceiveFolderWithDecomposedKanaPasses)
+{
+    fs::create_directories(folder / "bare/受信フォルタ\u3099");
+    atDialog([&] {
+        dialog.txtDisp_PetDir->setText(at(u"bare/"));
+        ok();
+    });
+    EXPECT_EQ(gPostPetDir, at(u"bare/")) << "stored as it was entered";
+}
+
+TEST_F(OptionTest, TheChoosersFolderIsShownAndStoredByOk)
+{
+    gPostPetDir = u"C:\\Program Files\\So-net\\PostPet for Windows ver. 2.0";
+    atDialog([&] {
+        atChooser([&](QWidget& chooser) {
+            auto& dirs = test::controlOf<DirListBox>(chooser, "Dir1");
+            test::key(dirs, Qt::Key_P);
+            test::key(dirs, Qt::Key_Return);
+            test::press(chooser, "cmbOK");
+        });
+        EXPECT_EQ(dialog.txtDisp_PetDir->Text(), at(u"PostPet"));
+        ok();
+    });
+    EXPECT_EQ(gPostPetDir, at(u"PostPet"));
+}
+
+TEST_F(OptionTest, TheChoosersOkIsUndoneByCancelHere)
+{
+    atDialog([&] {
+        atChooser([](QWidget& chooser) { test::press(chooser, "cmbOK"); });
+        EXPECT_EQ(gPostPetDir, pathText(folder.path()));
+        cancel();
+    });
+    EXPECT_EQ(gPostPetDir, at(u"PostPet"));
+}
+
+TEST_F(OptionTest, AnotherDriveStaysAfterTheChoosersCancelUntilTheCancelHere)
+{
+    atDialog([&] {
+        atChooser([](QWidget& chooser) {
+            test::key(test::controlOf<DriveListBox>(chooser, "Div1"), Qt::Key_Down);
+            test::press(chooser, "cmbCancel");
+        });
+        EXPECT_EQ(dialog.txtDisp_PetDir->Text(), at(u"bare"));
+        EXPECT_EQ(gPostPetDir, at(u"bare"));
+        cancel();
+    });
+    EXPECT_EQ(gPostPetDir, at(u"PostPet"));
+}
+
+TEST_F(OptionTest, AnEmptyPathOfTheChooserIsShownAndRefusedByOk)
+{
+    boxes.expect(kNotFound);
+    atDialog([&] {
+        atChooser([](QWidget& chooser) {
+            test::controlOf<TextBox>(chooser, "txtPet_Dir").clear();
+            test::press(chooser, "cmbOK");
+        });
+        EXPECT_EQ(dialog.txtDisp_PetDir->Text(), u"");
+        okStays();
+        cancel();
+    });
+    EXPECT_EQ(gPostPetDir, at(u"PostPet"));
+}
+
+TEST_F(OptionTest, TheChoosersFolderTakesThePlaceOfATypedOneEvenAfterCancel)
+{
+    atDialog([&] {
+        dialog.txtDisp_PetDir->setText(u"/typed");
+        atChooser([](QWidget& chooser) { test::press(chooser, "cmbCancel"); });
+        EXPECT_EQ(dialog.txtDisp_PetDir->Text(), at(u"PostPet"));
+        cancel();
+    });
+}
+
+TEST_F(OptionTest, TheStyleHasFourWords)
+{
+    const struct {
+        const char16_t *style, *word;
+    } cases[] = {{u"0,0", u"スタイル：標準"},
+                 {u"0,1", u"スタイル：太字"},
+                 {u"1,0", u"スタイル：斜体"},
+                 {u"1,1", u"スタイル：太字 & 斜体"}};
+    for (const auto& c : cases) {
+        gMailTextFontStyle = c.style;
+        atDialog([&] {
+            EXPECT_EQ(dialog.lblFontStyle->Caption(), c.word);
+            EXPECT_EQ(fromQt(dialog.lblFontStyle->text()), c.word) << "as it is painted";
+            cancel();
+        });
+    }
+}
+
+TEST_F(OptionTest, TheFontDialogBeginsWithTheStoredFieldsAtEachUse)
+{
+    gMailTextFontStyle = u"1,0";
+    atDialog([&] {
+        for (int use = 0; use < 2; ++use) {
+            fontDialogGives({u"ＭＳ 明朝", 12, true, true});
+            EXPECT_EQ(begun.FontName, u"ＭＳ ゴシック");
+            EXPECT_EQ(begun.FontSize, 10);
+            EXPECT_FALSE(begun.FontBold);
+            EXPECT_TRUE(begun.FontItalic);
+            expectLabels(u"フォント：ＭＳ 明朝", u"スタイル：太字 & 斜体", u"サイズ：12");
+        }
+        cancel();
+    });
+}
+
+TEST_F(OptionTest, ACancelledFontDialogLeavesTheLabels)
+{
+    atDialog([&] {
+        fontDialogGives({u"ＭＳ 明朝", 12, true, true}, false);
+        expectLabels(u"フォント：ＭＳ ゴシック", u"スタイル：標準", u"サイズ：10");
+        fontDialogGives({u"ＭＳ 明朝", 12, true, true});
+        fontDialogGives({u"ＭＳ Ｐ明朝", 20, false, false}, false);
+        expectLabels(u"フォント：ＭＳ 明朝", u"スタイル：太字 & 斜体", u"サイズ：12");
+        ok();
+    });
+    EXPECT_EQ(gMailTextFontStyle, u"1,1");
+}
+
+TEST_F(OptionTest, EachStyleOfTheFontDialogHasItsText)
+{
+    const struct {
+        bool bold, italic;
+        const char16_t* style;
+    } cases[] = {
+        {false, false, u"0,0"}, {true, false, u"0,1"}, {false, true, u"1,0"}, {true, true, u"1,1"}};
+    for (const auto& c : cases) {
+        atDialog([&] {
+            fontDialogGives({u"ＭＳ 明朝", 12, c.bold, c.italic});
+            ok();
+        });
+        EXPECT_EQ(gMailTextFontStyle, c.style);
+    }
+}
+
+TEST_F(OptionTest, TheSizeIsRoundedHalfToEven)
+{
+    const struct {
+        float points;
+        int size;
+    } cases[] = {{9.75F, 10}, {10.5F, 10}, {11.5F, 12}, {12.4F, 12}};
+    for (const auto& c : cases) {
+        atDialog([&] {
+            fontDialogGives({u"ＭＳ 明朝", c.points, false, false});
+            ok();
+        });
+        EXPECT_EQ(gMailTextFontSize, c.size) << c.points;
+    }
+}
+
+TEST_F(OptionTest, AStyleThatIsNoNumberLetsTheChoicePass)
+{
+    for (const TextView style : {u"", u"x", u"1,", u"1,x", u"x,1"}) {
+        gMailTextFontStyle = style;
+        atDialog([&] {
+            fontDialogGives({u"ＭＳ 明朝", 12, false, false});
+            ok();
+        });
+        EXPECT_EQ(gMailTextFontStyle, u"0,0") << toUtf8(style);
+    }
+}
+
+TEST_F(OptionTest, TheHalfOfSuchAStyleThatIsANumberIsTaken)
+{
+    gMailTextFontStyle = u"1,x";
+    atDialog([&] {
+        fontDialogGives({u"ＭＳ 明朝", 12, false, false});
+        EXPECT_TRUE(begun.FontItalic);
+        EXPECT_FALSE(begun.FontBold);
+        cancel();
+    });
+}
+
+TEST_F(OptionTest, ACancelledFontDialogAfterABadStyleChangesNothing)
+{
+    gMailTextFontStyle = u"x,0";
+    atDialog([&] {
+        fontDialogGives({u"ＭＳ 明朝", 12, false, false}, false);
+        EXPECT_EQ(dialog.lblFont->Caption(), u"フォント：ＭＳ ゴシック");
+        cancel();
+    });
+}
+
+TEST_F(OptionTest, ASizeThatNoFontHasKeepsTheChoiceOut)
+{
+    gMailTextFontSize = 0;
+    atDialog([&] {
+        fontDialogGives({u"ＭＳ 明朝", 12, false, false});
+        EXPECT_EQ(dialog.lblFont->Caption(), u"フォント：ＭＳ ゴシック")
+            << "the number of the failed size stands";
+        cancel();
+    });
+    gMailTextFontStyle.clear();
+    atDialog([&] {
+        fontDialogGives({u"ＭＳ 明朝", 12, false, false});
+        EXPECT_EQ(dialog.lblFont->Caption(), u"フォント：ＭＳ 明朝")
+            << "the later number of the style takes its place";
+        cancel();
+    });
+}
+
+TEST_F(OptionTest, TheFontDialogOnTheScreen)
+{
+    atDialog([&] {
+        const ModalScript fonts("FontDialog", [](QWidget& shown) {
+            test::controlOf<QAbstractButton>(shown, "bold").click();
+            QTest::keyClick(&shown, Qt::Key_Return);
+        });
+        dialog.cmdFontSet->click();
+        expectLabels(u"フォント：ＭＳ ゴシック", u"スタイル：太字", u"サイズ：10");
+        ok();
+    });
+    EXPECT_EQ(gMailTextFontStyle, u"0,1");
+}
+
+TEST_F(OptionTest, EnterIsOk)
+{
+    atDialog([&] {
+        dialog.txtPetName->setText(u"コタロウ");
+        test::key(*dialog.txtPetName, Qt::Key_Return);
+    });
+    EXPECT_EQ(gMyPetName, u"コタロウ");
+}
+
+TEST_F(OptionTest, TheWordsOnTheScreen)
+{
+    atDialog([&] {
+        EXPECT_EQ(dialog.Caption(), u"オプション");
+        const std::pair<const Label*, Text> labels[] = {
+            {dialog.Label1, u"ＰｏｓｔＰｅｔ　フォルダー"},
+            {dialog.Label2, u"例）C:\\Program Files\\So-Net\\PostPet for Windows ver. 2.0"},
+            {dialog.Label3, u"ハンドル名"},
+            {dialog.Label4, u"メールアドレス"},
+            {dialog.Label5, u"ペットの名前"}};
+        for (const auto& [label, words] : labels)
+            EXPECT_EQ(label->Caption(), words);
+        EXPECT_EQ(dialog.cmbOpenPostPet->Caption(), u"参照");
+        EXPECT_EQ(dialog.cmdFontSet->Caption(), u"フォントセット");
+        EXPECT_EQ(dialog.cmbOK->Caption(), u"Ｏ　Ｋ");
+        EXPECT_EQ(dialog.cmbCancel->Caption(), u"Cancel");
+        cancel();
+    });
+}
+
+TEST_F(OptionTest, TheToolTips)
+{
+    atDialog([&] {
+        EXPECT_EQ(dialog.txtDisp_PetDir->ToolTipText(),
+                  u"ＰｏｓｔＰｅｔをインストールしているフォルダーを指定します。");
+        EXPECT_EQ(dialog.txtMy_Handle->ToolTipText(), u"あなたの名前を入力してください。");
+        EXPECT_EQ(dialog.txtMy_Address->ToolTipText(),
+                  u"あなたの電子メールアドレスを指定してください。");
+        EXPECT_EQ(dialog.txtPetName->ToolTipText(),
+                  u"あなたの飼っているペットの名前を入力してください。");
+        EXPECT_EQ(dialog.cmdFontSet->ToolTipText(), u"フォント設定画面を表示します。");
+        cancel();
+    });
+}
+
+TEST_F(OptionTest, StandsInTheMiddleOfTheScreen)
+{
+    atDialog([&] {
+        EXPECT_NEAR(dialog.Left(), (Screen::Width() - dialog.Width()) / 2, 1);
+        EXPECT_NEAR(dialog.Top(), (Screen::Height() - dialog.Height()) / 2, 1);
+        cancel();
+    });
+}
+
+TEST_F(OptionTest, NothingOverlapsOrIsCutAndTabGoesFromTheTopDown)
+{
+    gMailTextFontStyle = u"1,1";
+    atDialog([&] {
+        const std::vector<QWidget*> way = {
+            dialog.txtDisp_PetDir, dialog.cmbOpenPostPet, dialog.txtMy_Handle, dialog.txtMy_Address,
+            dialog.txtPetName,     dialog.cmdFontSet,     dialog.cmbOK,        dialog.cmbCancel};
+        std::vector<QWidget*> parts = way;
+        for (Label* label :
+             {dialog.Label1, dialog.Label2, dialog.Label3, dialog.Label4, dialog.Label5,
+              dialog.lblFont, dialog.lblFontStyle, dialog.lblFontSize}) {
+            EXPECT_GE(label->width(), label->sizeHint().width()) << toUtf8(label->Caption());
+            parts.push_back(label);
+        }
+        test::expectApart(parts);
+        test::expectTabWay(dialog.window(), way);
+        cancel();
+    });
+}
+
+}
+}
