@@ -1,0 +1,165 @@
+#include "shell/store_commands.h"
+
+#include "browse/navigator.h"
+#include "filter/filter_load.h"
+#include "friend/ed_friend.h"
+#include "platform/forms/do_events.h"
+#include "platform/forms/msg_box.h"
+#include "shell/base/frm_tolvek.h"
+#include "shell/base/general.h"
+#include "shell/base/guard.h"
+#include "store/database_files.h"
+#include "store/table_create.h"
+#include "store/text_dump.h"
+
+namespace tolvek {
+
+namespace {
+
+bool isConfirmed(const ResumeNext& on, TextView question, MsgAnswer defaultAnswer)
+{
+    MsgAnswer answer = MsgAnswer::No;
+    on([&] {
+        answer = MsgBox(question, MsgButtons::YesNo, u"Tolvek", MsgIcon::None, defaultAnswer);
+    });
+    return answer == MsgAnswer::Yes;
+}
+
+void clearLists(const ResumeNext& on, frmTolvek& form)
+{
+    on([&] { form.lstNameOrAddr->Clear(); });
+    on([&] { form.lstSubject->Clear(); });
+}
+
+void clearMailPane(const ResumeNext& on, frmTolvek& form)
+{
+    on([&] { form.txtMail->setText({}); });
+    on([&] { form.lblHead->setCaption({}); });
+}
+
+void begin(const ResumeNext& on, frmTolvek& form, TextView first, TextView second, TextView third,
+           TextView fourth)
+{
+    on([&] { dspEnable(form, false, 0); });
+    on([&] { setStatusLines(first, second, third, fourth, u"", u""); });
+    on([] { gBusyFlag = -1; });
+    on([&] { dspStatus(form, true, gStatusLines); });
+}
+
+void end(const ResumeNext& on, frmTolvek& form)
+{
+    on([] { gBusyFlag = 0; });
+    on([&] { dspStatus(form, false, gStatusLines); });
+    on([&] { dspEnable(form, true, gBackUpDisp); });
+}
+
+void unLoad(const ResumeNext& on, frmTolvek& form)
+{
+    clearMailPane(on, form);
+    begin(on, form, u"データベースの", u"　　内容を書き出しています", u"",
+          u"　　　少々お待ちください。");
+    on([] { dbUnLoad(); });
+    end(on, form);
+}
+
+void load(const ResumeNext& on, frmTolvek& form)
+{
+    clearLists(on, form);
+    clearMailPane(on, form);
+    begin(on, form, u"書き出した内容をデータベースに", u"　　読み込んでします。", u"",
+          u"　　　少々お待ちください。");
+    on([] { dbLoad(); });
+    on([&] { dspNavigator(form); });
+    on([] { edFriend(); });
+    end(on, form);
+}
+
+// The rules in memory stay as they are until they are next read.
+void rebuild(const ResumeNext& on, frmTolvek& form)
+{
+    clearLists(on, form);
+    clearMailPane(on, form);
+    begin(on, form, u"データベースを作り直しています。", u"", u"　　　少々お待ちください。", u"");
+    on([] { Table_Create(); });
+    end(on, form);
+    on([] { MsgBox(u"ＤＢの作成が正常終了しました。", MsgButtons::Ok, u"Tolvek"); });
+}
+
+// At every moment from the first load on one whole copy stands there: the new
+// one is made and checked beside it, and then takes its place.
+void keepCopyBeforeLoad()
+{
+    if (!databaseExists(gDbPath)) return;
+    const Text kept = gDbPath + u".BeforeLoad";
+    const Text fresh = kept + u".New";
+    if (databaseExists(fresh)) removeDatabase(fresh); // of a load that was cut off
+    DBEngine::CompactDatabase(gDbPath, fresh);
+    replaceDatabase(fresh, kept);
+    flushFolderOf(kept);
+}
+
+}
+
+void memExport_Click(frmTolvek& form)
+{
+    const ResumeNext on{u"memExport_Click"};
+    if (isConfirmed(on, u"Ｔｏｌｖｅｋ　の　データを退避います。\r\n\r\n     よろしいでしょうか？",
+                    MsgAnswer::Yes))
+        unLoad(on, form);
+    on([&] { form.comMailRead->SetFocus(); });
+}
+
+void memInport_Click(frmTolvek& form)
+{
+    const ResumeNext on{u"memInport_Click"};
+    if (isConfirmed(on,
+                    u"Ｔｏｌｖｅｋ　の　ＤＢ　へ　セーブデータからデータを挿入します。\r\n\r\n"
+                    u"     よろしいでしょうか？",
+                    MsgAnswer::No))
+        load(on, form);
+    on([&] { form.comMailRead->SetFocus(); });
+}
+
+void memDBEdit_Click(frmTolvek& form)
+{
+    const ResumeNext on{u"memDBEdit_Click"};
+    if (isConfirmed(on,
+                    u"ＰｏａｔＰｅｔ　Ｍａｉｌ　ＤＢ　の　再作成を行います。\r\n\r\n"
+                    u"     今までのデータは全て無くなります。\r\n\r\n     よろしいでしょうか？",
+                    MsgAnswer::No))
+        rebuild(on, form);
+    on([&] { form.comMailRead->SetFocus(); });
+}
+
+void dbUnLoad()
+{
+    tblTolvek_UnLoad();
+    tblSearch_Addresses_UnLoad();
+    tblSearch_Name_UnLoad();
+    DoEvents();
+    tblFriend_UnLoad();
+    DoEvents();
+    tblFilter_UnLoad();
+    DoEvents();
+    tblFilterData_UnLoad();
+    DoEvents();
+    MsgBox(u"メール履歴ＤＢのＵｎＬＯＡＤ（DB → TextFile）が終了しました。");
+}
+
+void dbLoad()
+{
+    if (hasTextFiles()) keepCopyBeforeLoad();
+    tblTolvek_Load();
+    tblSearch_Addresses_Load();
+    tblSearch_Name_Load();
+    DoEvents();
+    tblFriend_Load();
+    DoEvents();
+    tblFilter_Load();
+    DoEvents();
+    tblFilterData_Load();
+    DoEvents();
+    MsgBox(u"メール履歴ＤＢのＬＯＡＤ（TextFile → DB）が終了しました。");
+}
+
+}
