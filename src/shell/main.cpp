@@ -10,6 +10,7 @@
 #include "shell/base/guard.h"
 #include "shell/frm_tolvek_events.h"
 #include "shell/tolvek_main.h"
+#include "store/known_tables.h"
 
 #include <QApplication>
 
@@ -21,6 +22,7 @@ int main(int argc, char** argv)
     QApplication::setWindowIcon(programIcon());
     prepareApplication();
     setBeforeWait(DBEngine::Rest);
+    registerKnownTables();
     setEndFunction([] { endProgram(); });
 
     const SingleInstance instance("Tolvek");

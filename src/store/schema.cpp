@@ -20,6 +20,15 @@ std::vector<FieldSpec> mailBlocks()
     return blocks;
 }
 
+void appendIndex(TableDef& table, const Text& name, const std::vector<Text>& fields, bool primary)
+{
+    Index index = table.CreateIndex(name);
+    index.Primary = primary;
+    for (const Text& field : fields)
+        index.Fields.Append(index.CreateField(field));
+    table.Indexes.Append(index);
+}
+
 }
 
 // Texts are wider than what the import writes: 64 against 60, 128 against 100
@@ -104,6 +113,27 @@ TableSpec tblFilterDataSpec()
              {u"tblFilterDt_Subject", dbText, 128, true, kEmpty}},
             {u"tblFilterDt_Id"},
             {}};
+}
+
+std::vector<TableSpec> allTableSpecs()
+{
+    return {tblTolvekSpec(), tblSearch_AddressesSpec(), tblSearch_NameSpec(),
+            tblFriendSpec(), tblFilterSpec(),           tblFilterDataSpec()};
+}
+
+TableDef tableDefinition(const TableSpec& spec)
+{
+    TableDef table(spec.name);
+    for (const FieldSpec& wanted : spec.fields) {
+        Field field = table.CreateField(wanted.name, wanted.type, wanted.size);
+        field.AllowZeroLength = wanted.zeroLength;
+        field.DefaultValue = wanted.defaultValue;
+        table.Fields.Append(field);
+    }
+    appendIndex(table, spec.name, spec.key, true);
+    for (const IndexSpec& lookup : spec.lookups)
+        appendIndex(table, lookup.name, lookup.fields, false);
+    return table;
 }
 
 }

@@ -36,5 +36,9 @@ TableSpec tblSearch_NameSpec();
 TableSpec tblFriendSpec();
 TableSpec tblFilterSpec();
 TableSpec tblFilterDataSpec();
+std::vector<TableSpec> allTableSpecs(); // in the order in which they are made
+
+// As the engine makes it: fields, primary index, lookups.
+TableDef tableDefinition(const TableSpec& spec);
 
 }

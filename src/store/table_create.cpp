@@ -15,35 +15,10 @@ namespace {
 constexpr TextView kGeneralOrder = u";LANGID=0x0409;CP=1252;COUNTRY=0";
 constexpr TextView kSideName = u".Create";
 
-TableDef definition(const TableSpec& spec)
-{
-    TableDef table = gDb.CreateTableDef(spec.name);
-    for (const FieldSpec& wanted : spec.fields) {
-        Field field = table.CreateField(wanted.name, wanted.type, wanted.size);
-        field.AllowZeroLength = wanted.zeroLength;
-        field.DefaultValue = wanted.defaultValue;
-        table.Fields.Append(field);
-    }
-    return table;
-}
-
-void appendIndex(TableDef& table, const Text& name, const std::vector<Text>& fields, bool primary)
-{
-    Index index = table.CreateIndex(name);
-    index.Primary = primary;
-    for (const Text& field : fields)
-        index.Fields.Append(index.CreateField(field));
-    table.Indexes.Append(index);
-}
-
 void createTable(TextView routine, const TableSpec& spec)
 {
     leaveOnError(routine, [&] {
-        TableDef table = definition(spec);
-        appendIndex(table, spec.name, spec.key, true);
-        for (const IndexSpec& lookup : spec.lookups)
-            appendIndex(table, lookup.name, lookup.fields, false);
-        gDb.TableDefs().Append(table);
+        gDb.TableDefs().Append(tableDefinition(spec));
         DoEvents();
     });
 }
