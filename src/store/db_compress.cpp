@@ -2,9 +2,12 @@
 
 #include "platform/dao/dao.h"
 #include "platform/forms/do_events.h"
+#include "platform/forms/msg_box.h"
 #include "shell/base/general.h"
 #include "shell/base/guard.h"
 #include "store/database_files.h"
+#include "store/jet_original.h"
+#include "store/table_create.h"
 
 namespace tolvek {
 
@@ -25,21 +28,75 @@ public:
     }
 
 private:
-    // False when the routine ends here. A file that isn't there is the normal
-    // case of the first run, which has no .Bak.
+    // False when the routine ends here.
     template <class Work> bool step(Work work)
     {
         try {
             work();
         } catch (const std::exception& failure) {
-            const RuntimeError error = asRuntimeError(failure);
-            if (error.number() != 53) {
-                ErrReportDb(u"dbCompress", error);
-                return false;
-            }
+            if (!goesOn(asRuntimeError(failure))) return false;
         }
         if (yields_) DoEvents();
         return true;
+    }
+
+    // The one judge of all steps. A file that isn't there is the normal case of
+    // the first run, which has no .Bak. What fails while a damaged database is
+    // mended isn't judged here again: it goes to whoever called.
+    bool goesOn(const RuntimeError& error)
+    {
+        if (error.number() == 3343) {
+            mend();
+            return true;
+        }
+        if (error.number() != 53) ErrReportDb(u"dbCompress", error);
+        return error.number() == 53;
+    }
+
+    // Whatever the answer throws away for good, an idle key press doesn't.
+    static bool agreed(TextView question)
+    {
+        return MsgBox(question, MsgButtons::YesNo, kApplicationTitle, MsgIcon::None,
+                      MsgAnswer::No) == MsgAnswer::Yes;
+    }
+
+    void mend()
+    {
+        constexpr TextView kRepair = u"DBの読み込み中にエラーが発生しました。\r\n"
+                                     u"   BackUpファイルから修復しますか？";
+        constexpr TextView kAnew = u"DBの読み込み中にエラーが発生しました。\r\n"
+                                   u"   新しい DB を作りますか？";
+        if (databaseExists(previous_))
+            agreed(kRepair) ? restoreFromPrevious() : refuse();
+        else
+            agreed(kAnew) ? makeAnew() : refuse();
+    }
+
+    [[noreturn]] static void refuse()
+    {
+        MsgBox(u"DB が壊れています\r\n   修復が必要です。");
+        endProgram();
+    }
+
+    // The damaged file goes only when the .Bak has come through whole. Compacted
+    // twice, so that the rotation finds a copy to move into place.
+    void restoreFromPrevious()
+    {
+        const Text side = live_ + u".Repair";
+        if (databaseExists(side)) removeDatabase(side);
+        DBEngine::CompactDatabase(previous_, side);
+        replaceDatabase(side, live_);
+        flushFolderOf(live_);
+        deleteLeftover();
+        DBEngine::CompactDatabase(live_, fresh_);
+    }
+
+    // The rotation then goes on without a copy to put in place: it moves the new
+    // empty database to .Bak, and the next opening offers to create one.
+    void makeAnew()
+    {
+        removeDatabase(live_);
+        Table_Create();
     }
 
     void deleteLeftover()
@@ -47,7 +104,11 @@ private:
         if (databaseExists(fresh_)) removeDatabase(fresh_);
     }
 
-    void compact() { DBEngine::CompactDatabase(live_, fresh_); }
+    void compact()
+    {
+        DBEngine::CompactDatabase(live_, fresh_);
+        keepJetOriginal(live_);
+    }
 
     void nameAsPrevious()
     {

@@ -7,14 +7,21 @@
 // a whole database stands under P: the .Bak is a second name for the file until
 // the compacted one takes its place. Where the file system knows no second
 // names, plain renames leave a short gap in which P + ".New" is the whole one;
-// a start that finds no P puts it in place (see db_start.h).
+// a start that finds no P puts it in place (see db_start.h). A Jet file, which
+// the compaction turns into this program's format, stays as P + ".Jet" too.
 #pragma once
 #include "platform/runtime/text.h"
 
 namespace tolvek {
 
-// The database must be closed. Error 53 passes; any other is reported under
-// "dbCompress" and ends the routine, with the files as they stand then.
+// The database must be closed. Error 53 passes. A file that can't be read as a
+// database (3343) is told, and the user decides: from the .Bak, or without one a
+// new database; a refusal ends the program with nothing touched. What fails in
+// the mending goes to the caller. Any other error is reported under "dbCompress"
+// and ends the routine, with the files as they stand then.
+//
+// A new database made here ends as .Bak, with nothing at P: users know it so,
+// and the next opening of the store creates one.
 void dbCompress(const Text& path);
 
 }

@@ -1,0 +1,70 @@
+#include "store/jet_original.h"
+
+#include "platform/dao/jet_head.h"
+#include "platform/runtime/numbers.h"
+#include "platform/runtime/paths.h"
+#include "platform/runtime/runtime_error.h"
+#include "platform/system/files.h"
+#include "store/database_files.h"
+
+#include <algorithm>
+#include <array>
+
+namespace tolvek {
+
+namespace {
+
+bool isJetFile(const Path& file)
+{
+    OpenFile opened(file, OpenFile::Mode::Read);
+    FileHead head{};
+    std::array<char, sizeof(FileHead)> bytes{};
+    if (opened.read(bytes.data(), bytes.size()) < bytes.size()) return false;
+    std::copy(bytes.begin(), bytes.end(), head.begin());
+    return isJet(head);
+}
+
+bool sameBytes(const Path& one, const Path& other)
+{
+    constexpr std::size_t kPiece = 1 << 16;
+    OpenFile left(one, OpenFile::Mode::Read), right(other, OpenFile::Mode::Read);
+    std::string a(kPiece, '\0'), b(kPiece, '\0');
+    for (;;) {
+        const std::size_t read = left.read(a.data(), kPiece);
+        if (read != right.read(b.data(), kPiece)) return false;
+        if (a.compare(0, read, b, 0, read) != 0) return false;
+        if (read == 0) return true;
+    }
+}
+
+bool isKept(const Path& original, const Path& kept)
+{
+    return std::filesystem::equivalent(original, kept) ||
+           (std::filesystem::file_size(original) == std::filesystem::file_size(kept) &&
+            sameBytes(original, kept));
+}
+
+void keep(const Text& path)
+{
+    const Text wanted = path + u".Jet";
+    Text name = wanted;
+    for (int n = 2; databaseExists(name); ++n) {
+        if (isKept(existingPath(path), existingPath(name))) return;
+        name = wanted + decimal(n);
+    }
+    if (!linkDatabase(path, name)) copyFileContents(existingPath(path), targetPath(name), true);
+    flushFolderOf(path);
+}
+
+}
+
+void keepJetOriginal(const Text& path)
+{
+    try {
+        if (isJetFile(existingPath(path))) keep(path);
+    } catch (const std::system_error& failure) {
+        throw fileError(failure.code());
+    }
+}
+
+}
