@@ -14,7 +14,8 @@ constexpr TextView kComments = u"Tolvek　は　ＰｏｓｔＰｅｔ "
 
 // All in twips. The rule is drawn twice, the light one a pixel below the dark,
 // so that it looks cut into the form.
-constexpr float kRuleHeights[] = {1572, 1560};
+constexpr float kLightRule = 1572;
+constexpr float kDarkRule = 1560;
 constexpr Colour kRuleColours[] = {0xFFFFFF, 0x808080};
 constexpr float kFormWidth = 6480;
 constexpr float kMargin = 240;
@@ -75,8 +76,8 @@ void frmAbout::buildButtons()
 
 void frmAbout::layRules()
 {
-    for (int i = 0; i < Line1.size(); ++i)
-        Line1[i]->setPoints(0, kRuleHeights[i], kFormWidth, kRuleHeights[i]);
+    Line1[0]->setPoints(0, kLightRule, kFormWidth, kLightRule);
+    Line1[1]->setPoints(0, kDarkRule, kFormWidth, kDarkRule);
 }
 
 void frmAbout::Form_Load()

@@ -156,7 +156,7 @@ protected:
 
     fs::path install(const std::string& name) const
     {
-        const fs::path path = folder / name;
+        fs::path path = folder / name;
         writeBytes(path,
                    "#!/bin/sh\nprintf '" + name + "' >'" + (folder / "words").string() + "'\n");
         fs::permissions(path, fs::perms(0755));

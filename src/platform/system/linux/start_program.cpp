@@ -56,6 +56,7 @@ pid_t spawn(const std::filesystem::path& program, std::vector<std::string> argum
 {
     arguments.insert(arguments.begin(), program.string());
     std::vector<char*> words;
+    words.reserve(arguments.size() + 1);
     for (std::string& argument : arguments)
         words.push_back(argument.data());
     words.push_back(nullptr);
