@@ -12,15 +12,9 @@ namespace {
 
 class KnownTablesTest : public ArchiveFixture {
 protected:
-    void SetUp() override
-    {
-        ArchiveFixture::SetUp();
-        registerKnownTables();
-    }
     void TearDown() override
     {
         DBEngine::Abandon();
-        DBEngine::setKnownTables({});
         ArchiveFixture::TearDown();
     }
     // A database of the home platform as Old.Mdb.

@@ -17,6 +17,7 @@
 #include "shell/base/general.h"
 #include "shell/base/settings.h"
 #include "shell/base/state.h"
+#include "store/known_tables.h"
 #include "store/table_create.h"
 #include "support/msg_box_script.h"
 #include "support/temp_folder.h"
@@ -84,6 +85,7 @@ protected:
         gMyMailHandle = u"太郎";
         setConverterLibrary(givingBack());
         setEndHook([](int code) { throw ProgramEnd{code}; });
+        registerKnownTables();
         Table_Create();
     }
     void TearDown() override
