@@ -1,0 +1,150 @@
+#include "shell/backup_commands.h"
+
+#include "browse/navigator.h"
+#include "dialogs/frm_backup_file.h"
+#include "filter/filter_results.h"
+#include "filter/filter_rules.h"
+#include "friend/friend_names.h"
+#include "platform/forms/do_events.h"
+#include "platform/forms/msg_box.h"
+#include "platform/runtime/dates.h"
+#include "platform/runtime/numbers.h"
+#include "platform/runtime/paths.h"
+#include "shell/base/frm_tolvek.h"
+#include "shell/base/general.h"
+#include "shell/base/guard.h"
+#include "store/db_compress.h"
+#include "store/search_tables.h"
+
+namespace tolvek {
+
+namespace {
+
+// Also the name of the other backup command's reports.
+constexpr TextView kRoutine = u"memBackUp_FileEdit_Click";
+constexpr TextView kCaption = u"PostPet Mail 表示";
+
+Text livePath()
+{
+    return joinPath(appPath(), u"Tolvek.Mdb");
+}
+
+Text todaysPath()
+{
+    const DateTime today = now();
+    return joinPath(appPath(), u"Tolvek_" + format(today.year, u"0000") +
+                                   format(today.month, u"00") + format(today.day, u"00") + u".Mdb");
+}
+
+// The mails leave the live store, so No is what an idle key press gives.
+bool isConfirmed(const PassOver53& steps)
+{
+    MsgAnswer answer = MsgAnswer::No;
+    steps([&] {
+        answer = MsgBox(u"メールをバックします。\r\n     よろしいでしょうか？", MsgButtons::YesNo,
+                        kApplicationTitle, MsgIcon::None, MsgAnswer::No);
+    });
+    return answer == MsgAnswer::Yes;
+}
+
+// Once a day, whoever made the file: it is never written over.
+bool isFirstToday(const PassOver53& steps, const Text& backUp)
+{
+    if (FileNameCheck(backUp) == 0) return true;
+    steps([] {
+        MsgBox(u"今日はすでに１回バックアップを実行しています。\r\n"
+               u"バックアップは，１日１回しか出来ません。");
+    });
+    return false;
+}
+
+bool beginBackUp(const PassOver53& steps, frmTolvek& form)
+{
+    return steps([&] { dspEnable(form, false, 0); }, [&] { form.txtMail->setText({}); },
+                 [&] { form.lblHead->setCaption({}); }, [&] { form.lstSubject->Clear(); },
+                 [] {
+                     setStatusLines(u"", u"　Ｔｏｌｖｅｋの各データを", u"　　　更新しています。",
+                                    u"　少々お待ちください。", u"", u"");
+                 },
+                 [] { gBusyFlag = -1; }, [&] { dspStatus(form, true, gStatusLines); });
+}
+
+void emptyTable(const Statement& sql)
+{
+    inTransaction([&] { gDb.Execute(sql, dbFailOnError); });
+}
+
+// Files change their names here, so nothing may be open: a question that was
+// refused has left gDb so. What the second compaction gives back is a whole file on the disk, or
+// else an error that isn't 53: no row is deleted before every mail stands in the backup.
+bool moveMails(const PassOver53& steps, const Text& backUp)
+{
+    return steps([] { gDbPath = livePath(); }, [] { gDb.Close(); }, [] { dbCompress(gDbPath); },
+                 [&] { DBEngine::CompactDatabase(gDbPath, backUp); },
+                 [] { gWs = DBEngine::Workspaces(0); },
+                 [] { gDb = DBEngine::OpenDatabase(gDbPath); },
+                 [] { emptyTable(Statement{u"DELETE FROM tblFilterData"}); },
+                 [] { emptyTable(Statement{u"DELETE FROM tblTolvek"}); },
+                 [] { emptyTable(Statement{u"DELETE FROM tblSearch_Addresses"}); },
+                 [] { emptyTable(Statement{u"DELETE FROM tblSearch_Name"}); }, [] { gDb.Close(); });
+}
+
+// As after every change of the mails, here of none at all.
+bool rebuildLists(const PassOver53& steps)
+{
+    return steps(DoEvents, edFriendName, DoEvents, edSearch_Name, DoEvents, edSearch_Addr, DoEvents,
+                 tblFilterData_Sel);
+}
+
+bool endBackUp(const PassOver53& steps, frmTolvek& form)
+{
+    return steps([&] { dspNavigator(form); }, [] { gBusyFlag = 0; },
+                 [&] { dspStatus(form, false, gStatusLines); },
+                 [&] { dspEnable(form, true, gBackUpDisp); });
+}
+
+}
+
+void memBackUp_FileEdit_Click(frmTolvek& form)
+{
+    const PassOver53 steps{kRoutine};
+    if (!isConfirmed(steps)) return;
+    Text backUp;
+    if (!steps([&] { backUp = todaysPath(); }) || !isFirstToday(steps, backUp)) return;
+    beginBackUp(steps, form) && moveMails(steps, backUp) && rebuildLists(steps) &&
+        endBackUp(steps, form);
+}
+
+// The store on display changes before the commands know of it: nothing may be
+// pressed while the lists fill and yield, or a reading of mail would go into
+// the backup.
+void memBackUp_FileSelect_Click(frmTolvek& form)
+{
+    const ResumeNext on{kRoutine};
+    frmBackUpFile dialog(form);
+    on([] { gBackUpFile.clear(); });
+    on([&] { dialog.ShowModal(&form); });
+    if (trim(gBackUpFile).empty()) return;
+    on([&] { dspEnable(form, false, 0); });
+    on([&] { form.setCaption(Text(kCaption) + u" （ ﾊﾞｯｸｱｯﾌﾟ ﾌｧｲﾙ : " + gBackUpFile + u" ）"); });
+    on([] { gDbPath = joinPath(appPath(), gBackUpFile); });
+    on([&] { dspSelData(form); });
+    on([] { gBackUpDisp = 1; });
+    on([&] { dspEnable(form, false, 1); });
+}
+
+// A view of the backup's rules has put them in the memory's place, from where
+// the next filter run would take them.
+void memNomalDisp_Click(frmTolvek& form)
+{
+    const ResumeNext on{u"memNomalDisp_Click"};
+    on([&] { dspEnable(form, false, 0); });
+    on([&] { form.setCaption(kCaption); });
+    on([] { gDbPath = livePath(); });
+    on([&] { dspSelData(form); });
+    on([] { tblFilter_Get(); });
+    on([] { gBackUpDisp = 0; });
+    on([&] { dspEnable(form, true, gBackUpDisp); });
+}
+
+}
