@@ -4,6 +4,22 @@
 namespace tolvek::test {
 namespace {
 
+// Where temporary files go, for the length of a test.
+class TempVariable {
+public:
+    explicit TempVariable(const Path& folder)
+    {
+        if (const char* before = std::getenv("TMPDIR")) before_ = before;
+        setenv("TMPDIR", folder.c_str(), 1);
+    }
+    ~TempVariable() { before_ ? setenv("TMPDIR", before_->c_str(), 1) : unsetenv("TMPDIR"); }
+    TempVariable(const TempVariable&) = delete;
+    TempVariable& operator=(const TempVariable&) = delete;
+
+private:
+    std::optional<std::string> before_;
+};
+
 class JetCopyTest : public JetTest {
 protected:
     JetCopyTest() { given("current_jet4"); }
@@ -129,9 +145,7 @@ TEST_F(JetCopyTest, AFileOfOurFormatInItsPlaceIsOpenedItself)
 TEST_F(JetCopyTest, NothingIsLeftAmongTheTemporaryFiles)
 {
     const TempFolder temp;
-    const char* before = std::getenv("TMPDIR");
-    const std::string kept = before ? before : "";
-    setenv("TMPDIR", temp.path().c_str(), 1);
+    const TempVariable variable(temp.path());
     Database database = DBEngine::OpenDatabase(path());
     EXPECT_EQ(mails(database), 56);
     EXPECT_TRUE(std::filesystem::is_empty(temp.path())); // also while it is open
@@ -141,7 +155,6 @@ TEST_F(JetCopyTest, NothingIsLeftAmongTheTemporaryFiles)
     std::filesystem::remove(temp.path());
     given("current_jet4");
     EXPECT_EQ(errorOfOpening(), 75);
-    before ? setenv("TMPDIR", kept.c_str(), 1) : unsetenv("TMPDIR");
 }
 
 TEST_F(JetCopyTest, ADatabaseClosesWithItsEngine)

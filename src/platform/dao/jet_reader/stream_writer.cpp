@@ -28,6 +28,7 @@ StreamWriter::~StreamWriter()
 
 void StreamWriter::put(std::string_view bytes)
 {
+    if (bytes.empty()) return; // fwrite wants a place even then
     if (std::fwrite(bytes.data(), 1, bytes.size(), file_) != bytes.size()) std::abort();
 }
 
