@@ -20,6 +20,7 @@ namespace {
 constexpr int kDeviceUnavailable = 68;
 constexpr int kLevel = Qt::UserRole;
 constexpr int kIndent = 12; // pixels for each level
+constexpr int kIcon = 16;   // pixels; styles make open and closed folders of two sizes
 
 class IndentedRow : public QStyledItemDelegate {
 public:
@@ -103,6 +104,7 @@ DirListBox::DirListBox(Container container, TextView name) : ControlOf(container
     setItemDelegate(new IndentedRow(this));
     setSelectionMode(SingleSelection);
     setEditTriggers(NoEditTriggers);
+    setIconSize({kIcon, kIcon});
     setTabKeyNavigation(false);
     setHorizontalScrollMode(ScrollPerPixel);
 }
