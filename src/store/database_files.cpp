@@ -87,6 +87,7 @@ void replaceDatabase(const Text& from, const Text& to)
         if (!fileExists(source)) throw RuntimeError(53);
         removeCompanions(target);
         replaceFile(source, target);
+        moveCompanions(source, target);
     });
 }
 

@@ -17,17 +17,24 @@ namespace tolvek {
 // Where the progress lines go: the splash form's label.
 using UpgradeProgress = std::function<void(TextView)>;
 
-// Sets gDbPath. Reports its own failures; a failed copy is told, the old
-// database put back under its name, and the program ended.
+// Sets gDbPath. Without a database there a new one is made, and `Ver` stays. Any
+// failure but a missing file is told and ends the program with the old database
+// under its name, or with the mark set, and without `Ver`: the next start tries
+// again.
 void VerUp300(const UpgradeProgress& progress);
 
-// The copy alone: from gDbPath + ".V300" into the new database at gDbPath.
+// The copy alone: from gDbPath + ".V300" into the new database at gDbPath. A
+// failure is told, the old database put back under its name, and the program
+// ended; without an old one it is error 53.
 void Ver300_DBUpGrade(const UpgradeProgress& progress);
 
-// At a start, before anything looks at the database: an upgrade that was cut
-// off (the mark stands; or there is no database but a ".V300") is undone, as a
-// failed one is, when the upgrade is still needed. When it isn't, `Ver` had
-// been written and only the mark is left to be removed. Asks and tells nothing.
+// At a start, before anything looks at the database and after restoreFromNew
+// (where no database stands, a whole .New is newer than any .V300): an upgrade
+// that was cut off (the mark stands; or there is no database but a .V300) is
+// undone, as a failed one is, when the upgrade is still needed. When it isn't,
+// `Ver` had been written and only the mark is left to be removed. Asks and tells
+// nothing; after a failure no start may go on to the upgrade, which would delete
+// the .V300.
 void settleCutOffUpgrade(const Text& path, bool stillNeeded);
 
 }

@@ -61,6 +61,8 @@ void iniRead(frmTolvek& form);
 // Writes everything; the first refused key is told and ends the program.
 void iniWrite(const WindowPlacement& window);
 void iniWrite(frmTolvek& form);
+// The running version into gVer and the file; a refusal is told in the same way.
+void writeVersion();
 
 // A measure of the friend editor as its fields hold it: on a very large or a
 // second screen it may lie beyond 16 bits and stops at their end.

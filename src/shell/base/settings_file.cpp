@@ -144,12 +144,6 @@ void writePostPetOptions()
     DoEvents();
 }
 
-void writeVersion()
-{
-    gVer = Int16(kAppMajor * 100 + kAppMinor * 10 + kAppRevision);
-    writeNumber(kEnvironment, u"Ver", gVer);
-}
-
 // A maximised window's values are written like any others; a minimised one
 // leaves the last values in the file.
 void writePosition(const WindowPlacement& window)
@@ -198,6 +192,12 @@ void iniRead(WindowPlacement& window)
         CopyFileA(gIniPath, gIniPath + u".Old", 0);
         throw;
     }
+}
+
+void writeVersion()
+{
+    gVer = Int16(kAppMajor * 100 + kAppMinor * 10 + kAppRevision);
+    writeNumber(kEnvironment, u"Ver", gVer);
 }
 
 void iniWrite(const WindowPlacement& window)
