@@ -1,0 +1,124 @@
+// What must never happen to the mails in a backup, wherever it is cut off or
+// fails: that one of them stands nowhere.
+#include "shell/backup_fixture.h"
+#include "store/database_files.h"
+#include "store/db_compress.h"
+#include "store/db_start.h"
+#include "store/fault_injection.h"
+
+#include <algorithm>
+
+namespace tolvek::test {
+namespace {
+
+class BackUpFaultsTest : public BackUpTest {
+protected:
+    void SetUp() override
+    {
+        BackUpTest::SetUp();
+        form.Hide(); // the threads that paint don't go along into a child process
+        setMsgBoxHandler([](const MsgBoxRequest& box) {
+            return box.buttons == MsgButtons::YesNo ? MsgAnswer::Yes : MsgAnswer::Ok;
+        });
+    }
+    Text backUpPath() const { return pathOf(u"Tolvek_20000225.Mdb"); }
+    void backUpByForm() { memBackUp_FileEdit_Click(form); }
+
+    // All the mails or none, in the live store too; a backup is there with all
+    // of them or isn't there. True when the live ones are gone.
+    bool isMoved(int operation)
+    {
+        const Texts live = subjectsIn(gDbPath);
+        EXPECT_TRUE(live == kBothSubjects || live.empty()) << "operation " << operation;
+        if (databaseExists(backUpPath())) {
+            EXPECT_EQ(subjectsIn(backUpPath()), kBothSubjects) << "operation " << operation;
+        } else {
+            EXPECT_EQ(live, kBothSubjects) << "operation " << operation;
+        }
+        EXPECT_EQ(rows(u"tblFriend"), 1) << "operation " << operation;
+        EXPECT_EQ(rows(u"tblFilter"), 2) << "operation " << operation;
+        return live.empty();
+    }
+    void check(int operation)
+    {
+        restoreFromNew(gDbPath); // what a start does first
+        ASSERT_TRUE(databaseExists(gDbPath)) << "operation " << operation;
+        const bool moved = isMoved(operation);
+        dbCompress(gDbPath);
+        EXPECT_EQ(isMoved(operation), moved) << "a start, operation " << operation;
+        if (moved) ++movedRuns;
+    }
+
+    KeptFolder kept{folder.path()};
+    int movedRuns = 0;
+};
+
+TEST_F(BackUpFaultsTest, AnEndAtAnyMomentLosesNoMail)
+{
+    kept.keep();
+    endAtEachOperation([this] { backUpByForm(); },
+                       [&](int operation) {
+                           check(operation);
+                           kept.putBack();
+                       });
+    EXPECT_GT(movedRuns, 10);
+}
+
+TEST_F(BackUpFaultsTest, AFailureOfAnyOperationLosesNoMail)
+{
+    kept.keep();
+    failEachOperation([this] { backUpByForm(); },
+                      [&](int operation) {
+                          check(operation);
+                          kept.putBack();
+                      });
+    EXPECT_GT(movedRuns, 10);
+}
+
+// A power cut keeps what was forced to the disk and no more: the backup's
+// contents and then its name come before the first row that goes.
+TEST_F(BackUpFaultsTest, TheBackUpIsOnTheDiskBeforeTheFirstMailIsDeleted)
+{
+    std::vector<std::string> seen;
+    setFileProbe([&](FileOperation operation, const Path& path) {
+        const std::string name = path.filename().string();
+        const bool ofBackUp = name.starts_with("Tolvek_20000225.Mdb");
+        const bool ofLive = name == "Tolvek.Mdb" || name.starts_with("Tolvek.Mdb-");
+        if (ofBackUp && operation == FileOperation::Write) seen = {"backup written"};
+        if (ofBackUp && operation == FileOperation::Flush) seen.push_back("backup flushed");
+        if (ofBackUp && operation == FileOperation::Rename) seen.push_back("backup named");
+        if (operation == FileOperation::FlushFolder && path == folder.path())
+            seen.push_back("folder flushed");
+        if (ofLive && operation == FileOperation::Write) seen.push_back("live written");
+    });
+    backUpByForm();
+    setFileProbe({});
+    const auto live = std::find(seen.begin(), seen.end(), "live written");
+    ASSERT_NE(live, seen.end());
+    seen.erase(live + 1, seen.end());
+    seen.erase(std::unique(seen.begin(), seen.end()), seen.end());
+    EXPECT_EQ(seen, (std::vector<std::string>{"backup written", "backup flushed", "backup named",
+                                              "folder flushed", "live written"}));
+}
+
+// What a kill leaves of the side file is in nobody's way on the same day.
+TEST_F(BackUpFaultsTest, AnotherTryOnTheSameDayGetsThrough)
+{
+    const auto killed = [this] {
+        setFileProbe([](FileOperation operation, const Path& path) {
+            if (operation == FileOperation::Rename &&
+                path.filename() == "Tolvek_20000225.Mdb.Compact")
+                leaveProcess(kCutOff);
+        });
+        backUpByForm();
+        return 0;
+    };
+    EXPECT_EQ(ChildProcess(killed).exitCode(), kCutOff);
+    ASSERT_TRUE(exists("Tolvek_20000225.Mdb.Compact"));
+    backUpByForm();
+    EXPECT_TRUE(isMoved(0));
+    EXPECT_FALSE(exists("Tolvek_20000225.Mdb.Compact"));
+}
+
+}
+}
