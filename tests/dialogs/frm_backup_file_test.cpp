@@ -2,6 +2,7 @@
 
 #include "platform/runtime/paths.h"
 #include "shell/base/frm_tolvek.h"
+#include "support/dialog_checks.h"
 #include "support/modal_script.h"
 #include "support/msg_box_script.h"
 #include "support/screen_driver.h"
@@ -217,14 +218,9 @@ TEST_F(BackUpFileTest, TabGoesFromTheListToTheButtons)
 {
     put("Tolvek_20000225.Mdb");
     atDialog([&] {
-        dialog.lstBackUpFile->setFocus();
-        for (QWidget* const next :
-             {static_cast<QWidget*>(dialog.lstBackUpFile), static_cast<QWidget*>(dialog.cmdOK),
-              static_cast<QWidget*>(dialog.cmdCancel)}) {
-            EXPECT_EQ(dialog.window()->focusWidget(), next);
-            EXPECT_TRUE(dialog.client().rect().contains(next->geometry()));
-            test::key(*next, Qt::Key_Tab);
-        }
+        const std::vector<QWidget*> way{dialog.lstBackUpFile, dialog.cmdOK, dialog.cmdCancel};
+        test::expectTabWay(dialog.window(), way);
+        test::expectApart(way);
         cancel();
     });
 }
