@@ -4,6 +4,8 @@
 #include "platform/runtime/paths.h"
 #include "platform/system/files.h"
 
+#include <cstdlib>
+
 namespace tolvek {
 
 namespace {
@@ -12,10 +14,24 @@ using std::filesystem::path;
 
 constexpr const char* kSideSuffix = ".Compact";
 
+// The check tells of a page that the disk didn't give in the same words as of
+// a damaged one, with the engine's code behind them.
+bool isUnread(const Text& found)
+{
+    constexpr TextView kWords = u"unable to get the page. error code=";
+    const auto at = found.find(kWords);
+    if (at == Text::npos) return false;
+    const std::string code = toUtf8(TextView(found).substr(at + kWords.size()));
+    return (std::atoi(code.c_str()) & 0xFF) == SQLITE_IOERR;
+}
+
+// A disk that fails once is no damage: 3343 makes the user be asked whether the
+// database is to be given up.
 void requireSound(Connection& connection)
 {
-    if (connection.pragma(u"PRAGMA integrity_check") != u"ok")
-        throw RuntimeError(3343, pathText(connection.path()));
+    const Text found = connection.pragma(u"PRAGMA integrity_check");
+    if (found == u"ok") return;
+    throw isUnread(found) ? RuntimeError(75) : RuntimeError(3343, pathText(connection.path()));
 }
 
 void writeCopy(Connection& source, const path& side)
@@ -25,11 +41,19 @@ void writeCopy(Connection& source, const path& side)
     query->bind(1, TextView(pathText(side))).run();
 }
 
+// The source has been found sound, so a copy that isn't was spoilt on its way.
+// Told as 3343 it would be taken for the source's damage, and a whole database
+// be offered to be replaced by an empty one.
 void verify(const path& side)
 {
-    const auto copy = Connection::open(side);
-    requireSound(*copy);
-    copy->close();
+    try {
+        const auto copy = Connection::open(side);
+        requireSound(*copy);
+        copy->close();
+    } catch (const RuntimeError& error) {
+        if (error.number() == 3343) throw RuntimeError(75);
+        throw;
+    }
 }
 
 void copyOwn(const std::shared_ptr<Connection>& source, const path& side)
