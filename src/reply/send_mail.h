@@ -19,11 +19,11 @@ void startPostPet();
 // isReply -1: to the sender of the subject list's row, with its subject; 0: to
 // the address, without one. A failed subject is passed over; any other failure
 // is told, and gPostPetPid is 0 then.
-void SendMail(frmTolvek& form, Int16 row, const Text& address, Int16 isReply);
+void SendMail(Form& form, Int16 row, const Text& address, Int16 isReply);
 
 // The reply button of the main window.
 void comSendMail_Click(frmTolvek& form);
 // The mail button of the friend editor; its own failures are untrapped.
-void cmdSndMail_Click(Form& editor, frmTolvek& main, const Text& address);
+void cmdSndMail_Click(Form& editor, const Text& address);
 
 }

@@ -5,7 +5,12 @@
 #include "browse/filter_run.h"
 #include "browse/navigator.h"
 #include "browse/subject_list.h"
+#include "dialogs/frm_about.h"
+#include "dialogs/frm_option.h"
 #include "filter/filter_rules.h"
+#include "friend/ed_friend.h"
+#include "friend/friend_book_file.h"
+#include "friend/friend_commands.h"
 #include "import/mail_box_read.h"
 #include "import/mail_box_table.h"
 #include "platform/forms/do_events.h"
@@ -14,8 +19,10 @@
 #include "platform/runtime/dates.h"
 #include "platform/runtime/directory.h"
 #include "platform/runtime/paths.h"
+#include "shell/backup_commands.h"
 #include "shell/base/general.h"
 #include "shell/base/settings.h"
+#include "shell/store_commands.h"
 #include "shell/win_help.h"
 
 namespace tolvek {
@@ -58,7 +65,9 @@ void frmTolvekEvents::buildControls()
 {
     frmTolvek::buildControls();
     connectEvents();
-    connectMenus();
+    connectStoreMenus();
+    connectFriendMenus();
+    connectOtherMenus();
 }
 
 void frmTolvekEvents::connectEvents()
@@ -74,13 +83,34 @@ void frmTolvekEvents::connectEvents()
     onEvent(Timer1, &Timer::Tick, [this] { Timer1_Timer(); });
 }
 
-void frmTolvekEvents::connectMenus()
+void frmTolvekEvents::connectStoreMenus()
 {
+    onEvent(memExport, &MenuEntry::Click, [this] { memExport_Click(*this); });
+    onEvent(memInport, &MenuEntry::Click, [this] { memInport_Click(*this); });
+    onEvent(memDBEdit, &MenuEntry::Click, [this] { memDBEdit_Click(*this); });
     onEvent(memEnd, &MenuEntry::Click, [this] { memEnd_Click(); });
+    onEvent(memBackUp_FileEdit, &MenuEntry::Click, [this] { memBackUp_FileEdit_Click(*this); });
+    onEvent(memBackUp_FileSelect, &MenuEntry::Click, [this] { memBackUp_FileSelect_Click(*this); });
+    onEvent(memNomalDisp, &MenuEntry::Click, [this] { memNomalDisp_Click(*this); });
+}
+
+void frmTolvekEvents::connectFriendMenus()
+{
+    onEvent(memFriend_F, &MenuEntry::Click, [this] { memFriend_F_Click(*this, friendEditor_); });
+    onEvent(memFriend_P, &MenuEntry::Click, [this] { memFriend_P_Click(*this, friendEditor_); });
+    onEvent(memFriend_A, &MenuEntry::Click, [this] { memFriend_A_Click(*this, friendEditor_); });
+    onEvent(memAddressAdd, &MenuEntry::Click, [this] { memAddressAdd_Click(*this); });
+    onEvent(memFriendEd, &MenuEntry::Click, [this] { memFriendEd_Click(*this); });
+}
+
+void frmTolvekEvents::connectOtherMenus()
+{
     onEvent(memNameOrAddr, &MenuEntry::Click, [this] { memNameOrAddr_Click(*this); });
     onEvent(memFilter, &MenuEntry::Click, [this] { memFilter_Click(*this, filterEditor_); });
     onEvent(memFilterGo, &MenuEntry::Click, [this] { memFilterGo_Click(*this); });
+    onEvent(memEnv, &MenuEntry::Click, [this] { memEnv_Click(*this); });
     onEvent(memHelp, &MenuEntry::Click, [this] { memHelp_Click(); });
+    onEvent(memVar, &MenuEntry::Click, [this] { memVar_Click(*this); });
 }
 
 void frmTolvekEvents::Form_Initialize()
@@ -94,6 +124,8 @@ void frmTolvekEvents::Form_Initialize()
     applyMailFont(*this, on, FlagText::WithComma);
     clearState(on);
     on([this] { dspSelData(*this); });
+    on([] { completeFriendEdit(); }); // the library is about to write over Friend.Tmp
+    on([] { edFriend(); });
     on([] { tblFilter_Get(); });
 }
 
@@ -102,6 +134,7 @@ void frmTolvekEvents::askForSettings(const ResumeNext& on)
 {
     if (!trim(gMyMailAddr).empty()) return;
     on([] { MsgBox(u"あなたのＰＣの環境を設定してください。"); });
+    on([this] { frmOption().ShowModal(this); });
     applyMailFont(*this, on, FlagText::WithComma);
     on([] { DoEventsNow(); });
 }

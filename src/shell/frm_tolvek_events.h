@@ -5,6 +5,7 @@
 // its next statement, so that the closing steps of each are always reached.
 #pragma once
 #include "filter/frm_filter.h"
+#include "friend/frm_friend.h"
 #include "shell/base/frm_tolvek.h"
 #include "shell/base/guard.h"
 
@@ -18,7 +19,9 @@ protected:
 
 private:
     void connectEvents();
-    void connectMenus();
+    void connectStoreMenus();
+    void connectFriendMenus();
+    void connectOtherMenus();
     void comEnd_Click();
     void memEnd_Click();
     void memHelp_Click();
@@ -28,7 +31,9 @@ private:
     void askForSettings(const ResumeNext& on);
     void clearPanes(const ResumeNext& on);
 
-    frmFilter filterEditor_; // kept, for what it remembers from opening to opening
+    // Kept, for what they remember from opening to opening.
+    frmFilter filterEditor_;
+    frmFriend friendEditor_;
 };
 
 }

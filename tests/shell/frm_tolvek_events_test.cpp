@@ -22,8 +22,6 @@ using test::mail;
 using test::ModalScript;
 using test::ProgramEnd;
 
-const TextView kFirstStart = u"あなたのＰＣの環境を設定してください。";
-
 std::string settingsFile(const std::string& more = {})
 {
     return "[PostPet Mail Option]\r\nMy Mail Addr=taro@example.jp\r\n" + more;
@@ -144,32 +142,6 @@ TEST_F(TolvekEventsTest, TheStartTakesTheMailFontFromTheSettings)
     EXPECT_EQ(form.txtMail->FontSize(), 14);
     EXPECT_TRUE(form.txtMail->FontBold());
     EXPECT_TRUE(form.txtMail->FontItalic());
-}
-
-TEST_F(TolvekEventsTest, WithoutAnAddressTheSettingsAreAskedForBeforeTheNavigatorIsFilled)
-{
-    givenTwoMailsOfHanako();
-    test::writeBytes(file("TOLVEK.ini"), "[PostPet Mail Option]\r\nMy Mail Addr=\x81\x40 \r\n");
-    boxes.expectAndLook(kFirstStart, MsgAnswer::Ok, [&] {
-        EXPECT_EQ(form.lstNameOrAddr->ListCount(), 0);
-        EXPECT_FALSE(form.Visible());
-    });
-    form.Show();
-    EXPECT_EQ(form.lstNameOrAddr->ListCount(), 2);
-}
-
-// An unusable style fails at each application of the font.
-TEST_F(TolvekEventsTest, WithoutAnAddressTheFontIsAppliedTwice)
-{
-    std::vector<Text> titles;
-    setMsgBoxHandler([&](const MsgBoxRequest& box) {
-        titles.push_back(box.title);
-        return MsgAnswer::Ok;
-    });
-    test::writeBytes(file("TOLVEK.ini"), "[Mail Font]\r\nMail Text Font Style=\r\n");
-    form.Show();
-    const Text failed = u"エラーメッセージ (Form_Initialize)";
-    EXPECT_EQ(titles, (std::vector<Text>{u"Tolvek", failed, failed}));
 }
 
 TEST_F(TolvekEventsTest, AValueThatCantBeReadIsToldAndTheStartGoesOn)

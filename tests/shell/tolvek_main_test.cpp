@@ -7,6 +7,7 @@
 #include "store/db_start.h"
 #include "store/search_tables.h"
 #include "support/archive_fixture.h"
+#include "support/modal_script.h"
 
 #include <map>
 
@@ -18,6 +19,11 @@ using test::mail;
 using test::ProgramEnd;
 
 const TextView kFirstStart = u"あなたのＰＣの環境を設定してください。";
+
+const TextView kRepair = u"DBの読み込み中にエラーが発生しました。\r\n"
+                         u"   BackUpファイルから修復しますか？";
+const TextView kAnew = u"DBの読み込み中にエラーが発生しました。\r\n"
+                       u"   新しい DB を作りますか？";
 
 // A folder with nothing in it but what a test puts there.
 class MainTest : public ArchiveFixture {
@@ -113,6 +119,8 @@ TEST_F(MainTest, AnEmptyFolderGetsAnArchiveOfSixTablesAndTheMainWindowComesUp)
         EXPECT_TRUE(splash.Visible());
         EXPECT_FALSE(window.Visible());
     });
+    const test::ModalScript settings(
+        "frmOption", [](QWidget& shown) { test::press(shown, "cmbCancel"); });
     start();
     expectMainWindow();
     EXPECT_EQ(gDbPath, joinPath(appPath(), u"Tolvek.Mdb"));
@@ -214,20 +222,47 @@ TEST_F(MainTest, ASettingsFileWithoutThePostPetFolderGivesTheDefault)
     EXPECT_EQ(gPostPetDir, u"C:\\Program Files\\So-net\\PostPet for Windows ver. 2.0");
 }
 
-TEST_F(MainTest, ADamagedDatabaseIsToldAndTheMainWindowComesUpAllTheSame)
+TEST_F(MainTest, ADamagedDatabaseIsAskedForAndARefusalEndsTheProgramWithTheFileUntouched)
 {
     givenSettings("331");
     test::writeBytes(file("Tolvek.Mdb"), std::string(5000, 'x'));
-    std::vector<Text> titles;
+    boxes.expect(kAnew, MsgAnswer::No, u"Tolvek");
+    boxes.expect(u"DB が壊れています\r\n   修復が必要です。", MsgAnswer::Ok, u"Tolvek");
+    EXPECT_THROW(start(), ProgramEnd);
+    EXPECT_FALSE(window.Loaded());
+    EXPECT_EQ(test::readBytes(file("Tolvek.Mdb")), std::string(5000, 'x'));
+}
+
+TEST_F(MainTest, ADamagedDatabaseIsRepairedFromTheBak)
+{
+    givenSettings("331");
+    gDbPath = joinPath(appPath(), u"Tolvek.Mdb");
+    Table_Create();
+    store(mail(u"hanako@example.jp", u"taro@example.jp"));
+    renameFile(file("Tolvek.Mdb"), file("Tolvek.Mdb.Bak"));
+    test::writeBytes(file("Tolvek.Mdb"), std::string(5000, 'x'));
+    boxes.expect(kRepair, MsgAnswer::Yes, u"Tolvek");
+    start();
+    expectMainWindow();
+    EXPECT_EQ(rows(u"tblTolvek"), 1);
+}
+
+// The new one stands as .Bak, as users know it.
+TEST_F(MainTest, ADamagedDatabaseThatIsGivenUpLeavesAnEmptyBak)
+{
+    givenSettings("331");
+    test::writeBytes(file("Tolvek.Mdb"), std::string(5000, 'x'));
+    std::vector<Text> told;
     setMsgBoxHandler([&](const MsgBoxRequest& box) {
-        titles.push_back(box.title);
-        return box.buttons == MsgButtons::YesNo ? MsgAnswer::No : MsgAnswer::Ok;
+        told.push_back(box.text);
+        return box.buttons == MsgButtons::YesNo && told.size() > 1 ? MsgAnswer::No
+                                                                   : MsgAnswer::Yes;
     });
     start();
-    ASSERT_FALSE(titles.empty());
-    EXPECT_EQ(titles[0], u"エラーメッセージ (dbCompress)");
-    expectMainWindow();
-    EXPECT_EQ(test::readBytes(file("Tolvek.Mdb")), std::string(5000, 'x'));
+    ASSERT_FALSE(told.empty());
+    EXPECT_EQ(told[0], kAnew);
+    EXPECT_FALSE(exists("Tolvek.Mdb"));
+    EXPECT_EQ(rows(u"tblTolvek", gDbPath + u".Bak"), 0);
 }
 
 TEST_F(MainTest, TheSplashStandsWhileTheDatabaseIsMadeAndCompactedAndCantBeClosed)
@@ -271,8 +306,7 @@ TEST_F(MainTest, APreviousGenerationWithMailOutlivesTheCreationOfANewArchive)
     EXPECT_EQ(rows(u"tblTolvek", gDbPath + u".Kept"), 1);
 }
 
-// Without a new archive no compaction will rotate over the previous generation.
-TEST_F(MainTest, ACreationThatFailsLeavesThePreviousGenerationAlone)
+TEST_F(MainTest, ACreationThatFailsLeavesThePreviousGenerationKeptAside)
 {
     givenSettings("331");
     gDbPath = joinPath(appPath(), u"Tolvek.Mdb");
@@ -288,8 +322,25 @@ TEST_F(MainTest, ACreationThatFailsLeavesThePreviousGenerationAlone)
     });
     start();
     setFileProbe({});
-    EXPECT_FALSE(exists("Tolvek.Mdb.Bak.Kept"));
-    EXPECT_FALSE(exists("Tolvek.Mdb.Kept"));
+    EXPECT_EQ(rows(u"tblTolvek", gDbPath + u".Kept"), 1);
+}
+
+// Going on, the creation and the compaction behind it would delete it.
+TEST_F(MainTest, APreviousGenerationThatCantBeKeptAsideEndsTheStart)
+{
+    givenSettings("331");
+    gDbPath = joinPath(appPath(), u"Tolvek.Mdb");
+    Table_Create();
+    store(mail(u"hanako@example.jp", u"taro@example.jp"));
+    renameFile(file("Tolvek.Mdb"), file("Tolvek.Mdb.Bak"));
+    setFileProbe([](FileOperation operation, const Path& path) {
+        if (operation == FileOperation::Rename && path.extension() == ".Bak")
+            throw std::system_error(std::make_error_code(std::errc::io_error));
+    });
+    setMsgBoxHandler([](const MsgBoxRequest&) { return MsgAnswer::Ok; });
+    EXPECT_THROW(start(), ProgramEnd);
+    setFileProbe({});
+    EXPECT_FALSE(exists("Tolvek.Mdb"));
     EXPECT_EQ(rows(u"tblTolvek", gDbPath + u".Bak"), 1);
 }
 

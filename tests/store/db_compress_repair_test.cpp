@@ -38,8 +38,6 @@ protected:
         return column(Statement{u"SELECT tblTolvek_Subject FROM tblTolvek"}, 0, path);
     }
     static std::vector<Text> ofTheBak() { return {u"前の起動のとき"}; }
-
-    MsgBoxScript boxes;
 };
 
 TEST_F(RepairTest, OnYesTheDatabaseIsThatOfTheBakAndTheBakHoldsTheSame)
