@@ -9,6 +9,7 @@
 #include "shell/base/general.h"
 #include "shell/base/guard.h"
 #include "shell/base/settings.h"
+#include "store/database_files.h"
 #include "store/db_compress.h"
 #include "store/db_start.h"
 #include "store/table_create.h"
@@ -28,16 +29,33 @@ void refuseSecondCopy(const ResumeNext& on)
     endProgram();
 }
 
+Text databasePath()
+{
+    return joinPath(appPath(), u"Tolvek.Mdb");
+}
+
+// What can't be settled is told and ends the program, with the files as they
+// are: the steps behind would delete the very file that is still to be put back.
+void settleEarlierRun(const ResumeNext& on, bool upgrade)
+{
+    const bool settled =
+        on([] { restoreFromNew(databasePath()); }) &&
+        on([&] { settleCutOffUpgrade(databasePath(), upgrade); }) &&
+        (databaseExists(databasePath()) || on([] { keepBackUpAside(databasePath()); }));
+    if (!settled) endProgram();
+}
+
 void findDatabase(const ResumeNext& on)
 {
     on([] { gHelpPath = joinPath(appPath(), u"Tolvek.hlp"); });
-    on([] { gDbPath = joinPath(appPath(), u"Tolvek.Mdb"); });
-    if (FileNameCheck(gDbPath) != 0) return;
-    on([] { restoreFromNew(gDbPath); });
-    if (FileNameCheck(gDbPath) != 0) return;
-    on([] { Table_Create(); });
-    if (FileNameCheck(gDbPath) == 0) return; // nothing will rotate over the .Bak then
-    on([] { keepBackUpAside(gDbPath); });
+    on([] { gDbPath = databasePath(); });
+    if (FileNameCheck(gDbPath) == 0) on([] { Table_Create(); });
+}
+
+// A splash that failed to come up has no label.
+void showProgress(frmSplash& splash, TextView line)
+{
+    if (splash.Loaded()) splash.lblWarning->setCaption(line);
 }
 
 }
@@ -56,6 +74,16 @@ bool upgradeNeeded(TextView Ver)
     return !newer;
 }
 
+void prepareDatabase(TextView Ver, const UpgradeProgress& progress)
+{
+    const ResumeNext on{u"Main"};
+    const bool upgrade = upgradeNeeded(Ver);
+    settleEarlierRun(on, upgrade);
+    if (upgrade) on([&] { VerUp300(progress); });
+    findDatabase(on);
+    on([] { dbCompress(gDbPath); });
+}
+
 void Main(frmSplash& splash, frmTolvek& window)
 {
     const ResumeNext on{u"Main"};
@@ -64,8 +92,7 @@ void Main(frmSplash& splash, frmTolvek& window)
     on([&] { splash.Refresh(); });
     Text Ver;
     on([&] { Ver = lastVersion(); });
-    findDatabase(on);
-    on([] { dbCompress(gDbPath); });
+    prepareDatabase(Ver, [&](TextView line) { showProgress(splash, line); });
     on([&] { window.Load(); });
     on([&] { window.Show(); });
     on([&] { splash.Unload(); });

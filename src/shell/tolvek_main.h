@@ -6,6 +6,7 @@
 #pragma once
 #include "platform/runtime/int16.h"
 #include "platform/runtime/text.h"
+#include "store/ver_up300.h"
 
 namespace tolvek {
 
@@ -29,5 +30,9 @@ Text lastVersion();
 // Whether that version's database is of the old schema. The texts are compared,
 // not the numbers: "210", "1000" and an empty one count as old.
 bool upgradeNeeded(TextView Ver);
+
+// The database's part of a start, from what an earlier run left behind to the
+// compaction. It ends the program where going on would cost mail.
+void prepareDatabase(TextView Ver, const UpgradeProgress& progress);
 
 }

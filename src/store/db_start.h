@@ -1,5 +1,5 @@
 // What a start does about database files that an earlier run left behind,
-// before and after its look for the database. Nothing here asks or tells.
+// before it looks for the database. Nothing here asks or tells.
 #pragma once
 #include "platform/runtime/text.h"
 
@@ -10,9 +10,10 @@ namespace tolvek {
 // than a whole one is left for the next compaction to delete.
 void restoreFromNew(const Text& path);
 
-// To be called when the start has just created the database: the compaction
-// that follows would delete a .Bak with mail in it. Such a one (or one that
-// can't be read) becomes path + ".Kept", ".Kept2" and so on, never overwritten.
+// To be called when a start finds no database, before it creates one: the
+// compaction behind the creation would delete a .Bak with mail in it. Such a one
+// (or one that can't be read) becomes path + ".Kept", ".Kept2" and so on, never
+// overwritten.
 void keepBackUpAside(const Text& path);
 
 }

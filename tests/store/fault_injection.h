@@ -43,23 +43,29 @@ private:
 inline constexpr int kCutOff = 42;
 inline constexpr int kManyOperations = 5000; // more than any work here has
 
+// Whose operations count; an empty one takes every file.
+using FaultFilter = std::function<bool(const std::filesystem::path&)>;
+
 // Runs `fault` at the operation with that number, counted from 0. `always` is
 // asked at every operation before.
-inline void faultAt(int number, std::function<void()> fault, FileProbe always = {})
+inline void faultAt(int number, std::function<void()> fault, FileProbe always = {},
+                    FaultFilter counts = {})
 {
-    setFileProbe([number, fault, always, next = 0](FileOperation operation,
-                                                   const std::filesystem::path& path) mutable {
+    setFileProbe([number, fault, always, counts,
+                  next = 0](FileOperation operation, const std::filesystem::path& path) mutable {
         if (always) always(operation, path);
+        if (counts && !counts(path)) return;
         if (next++ == number) fault();
     });
 }
 
 // True when the work got through in a process that was to end at that operation.
-inline bool gotThrough(int operation, const std::function<void()>& work, const FileProbe& always)
+inline bool gotThrough(int operation, const std::function<void()>& work, const FileProbe& always,
+                       const FaultFilter& counts = {})
 {
     ChildProcess child([&] {
         faultAt(
-            operation, [] { leaveProcess(kCutOff); }, always);
+            operation, [] { leaveProcess(kCutOff); }, always, counts);
         work();
         return 0;
     });
@@ -70,17 +76,19 @@ inline bool gotThrough(int operation, const std::function<void()>& work, const F
 
 // `check` looks at what each end left behind and puts the start back in place.
 inline void endAtEachOperation(const std::function<void()>& work,
-                               const std::function<void(int)>& check, const FileProbe& always = {})
+                               const std::function<void(int)>& check, const FileProbe& always = {},
+                               const FaultFilter& counts = {})
 {
     int operation = 0;
-    for (; operation < kManyOperations && !gotThrough(operation, work, always); ++operation)
+    for (; operation < kManyOperations && !gotThrough(operation, work, always, counts); ++operation)
         check(operation);
     EXPECT_GT(operation, 10);
     EXPECT_LT(operation, kManyOperations);
 }
 
 inline void failEachOperation(const std::function<void()>& work,
-                              const std::function<void(int)>& check, const FileProbe& always = {})
+                              const std::function<void(int)>& check, const FileProbe& always = {},
+                              const FaultFilter& counts = {})
 {
     bool failed = true;
     int operation = 0;
@@ -90,7 +98,7 @@ inline void failEachOperation(const std::function<void()>& work,
             failed = true;
             throw std::system_error(std::make_error_code(std::errc::io_error));
         };
-        faultAt(operation, fail, always);
+        faultAt(operation, fail, always, counts);
         work();
         setFileProbe({});
         check(operation);

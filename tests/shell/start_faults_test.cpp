@@ -1,0 +1,123 @@
+// What must never happen to the mails at a start, wherever it is cut off or
+// fails: from what an earlier run left behind to the compaction, a later start
+// finds them again.
+#include "shell/tolvek_main.h"
+#include "store/db_compress.h"
+#include "store/fault_injection.h"
+#include "store/upgrade_fixture.h"
+
+namespace tolvek::test {
+namespace {
+
+class StartFaultsTest : public UpgradeFixture {
+protected:
+    void SetUp() override
+    {
+        UpgradeFixture::SetUp();
+        setMsgBoxHandler([](const MsgBoxRequest& box) {
+            return box.buttons == MsgButtons::YesNo ? MsgAnswer::No : MsgAnswer::Ok;
+        });
+        givenVersion("331");
+    }
+    void givenTwoGenerations()
+    {
+        store(mail(u"a@b.jp", u"c@d.jp", u"一通目"));
+        dbCompress(gDbPath);
+        store(mail(u"a@b.jp", u"c@d.jp", u"二通目", u"20000216"));
+    }
+    void start()
+    {
+        try {
+            prepareDatabase(version(), [](TextView) {});
+        } catch (const ProgramEnd&) { // where going on would cost mail
+        }
+    }
+    static std::vector<Text> subjects(const Text& path)
+    {
+        return column(Statement{u"SELECT tblTolvek_Subject FROM tblTolvek"}, 0, path);
+    }
+    // After one more start that nothing disturbs.
+    void expectAtLast(const Text& path, const std::vector<Text>& expected, int operation)
+    {
+        start();
+        ASSERT_TRUE(databaseExists(gDbPath)) << "operation " << operation;
+        ASSERT_TRUE(databaseExists(path)) << "operation " << operation;
+        EXPECT_EQ(subjects(path), expected) << "operation " << operation;
+        EXPECT_FALSE(exists("Tolvek.Mdb.Upgrade")) << "operation " << operation;
+        EXPECT_TRUE(isUpgraded(gDbPath)) << "operation " << operation;
+    }
+    void disturbAtEachOperation(const Text& path, const std::vector<Text>& expected)
+    {
+        KeptFolder kept(folder.path());
+        kept.keep();
+        const auto check = [&](int operation) {
+            expectAtLast(path, expected, operation);
+            kept.putBack();
+        };
+        endAtEachOperation([this] { start(); }, check);
+        failEachOperation([this] { start(); }, check);
+    }
+    static std::vector<Text> both() { return {u"一通目", u"二通目"}; }
+};
+
+TEST_F(StartFaultsTest, AnArchiveThatIsThereIsNeverLost)
+{
+    givenTwoGenerations();
+    disturbAtEachOperation(gDbPath, both());
+}
+
+TEST_F(StartFaultsTest, AWholeNewIsAtLastTheArchive)
+{
+    givenTwoGenerations();
+    renameDatabase(gDbPath, gDbPath + u".New");
+    disturbAtEachOperation(gDbPath, both());
+}
+
+TEST_F(StartFaultsTest, ABakWithoutADatabaseIsAtLastKeptAside)
+{
+    givenTwoGenerations();
+    removeDatabase(gDbPath + u".Bak");
+    renameDatabase(gDbPath, gDbPath + u".Bak");
+    disturbAtEachOperation(gDbPath + u".Kept", both());
+}
+
+// The same when the upgrade is what makes the new archive.
+TEST_F(StartFaultsTest, ABakWithoutADatabaseIsKeptAsideFromAnUpgradeToo)
+{
+    givenTwoGenerations();
+    givenVersion("210");
+    removeDatabase(gDbPath + u".Bak");
+    renameDatabase(gDbPath, gDbPath + u".Bak");
+    KeptFolder kept(folder.path());
+    kept.keep();
+    endAtEachOperation([this] { start(); },
+                       [&](int operation) {
+                           givenVersion("331"); // as the end of a run writes it
+                           expectAtLast(gDbPath + u".Kept", both(), operation);
+                           kept.putBack();
+                       });
+}
+
+// From the mark, the half new archive and the old one to an upgraded one. The
+// copy's own operations are those of the store's tests.
+TEST_F(StartFaultsTest, ACutOffUpgradeIsAtLastDone)
+{
+    givenOldArchive();
+    storeOld(mail(u"hanako@example.jp", u"taro@example.jp", u"一通目"));
+    renameDatabase(gDbPath, old());
+    Table_Create();
+    writeBytes(file("Tolvek.Mdb.Upgrade"), "");
+    givenVersion("210");
+    KeptFolder kept(folder.path());
+    kept.keep();
+    constexpr int kAsFarAsTheCompaction = 60;
+    for (int operation = 0; operation < kAsFarAsTheCompaction; ++operation) {
+        gotThrough(operation, [this] { start(); }, {});
+        expectAtLast(gDbPath, {u"一通目"}, operation);
+        EXPECT_EQ(subjects(old()), std::vector<Text>{u"一通目"});
+        kept.putBack();
+    }
+}
+
+}
+}

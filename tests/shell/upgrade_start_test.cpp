@@ -1,0 +1,168 @@
+// Starts of the program beside an archive of an older version.
+#include "dialogs/frm_splash.h"
+#include "shell/frm_tolvek_events.h"
+#include "shell/tolvek_main.h"
+#include "store/upgrade_fixture.h"
+
+namespace tolvek::test {
+namespace {
+
+class UpgradeStartTest : public UpgradeFixture {
+protected:
+    void SetUp() override
+    {
+        UpgradeFixture::SetUp();
+        App.PrevInstance = 0;
+        givenOldArchive();
+        storeOld(mail(u"hanako@example.jp", u"taro@example.jp", u"一通目"));
+        storeKnown(u"hanako@example.jp", u"花子");
+    }
+    void TearDown() override
+    {
+        splash.Unload();
+        gUnloading = -1; // the window goes without the exit's steps
+        window.Unload();
+        gUnloading = 0;
+        UpgradeFixture::TearDown();
+    }
+    void givenSettings(const std::string& Ver)
+    {
+        writeBytes(file("TOLVEK.ini"), "[Tolvek Environment]\r\n" + Ver +
+                                           "[PostPet Mail Option]\r\n"
+                                           "My Mail Addr=taro@example.jp\r\n");
+    }
+    // Answers No and OK; the titles and texts of the boxes.
+    std::vector<Text> start()
+    {
+        std::vector<Text> told;
+        setMsgBoxHandler([&](const MsgBoxRequest& box) {
+            told.push_back(box.title + u": " + box.text);
+            return box.buttons == MsgButtons::YesNo ? MsgAnswer::No : MsgAnswer::Ok;
+        });
+        try {
+            Main(splash, window);
+        } catch (const ProgramEnd&) {
+            told.emplace_back(u"end");
+        }
+        return told;
+    }
+    std::vector<Text> known()
+    {
+        return column(u"SELECT tblSearch_Addr_Data FROM tblSearch_Addresses");
+    }
+
+    frmSplash splash;
+    frmTolvekEvents window;
+};
+
+class OldVersionTest : public UpgradeStartTest,
+                       public ::testing::WithParamInterface<const char*> {};
+
+TEST_P(OldVersionTest, Upgrades)
+{
+    givenSettings(GetParam());
+    const std::vector<Text> told = start();
+    ASSERT_FALSE(told.empty());
+    EXPECT_NE(std::find(told.begin(), told.end(), u"Tolvek: " + Text(kUpgradeBegins)), told.end());
+    EXPECT_TRUE(isUpgraded(gDbPath));
+    EXPECT_EQ(rows(u"tblTolvek"), 1);
+    EXPECT_EQ(version(), u"331");
+    EXPECT_TRUE(exists("Tolvek.Mdb.V300"));
+    EXPECT_TRUE(window.Visible());
+}
+
+// An empty one is told as no number first, and upgrades all the same.
+INSTANTIATE_TEST_SUITE_P(OfTheSettings, OldVersionTest,
+                         ::testing::Values("Ver=200\r\n", "Ver=210\r\n", "Ver=1000\r\n",
+                                           "Ver=0\r\n", "Ver=\r\n"));
+
+class NewVersionTest : public UpgradeStartTest,
+                       public ::testing::WithParamInterface<const char*> {};
+
+TEST_P(NewVersionTest, DoesntUpgrade)
+{
+    givenSettings(GetParam());
+    const std::vector<Text> told = start();
+    EXPECT_EQ(std::find(told.begin(), told.end(), u"Tolvek: " + Text(kUpgradeBegins)), told.end());
+    EXPECT_FALSE(isUpgraded(gDbPath));
+    EXPECT_FALSE(exists("Tolvek.Mdb.V300"));
+    EXPECT_EQ(rows(u"tblTolvek"), 1);
+}
+
+INSTANTIATE_TEST_SUITE_P(OfTheSettings, NewVersionTest,
+                         ::testing::Values("Ver=211\r\n", "Ver=999\r\n", "Ver=99\r\n", ""));
+
+TEST_F(UpgradeStartTest, TheSplashShowsTheProgressAndTheMainWindowTheMails)
+{
+    givenSettings("Ver=210\r\n");
+    Text seen;
+    setFileProbe([&](FileOperation, const Path&) {
+        if (splash.Loaded() && !splash.lblWarning->Caption().empty())
+            seen = splash.lblWarning->Caption();
+    });
+    EXPECT_EQ(start(), std::vector<Text>{u"Tolvek: " + Text(kUpgradeBegins)});
+    setFileProbe({});
+    EXPECT_EQ(seen, u"メールデータの整合性チェックが \r\n100.00 % 終了しました。");
+    EXPECT_FALSE(splash.Loaded());
+    EXPECT_EQ(window.lstNameOrAddr->ListCount(), 1);
+    EXPECT_EQ(known(), std::vector<Text>{u"hanako@example.jp"});
+}
+
+TEST_F(UpgradeStartTest, WithoutADatabaseANewOneIsMadeAndABakWithMailIsKeptAside)
+{
+    givenSettings("Ver=210\r\n");
+    renameDatabase(gDbPath, gDbPath + u".Bak");
+    start();
+    EXPECT_TRUE(window.Visible());
+    EXPECT_EQ(rows(u"tblTolvek"), 0);
+    EXPECT_EQ(version(), u"210") << "until the end of the program";
+    EXPECT_FALSE(exists("Tolvek.Mdb.V300"));
+    EXPECT_EQ(rows(u"tblTolvek", gDbPath + u".Kept"), 1);
+}
+
+TEST_F(UpgradeStartTest, ACutOffUpgradeIsTakenUpAgainWithoutAWord)
+{
+    givenSettings("Ver=210\r\n");
+    renameDatabase(gDbPath, old());
+    Table_Create();
+    writeBytes(file("Tolvek.Mdb.Upgrade"), "");
+    EXPECT_EQ(start(), std::vector<Text>{u"Tolvek: " + Text(kUpgradeBegins)});
+    EXPECT_EQ(rows(u"tblTolvek"), 1);
+    EXPECT_EQ(rows(u"tblTolvek", old()), 1);
+    EXPECT_FALSE(exists("Tolvek.Mdb.Upgrade"));
+}
+
+// A compacted copy that was still to be put in place is newer than any .V300.
+TEST_F(UpgradeStartTest, AWholeNewComesBeforeTheOldArchiveOfAnEarlierUpgrade)
+{
+    givenSettings("Ver=210\r\n");
+    storeOld(mail(u"hanako@example.jp", u"taro@example.jp", u"二通目", u"20000216"));
+    renameDatabase(gDbPath, gDbPath + u".New");
+    givenOldArchive();
+    renameDatabase(gDbPath, old());
+    start();
+    EXPECT_EQ(rows(u"tblTolvek"), 2);
+}
+
+// Going on, the upgrade would delete the only whole archive.
+TEST_F(UpgradeStartTest, AnOldArchiveThatCantBePutBackEndsTheStart)
+{
+    givenSettings("Ver=210\r\n");
+    renameDatabase(gDbPath, old());
+    Table_Create();
+    writeBytes(file("Tolvek.Mdb.Upgrade"), "");
+    setFileProbe([](FileOperation operation, const Path& path) {
+        if (operation == FileOperation::Replace && path.extension() == ".V300")
+            throw std::system_error(std::make_error_code(std::errc::io_error));
+    });
+    const std::vector<Text> told = start();
+    setFileProbe({});
+    ASSERT_EQ(told.size(), 2u);
+    EXPECT_EQ(told[0].find(u"エラーメッセージ (Main)"), 0u);
+    EXPECT_EQ(told[1], u"end");
+    EXPECT_EQ(rows(u"tblTolvek", old()), 1);
+    EXPECT_TRUE(exists("Tolvek.Mdb.Upgrade"));
+}
+
+}
+}

@@ -1,0 +1,172 @@
+// What must never happen to the rows of an old archive, wherever its upgrade is
+// cut off or fails: that one is lost, or that half a new archive is taken for it.
+#include "store/db_compress.h"
+#include "store/db_start.h"
+#include "store/fault_injection.h"
+#include "store/upgrade_fixture.h"
+
+namespace tolvek::test {
+namespace {
+
+class UpgradeFaultsTest : public UpgradeFixture {
+protected:
+    void SetUp() override
+    {
+        UpgradeFixture::SetUp();
+        setMsgBoxHandler([](const MsgBoxRequest& box) {
+            return box.buttons == MsgButtons::YesNo ? MsgAnswer::Yes : MsgAnswer::Ok;
+        });
+        givenOldArchive();
+        givenOldRows();
+        givenVersion("210");
+        before = oldFieldsOf(gDbPath);
+        kept.keep();
+    }
+    void upgrade()
+    {
+        try {
+            runUpgrade();
+        } catch (const ProgramEnd&) { // as a failed one does
+        }
+    }
+    // The side files of a compaction and of a creation have tests of their own.
+    static bool isOfTheUpgrade(const Path& path)
+    {
+        const std::string name = path.filename().string();
+        return name.find(".Create") == std::string::npos && name.find(".New") == std::string::npos;
+    }
+    bool isNeeded() const { return version() != u"331"; }
+    // What a run left: whether its version is the old one, and the files.
+    std::string state() const
+    {
+        std::vector<std::string> names = fileNames(folder.path());
+        std::sort(names.begin(), names.end());
+        std::string all = isNeeded() ? "old" : "new";
+        for (const std::string& name : names)
+            if (name.starts_with("Tolvek.")) all += " " + name.substr(6);
+        return all;
+    }
+    // As far as the look for the database.
+    void beginNextStart()
+    {
+        restoreFromNew(gDbPath);
+        settleCutOffUpgrade(gDbPath, isNeeded());
+        ASSERT_TRUE(databaseExists(gDbPath));
+        EXPECT_EQ(isUpgraded(gDbPath), !isNeeded());
+        EXPECT_EQ(oldFieldsOf(gDbPath), before);
+    }
+    void expectUpgraded()
+    {
+        EXPECT_TRUE(isUpgraded(gDbPath));
+        EXPECT_EQ(oldFieldsOf(gDbPath), before);
+        EXPECT_EQ(oldFieldsOf(old()), before);
+        EXPECT_FALSE(isNeeded());
+        EXPECT_FALSE(exists("Tolvek.Mdb.Upgrade"));
+    }
+    // The upgrade that follows is the same for all moments that left the same.
+    void check(int operation)
+    {
+        const std::string left = state();
+        const ::testing::ScopedTrace where(__FILE__, __LINE__, std::to_string(operation) + left);
+        beginNextStart();
+        if (states[left]++ == 0) {
+            if (isNeeded()) runUpgrade();
+            expectUpgraded();
+        }
+        kept.putBack();
+    }
+    int leftAs(const std::string& names) const
+    {
+        const auto found = states.find(names);
+        return found == states.end() ? 0 : found->second;
+    }
+
+    Archive before;
+    KeptFolder kept{folder.path()};
+    std::map<std::string, int> states; // how often which files were left
+};
+
+TEST_F(UpgradeFaultsTest, AnEndAtAnyMomentLosesNoRow)
+{
+    endAtEachOperation([this] { upgrade(); }, [this](int operation) { check(operation); }, {},
+                       isOfTheUpgrade);
+    EXPECT_GT(leftAs("old .Mdb.Bak .Mdb.Upgrade .Mdb.V300"), 0) << "between the databases";
+    EXPECT_GT(leftAs("old .Mdb .Mdb.Bak .Mdb.Upgrade .Mdb.V300"), 10) << "at the copy";
+    EXPECT_GT(leftAs("new .Mdb .Mdb.Bak .Mdb.Upgrade .Mdb.V300"), 0) << "behind the version";
+}
+
+TEST_F(UpgradeFaultsTest, AFailureOfAnyOperationLosesNoRow)
+{
+    failEachOperation([this] { upgrade(); }, [this](int operation) { check(operation); }, {},
+                      isOfTheUpgrade);
+}
+
+class SettleFaultsTest : public UpgradeFaultsTest {
+protected:
+    void SetUp() override
+    {
+        UpgradeFaultsTest::SetUp();
+        renameDatabase(gDbPath, old());
+        Table_Create();
+        writeBytes(file("Tolvek.Mdb.Upgrade"), "");
+        std::filesystem::remove_all(folder / "kept");
+        kept.keep();
+    }
+    void settle()
+    {
+        try {
+            settleCutOffUpgrade(gDbPath, true);
+        } catch (const std::exception&) { // ends a start
+        }
+    }
+};
+
+TEST_F(SettleFaultsTest, AWayBackThatIsCutOffOrFailsIsTakenUpAgain)
+{
+    constexpr int kMoreThanThereAre = 40;
+    for (int operation = 0; operation < kMoreThanThereAre; ++operation) {
+        gotThrough(operation, [this] { settle(); }, {});
+        check(operation);
+        faultAt(operation,
+                [] { throw std::system_error(std::make_error_code(std::errc::io_error)); });
+        settle();
+        setFileProbe({});
+        check(operation);
+    }
+}
+
+// Rows are on the disk before the version says so, and the mark before the old
+// archive leaves its name.
+TEST_F(UpgradeFaultsTest, WhatALaterStepRestsOnIsForcedToTheDiskBefore)
+{
+    std::vector<std::string> order;
+    setFileProbe([&](FileOperation operation, const Path& path) {
+        const std::string name = path.filename().string();
+        if (operation == FileOperation::Flush && name == "Tolvek.Mdb.Upgrade")
+            order.push_back("mark");
+        if (operation == FileOperation::FlushFolder) order.push_back("folder");
+        if (operation == FileOperation::Rename && name == "Tolvek.Mdb") order.push_back("rename");
+        if (operation == FileOperation::Flush && name == "Tolvek.Mdb") order.push_back("rows");
+        if (operation == FileOperation::Replace && name.find("TOLVEK") == 0)
+            order.push_back("version");
+        if (operation == FileOperation::Remove && name == "Tolvek.Mdb.Upgrade")
+            order.push_back("unmark");
+    });
+    upgrade();
+    setFileProbe({});
+    const auto at = [&](const std::string& step) {
+        return std::find(order.begin(), order.end(), step);
+    };
+    const auto lastRows = std::find(order.rbegin(), order.rend(), "rows").base();
+    ASSERT_NE(at("mark"), order.end());
+    ASSERT_NE(at("rename"), order.end());
+    ASSERT_NE(at("version"), order.end());
+    EXPECT_NE(std::find(at("mark"), at("rename"), "folder"), at("rename"));
+    EXPECT_EQ(*std::next(at("rename")), "folder");
+    EXPECT_LT(at("rename"), lastRows);
+    EXPECT_LE(lastRows, at("version"));
+    EXPECT_NE(std::find(at("version"), at("unmark"), "folder"), at("unmark"));
+}
+
+}
+}

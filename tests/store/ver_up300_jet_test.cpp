@@ -1,0 +1,110 @@
+// The upgrade of archives as the home platform left them.
+#include "platform/dao/connection.h"
+#include "store/upgrade_fixture.h"
+#include "support/jet_reader.h"
+#include "support/jet_tables.h"
+
+namespace tolvek::test {
+namespace {
+
+class VerUp300JetTest : public UpgradeFixture {
+protected:
+    void SetUp() override
+    {
+        UpgradeFixture::SetUp();
+        removeDatabase(gDbPath);
+        givenVersion("210");
+        setMsgBoxHandler([this](const MsgBoxRequest& box) {
+            told.push_back(box.text);
+            return MsgAnswer::Ok;
+        });
+    }
+    void TearDown() override
+    {
+        DBEngine::Abandon();
+        UpgradeFixture::TearDown();
+    }
+    void given(const std::string& name)
+    {
+        std::filesystem::copy_file(Path(TOLVEK_TEST_DATA) / "jet" / (name + ".mdb"),
+                                   file("Tolvek.Mdb"));
+    }
+    // As the old schema shows it; what is new must be what every row gets.
+    static JetTables oldTablesOf(const Path& path)
+    {
+        JetTables tables = tablesOf(*Connection::open(path));
+        for (auto& [name, rows] : tables) {
+            JetRows old;
+            for (std::vector<std::string> row : rows) {
+                std::erase(row, "tblTolvek_SubKey=0");
+                std::erase(row, "tblTolvek_Include='0'");
+                std::erase(row, "tblFilterDt_SubKey=0");
+                old.insert(row);
+            }
+            rows = old;
+        }
+        return tables;
+    }
+    void expectWayBack(const std::string& name, TextView number)
+    {
+        given(name);
+        for (int start = 0; start < 2; ++start) {
+            told.clear();
+            EXPECT_THROW(runUpgrade(), ProgramEnd);
+            ASSERT_EQ(told.size(), 3u);
+            EXPECT_EQ(told[1].substr(0, 12), u"エラー番号： " + Text(number) + u"\r");
+            EXPECT_EQ(told[2], kUpgradeFailed);
+            EXPECT_EQ(tablesOf(*Connection::open(file("Tolvek.Mdb"))), expectedTables(name));
+            EXPECT_EQ(version(), u"210");
+            EXPECT_FALSE(exists("Tolvek.Mdb.V300"));
+            EXPECT_FALSE(exists("Tolvek.Mdb.Upgrade"));
+        }
+    }
+
+    JetReader reader;
+    std::vector<Text> told;
+};
+
+TEST_F(VerUp300JetTest, EveryFieldOfEveryRowIsCarriedOver)
+{
+    given("v210_jet4");
+    runUpgrade();
+    EXPECT_EQ(told, std::vector<Text>{Text(kUpgradeBegins)});
+    EXPECT_TRUE(isUpgraded(gDbPath));
+    EXPECT_EQ(oldTablesOf(file("Tolvek.Mdb")), expectedTables("v210_jet4"));
+    EXPECT_EQ(tablesOf(*Connection::open(file("Tolvek.Mdb.V300"))), expectedTables("v210_jet4"));
+    EXPECT_EQ(version(), u"331");
+    EXPECT_EQ(readBytes(file("Tolvek.Mdb.Jet")),
+              readBytes(Path(TOLVEK_TEST_DATA) / "jet" / "v210_jet4.mdb"));
+}
+
+TEST_F(VerUp300JetTest, AnUpgradedArchiveTakesMailAndRefusesAStoredOne)
+{
+    given("v210_jet4");
+    runUpgrade();
+    store(mail(u"new@example.jp", u"taro@example.jp"));
+    EXPECT_THROW(store(mail(u"new@example.jp", u"taro@example.jp")), RuntimeError);
+}
+
+TEST_F(VerUp300JetTest, AnApostropheGoesBackAtEveryStart)
+{
+    expectWayBack("v210_apostrophe_jet4", u"3075");
+}
+
+TEST_F(VerUp300JetTest, TwinsGoBackAtEveryStart)
+{
+    expectWayBack("v210_twins_jet4", u"3022");
+}
+
+// As an upgrade on the home platform may have been cut off: no mark was set.
+TEST_F(VerUp300JetTest, AnArchiveThatTheHomePlatformHadAlreadyMovedIsUpgradedToo)
+{
+    given("v210_jet4");
+    renameDatabase(gDbPath, old());
+    settleCutOffUpgrade(gDbPath, true);
+    runUpgrade();
+    EXPECT_EQ(oldTablesOf(file("Tolvek.Mdb")), expectedTables("v210_jet4"));
+}
+
+}
+}
