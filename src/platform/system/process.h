@@ -31,7 +31,9 @@ std::optional<std::filesystem::path> installedProgram(std::string_view name);
 // Starts the program at that path with a window as it likes, doesn't wait for
 // it, and gives its process id. It is no part of this program: it outlives it,
 // has none of its files open, and leaves nothing behind when it ends. One that
-// is missing or can't be run is std::system_error with the system's code.
+// is missing or can't be run is std::system_error with the system's code. A
+// Windows program (.exe) that the system can't run itself is run by the installed
+// emulation layer, if there is one; the id is then that of the layer's process.
 std::int32_t startProgram(const std::filesystem::path& program,
                           const std::vector<std::string>& arguments = {});
 

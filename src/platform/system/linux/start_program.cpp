@@ -1,6 +1,9 @@
+#include "platform/system/files.h"
 #include "platform/system/linux/system_failure.h"
 #include "platform/system/process.h"
 
+#include <algorithm>
+#include <cctype>
 #include <future>
 #include <spawn.h>
 #include <sys/wait.h>
@@ -69,6 +72,47 @@ pid_t spawn(const std::filesystem::path& program, std::vector<std::string> argum
     return id;
 }
 
+bool endsInExe(const std::filesystem::path& program)
+{
+    std::string ending = program.extension().string();
+    std::ranges::transform(ending, ending.begin(), [](unsigned char c) { return std::tolower(c); });
+    return ending == ".exe";
+}
+
+bool isWindowsProgram(const std::filesystem::path& program)
+{
+    if (!endsInExe(program)) return false;
+    char head[2] = {};
+    OpenFile file(program, OpenFile::Mode::Read);
+    return file.read(head, sizeof head) == sizeof head && std::string_view(head, 2) == "MZ";
+}
+
+// The installed emulation layer, for a program that the system takes for none
+// of its own or that isn't marked as a program at all.
+std::optional<std::filesystem::path> emulatorFor(const std::filesystem::path& program,
+                                                 const std::system_error& failure)
+{
+    const bool foreign = failure.code() == std::errc::executable_format_error ||
+                         failure.code() == std::errc::permission_denied;
+    try {
+        return foreign && isWindowsProgram(program) ? installedProgram("wine") : std::nullopt;
+    } catch (const std::system_error&) {
+        return std::nullopt; // not readable: the first failure is the one to tell
+    }
+}
+
+pid_t spawnAny(const std::filesystem::path& program, std::vector<std::string> arguments)
+{
+    try {
+        return spawn(program, arguments);
+    } catch (const std::system_error& failure) {
+        const auto emulator = emulatorFor(program, failure);
+        if (!emulator) throw;
+        arguments.insert(arguments.begin(), program.string());
+        return spawn(*emulator, std::move(arguments));
+    }
+}
+
 void waitForEnd(pid_t id)
 {
     while (waitpid(id, nullptr, 0) == -1 && errno == EINTR) {
@@ -87,7 +131,7 @@ std::int32_t startProgram(const std::filesystem::path& program,
     std::thread([started = std::move(started), program, arguments]() mutable {
         pid_t child = 0;
         try {
-            child = spawn(program, arguments);
+            child = spawnAny(program, std::move(arguments));
         } catch (...) {
             started.set_exception(std::current_exception());
             return;

@@ -121,6 +121,69 @@ TEST_F(StartProgramTest, OneThatCantBeRunIsToldByItsCode)
     EXPECT_EQ(failureOf(folder / "text"), std::errc::executable_format_error);
 }
 
+// The emulation layer is a script that says what it was to run.
+class StartWindowsProgramTest : public StartProgramTest {
+protected:
+    StartWindowsProgramTest() : path_(std::getenv("PATH"))
+    {
+        fs::create_directory(folder / "bin");
+        writeBytes(program(), "MZ\x90");
+    }
+    ~StartWindowsProgramTest() override { setenv("PATH", path_.c_str(), 1); }
+
+    fs::path program() const { return folder / "PostPet20.EXE"; }
+    void givenScript(const fs::path& script) const
+    {
+        writeBytes(script, "#!/bin/sh\nprintf '%s|' \"$0\" \"$@\" >'" + words().string() + "'\n");
+        fs::permissions(script, fs::perms(0755));
+    }
+    void givenLayer() const
+    {
+        givenScript(folder / "bin" / "wine");
+        setenv("PATH", (folder / "bin").c_str(), 1);
+    }
+    void givenNoLayer() const { setenv("PATH", (folder / "bin").c_str(), 1); }
+
+private:
+    std::string path_;
+};
+
+TEST_F(StartWindowsProgramTest, IsRunByTheInstalledEmulationLayer)
+{
+    givenLayer();
+    for (const auto mode : {fs::perms(0755), fs::perms(0644)}) {
+        fs::permissions(program(), mode);
+        EXPECT_GT(startProgram(program(), {"a b"}), 0);
+        EXPECT_EQ(said(), (folder / "bin" / "wine").string() + "|" + program().string() + "|a b|");
+    }
+}
+
+TEST_F(StartWindowsProgramTest, WithoutTheLayerTheSystemsFailureIsTold)
+{
+    givenNoLayer();
+    EXPECT_EQ(failureOf(program()), std::errc::permission_denied);
+    fs::permissions(program(), fs::perms(0755));
+    EXPECT_EQ(failureOf(program()), std::errc::executable_format_error);
+}
+
+TEST_F(StartWindowsProgramTest, OnlyAWindowsProgramGoesToTheLayer)
+{
+    givenLayer();
+    writeBytes(folder / "text.exe", "no program");
+    writeBytes(folder / "program", "MZ\x90");
+    EXPECT_EQ(failureOf(folder / "text.exe"), std::errc::permission_denied);
+    EXPECT_EQ(failureOf(folder / "program"), std::errc::permission_denied);
+    EXPECT_EQ(failureOf(folder / "gone.exe"), std::errc::no_such_file_or_directory);
+}
+
+TEST_F(StartWindowsProgramTest, OneThatTheSystemCanRunStartsDirectly)
+{
+    givenLayer();
+    givenScript(folder / "own.exe");
+    startProgram(folder / "own.exe");
+    EXPECT_EQ(said(), (folder / "own.exe").string() + "|");
+}
+
 TEST_F(StartProgramTest, ABareNameIsNoInstalledProgram)
 {
     EXPECT_EQ(failureOf("sh"), std::errc::no_such_file_or_directory);
