@@ -4,7 +4,7 @@
 //     boxes.expect(u"よろしいですか？", MsgAnswer::Yes);
 //     boxes.expect(u"終わりました。", MsgAnswer::Ok, u"Tolvek");
 //
-// A box that wasn't foreseen fails the test and is answered No or OK; an
+// A box that wasn't foreseen fails the test and is answered No, Cancel or OK; an
 // expected box that never came fails it at the end. Without a title any does.
 #pragma once
 #include "platform/forms/msg_box.h"
@@ -73,8 +73,16 @@ private:
 
     static void checkAnswer(const MsgBoxRequest& box, MsgAnswer answer)
     {
-        EXPECT_EQ(box.buttons == MsgButtons::YesNo, answer != MsgAnswer::Ok)
+        const bool question = answer == MsgAnswer::Yes || answer == MsgAnswer::No;
+        EXPECT_EQ(box.buttons == MsgButtons::YesNo, question)
             << "no such button in: " << narrow(box.text);
+        EXPECT_TRUE(box.buttons == MsgButtons::OkCancel || answer != MsgAnswer::Cancel)
+            << "no such button in: " << narrow(box.text);
+    }
+    static MsgAnswer refusal(MsgButtons buttons)
+    {
+        if (buttons == MsgButtons::YesNo) return MsgAnswer::No;
+        return buttons == MsgButtons::OkCancel ? MsgAnswer::Cancel : MsgAnswer::Ok;
     }
 
     MsgAnswer unforeseen(const MsgBoxRequest& box) const
@@ -82,7 +90,7 @@ private:
         ADD_FAILURE() << "unforeseen box [" << narrow(box.title) << "] " << narrow(box.text)
                       << (expected_.empty() ? std::string(", none was expected")
                                             : "\n  expected: " + narrow(expected_.front().text));
-        return box.buttons == MsgButtons::YesNo ? MsgAnswer::No : MsgAnswer::Ok;
+        return refusal(box.buttons);
     }
 
     std::deque<Expected> expected_;

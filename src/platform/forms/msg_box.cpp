@@ -18,46 +18,55 @@ std::function<void()> beforeWaitHook;
 class MessageBox : public QMessageBox {
 public:
     explicit MessageBox(const MsgBoxRequest& request)
-        : QMessageBox(QApplication::activeWindow()), yesNo_(request.buttons == MsgButtons::YesNo)
+        : QMessageBox(QApplication::activeWindow()), buttons_(request.buttons)
     {
         setObjectName(QStringLiteral("MsgBox"));
         setWindowTitle(toQt(request.title));
         setTextFormat(Qt::PlainText);
         setText(paintedText(request.text));
         if (request.icon == MsgIcon::Critical) setIcon(QMessageBox::Critical);
-        if (yesNo_)
-            addYesNo(request.defaultAnswer);
-        else
-            addButton(QStringLiteral("OK"), QMessageBox::AcceptRole);
+        addButtons(request.defaultAnswer);
     }
 
     MsgAnswer answer() const
     {
-        if (!yesNo_) return MsgAnswer::Ok;
-        return clickedButton() == yes_ ? MsgAnswer::Yes : MsgAnswer::No;
+        const bool agreed = clickedButton() == agree_;
+        switch (buttons_) {
+        case MsgButtons::YesNo:
+            return agreed ? MsgAnswer::Yes : MsgAnswer::No;
+        case MsgButtons::OkCancel:
+            return agreed ? MsgAnswer::Ok : MsgAnswer::Cancel;
+        default:
+            return MsgAnswer::Ok;
+        }
     }
 
 protected:
     // Escape must not answer a question; the close box still says No.
     void keyPressEvent(QKeyEvent* event) override
     {
-        if (yesNo_ && event->key() == Qt::Key_Escape)
+        if (buttons_ == MsgButtons::YesNo && event->key() == Qt::Key_Escape)
             event->accept();
         else
             QMessageBox::keyPressEvent(event);
     }
 
 private:
-    void addYesNo(MsgAnswer defaultAnswer)
+    void addButtons(MsgAnswer defaultAnswer)
     {
-        yes_ = addButton(QStringLiteral("はい"), QMessageBox::YesRole);
-        QPushButton* no = addButton(QStringLiteral("いいえ"), QMessageBox::NoRole);
-        setEscapeButton(no);
-        setDefaultButton(defaultAnswer == MsgAnswer::No ? no : yes_);
+        const bool yesNo = buttons_ == MsgButtons::YesNo;
+        agree_ = yesNo ? addButton(QStringLiteral("はい"), QMessageBox::YesRole)
+                       : addButton(QStringLiteral("OK"), QMessageBox::AcceptRole);
+        if (buttons_ == MsgButtons::Ok) return;
+        QPushButton* refuse =
+            yesNo ? addButton(QStringLiteral("いいえ"), QMessageBox::NoRole)
+                  : addButton(QStringLiteral("キャンセル"), QMessageBox::RejectRole);
+        setEscapeButton(refuse);
+        setDefaultButton(yesNo && defaultAnswer == MsgAnswer::No ? refuse : agree_);
     }
 
-    bool yesNo_;
-    QPushButton* yes_ = nullptr;
+    MsgButtons buttons_;
+    QPushButton* agree_ = nullptr;
 };
 
 MsgAnswer showBox(const MsgBoxRequest& request)

@@ -1,8 +1,9 @@
 // Message boxes. Plain text, never markup; every line break (CR LF, LF CR, CR,
 // LF) is one break on the screen.
 //
-// A Yes/No box has no close by Escape; closing it otherwise is No. Captions:
-// はい, いいえ, OK, キャンセル. Tests answer through a handler (tests/support).
+// A Yes/No box has no close by Escape; closing it otherwise is No. An OK/Cancel
+// box has OK as its default; Escape and closing are Cancel. Captions: はい,
+// いいえ, OK, キャンセル. Tests answer through a handler (tests/support).
 #pragma once
 #include "platform/runtime/text.h"
 
@@ -10,9 +11,9 @@
 
 namespace tolvek {
 
-enum class MsgButtons { Ok, YesNo };
+enum class MsgButtons { Ok, YesNo, OkCancel };
 enum class MsgIcon { None, Critical };
-enum class MsgAnswer { Ok, Yes, No };
+enum class MsgAnswer { Ok, Yes, No, Cancel };
 
 struct MsgBoxRequest {
     Text text; // as given, line ends unchanged

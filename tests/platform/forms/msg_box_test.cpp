@@ -86,6 +86,27 @@ TEST(MsgBoxTest, EscapeDoesNotAnswerAQuestionAndClosingIsNo)
     EXPECT_TRUE(stillThere);
 }
 
+TEST(MsgBoxTest, OkAndCancelAreAnsweredByTheirButtons)
+{
+    whenShown([](QMessageBox& box) { buttonOf(box, u"OK")->click(); });
+    EXPECT_EQ(MsgBox(u"?", MsgButtons::OkCancel), MsgAnswer::Ok);
+    whenShown([](QMessageBox& box) {
+        EXPECT_EQ(box.buttons().size(), 2);
+        buttonOf(box, u"キャンセル")->click();
+    });
+    EXPECT_EQ(MsgBox(u"?", MsgButtons::OkCancel), MsgAnswer::Cancel);
+}
+
+TEST(MsgBoxTest, EnterIsOkAndEscapeAndClosingAreCancel)
+{
+    whenShown([](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Return); });
+    EXPECT_EQ(MsgBox(u"?", MsgButtons::OkCancel), MsgAnswer::Ok);
+    whenShown([](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Escape); });
+    EXPECT_EQ(MsgBox(u"?", MsgButtons::OkCancel), MsgAnswer::Cancel);
+    whenShown([](QMessageBox& box) { box.close(); });
+    EXPECT_EQ(MsgBox(u"?", MsgButtons::OkCancel), MsgAnswer::Cancel);
+}
+
 TEST(MsgBoxTest, EnterTakesTheDefaultAnswer)
 {
     for (const MsgAnswer answer : {MsgAnswer::Yes, MsgAnswer::No}) {

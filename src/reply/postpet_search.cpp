@@ -1,0 +1,110 @@
+// PostPet among the programs that run, and its start.
+#include "platform/forms/form.h"
+#include "platform/forms/msg_box.h"
+#include "platform/runtime/file_failure.h"
+#include "platform/runtime/paths.h"
+#include "platform/system/process.h"
+#include "platform/system/process_list.h"
+#include "reply/send_mail.h"
+#include "shell/base/general.h"
+#include "shell/base/settings.h"
+#include "shell/base/state.h"
+
+#include <string_view>
+#include <system_error>
+
+namespace tolvek {
+
+namespace {
+
+constexpr TextView kProgram = u"PostPet20.exe";
+
+Text toldProgram()
+{
+    return joinPath(gPostPetDir, kProgram);
+}
+
+// Where a path leads, lower-cased: without links, dots and double separators.
+Text ledTo(const Path& path)
+{
+    std::error_code failure;
+    const Path target = std::filesystem::weakly_canonical(path, failure);
+    return lowerCase(pathText(failure ? path : target));
+}
+
+// The settings' folder in the two forms in which a process may be known by it.
+// The one as told is how an emulated program's command line has it; the system
+// itself knows a program by the file behind all links, spelt as it is on the
+// disk. Whoever reaches PostPet through a link, a dotted path or a name in
+// another case would never find it running by the first alone.
+class Wanted {
+public:
+    Wanted() : told_(lowerCase(toldProgram())), target_(ledTo(existingPath(toldProgram()))) {}
+
+    bool matches(TextView name) const
+    {
+        if (inStr(lowerCase(name), lowerCase(kProgram), Compare::TextMode) == 0) return false;
+        return lowerCase(name) == told_ || ledTo(nativePath(name)) == target_;
+    }
+
+private:
+    Text told_;
+    Text target_;
+};
+
+class Snapshot {
+public:
+    Snapshot() : handle_(CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0)) {}
+    ~Snapshot()
+    {
+        if (handle_ != kNoSnapshot) CloseHandle(handle_);
+    }
+    Snapshot(const Snapshot&) = delete;
+    Snapshot& operator=(const Snapshot&) = delete;
+
+    bool first(PROCESSENTRY32& entry) const
+    {
+        return handle_ != kNoSnapshot && Process32First(handle_, entry);
+    }
+    bool next(PROCESSENTRY32& entry) const { return Process32Next(handle_, entry); }
+
+private:
+    SnapshotHandle handle_;
+};
+
+Text fileName(const PROCESSENTRY32& entry)
+{
+    return cutAtNul(fromUtf8(std::string_view(entry.szExeFile, sizeof entry.szExeFile)));
+}
+
+// The user's way out of a system that doesn't tell its processes: without the
+// list any copy of PostPet might be typed into.
+void tellAndEnd(Form& caller)
+{
+    MsgBox(u"ﾌﾟﾛｾｽｴﾝﾄﾘの取得に失敗しました");
+    caller.Unload();
+    endProgram();
+}
+
+}
+
+void findPostPet(Form& caller)
+{
+    gPostPetPid = 0;
+    const Snapshot snapshot;
+    PROCESSENTRY32 entry;
+    entry.dwSize = kProcessEntrySize;
+    if (!snapshot.first(entry)) tellAndEnd(caller);
+    const Wanted postPet;
+    do { // the last match counts, so none ends the search
+        if (postPet.matches(fileName(entry)))
+            gPostPetPid = static_cast<std::int32_t>(entry.th32ProcessID);
+    } while (snapshot.next(entry));
+}
+
+void startPostPet()
+{
+    gPostPetPid = asFileError([] { return startProgram(existingPath(toldProgram())); });
+}
+
+}

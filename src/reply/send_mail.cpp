@@ -1,0 +1,100 @@
+#include "reply/send_mail.h"
+
+#include "browse/subject_keys.h"
+#include "platform/forms/msg_box.h"
+#include "platform/forms/send_keys.h"
+#include "shell/base/general.h"
+#include "shell/base/guard.h"
+#include "shell/base/state.h"
+
+namespace tolvek {
+
+namespace {
+
+constexpr int kScreenWait = 100; // while PostPet opens its new-mail screen
+
+Statement subjectOfRow(const SubjectKey& key)
+{
+    Statement sql{u"SELECT tblTolvek_Subject FROM tblTolvek"};
+    sql << u" WHERE ( tblTolvek_YMD = '" << key.YMD << u"' AND " << u"tblTolvek_HMS = '" << key.HMS
+        << u"' AND " << u"tblTolvek_SubKey = " << key.SubKey << u" AND " << u"tblTolvek_SndName = '"
+        << key.SndName << u"' AND " << u"tblTolvek_SndAdd = '" << key.SndAdd << u"' AND "
+        << u"tblTolvek_RcvName = '" << key.RcvName << u"' AND " << u"tblTolvek_RcvAdd = '"
+        << key.RcvAdd << u"' )";
+    return sql;
+}
+
+struct Reply {
+    Text address;
+    Text subject; // as the key sender takes it literally
+};
+
+// Always to the row's sender, of one's own mails too; a second "Re: " is put
+// before one that stands there already.
+Reply replyToRow(Int16 row)
+{
+    gDb = DBEngine::OpenDatabase(gDbPath);
+    const SubjectKey& key = SubjectRowLocate(row);
+    const Recordset found = gDb.OpenRecordset(subjectOfRow(key), dbOpenDynaset);
+    const Text subject = u"Re: " + trim(found.field(u"tblTolvek_Subject").text());
+    Reply reply{key.SndAdd, {}};
+    SendKeyEscape(subject, reply.subject);
+    gDb.Close();
+    return reply;
+}
+
+// PostPet to the front, and its new-mail screen up to the address. The address
+// isn't made safe for the notation.
+void openNewMail(const Text& address)
+{
+    AppActivate(gPostPetPid);
+    SendKeys(u"%F");
+    SendKeys(u"N");
+    SleepEX_Rtn(kScreenWait);
+    SendKeys(address + u"{TAB}");
+}
+
+// One that fails is passed over by the field it stands in, so that the text of
+// the mail arrives without a subject. A failure of that too is the caller's.
+void sendOrPass(const Text& keys)
+{
+    try {
+        SendKeys(keys);
+    } catch (const std::exception&) {
+        SendKeys(u"{TAB}{TAB}");
+    }
+}
+
+void fillAndPaste(const Text& subject)
+{
+    sendOrPass(trim(subject) + u"{TAB}{TAB}");
+    sendOrPass(u"%E");
+    sendOrPass(u"J");
+}
+
+// "%E" and "EROR " have always run together here.
+void tellNotReached(const RuntimeError& error)
+{
+    MsgBox(u"%EEROR " + decimal(error.number()) +
+           u" SendMail : PostPet 2001 が起動しているか,\r\n"
+           u"先ほど起動したPostPetが終了しています。\r\n\r\n"
+           u"もう一度,「送信キー」を押してください。");
+    gPostPetPid = 0;
+}
+
+}
+
+void SendMail(Form& /*form*/, Int16 row, const Text& address, Int16 isReply)
+{
+    Reply mail{address, {}};
+    try {
+        if (isReply != 0) mail = replyToRow(row);
+        openNewMail(mail.address);
+    } catch (const std::exception& failure) {
+        tellNotReached(asRuntimeError(failure));
+        return;
+    }
+    fillAndPaste(mail.subject);
+}
+
+}
