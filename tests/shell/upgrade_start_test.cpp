@@ -152,7 +152,7 @@ TEST_F(UpgradeStartTest, AnOldArchiveThatCantBePutBackEndsTheStart)
     Table_Create();
     writeBytes(file("Tolvek.Mdb.Upgrade"), "");
     setFileProbe([](FileOperation operation, const Path& path) {
-        if (operation == FileOperation::Replace && path.extension() == ".V300")
+        if (operation == FileOperation::Replace && path.filename() == "Tolvek.Mdb")
             throw std::system_error(std::make_error_code(std::errc::io_error));
     });
     const std::vector<Text> told = start();
