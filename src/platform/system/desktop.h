@@ -6,20 +6,26 @@
 #include "platform/system/keys.h"
 
 #include <cstdint>
+#include <functional>
 #include <span>
 
 namespace tolvek {
 
-// Brings the top window of that process to the front and gives it the keyboard.
-// Returns once it verifiably has it; within the system's patience, or fails.
+// Brings the top window of that process to the front and gives it the keyboard;
+// of a process that has none, one of a process that it started. Returns once it
+// verifiably has it; within the system's patience, or fails.
 void activateProcess(std::int32_t processId);
 
-// True while a window of that process has the keyboard.
-bool hasKeyboard(std::int32_t processId);
-
-// Plays the strokes into the window with the keyboard, and returns once they
-// are on their way to it, with the pauses that menus need. Characters beyond
-// ASCII aren't played: invalid_argument, before the first stroke.
-void playKeys(std::span<const KeyEvent> keys);
+// Plays the strokes into the window of that process that has the keyboard, with
+// the pauses that menus need, and returns once the window has worked them off,
+// as far as it tells. Each stroke is played only while the process has the
+// keyboard; when another one takes it, the rest stays unplayed: system_error.
+// A character or key that the keyboard doesn't have: invalid_argument, before
+// the first stroke.
+//
+// `meanwhile` is called again and again while the window is awaited, which may
+// itself wait for an answer of this program: for what this has on the clipboard.
+void playKeys(std::int32_t processId, std::span<const KeyEvent> keys,
+              const std::function<void()>& meanwhile);
 
 }

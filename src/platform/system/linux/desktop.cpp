@@ -1,0 +1,236 @@
+#include "platform/system/desktop.h"
+
+#include "platform/system/linux/x11_keyboard.h"
+#include "platform/system/linux/x11_windows.h"
+#include "platform/system/process.h"
+
+#include <X11/Xutil.h>
+#include <X11/extensions/XTest.h>
+
+#include <algorithm>
+#include <system_error>
+
+namespace tolvek {
+
+namespace {
+
+constexpr std::chrono::milliseconds kPatience{2000};
+constexpr long kAsPager = 2; // as a pager asks: on the user's behalf
+// Measured: a menu that opens loses a letter that comes earlier.
+constexpr int kMenuPause = 60;
+constexpr int kKeyPause = 10;
+constexpr int kCharacterPause = 2;
+
+// Nobody keeps the keyboard to himself: a screen lock, another program's menu.
+// Whoever did would get the keys, whatever window has the focus.
+bool isKeyboardFree(const X11Screen& screen)
+{
+    Display* display = screen.display();
+    const int answer =
+        XGrabKeyboard(display, screen.root(), False, GrabModeAsync, GrabModeAsync, CurrentTime);
+    if (answer == GrabSuccess) XUngrabKeyboard(display, CurrentTime);
+    XSync(display, False);
+    return answer == GrabSuccess;
+}
+
+void requireTyping(const X11Screen& screen)
+{
+    int unused = 0;
+    if (!XTestQueryExtension(screen.display(), &unused, &unused, &unused, &unused))
+        throwDesktopError(std::errc::function_not_supported, "the screen takes no keys");
+}
+
+// The event with the keys for it.
+struct Step {
+    KeyEvent event;
+    KeyPlace place;
+    bool isCommand = false; // with Control or Alt
+};
+
+std::vector<Step> stepsFor(std::span<const KeyEvent> keys, const X11Screen& screen)
+{
+    const X11Keyboard keyboard(screen);
+    std::vector<Step> steps;
+    int held = 0;
+    for (const KeyEvent& event : keys) {
+        const bool starts = event.key == Key::Control || event.key == Key::Alt;
+        if (starts) held += event.action == KeyAction::Press ? 1 : -1;
+        steps.push_back(
+            {event, held ? keyboard.placeOfCommand(event) : keyboard.placeOf(event), held > 0});
+    }
+    return steps;
+}
+
+class KeyPlayer {
+public:
+    KeyPlayer(const X11Screen& screen, const X11Windows& windows)
+        : screen_(screen), windows_(windows)
+    {
+    }
+    ~KeyPlayer() // whatever cut it off
+    {
+        for (const KeyCode key : held_)
+            XTestFakeKeyEvent(screen_.display(), key, False, CurrentTime);
+        XSync(screen_.display(), False);
+    }
+    KeyPlayer(const KeyPlayer&) = delete;
+    KeyPlayer& operator=(const KeyPlayer&) = delete;
+
+    void play(const Step& step)
+    {
+        switch (step.event.action) {
+        case KeyAction::Press:
+            whileVerified([&] { press(step.place.code); });
+            break;
+        case KeyAction::Release:
+            release(step.place.code);
+            break;
+        case KeyAction::Stroke:
+            whileVerified([&] { stroke(step.place); });
+            break;
+        }
+        sleepMilliseconds(pauseBehind(step));
+    }
+
+private:
+    static int pauseBehind(const Step& step)
+    {
+        if (step.isCommand || step.event.key == Key::Alt) return kMenuPause;
+        return step.event.key == Key::Character ? kCharacterPause : kKeyPause;
+    }
+
+    // The server does nothing for anyone else between the look and the key.
+    void whileVerified(const std::function<void()>& keys)
+    {
+        XGrabServer(screen_.display());
+        const bool verified = windows_.haveKeyboard();
+        if (verified) keys();
+        XUngrabServer(screen_.display());
+        XSync(screen_.display(), False);
+        screen_.check();
+        if (!verified)
+            throwDesktopError(std::errc::operation_canceled, "another window has the keyboard");
+    }
+
+    void stroke(const KeyPlace& place)
+    {
+        std::vector<KeyCode> own = place.held; // but for those that are down already
+        std::erase_if(own, [this](KeyCode key) { return isHeld(key); });
+        for (const KeyCode key : own)
+            press(key);
+        press(place.code);
+        release(place.code);
+        for (const KeyCode key : own)
+            release(key);
+    }
+
+    bool isHeld(KeyCode key) const { return std::ranges::find(held_, key) != held_.end(); }
+
+    void press(KeyCode key)
+    {
+        held_.push_back(key);
+        XTestFakeKeyEvent(screen_.display(), key, True, CurrentTime);
+    }
+    void release(KeyCode key)
+    {
+        std::erase(held_, key);
+        XTestFakeKeyEvent(screen_.display(), key, False, CurrentTime);
+        XFlush(screen_.display());
+    }
+
+    const X11Screen& screen_;
+    const X11Windows& windows_;
+    std::vector<KeyCode> held_;
+};
+
+// A window works its messages off in order, so the answer to one says that the
+// keys before it are done.
+class Question {
+public:
+    Question(const X11Screen& screen, Window window) : screen_(screen), window_(window)
+    {
+        static long lastNumber = 0;
+        number_ = ++lastNumber;
+        XSelectInput(screen.display(), screen.root(), SubstructureNotifyMask);
+        screen.send(window, window, "WM_PROTOCOLS", {ping(), number_, static_cast<long>(window)},
+                    NoEventMask);
+    }
+
+    // A window that has gone won't answer any more.
+    bool isAnswered() const
+    {
+        while (XPending(screen_.display())) {
+            XEvent event;
+            XNextEvent(screen_.display(), &event);
+            if (isAnswer(event)) return true;
+        }
+        XWindowAttributes attributes;
+        return !XGetWindowAttributes(screen_.display(), window_, &attributes);
+    }
+
+    static bool isUnderstood(const X11Screen& screen, Window window)
+    {
+        const auto known = screen.numbers(window, "WM_PROTOCOLS", AnyPropertyType);
+        return std::ranges::find(known, screen.atom("_NET_WM_PING")) != known.end();
+    }
+
+private:
+    long ping() const { return static_cast<long>(screen_.atom("_NET_WM_PING")); }
+    bool isAnswer(const XEvent& event) const
+    {
+        return event.type == ClientMessage && event.xclient.data.l[0] == ping() &&
+               event.xclient.data.l[1] == number_;
+    }
+
+    const X11Screen& screen_;
+    Window window_;
+    long number_ = 0;
+};
+
+// Asked twice: a toolkit may answer the first time before it hands the keys on
+// to the program. One that is busy for long, or doesn't know the question, isn't
+// waited for.
+void awaitDone(const X11Screen& screen, Window window, const std::function<void()>& meanwhile)
+{
+    if (window == None || !Question::isUnderstood(screen, window)) return;
+    for (int time = 0; time < 2; ++time) {
+        const Question question(screen, window);
+        if (!screen.waitFor(
+                kPatience, [&] { return question.isAnswered(); }, meanwhile))
+            return;
+        sleepMilliseconds(kKeyPause);
+    }
+}
+
+}
+
+void activateProcess(std::int32_t processId)
+{
+    const X11Screen screen;
+    const X11Windows windows(screen, processId);
+    screen.send(screen.root(), windows.top(), "_NET_ACTIVE_WINDOW", {kAsPager, CurrentTime, None},
+                SubstructureRedirectMask | SubstructureNotifyMask);
+    const bool done = screen.waitFor(kPatience, [&] {
+        return windows.active() != None && windows.haveKeyboard() && isKeyboardFree(screen);
+    });
+    if (!done) throwDesktopError(std::errc::timed_out, "the window didn't take the keyboard");
+}
+
+void playKeys(std::int32_t processId, std::span<const KeyEvent> keys,
+              const std::function<void()>& meanwhile)
+{
+    const X11Screen screen;
+    requireTyping(screen);
+    const X11Windows windows(screen, processId);
+    const std::vector<Step> steps = stepsFor(keys, screen);
+    const Window asked = windows.active();
+    {
+        const FreeModifiers freely(screen);
+        KeyPlayer player(screen, windows);
+        for (const Step& step : steps)
+            player.play(step);
+    }
+    awaitDone(screen, asked, meanwhile);
+}
+
+}
