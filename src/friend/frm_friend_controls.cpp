@@ -2,6 +2,7 @@
 // the buttons under them, the book below it, and what ends the dialog last.
 #include "friend/frm_friend.h"
 #include "platform/forms/events.h"
+#include "reply/send_mail.h"
 
 namespace tolvek {
 
@@ -144,6 +145,8 @@ void frmFriend::connectEvents()
     onEvent(cmdFriendUp, &CommandButton::Click, [this] { cmdFriendUp_Click(); });
     onEvent(cmdFriendDel, &CommandButton::Click, [this] { cmdFriendDel_Click(); });
     onEvent(cmdFriendCan, &CommandButton::Click, [this] { leaveRow(); });
+    onEvent(cmdSndMail, &CommandButton::Click,
+            [this] { cmdSndMail_Click(*this, txtAddress->Text()); });
     onEvent(cmdOK, &CommandButton::Click, [this] { cmdOK_Click(); });
     onEvent(cmdCancel, &CommandButton::Click, [this] { cmdCancel_Click(); });
 }

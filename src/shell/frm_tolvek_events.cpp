@@ -19,6 +19,7 @@
 #include "platform/runtime/dates.h"
 #include "platform/runtime/directory.h"
 #include "platform/runtime/paths.h"
+#include "reply/send_mail.h"
 #include "shell/backup_commands.h"
 #include "shell/base/general.h"
 #include "shell/base/settings.h"
@@ -75,6 +76,7 @@ void frmTolvekEvents::connectEvents()
     onEvent(comMailRead, &CommandButton::Click, [this] { comMailRead_Click(*this); });
     onEvent(comMailDel, &CommandButton::Click, [this] { comMailDel_Click(*this); });
     onEvent(cmdAddrDel, &CommandButton::Click, [this] { cmdAddrDel_Click(*this); });
+    onEvent(comSendMail, &CommandButton::Click, [this] { comSendMail_Click(*this); });
     onEvent(comEnd, &CommandButton::Click, [this] { comEnd_Click(); });
     onEvent(lblNameOrAddr, &Label::Click, [this] { lblNameOrAddr_Click(*this); });
     onEvent(lstNameOrAddr, &ListBox::Click, [this] { lstNameOrAddr_Click(*this); });
