@@ -4,6 +4,7 @@
 // many times a plain pass over all rows that is.
 //
 //     tolvek_friend_bench [N]
+#include "bench/big_archive.h"
 #include "friend/friend_names.h"
 #include "platform/dao/dao.h"
 #include "platform/runtime/paths.h"
@@ -21,9 +22,9 @@
 namespace {
 
 using namespace tolvek;
+using bench::addressOf;
+using bench::kFriends;
 using Clock = std::chrono::steady_clock;
-
-constexpr int kFriends = 300;
 
 double passSeconds = 0; // of the plain pass, which is measured first
 
@@ -40,36 +41,6 @@ double measure(const char* name, const std::function<void()>& work)
     if (passSeconds == 0) passSeconds = taken;
     std::printf("%-46s %7.3f s %7.3f s %8.1f passes\n", name, taken, busy, taken / passSeconds);
     return taken;
-}
-
-Text addressOf(int who)
-{
-    return u"friend" + decimal(who) + u"@mail.example.jp";
-}
-
-// Two of three mails came in, the third was sent; the user's are all of one address.
-void storeMail(Database& into, int n)
-{
-    const bool sent = n % 3 == 2;
-    const Text who = addressOf(n * 7 % kFriends), me = u"hana@example.jp";
-    Statement sql{u"INSERT INTO tblTolvek (tblTolvek_YMD, tblTolvek_HMS, tblTolvek_SubKey, "
-                  u"tblTolvek_SndRcvFlag, tblTolvek_SndName, tblTolvek_SndAdd, tblTolvek_RcvName, "
-                  u"tblTolvek_RcvAdd, tblTolvek_Subject, tblTolvek_Mail1 ) VALUES( '"};
-    sql << decimal(19990101 + n / 100) << u"', '" << decimal(100000 + n % 86400) << u"', 0, "
-        << sent << u", '" << u"設定無し" << u"', '" << (sent ? me : who) << u"', '" << u"設定無し"
-        << u"', '" << (sent ? who : me) << u"', 'Re: あのね その" << n % 1000 << u"', '"
-        << Text(1000, u'本') << u"' )";
-    into.Execute(sql, dbFailOnError);
-}
-
-void storeMails(int mails)
-{
-    Database into = DBEngine::OpenDatabase(gDbPath);
-    inTransaction([&] {
-        for (int n = 0; n < mails; ++n)
-            storeMail(into, n);
-    });
-    into.Close();
 }
 
 void addFriend(Database& into, const Text& address, const Text& name)
@@ -125,7 +96,7 @@ int main(int argc, char** argv)
     gMyMailAddr = u"hana@example.jp";
     gMyPetName = u"もも";
     Table_Create();
-    storeMails(argc > 1 ? std::atoi(argv[1]) : 30000);
+    bench::storeMails(argc > 1 ? std::atoi(argv[1]) : 30000);
     measure("a pass that reads every name", passOverAll);
     measureBooks();
     return 0;
