@@ -7,6 +7,7 @@
 #include "filter/filter_rules.h"
 #include "platform/forms/msg_box.h"
 #include "shell/base/frm_tolvek.h"
+#include "shell/base/frm_tolvek_work.h"
 #include "shell/base/guard.h"
 #include "shell/base/settings.h"
 #include "store/search_tables.h"
@@ -66,9 +67,7 @@ void relist(const ResumeNext& on, frmTolvek& form)
 
 void endDeleting(const ResumeNext& on, frmTolvek& form)
 {
-    on([] { gBusyFlag = 0; });
-    on([&] { dspStatus(form, false, gStatusLines); });
-    on([&] { dspEnable(form, true, gBackUpDisp); });
+    endWork(on, form);
     on([&] { form.comMailRead->SetFocus(); });
 }
 

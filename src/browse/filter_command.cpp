@@ -4,6 +4,7 @@
 #include "browse/navigator.h"
 #include "filter/frm_filter.h"
 #include "shell/base/frm_tolvek.h"
+#include "shell/base/frm_tolvek_work.h"
 #include "shell/base/guard.h"
 #include "shell/base/settings.h"
 #include "shell/base/state.h"
@@ -17,13 +18,6 @@ constexpr int kLastOtherType = 2; // 0 to 2 list no rules, any other value does
 bool rulesListed()
 {
     return gDisplayType < 0 || gDisplayType > kLastOtherType;
-}
-
-void clearPanes(const ResumeNext& on, frmTolvek& form)
-{
-    on([&] { form.txtMail->setText({}); });
-    on([&] { form.lblHead->setCaption({}); });
-    on([&] { form.lstSubject->Clear(); });
 }
 
 void takeEdit(const ResumeNext& on, frmTolvek& form)
@@ -47,7 +41,7 @@ void memFilter_Click(frmTolvek& form, frmFilter& editor)
     const ResumeNext on{u"memFilter_Click"};
     on([] { gEditCancel = 0; });
     on([&] { editor.ShowModal(&form); });
-    clearPanes(on, form);
+    emptyPanes(on, form);
     if (gEditCancel == 0)
         takeEdit(on, form);
     else

@@ -3,6 +3,7 @@
 #include "browse/navigator.h"
 #include "filter/filter_results.h"
 #include "shell/base/frm_tolvek.h"
+#include "shell/base/frm_tolvek_work.h"
 #include "shell/base/guard.h"
 
 namespace tolvek {
@@ -18,17 +19,13 @@ void memFilterGo_Click(frmTolvek& form)
     });
     on([] { gBusyFlag = -1; });
     on([&] { dspStatus(form, true, gStatusLines); });
-    on([&] { form.txtMail->setText({}); });
-    on([&] { form.lblHead->setCaption({}); });
-    on([&] { form.lstSubject->Clear(); });
+    emptyPanes(on, form);
     on([] { gBusyFlag = -1; });
     on([&] { dspEnable(form, false, 0); });
     on([] { tblFilterData_Sel(); });
     on([&] { dspSearch_Filter(form); });
     on([&] { dspSelData(form); });
-    on([] { gBusyFlag = 0; });
-    on([&] { dspStatus(form, false, gStatusLines); });
-    on([&] { dspEnable(form, true, gBackUpDisp); });
+    endWork(on, form);
     on([&] { form.comMailRead->SetFocus(); });
 }
 

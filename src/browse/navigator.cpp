@@ -3,6 +3,7 @@
 #include "browse/subject_list.h"
 #include "platform/forms/do_events.h"
 #include "shell/base/frm_tolvek.h"
+#include "shell/base/frm_tolvek_work.h"
 #include "shell/base/general.h"
 #include "shell/base/guard.h"
 #include "shell/base/settings.h"
@@ -99,9 +100,7 @@ void lstNameOrAddr_Click(frmTolvek& form)
         else
             dspSubject_Filter(form, form.lstNameOrAddr->ListIndex());
     });
-    on([&] { gBusyFlag = 0; });
-    on([&] { dspStatus(form, false, gStatusLines); });
-    on([&] { dspEnable(form, true, gBackUpDisp); });
+    endWork(on, form);
     on([&] {
         if (form.lstSubject->ListCount() >= 1) {
             form.lstSubject->setListIndex(form.lstSubject->ListCount() - 1);

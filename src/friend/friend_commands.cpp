@@ -5,6 +5,7 @@
 #include "filter/filter_rules.h"
 #include "friend/friend_names.h"
 #include "shell/base/frm_tolvek.h"
+#include "shell/base/frm_tolvek_work.h"
 #include "shell/base/guard.h"
 #include "store/search_tables.h"
 
@@ -20,9 +21,7 @@ void beginNaming(const ResumeNext& on, frmTolvek& form)
     });
     on([] { gBusyFlag = -1; });
     on([&] { dspStatus(form, true, gStatusLines); });
-    on([&] { form.txtMail->setText({}); });
-    on([&] { form.lblHead->setCaption({}); });
-    on([&] { form.lstSubject->Clear(); });
+    emptyPanes(on, form);
     on([&] { dspEnable(form, false, 0); });
 }
 
@@ -37,14 +36,6 @@ void nameAnew(const ResumeNext& on, frmTolvek& form)
     on([&] { dspSelData(form); });
 }
 
-void endNaming(const ResumeNext& on, frmTolvek& form)
-{
-    on([] { gBusyFlag = 0; });
-    on([&] { dspStatus(form, false, gStatusLines); });
-    on([&] { dspEnable(form, true, gBackUpDisp); });
-    on([&] { form.comMailRead->SetFocus(); });
-}
-
 }
 
 void memFriendEd_Click(frmTolvek& form)
@@ -52,7 +43,8 @@ void memFriendEd_Click(frmTolvek& form)
     const ResumeNext on{u"memFriendEd_Click"};
     beginNaming(on, form);
     nameAnew(on, form);
-    endNaming(on, form);
+    endWork(on, form);
+    on([&] { form.comMailRead->SetFocus(); });
 }
 
 void memAddressAdd_Click(frmTolvek& form)

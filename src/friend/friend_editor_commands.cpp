@@ -2,6 +2,7 @@
 #include "friend/friend_commands.h"
 #include "friend/frm_friend.h"
 #include "shell/base/frm_tolvek.h"
+#include "shell/base/frm_tolvek_work.h"
 #include "shell/base/guard.h"
 #include "shell/base/state.h"
 
@@ -12,9 +13,7 @@ namespace {
 // memFriendEd_Click sets the commands on again.
 void takeBook(const ResumeNext& on, frmTolvek& form)
 {
-    on([&] { form.txtMail->setText({}); });
-    on([&] { form.lblHead->setCaption({}); });
-    on([&] { form.lstSubject->Clear(); });
+    emptyPanes(on, form);
     on([] { gBusyFlag = -1; });
     on([&] { dspEnable(form, false, 0); });
     on([] { readFriendTmp(); });

@@ -11,6 +11,7 @@
 #include "platform/runtime/paths.h"
 #include "shell/base/converter_library.h"
 #include "shell/base/frm_tolvek.h"
+#include "shell/base/frm_tolvek_work.h"
 #include "shell/base/guard.h"
 #include "shell/base/settings.h"
 #include "shell/base/state.h"
@@ -72,9 +73,7 @@ void beginReading(const ResumeNext& on, frmTolvek& form)
     });
     on([] { gBusyFlag = -1; });
     on([&] { dspStatus(form, true, gStatusLines); });
-    on([&] { form.txtMail->setText({}); });
-    on([&] { form.lblHead->setCaption({}); });
-    on([&] { form.lstSubject->Clear(); });
+    emptyPanes(on, form);
     on([&] { dspEnable(form, false, 0); });
 }
 
@@ -89,14 +88,6 @@ void updateData(const ResumeNext& on, frmTolvek& form)
     on([] { edSearch_Addr(); });
     on([] { tblFilterData_Sel(); });
     on([&] { dspNavigator(form); });
-}
-
-void endReading(const ResumeNext& on, frmTolvek& form)
-{
-    on([] { gBusyFlag = 0; });
-    on([&] { dspStatus(form, false, gStatusLines); });
-    on([&] { dspEnable(form, true, gBackUpDisp); });
-    on([&] { form.comMailRead->SetFocus(); });
 }
 
 }
@@ -118,7 +109,8 @@ void comMailRead_Click(frmTolvek& form)
     on([] { edFriend(); });
     on([] { MailBoxRead(); });
     updateData(on, form);
-    endReading(on, form);
+    endWork(on, form);
+    on([&] { form.comMailRead->SetFocus(); });
 }
 
 }
