@@ -1,6 +1,7 @@
 // The friend editor from its menu entries to the names over the mails.
 #include "friend/friend_commands.h"
 
+#include "friend/book_files.h"
 #include "friend/frm_friend_fixture.h"
 #include "store/fault_injection.h"
 #include "support/report_list.h"
@@ -156,7 +157,8 @@ TEST_F(FriendEditorCommandsTest, WhileTheEditorIsOpenNoSecondOneOpens)
     });
 }
 
-// From the press of OK to the end of the menu command.
+// From the press of OK to the end of the menu command, at every operation on the
+// book's files (friend_book_file_test ends it at those on the database too).
 TEST_F(FriendEditorCommandsTest, AnEndAtAnyMomentOfTheCommandLeavesTheOldBookOrTheNewOne)
 {
     const Book newBook{u"くま/モモ/花子/hanako@example.jp/12", u"かめ/ポチ/新/new@example.jp/12"};
@@ -172,12 +174,16 @@ TEST_F(FriendEditorCommandsTest, AnEndAtAnyMomentOfTheCommandLeavesTheOldBookOrT
         });
         memFriend_A_Click(form, editor);
     };
-    endAtEachOperation(command, [&](int operation) {
-        completeFriendEdit();
-        const Book found = book();
-        EXPECT_TRUE(found == oldBook() || found == newBook) << "operation " << operation;
+    const auto check = [&](int operation) {
+        {
+            const DBEngine::Session oneCommand;
+            completeFriendEdit();
+            const Book found = book();
+            EXPECT_TRUE(found == oldBook() || found == newBook) << "operation " << operation;
+        }
         kept.putBack();
-    });
+    };
+    endAtEachOperation(command, check, {}, isFriendFile);
 }
 
 }

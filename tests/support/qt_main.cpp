@@ -1,8 +1,29 @@
 // The main of every test program with windows: one QApplication for all tests,
 // on no screen at all when no platform is asked for.
 #include <QApplication>
+#include <QEvent>
 
 #include <gtest/gtest.h>
+
+#include <pthread.h>
+
+namespace {
+
+bool isCopy = false;
+
+// A forked copy of the program doesn't paint: the toolkit would hand large
+// areas to painting threads that only the first process has, and wait for them
+// for ever.
+class PaintingOfTheFirstAlone : public QObject {
+protected:
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        return isCopy &&
+               (event->type() == QEvent::UpdateRequest || event->type() == QEvent::Expose);
+    }
+};
+
+}
 
 int main(int argc, char** argv)
 {
@@ -10,5 +31,8 @@ int main(int argc, char** argv)
     testing::InitGoogleTest(&argc, argv);
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
+    PaintingOfTheFirstAlone painting;
+    QApplication::instance()->installEventFilter(&painting);
+    pthread_atfork(nullptr, nullptr, [] { isCopy = true; });
     return RUN_ALL_TESTS();
 }
