@@ -6,6 +6,7 @@
 #include "platform/runtime/directory.h"
 #include "platform/runtime/numbers.h"
 #include "platform/runtime/paths.h"
+#include "shell/base/guard.h"
 #include "shell/base/settings.h"
 
 #include <cmath>
@@ -44,8 +45,8 @@ public:
     {
         try {
             statement();
-        } catch (const RuntimeError& error) {
-            number_ = error.number();
+        } catch (const std::exception& failure) {
+            number_ = asRuntimeError(failure).number();
         }
     }
     int number() const { return number_; }
@@ -124,9 +125,9 @@ bool frmOption::folderPasses() const
     int attributes = 0;
     try {
         attributes = getAttr(joinPath(txtDisp_PetDir->Text(), kReceiveFolder));
-    } catch (const RuntimeError& error) {
-        MsgBox(error.number() == kFileNotFound ? u"指定されたフォルダーが見つかりません。"
-                                               : kWrongFolder);
+    } catch (const std::exception& failure) {
+        const bool missing = asRuntimeError(failure).number() == kFileNotFound;
+        MsgBox(missing ? u"指定されたフォルダーが見つかりません。" : kWrongFolder);
         return false;
     }
     if ((attributes & vbDirectory) == 0) MsgBox(kWrongFolder);

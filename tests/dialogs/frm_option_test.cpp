@@ -2,6 +2,7 @@
 
 #include "platform/forms/dir_lists.h"
 #include "platform/forms/screen.h"
+#include "platform/runtime/numbers.h"
 #include "platform/runtime/paths.h"
 #include "platform/system/volumes.h"
 #include "shell/base/settings.h"
@@ -18,6 +19,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using test::ModalScript;
+using Texts = std::vector<Text>;
 
 const TextView kNotFound = u"指定されたフォルダーが見つかりません。";
 const TextView kWrong = u"フォルダーの指定が間違っています。";
@@ -47,6 +49,12 @@ protected:
         gMailTextFontSize = 0;
     }
 
+    static Texts fields()
+    {
+        return {gPostPetDir,       gMyMailAddr,   gMyMailHandle,
+                gMyPetName,        gMailTextFont, decimal(gMailTextFontSize),
+                gMailTextFontStyle};
+    }
     Text at(TextView name) const { return joinPath(pathText(folder.path()), name); }
     void atDialog(const std::function<void()>& steps)
     {
@@ -113,13 +121,8 @@ TEST_F(OptionTest, OkStoresEveryField)
         EXPECT_EQ(gMailTextFont, u"ＭＳ ゴシック") << "not before OK";
         ok();
     });
-    EXPECT_EQ(gPostPetDir, at(u"other"));
-    EXPECT_EQ(gMyMailAddr, u"hanako@example.jp");
-    EXPECT_EQ(gMyMailHandle, u"花子");
-    EXPECT_EQ(gMyPetName, u"コタロウ");
-    EXPECT_EQ(gMailTextFont, u"ＭＳ 明朝");
-    EXPECT_EQ(gMailTextFontSize, 12);
-    EXPECT_EQ(gMailTextFontStyle, u"0,1");
+    EXPECT_EQ(fields(), (Texts{at(u"other"), u"hanako@example.jp", u"花子", u"コタロウ",
+                               u"ＭＳ 明朝", u"12", u"0,1"}));
 }
 
 TEST_F(OptionTest, AnEmptyAddressIsAccepted)
@@ -147,13 +150,8 @@ TEST_F(OptionTest, CancelEscapeAndTheCloseBoxStoreNothing)
             fontDialogGives({u"ＭＳ 明朝", 12, true, false});
             leave();
         });
-        EXPECT_EQ(gPostPetDir, at(u"PostPet"));
-        EXPECT_EQ(gMyMailAddr, u"taro@example.jp");
-        EXPECT_EQ(gMyMailHandle, u"太郎");
-        EXPECT_EQ(gMyPetName, u"モモ");
-        EXPECT_EQ(gMailTextFont, u"ＭＳ ゴシック");
-        EXPECT_EQ(gMailTextFontSize, 10);
-        EXPECT_EQ(gMailTextFontStyle, u"0,0");
+        EXPECT_EQ(fields(), (Texts{at(u"PostPet"), u"taro@example.jp", u"太郎", u"モモ",
+                                   u"ＭＳ ゴシック", u"10", u"0,0"}));
     }
 }
 
@@ -305,13 +303,15 @@ TEST_F(OptionTest, TheFontDialogBeginsWithTheStoredFieldsAtEachUse)
     });
 }
 
-TEST_F(OptionTest, ACancelledFontDialogLeavesTheLabels)
+TEST_F(OptionTest, ACancelledOrFailedFontDialogLeavesTheLabels)
 {
     atDialog([&] {
         fontDialogGives({u"ＭＳ 明朝", 12, true, true}, false);
         expectLabels(u"フォント：ＭＳ ゴシック", u"スタイル：標準", u"サイズ：10");
         fontDialogGives({u"ＭＳ 明朝", 12, true, true});
         fontDialogGives({u"ＭＳ Ｐ明朝", 20, false, false}, false);
+        setFontDialogHook([](FontDialogFields&) -> bool { throw std::bad_alloc(); });
+        dialog.cmdFontSet->click();
         expectLabels(u"フォント：ＭＳ 明朝", u"スタイル：太字 & 斜体", u"サイズ：12");
         ok();
     });
