@@ -1,8 +1,8 @@
 #include "platform/forms/dir_lists.h"
 
 #include "platform/forms/events.h"
+#include "platform/runtime/errors.h"
 #include "platform/runtime/paths.h"
-#include "platform/runtime/runtime_error.h"
 #include "platform/system/files.h"
 #include "platform/system/volumes.h"
 #include "support/screen_driver.h"
@@ -19,16 +19,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using Texts = std::vector<Text>;
-
-int errorOf(const std::function<void()>& statement)
-{
-    try {
-        statement();
-    } catch (const RuntimeError& error) {
-        return error.number();
-    }
-    return 0;
-}
 
 class DriveListTest : public testing::Test {
 protected:

@@ -2,7 +2,7 @@
 
 #include "platform/forms/fonts.h"
 #include "platform/forms/qt_text.h"
-#include "platform/runtime/runtime_error.h"
+#include "platform/runtime/errors.h"
 #include "support/modal_script.h"
 
 #include <QCheckBox>
@@ -19,16 +19,6 @@
 namespace tolvek::test {
 
 namespace {
-
-int errorOf(const std::function<void()>& statement)
-{
-    try {
-        statement();
-    } catch (const RuntimeError& error) {
-        return error.number();
-    }
-    return 0;
-}
 
 // The dialog as its user sees it.
 struct Shown {

@@ -1,6 +1,6 @@
 #include "platform/forms/events.h"
 #include "platform/forms/grid.h"
-#include "platform/runtime/runtime_error.h"
+#include "platform/runtime/errors.h"
 #include "support/screen_driver.h"
 #include "test_form.h"
 
@@ -11,16 +11,6 @@
 namespace tolvek::test {
 
 namespace {
-
-int errorOf(const std::function<void()>& statement)
-{
-    try {
-        statement();
-    } catch (const RuntimeError& error) {
-        return error.number();
-    }
-    return 0;
-}
 
 class GridTest : public testing::Test {
 protected:

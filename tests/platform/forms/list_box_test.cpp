@@ -1,7 +1,7 @@
 #include "platform/forms/do_events.h"
 #include "platform/forms/events.h"
 #include "platform/forms/list_box.h"
-#include "platform/runtime/runtime_error.h"
+#include "platform/runtime/errors.h"
 #include "support/screen_driver.h"
 #include "test_form.h"
 
@@ -14,16 +14,6 @@
 namespace tolvek::test {
 
 namespace {
-
-int errorOf(const std::function<void()>& statement)
-{
-    try {
-        statement();
-    } catch (const RuntimeError& error) {
-        return error.number();
-    }
-    return 0;
-}
 
 class ListBoxTest : public testing::Test {
 protected:
