@@ -6,6 +6,7 @@
 #include "platform/forms/do_events.h"
 #include "platform/forms/msg_box.h"
 #include "shell/base/frm_tolvek.h"
+#include "shell/base/frm_tolvek_work.h"
 #include "shell/base/general.h"
 #include "shell/base/guard.h"
 #include "store/database_files.h"
@@ -46,20 +47,13 @@ void begin(const ResumeNext& on, frmTolvek& form, TextView first, TextView secon
     on([&] { dspStatus(form, true, gStatusLines); });
 }
 
-void end(const ResumeNext& on, frmTolvek& form)
-{
-    on([] { gBusyFlag = 0; });
-    on([&] { dspStatus(form, false, gStatusLines); });
-    on([&] { dspEnable(form, true, gBackUpDisp); });
-}
-
 void unLoad(const ResumeNext& on, frmTolvek& form)
 {
     clearMailPane(on, form);
     begin(on, form, u"データベースの", u"　　内容を書き出しています", u"",
           u"　　　少々お待ちください。");
     on([] { dbUnLoad(); });
-    end(on, form);
+    endWork(on, form);
 }
 
 void load(const ResumeNext& on, frmTolvek& form)
@@ -71,7 +65,7 @@ void load(const ResumeNext& on, frmTolvek& form)
     on([] { dbLoad(); });
     on([&] { dspNavigator(form); });
     on([] { edFriend(); });
-    end(on, form);
+    endWork(on, form);
 }
 
 // The rules in memory stay as they are until they are next read.
@@ -81,7 +75,7 @@ void rebuild(const ResumeNext& on, frmTolvek& form)
     clearMailPane(on, form);
     begin(on, form, u"データベースを作り直しています。", u"", u"　　　少々お待ちください。", u"");
     on([] { Table_Create(); });
-    end(on, form);
+    endWork(on, form);
     on([] { MsgBox(u"ＤＢの作成が正常終了しました。", MsgButtons::Ok, u"Tolvek"); });
 }
 
