@@ -151,7 +151,8 @@ public:
     {
         static long lastNumber = 0;
         number_ = ++lastNumber;
-        XSelectInput(screen.display(), screen.root(), SubstructureNotifyMask);
+        // The toolkits don't agree on whom they send the answer to.
+        XSelectInput(screen.display(), screen.root(), StructureNotifyMask | SubstructureNotifyMask);
         screen.send(window, window, "WM_PROTOCOLS", {ping(), number_, static_cast<long>(window)},
                     NoEventMask);
     }
