@@ -24,13 +24,15 @@
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QSaveFile>
 #include <QSettings>
 #include <QStackedWidget>
 #include <QTimer>
 #include <QVBoxLayout>
 
+#include <filesystem>
+#include <fstream>
 #include <functional>
+#include <string>
 
 namespace {
 
@@ -55,10 +57,12 @@ public:
     void set(const char* field, const QJsonValue& value)
     {
         values_[QLatin1String(field)] = value;
-        QSaveFile file(QCoreApplication::applicationFilePath() + QStringLiteral(".record"));
-        if (!file.open(QIODevice::WriteOnly)) qFatal("no record");
-        file.write(QJsonDocument(values_).toJson());
-        file.commit();
+        // Whole at any moment, but without a wait for the disk: keys come fast.
+        const std::string record =
+            QCoreApplication::applicationFilePath().toStdString() + ".record";
+        std::ofstream(record + ".new", std::ios::binary)
+            << QJsonDocument(values_).toJson().toStdString();
+        std::filesystem::rename(record + ".new", record);
     }
 
 private:
@@ -147,6 +151,7 @@ public:
     void start()
     {
         show();
+        record_.set("shown", true);
         if (settings_.value(QStringLiteral("dialog")).toBool()) openDialog();
     }
 

@@ -26,6 +26,8 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QElapsedTimer>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPointer>
 #include <QSocketNotifier>
@@ -143,7 +145,7 @@ private:
         if (auto* box = qobject_cast<QMessageBox*>(modal)) return atBox(*box);
         if (!modal || friendAddress_.isEmpty()) return;
         auto* const address = modal->findChild<QLineEdit*>(QStringLiteral("txtAddress"));
-        if (!address) return;
+        if (!address || !isSeen(*modal)) return;
         address->setText(friendAddress_);
         friendAddress_.clear();
         // Not within the tick: a timer doesn't tick inside its own tick, and
@@ -153,6 +155,16 @@ private:
             press(editor, "cmdCancel");
         });
     }
+    // Nobody acts before the window has come to the front; where no manager
+    // brings it there, after a while all the same.
+    bool isSeen(QWidget& modal)
+    {
+        if (&modal != looked_) {
+            looked_ = &modal;
+            since_.start();
+        }
+        return modal.isActiveWindow() || since_.hasExpired(1000);
+    }
     static void press(QWidget* form, const char* name)
     {
         if (!form) return;
@@ -161,7 +173,7 @@ private:
     // Only one that really stands there, as its user would.
     void atBox(QMessageBox& box)
     {
-        if (!box.isVisible() || &box == answered_) return;
+        if (!box.isVisible() || &box == answered_ || !isSeen(box)) return;
         answered_ = &box;
         say("box " + box.text().replace(QLatin1Char('\n'), QLatin1Char('|')).toStdString());
         for (QAbstractButton* button : box.buttons())
@@ -173,6 +185,8 @@ private:
     QSocketNotifier input_;
     QTimer eyes_;
     QPointer<QMessageBox> answered_;
+    QPointer<QWidget> looked_;
+    QElapsedTimer since_;
     QString answer_ = QStringLiteral("OK");
     QString friendAddress_;
 };
