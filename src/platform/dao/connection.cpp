@@ -160,14 +160,17 @@ void Connection::shareLock()
 }
 
 // Read through SQLite's own file, since closing another one would take away the
-// locks that this process holds. Nothing where it can't be read.
+// locks that this process holds. Nothing where the file is shorter; a disk that
+// fails is told, or a Jet file would be taken for a damaged one of our own.
 FileHead Connection::head() const
 {
     sqlite3_file* file = nullptr;
     sqlite3_file_control(handle_, "main", SQLITE_FCNTL_FILE_POINTER, &file);
     FileHead head{};
     const int code = file->pMethods->xRead(file, head.data(), static_cast<int>(head.size()), 0);
-    return code == SQLITE_OK ? head : FileHead{};
+    if (code == SQLITE_IOERR_SHORT_READ) return {};
+    if (code != SQLITE_OK) throw sqliteError(code, TextView(), name_);
+    return head;
 }
 
 bool Connection::headerSaysLog() const
