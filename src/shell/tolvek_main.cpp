@@ -79,6 +79,7 @@ void prepareDatabase(TextView Ver, const UpgradeProgress& progress)
     const ResumeNext on{u"Main"};
     const bool upgrade = upgradeNeeded(Ver);
     settleEarlierRun(on, upgrade);
+    on([] { removeUnfinished(databasePath()); });
     if (upgrade) on([&] { VerUp300(progress); });
     findDatabase(on);
     on([] { dbCompress(gDbPath); });

@@ -85,6 +85,7 @@ private:
         const Text side = live_ + u".Repair";
         if (databaseExists(side)) removeDatabase(side);
         DBEngine::CompactDatabase(previous_, side);
+        keepJetOriginal(previous_, live_); // the rotation deletes it
         replaceDatabase(side, live_);
         flushFolderOf(live_);
         deleteLeftover();
@@ -107,7 +108,7 @@ private:
     void compact()
     {
         DBEngine::CompactDatabase(live_, fresh_);
-        keepJetOriginal(live_);
+        keepJetOriginal(live_, live_);
     }
 
     void nameAsPrevious()

@@ -1,8 +1,11 @@
 #include "store/db_start.h"
 
 #include "platform/dao/dao.h"
+#include "platform/runtime/directory.h"
+#include "platform/runtime/paths.h"
 #include "platform/runtime/runtime_error.h"
 #include "store/database_files.h"
+#include "store/jet_original.h"
 #include "store/schema.h"
 
 #include <algorithm>
@@ -52,6 +55,29 @@ bool mayHoldMail(const Text& path)
     }
 }
 
+// Those of a backup bear the day on which it was cut off.
+bool isBackUpsSide(TextView name)
+{
+    constexpr TextView kPattern = u"Tolvek_00000000.Mdb.Compact";
+    return std::equal(name.begin(), name.end(), kPattern.begin(), kPattern.end(),
+                      [](char16_t found, char16_t wanted) {
+                          return wanted == u'0' ? found >= u'0' && found <= u'9' : found == wanted;
+                      });
+}
+
+std::vector<Text> unfinishedFiles(const Text& path)
+{
+    std::vector<Text> files;
+    for (const TextView suffix :
+         {u".New.Compact", u".Repair.Compact", u".Repair", u".Whole.Compact", u".Whole", u".Create",
+          u".BeforeLoad.New.Compact", u".BeforeLoad.New", u".Jet.side"})
+        files.push_back(path + Text(suffix));
+    const Text folder = pathText(existingPath(path).parent_path());
+    for (const Text& name : dirAll(joinPath(folder, u"Tolvek_*.Mdb.Compact")))
+        if (isBackUpsSide(name)) files.push_back(joinPath(folder, name));
+    return files;
+}
+
 Text freeName(const Text& wanted)
 {
     Text name = wanted;
@@ -69,6 +95,7 @@ void restoreFromNew(const Text& path)
     if (databaseExists(path) || !databaseExists(fresh)) return;
     if (databaseExists(side)) removeDatabase(side);
     if (!copiedWhole(fresh, side)) return;
+    keepJetOriginal(fresh, path);
     renameDatabase(side, path);
     flushFolderOf(path);
     removeDatabase(fresh);
@@ -80,6 +107,12 @@ void keepBackUpAside(const Text& path)
     if (!databaseExists(previous) || !mayHoldMail(previous)) return;
     renameDatabase(previous, freeName(path + u".Kept"));
     flushFolderOf(path);
+}
+
+void removeUnfinished(const Text& path)
+{
+    for (const Text& file : unfinishedFiles(path))
+        if (databaseExists(file)) removeDatabase(file);
 }
 
 }

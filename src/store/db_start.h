@@ -16,4 +16,10 @@ void restoreFromNew(const Text& path);
 // overwritten.
 void keepBackUpAside(const Text& path);
 
+// Deletes the side files that a run which was cut off left in the database's
+// folder: what a compaction, a backup, a repair, a creation or a copy was being
+// written into before it got its name. To be called when nothing is left to be
+// put in place; path + ".New" is the next compaction's own affair.
+void removeUnfinished(const Text& path);
+
 }

@@ -44,24 +44,24 @@ bool isKept(const Path& original, const Path& kept)
             sameBytes(original, kept));
 }
 
-void keep(const Text& path)
+void keep(const Text& original, const Text& wanted)
 {
-    const Text wanted = path + u".Jet";
     Text name = wanted;
     for (int n = 2; databaseExists(name); ++n) {
-        if (isKept(existingPath(path), existingPath(name))) return;
+        if (isKept(existingPath(original), existingPath(name))) return;
         name = wanted + decimal(n);
     }
-    if (!linkDatabase(path, name)) copyFileContents(existingPath(path), targetPath(name), true);
-    flushFolderOf(path);
+    if (!linkDatabase(original, name))
+        copyFileContents(existingPath(original), targetPath(name), true);
+    flushFolderOf(name);
 }
 
 }
 
-void keepJetOriginal(const Text& path)
+void keepJetOriginal(const Text& original, const Text& database)
 {
     try {
-        if (isJetFile(existingPath(path))) keep(path);
+        if (isJetFile(existingPath(original))) keep(original, database + u".Jet");
     } catch (const std::system_error& failure) {
         throw fileError(failure.code());
     }

@@ -119,8 +119,8 @@ TEST_F(MainTest, AnEmptyFolderGetsAnArchiveOfSixTablesAndTheMainWindowComesUp)
         EXPECT_TRUE(splash.Visible());
         EXPECT_FALSE(window.Visible());
     });
-    const test::ModalScript settings(
-        "frmOption", [](QWidget& shown) { test::press(shown, "cmbCancel"); });
+    const test::ModalScript settings("frmOption",
+                                     [](QWidget& shown) { test::press(shown, "cmbCancel"); });
     start();
     expectMainWindow();
     EXPECT_EQ(gDbPath, joinPath(appPath(), u"Tolvek.Mdb"));
@@ -256,8 +256,7 @@ TEST_F(MainTest, ADamagedDatabaseThatIsGivenUpLeavesAnEmptyArchiveAndAnEmptyBak)
     std::vector<Text> told;
     setMsgBoxHandler([&](const MsgBoxRequest& box) {
         told.push_back(box.text);
-        return box.buttons == MsgButtons::YesNo && told.size() > 1 ? MsgAnswer::No
-                                                                   : MsgAnswer::Yes;
+        return box.buttons == MsgButtons::YesNo && told.size() > 1 ? MsgAnswer::No : MsgAnswer::Yes;
     });
     start();
     ASSERT_FALSE(told.empty());
@@ -294,6 +293,34 @@ TEST_F(MainTest, AWholeCopyOfACutOffCompactionIsPutInPlace)
     renameFile(file("Tolvek.Mdb"), file("Tolvek.Mdb.New"));
     start();
     EXPECT_EQ(rows(u"tblTolvek"), 1);
+}
+
+TEST_F(MainTest, WhatACutOffBackUpWasWritingIntoGoes)
+{
+    givenSettings("331");
+    test::writeBytes(file("Tolvek_20000225.Mdb.Compact"), "half");
+    start();
+    expectMainWindow();
+    EXPECT_FALSE(exists("Tolvek_20000225.Mdb.Compact"));
+}
+
+TEST_F(MainTest, AnUnfinishedFileThatCantBeDeletedIsToldAndTheStartGoesOn)
+{
+    givenSettings("331");
+    test::writeBytes(file("Tolvek_20000225.Mdb.Compact"), "half");
+    setFileProbe([](FileOperation operation, const Path& path) {
+        if (operation == FileOperation::Remove && path.extension() == ".Compact")
+            throw std::system_error(std::make_error_code(std::errc::io_error));
+    });
+    std::vector<Text> titles;
+    setMsgBoxHandler([&](const MsgBoxRequest& box) {
+        titles.push_back(box.title);
+        return MsgAnswer::Ok;
+    });
+    start();
+    setFileProbe({});
+    EXPECT_EQ(titles, std::vector<Text>{u"エラーメッセージ (Main)"});
+    expectMainWindow();
 }
 
 TEST_F(MainTest, APreviousGenerationWithMailOutlivesTheCreationOfANewArchive)

@@ -86,5 +86,36 @@ TEST_F(DbStartTest, AnEmptyBakIsLeftToTheCompaction)
     EXPECT_FALSE(exists("Tolvek.Mdb.Kept"));
 }
 
+TEST_F(DbStartTest, WhatWasBeingWrittenWhenARunWasCutOffGoes)
+{
+    const std::vector<std::string> sides{
+        "Tolvek.Mdb.New.Compact",     "Tolvek.Mdb.Repair",
+        "Tolvek.Mdb.Repair.Compact",  "Tolvek.Mdb.Whole",
+        "Tolvek.Mdb.Create",          "Tolvek.Mdb.BeforeLoad.New",
+        "Tolvek.Mdb.Jet.side",        "Tolvek.Mdb.BeforeLoad.New.Compact",
+        "Tolvek.Mdb.Whole.Compact",   "Tolvek_20000225.Mdb.Compact",
+        "Tolvek_20231231.Mdb.Compact"};
+    for (const std::string& name : sides)
+        writeBytes(file(name), "half");
+    writeBytes(file("Tolvek.Mdb.Create-journal"), "half");
+    removeUnfinished(gDbPath);
+    EXPECT_EQ(fileNames(folder.path()), std::vector<std::string>{"Tolvek.Mdb"});
+}
+
+TEST_F(DbStartTest, WholeFilesAndThoseOfOthersStay)
+{
+    const std::vector<std::string> others{"Tolvek.Mdb.New",          "Tolvek.Mdb.Bak",
+                                          "Tolvek.Mdb.Jet",          "Tolvek.Mdb.Kept",
+                                          "Tolvek.Mdb.V300",         "Tolvek.Mdb.Upgrade",
+                                          "Tolvek.Mdb.BeforeLoad",   "Tolvek_20000225.Mdb",
+                                          "Tolvek_mine.Mdb.Compact", "Tolvek_2000022.Mdb.Compact",
+                                          "old.Mdb.Compact"};
+    for (const std::string& name : others)
+        writeBytes(file(name), name);
+    removeUnfinished(gDbPath);
+    for (const std::string& name : others)
+        EXPECT_EQ(readBytes(file(name)), name);
+}
+
 }
 }
