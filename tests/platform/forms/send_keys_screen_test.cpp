@@ -217,7 +217,8 @@ TEST_F(SendKeysScreenTest, ALongTextArrivesTenTimesWithoutLoss)
 {
     givenManager();
     givenReceiver();
-    const Text piece = u"Abc-19 @x{+}y/" std::string text;
+    const Text piece = u"Abc-19 @x{+}y/";
+    std::string text;
     Text keys;
     for (int i = 0; i < 25; ++i) {
         keys += piece;
