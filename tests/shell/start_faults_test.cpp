@@ -126,7 +126,7 @@ TEST_F(StartFaultsTest, ACutOffUpgradeIsAtLastDone)
     givenVersion("210");
     KeptFolder kept(folder.path());
     kept.keep();
-    constexpr int kAsFarAsTheCompaction = 30;
+    constexpr int kAsFarAsTheCompaction = 45;
     for (int operation = 0; operation < kAsFarAsTheCompaction; ++operation) {
         gotThrough(operation, [this] { start(); }, {});
         expectAtLast(gDbPath, {u"一通目"}, operation);
