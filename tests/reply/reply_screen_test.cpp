@@ -32,6 +32,13 @@ protected:
         received.Mail1 = kBody;
         store(received);
     }
+    // PostPet first, so that the program stands before it.
+    void givenProgramBeside(StandIn& postPet)
+    {
+        givenManager();
+        ASSERT_TRUE(postPet.run(environment));
+        givenProgram();
+    }
     static void expectReply(const StandIn& postPet)
     {
         comesTrue([&] { return !postPet.value("text").empty(); });
@@ -56,10 +63,8 @@ protected:
 
 TEST_F(ReplyScreenTest, ARunningPostPetGetsAddressSubjectAndTextInTheirOrder)
 {
-    givenManager();
     StandIn postPet(home);
-    ASSERT_TRUE(postPet.run(environment));
-    givenProgram();
+    givenProgramBeside(postPet);
     EXPECT_EQ(tell("reply"), Lines{kOtherScreens});
     expectReply(postPet);
     EXPECT_EQ(postPet.mails(), 1);
@@ -70,10 +75,8 @@ TEST_F(ReplyScreenTest, ARunningPostPetGetsAddressSubjectAndTextInTheirOrder)
 
 TEST_F(ReplyScreenTest, OnCancelNothingIsTyped)
 {
-    givenManager();
     StandIn postPet(home);
-    ASSERT_TRUE(postPet.run(environment));
-    givenProgram();
+    givenProgramBeside(postPet);
     tell("answer キャンセル");
     EXPECT_EQ(tell("reply"), Lines{kOtherScreens});
     EXPECT_EQ(postPet.mails(), 0);
@@ -101,30 +104,24 @@ TEST_F(ReplyScreenTest, AStartThatTakesLongIsToldAndTheNextPressGetsThrough)
 
 TEST_F(ReplyScreenTest, ANewMailScreenMayTakeItsTime)
 {
-    givenManager();
     StandIn postPet(home, "screen_delay=40\n");
-    ASSERT_TRUE(postPet.run(environment));
-    givenProgram();
+    givenProgramBeside(postPet);
     replyAtLast(postPet);
     expectReply(postPet);
 }
 
 TEST_F(ReplyScreenTest, TheNewMailScreenMayBeAWindowOfItsOwn)
 {
-    givenManager();
     StandIn postPet(home, "screen=window\n");
-    ASSERT_TRUE(postPet.run(environment));
-    givenProgram();
+    givenProgramBeside(postPet);
     replyAtLast(postPet);
     expectReply(postPet);
 }
 
 TEST_F(ReplyScreenTest, APostPetThatHasGoneIsStartedAgain)
 {
-    givenManager();
     StandIn postPet(home);
-    ASSERT_TRUE(postPet.run(environment));
-    givenProgram();
+    givenProgramBeside(postPet);
     EXPECT_EQ(tell("reply"), Lines{kOtherScreens});
     postPet.end();
     std::filesystem::remove(home / "PostPet20.exe.record");
@@ -134,10 +131,8 @@ TEST_F(ReplyScreenTest, APostPetThatHasGoneIsStartedAgain)
 
 TEST_F(ReplyScreenTest, APostPetThatGoesInTheMiddleIsReportedAndTheProgramGoesOn)
 {
-    givenManager();
     StandIn postPet(home, "gone=1\n");
-    ASSERT_TRUE(postPet.run(environment));
-    givenProgram();
+    givenProgramBeside(postPet);
     const Lines said = tell("reply");
     ASSERT_EQ(said.size(), 2u);
     EXPECT_TRUE(said.back().starts_with("box エラー番号： 5|")) << said.back();
@@ -150,10 +145,8 @@ TEST_F(ReplyScreenTest, APostPetThatGoesInTheMiddleIsReportedAndTheProgramGoesOn
 // What the box warns of: the keys go to the screen that stands in front.
 TEST_F(ReplyScreenTest, WithAnotherScreenOpenTheKeysGoThere)
 {
-    givenManager();
     StandIn postPet(home, "dialog=1\n");
-    ASSERT_TRUE(postPet.run(environment));
-    givenProgram();
+    givenProgramBeside(postPet);
     EXPECT_EQ(tell("reply").front(), kOtherScreens);
     EXPECT_TRUE(comesTrue([&] {
         return postPet.value("dialog").find("hanako@example.jp") != std::string::npos;
@@ -178,10 +171,8 @@ TEST_F(ReplyScreenTest, ACopyInAnotherFolderGetsNothing)
 
 TEST_F(ReplyScreenTest, ARefusedSubjectStaysEmptyAndTheTextArrives)
 {
-    givenManager();
     StandIn postPet(home);
-    ASSERT_TRUE(postPet.run(environment));
-    givenProgram();
+    givenProgramBeside(postPet);
     tell("refuse Re: ");
     EXPECT_EQ(tell("reply"), Lines{kOtherScreens});
     EXPECT_TRUE(comesTrue([&] { return postPet.value("text") == shown(kBody); }));
@@ -190,10 +181,8 @@ TEST_F(ReplyScreenTest, ARefusedSubjectStaysEmptyAndTheTextArrives)
 
 TEST_F(ReplyScreenTest, TheFriendEditorWritesToItsAddress)
 {
-    givenManager();
     StandIn postPet(home);
-    ASSERT_TRUE(postPet.run(environment));
-    givenProgram();
+    givenProgramBeside(postPet);
     EXPECT_EQ(tell("friend  jiro@example.jp "), Lines{kOtherScreens});
     EXPECT_TRUE(comesTrue([&] { return postPet.record().contains(QStringLiteral("pasted")); }));
     EXPECT_EQ(postPet.value("address"), "jiro@example.jp");
@@ -203,10 +192,8 @@ TEST_F(ReplyScreenTest, TheFriendEditorWritesToItsAddress)
 
 TEST_F(ReplyScreenTest, InTheFriendEditorAPostPetThatGoesInTheMiddleEndsTheProgram)
 {
-    givenManager();
     StandIn postPet(home, "gone=1\n");
-    ASSERT_TRUE(postPet.run(environment));
-    givenProgram();
+    givenProgramBeside(postPet);
     const Lines lines = tell("friend jiro@example.jp");
     ASSERT_EQ(lines.size(), 3u);
     EXPECT_EQ(lines[0], kOtherScreens);
