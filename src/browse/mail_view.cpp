@@ -14,19 +14,6 @@ namespace {
 constexpr int kNameColumn = 25; // bytes up to the address
 constexpr int kMailFields = 16;
 
-// Names stand in the condition too, though they aren't part of the key: a mail
-// whose name was set anew since the list was filled is not found.
-Statement mailOfRow(const SubjectKey& key)
-{
-    Statement sql{u"SELECT * FROM tblTolvek"};
-    sql << u" WHERE ( tblTolvek_YMD = '" << key.YMD << u"' AND " << u"tblTolvek_HMS = '" << key.HMS
-        << u"' AND " << u"tblTolvek_SubKey = " << key.SubKey << u" AND " << u"tblTolvek_SndName = '"
-        << key.SndName << u"' AND " << u"tblTolvek_SndAdd = '" << key.SndAdd << u"' AND "
-        << u"tblTolvek_RcvName = '" << key.RcvName << u"' AND " << u"tblTolvek_RcvAdd = '"
-        << key.RcvAdd << u"' )";
-    return sql;
-}
-
 void showHeader(frmTolvek& form)
 {
     const auto stored = [](TextView name) { return gRs.field(name).text(); };
@@ -62,11 +49,21 @@ Text headerLine(TextView label, const Text& name, const Text& address)
     return line + u"　" + trim(address);
 }
 
+Statement ofRow(Statement select, const SubjectKey& key)
+{
+    return select << u" WHERE ( tblTolvek_YMD = '" << key.YMD << u"' AND " << u"tblTolvek_HMS = '"
+                  << key.HMS << u"' AND " << u"tblTolvek_SubKey = " << key.SubKey << u" AND "
+                  << u"tblTolvek_SndName = '" << key.SndName << u"' AND " << u"tblTolvek_SndAdd = '"
+                  << key.SndAdd << u"' AND " << u"tblTolvek_RcvName = '" << key.RcvName << u"' AND "
+                  << u"tblTolvek_RcvAdd = '" << key.RcvAdd << u"' )";
+}
+
 void dspMail(frmTolvek& form, Int16 row)
 {
     leaveOnError(u"dspMail", [&] {
         gDb = DBEngine::OpenDatabase(gDbPath);
-        gRs = gDb.OpenRecordset(mailOfRow(SubjectRowLocate(row)), dbOpenDynaset);
+        gRs = gDb.OpenRecordset(ofRow(Statement{u"SELECT * FROM tblTolvek"}, SubjectRowLocate(row)),
+                                dbOpenDynaset);
         form.txtMail->setText(u"");
         form.lblHead->setCaption(u"");
         Int16 count = 0;

@@ -1,5 +1,6 @@
 #include "reply/send_mail.h"
 
+#include "browse/mail_view.h"
 #include "browse/subject_keys.h"
 #include "platform/forms/msg_box.h"
 #include "platform/forms/send_keys.h"
@@ -13,17 +14,6 @@ namespace {
 
 constexpr int kScreenWait = 100; // while PostPet opens its new-mail screen
 
-Statement subjectOfRow(const SubjectKey& key)
-{
-    Statement sql{u"SELECT tblTolvek_Subject FROM tblTolvek"};
-    sql << u" WHERE ( tblTolvek_YMD = '" << key.YMD << u"' AND " << u"tblTolvek_HMS = '" << key.HMS
-        << u"' AND " << u"tblTolvek_SubKey = " << key.SubKey << u" AND " << u"tblTolvek_SndName = '"
-        << key.SndName << u"' AND " << u"tblTolvek_SndAdd = '" << key.SndAdd << u"' AND "
-        << u"tblTolvek_RcvName = '" << key.RcvName << u"' AND " << u"tblTolvek_RcvAdd = '"
-        << key.RcvAdd << u"' )";
-    return sql;
-}
-
 struct Reply {
     Text address;
     Text subject; // as the key sender takes it literally
@@ -35,7 +25,8 @@ Reply replyToRow(Int16 row)
 {
     gDb = DBEngine::OpenDatabase(gDbPath);
     const SubjectKey& key = SubjectRowLocate(row);
-    const Recordset found = gDb.OpenRecordset(subjectOfRow(key), dbOpenDynaset);
+    const Recordset found = gDb.OpenRecordset(
+        ofRow(Statement{u"SELECT tblTolvek_Subject FROM tblTolvek"}, key), dbOpenDynaset);
     const Text subject = u"Re: " + trim(found.field(u"tblTolvek_Subject").text());
     Reply reply{key.SndAdd, {}};
     SendKeyEscape(subject, reply.subject);
