@@ -161,12 +161,12 @@ TEST_F(VerUp300Test, TwoMailsThatAgreeInEverythingButTheSubjectEndIt)
     expectOldInPlace(before);
 }
 
-TEST_F(VerUp300Test, AnErrorThatEndsTheProgramElsewhereGoesBackFirst)
+TEST_F(VerUp300Test, AnOldArchiveThatCantBeOpenedGoesBackFirst)
 {
     storeOld(Mail{});
     setFileProbe([](FileOperation operation, const Path& path) {
         if (operation == FileOperation::Open && path.extension() == ".V300")
-            throw RuntimeError(3356, u"");
+            throw std::system_error(std::make_error_code(std::errc::permission_denied));
     });
     const std::vector<MsgBoxRequest> told = upgradeThatEnds();
     setFileProbe({});
