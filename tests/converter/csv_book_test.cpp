@@ -7,19 +7,9 @@
 namespace tolvek::test {
 namespace {
 
-struct Expected {
-    const char* file;
-    ReadFriends friends;
-};
-
-void PrintTo(const Expected& expected, std::ostream* out)
+const std::vector<ExpectedFriends>& table()
 {
-    *out << expected.file;
-}
-
-const std::vector<Expected>& table()
-{
-    static const std::vector<Expected> rows{
+    static const std::vector<ExpectedFriends> rows{
         {"pets_sjis.csv",
          {{"9", "クッキー", "たろう", "taro@example.com", 12},
           {"2", "ミルク", "山口さくら", "sakura@example.org", 3}}},
@@ -39,7 +29,7 @@ const std::vector<Expected>& table()
     return rows;
 }
 
-class CsvCorpus : public testing::TestWithParam<Expected> {};
+class CsvCorpus : public testing::TestWithParam<ExpectedFriends> {};
 
 TEST_P(CsvCorpus, BecomesTheseFriends)
 {

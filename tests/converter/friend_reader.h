@@ -25,6 +25,17 @@ inline void PrintTo(const ReadFriend& read, std::ostream* out)
          << read.mails;
 }
 
+// A file of tests/data/friends and whom it holds.
+struct ExpectedFriends {
+    const char* file;
+    ReadFriends friends;
+};
+
+inline void PrintTo(const ExpectedFriends& expected, std::ostream* out)
+{
+    *out << expected.file;
+}
+
 // A friend as a vCard gives one.
 inline ReadFriend carded(std::string name, std::string address)
 {

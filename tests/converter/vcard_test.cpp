@@ -7,19 +7,9 @@
 namespace tolvek::test {
 namespace {
 
-struct Expected {
-    const char* file;
-    ReadFriends friends;
-};
-
-void PrintTo(const Expected& expected, std::ostream* out)
+const std::vector<ExpectedFriends>& table()
 {
-    *out << expected.file;
-}
-
-const std::vector<Expected>& table()
-{
-    static const std::vector<Expected> rows{
+    static const std::vector<ExpectedFriends> rows{
         {"v21_sjis.vcf", {carded("能登ソノ", "sono@example.jp")}},
         {"v21_quoted.vcf", {carded("山口さくら", "sakura@example.org")}},
         {"v21_folds.vcf", {carded("Emily Brown", "emily@example.org")}},
@@ -45,7 +35,7 @@ const std::vector<Expected>& table()
     return rows;
 }
 
-class VcardCorpus : public testing::TestWithParam<Expected> {};
+class VcardCorpus : public testing::TestWithParam<ExpectedFriends> {};
 
 TEST_P(VcardCorpus, BecomesTheseFriends)
 {

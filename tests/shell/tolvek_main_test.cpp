@@ -52,6 +52,14 @@ protected:
                                                  "\r\n[PostPet Mail Option]\r\n"
                                                  "My Mail Addr=taro@example.jp\r\n");
     }
+    void givenOnlyABakWithMail()
+    {
+        givenSettings("331");
+        gDbPath = joinPath(appPath(), u"Tolvek.Mdb");
+        Table_Create();
+        store(mail(u"hanako@example.jp", u"taro@example.jp"));
+        renameFile(file("Tolvek.Mdb"), file("Tolvek.Mdb.Bak"));
+    }
     void start() { Main(splash, window); }
     void expectMainWindow()
     {
@@ -236,11 +244,7 @@ TEST_F(MainTest, ADamagedDatabaseIsAskedForAndARefusalEndsTheProgramWithTheFileU
 
 TEST_F(MainTest, ADamagedDatabaseIsRepairedFromTheBak)
 {
-    givenSettings("331");
-    gDbPath = joinPath(appPath(), u"Tolvek.Mdb");
-    Table_Create();
-    store(mail(u"hanako@example.jp", u"taro@example.jp"));
-    renameFile(file("Tolvek.Mdb"), file("Tolvek.Mdb.Bak"));
+    givenOnlyABakWithMail();
     test::writeBytes(file("Tolvek.Mdb"), std::string(5000, 'x'));
     boxes.expect(kRepair, MsgAnswer::Yes, u"Tolvek");
     start();
@@ -325,11 +329,7 @@ TEST_F(MainTest, AnUnfinishedFileThatCantBeDeletedIsToldAndTheStartGoesOn)
 
 TEST_F(MainTest, APreviousGenerationWithMailOutlivesTheCreationOfANewArchive)
 {
-    givenSettings("331");
-    gDbPath = joinPath(appPath(), u"Tolvek.Mdb");
-    Table_Create();
-    store(mail(u"hanako@example.jp", u"taro@example.jp"));
-    renameFile(file("Tolvek.Mdb"), file("Tolvek.Mdb.Bak"));
+    givenOnlyABakWithMail();
     start();
     EXPECT_EQ(rows(u"tblTolvek"), 0);
     EXPECT_EQ(rows(u"tblTolvek", gDbPath + u".Kept"), 1);
@@ -337,11 +337,7 @@ TEST_F(MainTest, APreviousGenerationWithMailOutlivesTheCreationOfANewArchive)
 
 TEST_F(MainTest, ACreationThatFailsLeavesThePreviousGenerationKeptAside)
 {
-    givenSettings("331");
-    gDbPath = joinPath(appPath(), u"Tolvek.Mdb");
-    Table_Create();
-    store(mail(u"hanako@example.jp", u"taro@example.jp"));
-    renameFile(file("Tolvek.Mdb"), file("Tolvek.Mdb.Bak"));
+    givenOnlyABakWithMail();
     setFileProbe([](FileOperation operation, const Path& path) {
         if (operation == FileOperation::Create && path.extension() == ".Create")
             throw std::system_error(std::make_error_code(std::errc::no_space_on_device));
@@ -357,11 +353,7 @@ TEST_F(MainTest, ACreationThatFailsLeavesThePreviousGenerationKeptAside)
 // Going on, the creation and the compaction behind it would delete it.
 TEST_F(MainTest, APreviousGenerationThatCantBeKeptAsideEndsTheStart)
 {
-    givenSettings("331");
-    gDbPath = joinPath(appPath(), u"Tolvek.Mdb");
-    Table_Create();
-    store(mail(u"hanako@example.jp", u"taro@example.jp"));
-    renameFile(file("Tolvek.Mdb"), file("Tolvek.Mdb.Bak"));
+    givenOnlyABakWithMail();
     setFileProbe([](FileOperation operation, const Path& path) {
         if (operation == FileOperation::Rename && path.extension() == ".Bak")
             throw std::system_error(std::make_error_code(std::errc::io_error));
