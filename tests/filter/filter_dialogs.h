@@ -3,6 +3,7 @@
 #pragma once
 #include "filter/filter_rules.h"
 #include "filter/frm_filter.h"
+#include "filter/many_rules.h"
 #include "platform/forms/events.h"
 #include "support/archive_fixture.h"
 #include "support/dialog_checks.h"
@@ -50,19 +51,6 @@ protected:
             addFilter(no, 0, 1, title, title + u"-data");
             no += 10;
         }
-    }
-    static void givenMany(int count)
-    {
-        Database database = DBEngine::OpenDatabase(gDbPath);
-        inTransaction([&] {
-            for (int n = 1; n <= count; ++n) {
-                Statement sql{u"INSERT INTO tblFilter ( tblFilter_No,tblFilter_TermsCode,"
-                              u"tblFilter_ActionCode,tblFilter_Header,tblFilter_Data ) VALUES( "};
-                sql << n * 10 << u", 0, 0, 'h', 'd' )";
-                database.Execute(sql, dbFailOnError);
-            }
-        });
-        database.Close();
     }
     static std::vector<Text> storedTitles()
     {

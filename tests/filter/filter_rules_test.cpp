@@ -1,5 +1,6 @@
 #include "filter/filter_rules.h"
 
+#include "filter/many_rules.h"
 #include "store/database_files.h"
 #include "support/archive_fixture.h"
 
@@ -36,19 +37,6 @@ protected:
     static std::vector<Text> storedNumbers()
     {
         return column(u"SELECT tblFilter_No FROM tblFilter ORDER By tblFilter_No ASC");
-    }
-    static void givenStored(int count)
-    {
-        Database database = DBEngine::OpenDatabase(gDbPath);
-        inTransaction([&] {
-            for (int n = 1; n <= count; ++n) {
-                Statement sql{u"INSERT INTO tblFilter ( tblFilter_No,tblFilter_TermsCode,"
-                              u"tblFilter_ActionCode,tblFilter_Header,tblFilter_Data ) VALUES( "};
-                sql << n * 10 << u", 0, 0, 'h', 'd' )";
-                database.Execute(sql, dbFailOnError);
-            }
-        });
-        database.Close();
     }
     static void expectEmpty(const FilterRule& entry)
     {
@@ -126,7 +114,7 @@ TEST_F(FilterRulesTest, ARuleThatChangesItsActionMovesToTheOtherGroup)
 
 TEST_F(FilterRulesTest, AsManyRulesAsTheTableHoldsLoadInFull)
 {
-    givenStored(256);
+    givenMany(256);
     tblFilter_Get();
     EXPECT_EQ(gFilterRuleCnt, 256);
     EXPECT_EQ(gFilterRule[255].No, 2560);
@@ -134,7 +122,7 @@ TEST_F(FilterRulesTest, AsManyRulesAsTheTableHoldsLoadInFull)
 
 TEST_F(FilterRulesTest, OneMoreStopsTheLoadWithWhatWasRead)
 {
-    givenStored(257);
+    givenMany(257);
     boxes.expect(u"エラー番号： 9\r\n（" + errorText(9) + u"）", MsgAnswer::Ok,
                  u"エラーメッセージ (tblFilter_Get)");
     tblFilter_Get();
