@@ -51,10 +51,8 @@ endfunction()
 function(tolvek_test name)
   cmake_parse_arguments(ARG "QT" "" "SOURCES;LINKS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
-  target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/src" "${PROJECT_SOURCE_DIR}/tests")
-  target_compile_definitions(${name} PRIVATE
-    TOLVEK_TEST_DATA="${PROJECT_SOURCE_DIR}/tests/data"
-    TOLVEK_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
+  target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/src" "${PROJECT_SOURCE_DIR}/tests"
+                             "${PROJECT_BINARY_DIR}/generated")
   target_link_libraries(${name} PRIVATE ${ARG_LINKS} GTest::gtest)
   if(ARG_QT)
     set_target_properties(${name} PROPERTIES AUTOMOC ON)

@@ -2,6 +2,7 @@
 #include "converter/conversion.h"
 
 #include "converter/temp_reader.h"
+#include "support/test_data.h"
 
 #include <gtest/gtest.h>
 

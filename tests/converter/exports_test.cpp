@@ -3,6 +3,7 @@
 
 #include "converter/record_fields.h"
 #include "converter/temp_reader.h"
+#include "support/test_data.h"
 
 #include <gtest/gtest.h>
 

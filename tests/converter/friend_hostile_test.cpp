@@ -3,6 +3,7 @@
 #include "converter/friend_reader.h"
 #include "converter/mutation.h"
 #include "platform/runtime/text.h"
+#include "support/test_data.h"
 
 #include <gtest/gtest.h>
 

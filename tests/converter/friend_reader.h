@@ -3,6 +3,7 @@
 #include "converter/friend_book.h"
 #include "platform/runtime/text_files.h"
 #include "support/temp_folder.h"
+#include "support/test_data.h"
 
 #include <ostream>
 #include <string>

@@ -4,6 +4,7 @@
 
 #include "converter/mutation.h"
 #include "converter/temp_reader.h"
+#include "support/test_data.h"
 
 #include <gtest/gtest.h>
 

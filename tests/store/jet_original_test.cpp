@@ -8,6 +8,7 @@
 #include "support/archive_fixture.h"
 #include "support/jet_reader.h"
 #include "support/jet_tables.h"
+#include "support/test_data.h"
 
 #include <algorithm>
 

@@ -4,6 +4,7 @@
 #include "store/database_files.h"
 #include "support/archive_fixture.h"
 #include "support/jet_reader.h"
+#include "support/test_data.h"
 
 #include <map>
 

@@ -3,6 +3,7 @@
 #include "store/upgrade_fixture.h"
 #include "support/jet_reader.h"
 #include "support/jet_tables.h"
+#include "support/test_data.h"
 
 namespace tolvek::test {
 namespace {

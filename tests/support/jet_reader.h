@@ -2,6 +2,7 @@
 // links tolvek_jet_test_support.
 #pragma once
 #include "platform/dao/jet_child.h"
+#include "support/jet_reader_file.h"
 
 namespace tolvek::test {
 

@@ -3,6 +3,7 @@
 #pragma once
 #include "platform/dao/connection.h"
 #include "support/temp_folder.h"
+#include "support/test_data.h"
 
 #include <map>
 #include <nlohmann/json.hpp>

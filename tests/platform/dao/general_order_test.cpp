@@ -1,6 +1,7 @@
 #include "platform/dao/general_order.h"
 
 #include "support/temp_folder.h"
+#include "support/test_data.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
