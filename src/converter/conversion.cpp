@@ -8,9 +8,13 @@
 #include "converter/plain_text.h"
 #include "converter/separator_line.h"
 
+#include <algorithm>
+#include <cstdint>
 #include <initializer_list>
 #include <limits>
+#include <optional>
 #include <system_error>
+#include <vector>
 
 namespace tolvek {
 
@@ -31,15 +35,56 @@ Text senderOf(const HeaderFields& fields, const std::string& separator)
     return sender.empty() ? mailboxValue(firstMailbox(separatorSender(separator))) : sender;
 }
 
-// The sender's own date, else the oldest stamp of the road, else the mbox's.
+using Found = std::optional<MailDate>;
+
+constexpr int kFirstYear = 1985; // no mail of this form is older
+constexpr std::int64_t kMargin = 2 * 24 * 3600;
+
+Found firstDate(const std::vector<std::string>& values)
+{
+    for (const std::string& value : values)
+        if (const Found date = parseMailDate(value)) return date;
+    return std::nullopt;
+}
+
+// What the stamps of a mail's way say, the newest first.
+std::vector<std::string> stampDates(const HeaderFields& fields)
+{
+    std::vector<std::string> dates;
+    for (const std::string& stamp : fields.values("received"))
+        if (const std::size_t mark = stamp.rfind(';'); mark != std::string::npos)
+            dates.push_back(stamp.substr(mark + 1));
+    return dates;
+}
+
+bool isPossible(const Found& date)
+{
+    return date && date->year >= kFirstYear;
+}
+
+// A clock that was never set, or is years ahead: a mail isn't received before
+// it was sent. Two days are left for zones that are wrong.
+bool isDoubtful(const MailDate& date, const Found& newestStamp)
+{
+    const bool ahead =
+        isPossible(newestStamp) && secondsOf(date) > secondsOf(*newestStamp) + kMargin;
+    return date.year < kFirstYear || ahead;
+}
+
+// The sender's own date, else that of a later hand, the oldest stamp of the
+// way, the mbox's; else the nearest to what the sender's date says.
 std::string dateOf(const HeaderFields& fields, const std::string& separator)
 {
-    auto date = parseMailDate(fields.value("date"));
-    const auto stamps = fields.values("received");
-    for (auto stamp = stamps.rbegin(); !date && stamp != stamps.rend(); ++stamp)
-        if (const std::size_t mark = stamp->rfind(';'); mark != std::string::npos)
-            date = parseMailDate(std::string_view(*stamp).substr(mark + 1));
-    if (!date) date = parseMailDate(separatorDate(separator));
+    std::vector<std::string> stamps = stampDates(fields);
+    const Found sent = firstDate(fields.values("date"));
+    if (sent && !isDoubtful(*sent, firstDate(stamps))) return formatMailDate(*sent);
+    std::reverse(stamps.begin(), stamps.end());
+    Found date;
+    if (!sent) date = firstDate(fields.values("resent-date"));
+    if (!sent && !isPossible(date)) date = firstDate(fields.values("delivery-date"));
+    if (!isPossible(date)) date = firstDate(stamps);
+    if (!isPossible(date)) date = parseMailDate(separatorDate(separator));
+    if (!isPossible(date)) date = sent;
     if (!date) date = parseMailDate(fields.value("date"), DateRule::Nearest);
     return date ? formatMailDate(*date) : std::string();
 }
@@ -52,7 +97,7 @@ Conversion writeMails(MailFile& mails, const std::filesystem::path& tempFile)
     RawMail mail;
     int count = 0;
     while (mails.next(mail)) {
-        if (++count > kMost) return {ConversionStatus::TooMany, 0};
+        if (count < kMost) ++count;
         temp.write(tempGroup(convertMail(mail)));
     }
     temp.commit();

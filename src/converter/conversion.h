@@ -11,14 +11,13 @@ namespace tolvek {
 enum class ConversionStatus : std::int16_t {
     Converted = 0,  // also for an empty box
     Unreadable = 1, // not there, or nothing that is known for certain
-    TooMany = 2,    // more mails than the count can tell
     Failed = 3,     // reading or writing failed; an older temp file stays
     Incomplete = 4  // of a friend book: a file of it was left out
 };
 
 struct Conversion {
     ConversionStatus status = ConversionStatus::Failed;
-    std::int16_t count = 0; // 0 unless Converted or Incomplete
+    std::int16_t count = 0; // 0 unless Converted or Incomplete; 32767 of more mails
 };
 
 // Memory stays at the size of the largest mail. Never throws std::system_error;

@@ -118,7 +118,8 @@ Text decodeEncodedWords(TextView text)
 Text unfoldedText(std::string_view rawValue)
 {
     Text text = decodeGuessed(rawValue);
-    std::erase(text, u'\r');
+    for (std::size_t end = text.find(u"\r\n"); end != Text::npos; end = text.find(u"\r\n", end))
+        text.erase(end, 1);
     Text unfolded;
     for (std::size_t at = 0; at < text.size(); ++at) {
         if (text[at] != u'\n') {

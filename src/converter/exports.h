@@ -24,10 +24,9 @@ struct StrChangeRec {
 };
 
 // Turns one mail box (list file, mail file) into the temp file. count: mails
-// written. status: 0 when the conversion worked (also for an empty box), any
-// other value when nothing can be read; written on every call. A box of more
-// than 32767 mails is refused: the count couldn't tell them, and a box read in
-// part and in silence would pass for a whole one.
+// written; 32767 when there are more, as the count can't hold them. status: 0
+// when the conversion worked (also for an empty box), any other value when
+// nothing can be read; written on every call.
 TOLVEK_EXPORT int Tolvek_Edit(TolvekPath* listFile, TolvekPath* mailFile, TolvekPath* tempFile,
                               std::int16_t* count, std::int16_t* status);
 

@@ -4,52 +4,88 @@
 
 namespace tolvek {
 
-LineSource::LineSource(const std::filesystem::path& path)
-    : file_(path, OpenFile::Mode::Read), buffer_(1 << 16)
-{
-}
+namespace {
 
-bool LineSource::ensure(std::size_t count)
+constexpr std::size_t kBuffer = 1 << 16;
+
+bool hasLineFeed(const std::filesystem::path& path)
 {
-    while (end_ - begin_ < count && !atEnd_) {
-        std::copy(buffer_.begin() + static_cast<std::ptrdiff_t>(begin_),
-                  buffer_.begin() + static_cast<std::ptrdiff_t>(end_), buffer_.begin());
-        end_ -= begin_;
-        begin_ = 0;
-        const std::size_t got = file_.read(buffer_.data() + end_, buffer_.size() - end_);
-        end_ += got;
-        atEnd_ = got == 0;
+    OpenFile file(path, OpenFile::Mode::Read);
+    std::vector<char> buffer(kBuffer);
+    while (const std::size_t got = file.read(buffer.data(), buffer.size())) {
+        const auto end = buffer.begin() + static_cast<std::ptrdiff_t>(got);
+        if (std::find(buffer.begin(), end, '\n') != end) return true;
     }
-    return end_ - begin_ >= count;
+    return false;
 }
 
-void LineSource::skipLineEnd()
+}
+
+LineSource::LineSource(const std::filesystem::path& path)
+    : file_(path, OpenFile::Mode::Read), lineFeeds_(hasLineFeed(path)), buffer_(kBuffer)
 {
-    if (buffer_[begin_++] == '\n') return;
-    const auto at = [this](std::size_t offset, char c) {
-        return ensure(offset + 1) && buffer_[begin_ + offset] == c;
-    };
-    if (at(0, '\n'))
-        begin_ += 1;
-    else if (at(0, '\r') && at(1, '\n'))
-        begin_ += 2;
+}
+
+bool LineSource::fill()
+{
+    if (begin_ < end_) return true;
+    begin_ = 0;
+    end_ = file_.read(buffer_.data(), buffer_.size());
+    return end_ > 0;
+}
+
+// Of the CRs before a LF two at most are part of the line's end.
+void LineSource::dropCarriageReturns(std::string& line) const
+{
+    if (!lineFeeds_) return;
+    for (int count = 0; count < 2 && !line.empty() && line.back() == '\r'; ++count)
+        line.pop_back();
+}
+
+bool LineSource::readLine(std::string& line)
+{
+    line.clear();
+    if (!fill()) return false;
+    const char mark = lineFeeds_ ? '\n' : '\r';
+    while (line.size() < kLongestLine && fill()) {
+        const char* first = buffer_.data() + begin_;
+        const char* last = buffer_.data() + end_;
+        const char* stop = std::find(first, last, mark);
+        line.append(first, stop);
+        const bool found = stop != last;
+        const auto taken = static_cast<std::size_t>(stop - first) + (found ? 1 : 0);
+        begin_ += taken;
+        read_ += taken;
+        if (found) break;
+    }
+    dropCarriageReturns(line);
+    return true;
 }
 
 bool LineSource::next(std::string& line)
 {
-    line.clear();
-    if (!ensure(1)) return false;
-    while (ensure(1) && line.size() < kLongestLine) {
-        const char* first = buffer_.data() + begin_;
-        const char* last = buffer_.data() + end_;
-        const char* stop = std::find_if(first, last, [](char c) { return c == '\n' || c == '\r'; });
-        line.append(first, stop);
-        begin_ += static_cast<std::size_t>(stop - first);
-        if (stop == last) continue;
-        skipLineEnd();
-        return true;
-    }
+    lineBegin_ = position();
+    if (queue_.empty()) return readLine(line);
+    line = std::move(queue_.front().text);
+    queue_.pop_front();
     return true;
+}
+
+const std::string* LineSource::ahead(std::size_t index)
+{
+    while (queue_.size() <= index) {
+        Line line{{}, read_};
+        if (!readLine(line.text)) return nullptr;
+        queue_.push_back(std::move(line));
+    }
+    return &queue_[index].text;
+}
+
+std::string LineSource::bytesAt(std::uint64_t place, std::size_t size) const
+{
+    std::string bytes(size, '\0');
+    bytes.resize(file_.readAt(place, bytes.data(), size));
+    return bytes;
 }
 
 }

@@ -1,11 +1,14 @@
 // The lines of a mail file, read through one buffer, so that a box of any size
-// costs the memory of its longest line.
+// costs the memory of its longest line, and of those that were looked at ahead.
 //
-// CR, LF, CR LF and CR CR LF (left by gateways) each end a line; a last line
-// needs no end. A line longer than kLongestLine comes in pieces.
+// LF, CR LF and CR CR LF (left by gateways) each end a line; a last line needs
+// no end. In a file without any LF a CR ends a line; in others it is a
+// character of its line. A line longer than kLongestLine comes in pieces.
 #pragma once
 #include "platform/system/files.h"
 
+#include <cstdint>
+#include <deque>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -22,15 +25,35 @@ public:
     // False at the end of the file; the line comes without its end.
     bool next(std::string& line);
 
+    // A line further on, 0 the one that next() gives; null beyond the end. The
+    // pointer lasts until the next call of next().
+    const std::string* ahead(std::size_t index);
+
+    // Where in the file the line begins that was handed out last, and where the
+    // next one does.
+    std::uint64_t lineBegin() const { return lineBegin_; }
+    std::uint64_t position() const { return queue_.empty() ? read_ : queue_.front().begin; }
+
+    // Bytes of the same file at another place; fewer at its end.
+    std::string bytesAt(std::uint64_t place, std::size_t size) const;
+
 private:
-    bool ensure(std::size_t count); // that many bytes unread in the buffer, if the file has them
-    void skipLineEnd();
+    struct Line {
+        std::string text;
+        std::uint64_t begin;
+    };
+    bool readLine(std::string& line);
+    bool fill();
+    void dropCarriageReturns(std::string& line) const;
 
     OpenFile file_;
+    bool lineFeeds_; // the file has one
     std::vector<char> buffer_;
     std::size_t begin_ = 0;
     std::size_t end_ = 0;
-    bool atEnd_ = false;
+    std::uint64_t read_ = 0;
+    std::uint64_t lineBegin_ = 0;
+    std::deque<Line> queue_;
 };
 
 }

@@ -1,6 +1,8 @@
 #include "converter/mail_date.h"
 
 #include "converter/ascii.h"
+#include "converter/date_text.h"
+#include "converter/month_names.h"
 
 #include <algorithm>
 #include <array>
@@ -23,7 +25,7 @@ constexpr int kLastYear = 9999;
 struct Zone {
     std::string_view name, offset;
 };
-constexpr std::array<Zone, 13> kZones{{{"JST", "+0900"},
+constexpr std::array<Zone, 19> kZones{{{"JST", "+0900"},
                                        {"GMT", "+0000"},
                                        {"UT", "+0000"},
                                        {"UTC", "+0000"},
@@ -35,7 +37,13 @@ constexpr std::array<Zone, 13> kZones{{{"JST", "+0900"},
                                        {"MST", "-0700"},
                                        {"MDT", "-0600"},
                                        {"PST", "-0800"},
-                                       {"PDT", "-0700"}}};
+                                       {"PDT", "-0700"},
+                                       {"CET", "+0100"},
+                                       {"MET", "+0100"},
+                                       {"CEST", "+0200"},
+                                       {"MEST", "+0200"},
+                                       {"BST", "+0100"},
+                                       {"KST", "+0900"}}};
 
 bool allDigits(std::string_view text)
 {
@@ -47,38 +55,86 @@ int number(std::string_view digits)
     return std::atoi(std::string(digits.substr(0, 6)).c_str());
 }
 
-// Comments out, quotes and full stops of a Japanese writing out; bytes beyond
-// ASCII (a raw comment) are blanks.
-std::string bare(std::string_view text)
-{
-    std::string out;
-    int depth = 0;
-    for (const char c : text) {
-        if (c == '(') ++depth;
-        if (depth == 0) out += c == '"' || c == '\'' || c < 0x20 ? ' ' : c;
-        if (c == ')' && depth > 0) --depth;
-    }
-    return out;
-}
-
+// 19103 was written by programs that put "19" before the years since 1900.
 int fullYear(std::string_view digits)
 {
     const int year = number(digits);
+    if (digits.size() == 5 && digits.starts_with("19")) return 1900 + number(digits.substr(2));
     if (digits.size() >= 4) return year;
     if (digits.size() == 3) return 1900 + year;
     return year < 50 ? 2000 + year : 1900 + year;
+}
+
+// The year before the first of the era that the letter stands for, else 0.
+int eraBegin(char letter)
+{
+    switch (letter) {
+    case 'm':
+        return 1867;
+    case 't':
+        return 1911;
+    case 's':
+        return 1925;
+    case 'h':
+        return 1988;
+    case 'r':
+        return 2018;
+    default:
+        return 0;
+    }
+}
+
+bool isDigit(char c)
+{
+    return isAsciiDigit(static_cast<unsigned char>(c));
+}
+
+// 10th, 1st: the number. "3." too.
+std::string withoutTail(std::string word)
+{
+    while (word.size() > 1 && word.back() == '.')
+        word.pop_back();
+    const std::string tail = lowerAscii(
+        std::string_view(word).substr(word.size() - std::min<std::size_t>(2, word.size())));
+    const bool ordinal = tail == "st" || tail == "nd" || tail == "rd" || tail == "th";
+    if (ordinal && allDigits(std::string_view(word).substr(0, word.size() - 2)))
+        word.resize(word.size() - 2);
+    return word;
+}
+
+// 20030310T070809Z
+bool isCompact(const std::string& word)
+{
+    return word.size() >= 15 && word[8] == 'T' && allDigits(std::string_view(word).substr(0, 8)) &&
+           allDigits(std::string_view(word).substr(9, 6));
+}
+
+constexpr std::string_view kJoins = "-/.\x01";
+
+// Nothing of a date but its numbers: what could be a day as well as a time.
+bool isDotted(const std::string& word)
+{
+    return word.find('.') != std::string::npos &&
+           word.find_first_not_of("0123456789.") == std::string::npos;
 }
 
 class DateReader {
 public:
     std::optional<MailDate> read(std::string_view text, DateRule rule)
     {
-        for (const std::string& word : words(bare(text), " ,\t"))
+        auto found = words(dateText(text), " ,\t");
+        for (std::string& word : found)
+            word = withoutTail(std::move(word));
+        monthNamed_ = std::any_of(found.begin(), found.end(), [](const std::string& word) {
+            return !isDigit(word[0]) && monthNumber(word) > 0;
+        });
+        for (const std::string& word : found)
             take(word);
         if (year_.empty() || day_ == 0) return std::nullopt;
-        date_.year = fullYear(year_);
+        date_.year = era_ + (era_ > 0 ? number(year_) : fullYear(year_));
         date_.day = day_;
         if (afternoon_ && date_.hour < 12) date_.hour += 12;
+        if (morning_ && date_.hour == 12) date_.hour = 0;
         if (rule == DateRule::Nearest) bringNear();
         return isReal() ? std::optional(date_) : std::nullopt;
     }
@@ -86,14 +142,19 @@ public:
 private:
     void take(const std::string& word)
     {
+        const bool afterDay = dayBefore_;
+        dayBefore_ = false;
         if (allDigits(word))
             takeNumber(word);
-        else if (isAsciiDigit(static_cast<unsigned char>(word[0])) &&
-                 word.find(':') != std::string::npos)
+        else if (isDigit(word[0]) && (word.find(':') != std::string::npos || isCompact(word)))
             takeTimeOrBoth(word);
-        else if (isAsciiDigit(static_cast<unsigned char>(word[0])))
-            takeJoined(words(word, "-/"));
-        else if (const int month = monthNumber(word); month > 0 && date_.month == 0)
+        else if (isDotted(word) && isTimeByNow(word))
+            takeTime(word);
+        else if (isDigit(word[0]))
+            takeJoined(word);
+        else if (isEraDate(word))
+            takeEra(word);
+        else if (const int month = monthNumber(word); month > 0 && (date_.month == 0 || afterDay))
             date_.month = month;
         else
             takeZone(word);
@@ -101,39 +162,104 @@ private:
 
     void takeNumber(const std::string& word)
     {
-        if (day_ == 0 && word.size() <= 2)
+        if (year_.empty() && day_ == 0 && (word.size() == 8 || word.size() == 14)) {
+            takeParts({word.substr(0, 4), word.substr(4, 2), word.substr(6, 2)}, kYearFirst);
+            if (word.size() == 14) takeCompactTime(word.substr(8));
+        } else if (day_ == 0 && word.size() <= 2) {
             day_ = number(word);
-        else if (year_.empty())
+            dayBefore_ = true;
+        } else if (year_.empty()) {
             year_ = word;
+        }
     }
 
-    // 2003/03/10, 2003-03-10, 15-Feb-2000
-    void takeJoined(const std::vector<std::string>& parts)
+    // With a month's name in the text, or the day known, numbers with dots are
+    // the time; two numbers always are.
+    bool isTimeByNow(const std::string& word) const
     {
-        if (parts.size() != 3 || !allDigits(parts[0]) || !allDigits(parts[2])) return;
-        const bool yearFirst = parts[0].size() > 2;
-        year_ = yearFirst ? parts[0] : parts[2];
-        day_ = number(yearFirst ? parts[2] : parts[0]);
-        date_.month = allDigits(parts[1]) ? number(parts[1]) : monthNumber(parts[1]);
+        const auto dots = std::count(word.begin(), word.end(), '.');
+        return dots == 1 || monthNamed_ || day_ > 0;
     }
 
-    // A time, or date and time with a T between them.
+    // 2003/03/10, 2003-03-10, 15-Feb-2000, 10.03.2003, 3/25/2003
+    void takeJoined(const std::string& word)
+    {
+        const std::size_t join = word.find_first_of(kJoins);
+        if (join == std::string::npos) return;
+        const auto parts = words(word, kJoins);
+        if (parts.size() == 2 && word[join] == kYearFirst)
+            return takeParts({"", parts[0], parts[1]}, kYearFirst);
+        if (parts.size() == 3) takeParts(parts, word[join]);
+    }
+
+    void takeParts(const std::vector<std::string>& parts, char join)
+    {
+        const auto dayLike = [](const std::string& part) {
+            return part.size() <= 2 && number(part) >= 1 && number(part) <= 31;
+        };
+        const bool yearFirst = join == kYearFirst || (allDigits(parts[0]) && !dayLike(parts[0]));
+        const std::string& year = yearFirst ? parts[0] : parts[2];
+        const bool named = !allDigits(parts[0]) || !allDigits(parts[1]);
+        const bool monthFirst = !yearFirst && (named ? !allDigits(parts[0]) : join == '/');
+        std::string month = yearFirst || !monthFirst ? parts[1] : parts[0];
+        std::string day = yearFirst ? parts[2] : monthFirst ? parts[1] : parts[0];
+        const auto possible = [](const std::string& text) {
+            return allDigits(text) ? number(text) <= 12 : monthNumber(text) > 0;
+        };
+        if (!possible(month) && possible(day)) std::swap(month, day);
+        if (!allDigits(day) || (!year.empty() && !allDigits(year))) return;
+        if (!year.empty()) year_ = year;
+        day_ = number(day);
+        date_.month = allDigits(month) ? number(month) : monthNumber(month);
+    }
+
+    static bool isEraDate(const std::string& word)
+    {
+        return word.size() > 2 && isDigit(word[1]) && eraBegin(lowerAscii(word)[0]) > 0 &&
+               word.find_first_of(kJoins) != std::string::npos;
+    }
+
+    void takeEra(const std::string& word)
+    {
+        const auto parts = words(word.substr(1), kJoins);
+        if (parts.size() != 3) return;
+        era_ = eraBegin(lowerAscii(word)[0]);
+        takeParts(parts, kYearFirst);
+    }
+
+    // A time, or date and time in one word.
     void takeTimeOrBoth(const std::string& word)
     {
         const std::size_t mark = word.find('T');
-        if (mark == std::string::npos) return takeTime(word);
-        takeJoined(words(word.substr(0, mark), "-/"));
-        takeTime(word.substr(mark + 1));
+        if (mark != std::string::npos) {
+            takeDay(word.substr(0, mark));
+            return isCompact(word) ? takeCompactTime(word.substr(mark + 1))
+                                   : takeTime(word.substr(mark + 1));
+        }
+        const std::size_t colon = word.find(':');
+        if (word.find_first_of("/\x01") < colon) {
+            takeDay(word.substr(0, colon));
+            return takeTime(word.substr(colon + 1));
+        }
+        takeTime(word);
+    }
+
+    void takeDay(const std::string& word) { allDigits(word) ? takeNumber(word) : takeJoined(word); }
+
+    void takeCompactTime(const std::string& digits)
+    {
+        takeTime(digits.substr(0, 2) + ":" + digits.substr(2, 2) + ":" + digits.substr(4));
     }
 
     void takeTime(const std::string& word)
     {
         const std::size_t end = std::min(word.find_first_not_of("0123456789:."), word.size());
         const auto parts = words(word.substr(0, end), ":.");
-        if (parts.size() < 2 || timeTaken_) return;
+        const bool hourAlone = parts.size() == 1 && word[end - 1] == ':';
+        if ((parts.size() < 2 && !hourAlone) || timeTaken_) return;
         timeTaken_ = true;
         date_.hour = number(parts[0]);
-        date_.minute = number(parts[1]);
+        date_.minute = hourAlone ? 0 : number(parts[1]);
         date_.second = parts.size() > 2 ? std::min(number(parts[2]), 59) : 0;
         if (end < word.size()) takeZone(word.substr(end));
     }
@@ -141,7 +267,7 @@ private:
     void takeZone(std::string word)
     {
         if (equalsAscii(word, "pm")) afternoon_ = true;
-        if (equalsAscii(word, "am") && date_.hour == 12) date_.hour = 0;
+        if (equalsAscii(word, "am")) morning_ = true;
         const std::size_t sign = word.find_first_of("+-");
         if (sign != std::string::npos) {
             word.erase(0, sign);
@@ -179,6 +305,10 @@ private:
     int day_ = 0;
     bool timeTaken_ = false;
     bool afternoon_ = false;
+    bool morning_ = false;
+    bool monthNamed_ = false;
+    bool dayBefore_ = false; // the word before is the day
+    int era_ = 0;
 };
 
 std::string_view dayName(const MailDate& date)
@@ -209,11 +339,15 @@ std::string formatMailDate(const MailDate& date)
     return buffer.data() + (date.zone.empty() ? std::string() : " " + date.zone);
 }
 
-int monthNumber(std::string_view word)
+std::int64_t secondsOf(const MailDate& date)
 {
-    for (std::size_t index = 0; index < kMonths.size(); ++index)
-        if (beginsLike(word, kMonths[index])) return static_cast<int>(index) + 1;
-    return 0;
+    using namespace std::chrono;
+    const sys_days day = std::chrono::year(date.year) / date.month / date.day;
+    const auto seconds =
+        day.time_since_epoch() / 1s + date.hour * 3600L + date.minute * 60L + date.second;
+    if (date.zone.size() != 5) return seconds;
+    const int zone = number(date.zone.substr(1, 2)) * 3600 + number(date.zone.substr(3)) * 60;
+    return seconds - (date.zone[0] == '-' ? -zone : zone);
 }
 
 bool isDayName(std::string_view word)

@@ -3,6 +3,7 @@
 //
 // The time stays the sender's own wall clock; a zone is only carried along.
 #pragma once
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -19,14 +20,18 @@ struct MailDate {
 // date, as a mail without one is not archived.
 enum class DateRule { Strict, Nearest };
 
-// Internet and ctime form, 2003/03/10 form; day name missing or wrong; years
-// of two digits (50 to 99 are 19xx) and three (counted from 1900); no seconds,
-// no time, no zone.
+// Internet and ctime form, 2003/03/10 form and its kin in any order that is
+// possible, with "/" the month before the day; Japanese and other languages'
+// writing, Japanese eras; day name missing or wrong; years of two digits (50 to
+// 99 are 19xx) and three (counted from 1900); times with dots; no seconds, no
+// time, no zone.
 std::optional<MailDate> parseMailDate(std::string_view text, DateRule rule = DateRule::Strict);
 
 std::string formatMailDate(const MailDate& date);
 
-int monthNumber(std::string_view word); // 1 to 12 by its first three letters, else 0
-bool isDayName(std::string_view word);  // "Tue", "Tue,", "Tuesday"
+// For comparing: in the world's time, without a zone as if it were that.
+std::int64_t secondsOf(const MailDate& date);
+
+bool isDayName(std::string_view word); // "Tue", "Tue,", "Tuesday"
 
 }

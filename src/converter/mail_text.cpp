@@ -16,8 +16,14 @@ constexpr int kDeepest = 20; // parts within parts; nobody's mail goes deeper
 
 Text decodeBody(const HeaderFields& fields, const ContentType& content, std::string_view body)
 {
-    const std::string bytes = decodeTransfer(body, fields.value("content-transfer-encoding"));
-    return decodeCharset(bytes, content.parameter("charset"));
+    const std::string encoding = fields.value("content-transfer-encoding");
+    const std::string charset = content.parameter("charset");
+    const std::string name = lowerAscii(charset);
+    const bool wide = name.starts_with("utf-16") || name.starts_with("utf-32") ||
+                      name.starts_with("ucs-") || name.starts_with("iso-10646");
+    const std::string bytes =
+        isBase64Name(encoding) ? decodeBase64Text(body, wide) : decodeTransfer(body, encoding);
+    return decodeCharset(bytes, charset);
 }
 
 struct Part {
@@ -58,6 +64,33 @@ std::vector<std::string_view> partsOf(std::string_view body, const std::string& 
     return parts;
 }
 
+// The boundary that the body itself shows: the first line of dashes with a
+// part's fields after it.
+std::string shownBoundary(std::string_view body)
+{
+    std::string_view before;
+    for (const std::string_view line : linesOf(body)) {
+        const bool part = equalsAscii(line.substr(0, 8), "content-") && !fieldName(line).empty();
+        if (part && before.starts_with("--") && before.size() > 2)
+            return std::string(before.substr(2));
+        before = trimSpace(line);
+    }
+    return {};
+}
+
+// By the boundary that was announced, else by the one that is there.
+std::vector<std::string_view> partsOf(const HeaderFields& fields, const ContentType& content,
+                                      std::string_view body)
+{
+    const bool announced = content.type.starts_with("multipart/");
+    const bool lost = content.type.empty() && !fields.value("mime-version").empty();
+    if (!announced && !lost) return {};
+    const std::string boundary = content.parameter("boundary");
+    auto parts = boundary.empty() ? std::vector<std::string_view>() : partsOf(body, boundary);
+    const std::string shown = parts.empty() ? shownBoundary(body) : std::string();
+    return shown.empty() ? parts : partsOf(body, shown);
+}
+
 class TextFinder {
 public:
     Text find(const HeaderFields& fields, std::string_view body)
@@ -72,11 +105,8 @@ private:
     void visit(const HeaderFields& fields, std::string_view body, int depth)
     {
         const ContentType content = parseContentType(fields.value("content-type"));
-        const std::string boundary = content.parameter("boundary");
         const auto parts =
-            content.type.starts_with("multipart/") && !boundary.empty() && depth < kDeepest
-                ? partsOf(body, boundary)
-                : std::vector<std::string_view>();
+            depth < kDeepest ? partsOf(fields, content, body) : std::vector<std::string_view>();
         for (const std::string_view raw : parts) {
             const Part part = splitPart(raw);
             visit(HeaderFields(part.head), part.body, depth + 1);
@@ -111,7 +141,9 @@ private:
 
 Text mailText(const HeaderFields& fields, std::string_view body)
 {
-    return TextFinder().find(fields, body);
+    Text text = TextFinder().find(fields, body);
+    const bool blank = text.find_first_not_of(u" \t\r\n\u3000\u00A0") == Text::npos;
+    return blank ? Text(kNoText) : text;
 }
 
 }

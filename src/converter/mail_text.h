@@ -1,8 +1,8 @@
 // The readable text of a mail: of a simple mail its body, of one in parts the
 // first plain text that isn't an attachment, else the first text of any kind.
 //
-// A mail in parts without any text gets one line that says so: a mail with an
-// empty text would not be archived at all.
+// A mail without any text gets one line that says so: a mail with an empty text
+// would not be archived at all.
 #pragma once
 #include "converter/header_fields.h"
 #include "platform/runtime/text.h"

@@ -2,6 +2,7 @@
 
 #include "converter/ascii.h"
 #include "converter/mail_date.h"
+#include "converter/month_names.h"
 
 #include <algorithm>
 #include <vector>

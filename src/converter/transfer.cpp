@@ -2,6 +2,7 @@
 
 #include "converter/ascii.h"
 
+#include <algorithm>
 #include <cstdint>
 
 namespace tolvek {
@@ -41,6 +42,81 @@ void appendLine(std::string& out, std::string_view line)
     }
 }
 
+// A long line may have been damaged in a few places; a short one is a word of
+// a letter as soon as one character is wrong.
+bool isBase64Line(std::string_view line)
+{
+    constexpr std::size_t kLong = 40;
+    const auto wrong = std::count_if(line.begin(), line.end(),
+                                     [](char c) { return base64Value(c) < 0 && c != '='; });
+    const bool blanks = line.find_first_of(" \t") != std::string_view::npos;
+    return wrong == 0 ||
+           (!blanks && line.size() >= kLong && static_cast<std::size_t>(wrong) * 20 <= line.size());
+}
+
+// Controls that no text has are one in twenty at most.
+bool readsLikeText(std::string_view bytes)
+{
+    constexpr std::string_view kUsed("\t\n\f\x0E\x0F\x1A\x1B");
+    std::size_t odd = 0;
+    for (std::size_t at = 0; at < bytes.size(); ++at) {
+        const char c = bytes[at];
+        const bool lineEnd = c == '\r' && at + 1 < bytes.size() && bytes[at + 1] == '\n';
+        const bool control = c >= 0 && c < 0x20 && !lineEnd;
+        odd += control && kUsed.find(c) == std::string_view::npos ? 1 : 0;
+    }
+    return odd * 20 <= bytes.size();
+}
+
+// The lines at the front that may be one encoding: all but the last are as
+// long as the first. Their length in bytes.
+std::size_t base64Run(std::string_view text)
+{
+    std::size_t end = 0;
+    std::size_t full = 0;
+    while (end < text.size()) {
+        const std::string_view raw = text.substr(end, text.find('\n', end) - end);
+        const std::string_view line = trimSpace(raw);
+        if (!isBase64Line(line)) return end;
+        end = std::min(end + raw.size() + 1, text.size());
+        full = std::max(full, line.size());
+        if (!line.empty() && (line.size() < full || line.ends_with("="))) return end;
+    }
+    return end;
+}
+
+// A short last line may be a word of what follows.
+std::string_view withoutLastLine(std::string_view run)
+{
+    const std::string_view lines = run.substr(0, run.size() - (run.ends_with("\n") ? 1 : 0));
+    return run.substr(0, lines.rfind('\n') + 1); // npos + 1 is none
+}
+
+bool isWholeEncoding(std::string_view run)
+{
+    const auto units = std::count_if(run.begin(), run.end(),
+                                     [](char c) { return base64Value(c) >= 0 || c == '='; });
+    return units % 4 == 0;
+}
+
+}
+
+std::string decodeBase64Text(std::string_view text, bool wideText)
+{
+    std::string out;
+    while (!text.empty()) {
+        const auto believed = [&](std::string_view run) {
+            return !run.empty() && (out.empty() || isWholeEncoding(run)) &&
+                   (wideText || readsLikeText(decodeBase64(run)));
+        };
+        std::string_view run = text.substr(0, base64Run(text));
+        if (!believed(run)) run = withoutLastLine(run);
+        if (!believed(run)) break;
+        out += decodeBase64(run);
+        text.remove_prefix(run.size());
+    }
+    if (!out.empty() && !text.empty() && out.back() != '\n') out += '\n';
+    return out.append(text);
 }
 
 std::string decodeBase64(std::string_view text)
@@ -84,10 +160,24 @@ std::string decodeQWord(std::string_view text)
     return out;
 }
 
-std::string decodeTransfer(std::string_view text, std::string_view encoding)
+namespace {
+
+std::string encodingName(std::string_view encoding)
 {
     const auto parts = words(encoding, " \t\r\n;\"");
-    const std::string name = parts.empty() ? std::string() : lowerAscii(parts.front());
+    return parts.empty() ? std::string() : lowerAscii(parts.front());
+}
+
+}
+
+bool isBase64Name(std::string_view encoding)
+{
+    return encodingName(encoding) == "base64";
+}
+
+std::string decodeTransfer(std::string_view text, std::string_view encoding)
+{
+    const std::string name = encodingName(encoding);
     if (name == "base64") return decodeBase64(text);
     if (name == "quoted-printable") return decodeQuotedPrintable(text);
     return std::string(text);

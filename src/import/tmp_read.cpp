@@ -13,6 +13,8 @@
 namespace tolvek {
 namespace {
 
+constexpr int kMostCounted = 32767;
+
 class TmpReader {
 public:
     TmpReader(Int16 side, Int16 sndRcvFlag, Int16 count)
@@ -106,7 +108,8 @@ private:
                               MailText);
         });
         clearText();
-        on_([this] { MailNo += 1; });
+        // The converter's count ends there too; the mails beyond are read all the same.
+        if (MailNo < kMostCounted) on_([this] { MailNo += 1; });
         showNumber();
         for (Text* heading : {&SndName, &SndAdd, &RcvName, &RcvAdd, &Subject, &YMD, &HMS})
             heading->clear();

@@ -18,7 +18,8 @@ std::vector<std::string> corpus()
     std::vector<std::filesystem::path> paths;
     for (const auto& entry :
          std::filesystem::directory_iterator(std::filesystem::path(TOLVEK_TEST_DATA) / "mail"))
-        if (entry.path().extension() != ".md") paths.push_back(entry.path());
+        if (entry.path().extension() != ".md" && entry.path().extension() != ".expected")
+            paths.push_back(entry.path());
     std::sort(paths.begin(), paths.end());
     std::vector<std::string> files;
     for (const auto& path : paths)

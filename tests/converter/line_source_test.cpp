@@ -26,7 +26,33 @@ TEST(LineSource, TakesEveryKindOfLineEnd)
     EXPECT_EQ(linesOfBytes(""), Lines{});
     EXPECT_EQ(linesOfBytes("a"), Lines{"a"});
     EXPECT_EQ(linesOfBytes("a\n\nb\n"), (Lines{"a", "", "b"}));
-    EXPECT_EQ(linesOfBytes("a\r\nb\rc\r\r\nd\r\re\r"), (Lines{"a", "b", "c", "d", "", "e"}));
+    EXPECT_EQ(linesOfBytes("a\r\nc\r\r\nd\n\r\ne\r\n"), (Lines{"a", "c", "d", "", "e"}));
+}
+
+TEST(LineSource, LoneCarriageReturnEndsALineOnlyWhereNothingElseDoes)
+{
+    EXPECT_EQ(linesOfBytes("a\rb\r\rc\r"), (Lines{"a", "b", "", "c"}));
+    EXPECT_EQ(linesOfBytes("a\rb\nc"), (Lines{"a\rb", "c"}));
+    const std::string late(200000, 'x');
+    EXPECT_EQ(linesOfBytes("a\rb" + late + "\n"), Lines{"a\rb" + late});
+}
+
+TEST(LineSource, LinesAheadAreHandedOutAfterwards)
+{
+    const TempFolder folder;
+    writeBytes(folder / "box", "a\nbb\r\nc\n");
+    LineSource source(folder / "box");
+    EXPECT_EQ(*source.ahead(1), "bb");
+    EXPECT_EQ(source.ahead(3), nullptr);
+    std::string line;
+    ASSERT_TRUE(source.next(line));
+    EXPECT_EQ(source.position(), 2u);
+    ASSERT_TRUE(source.next(line));
+    EXPECT_EQ(line, "bb");
+    EXPECT_EQ(source.lineBegin(), 2u);
+    EXPECT_EQ(*source.ahead(0), "c");
+    EXPECT_EQ(source.bytesAt(2, 3), "bb\r");
+    EXPECT_EQ(source.bytesAt(100, 3), "");
 }
 
 TEST(LineSource, LineEndOnTheEdgeOfTheBufferIsOneLineEnd)

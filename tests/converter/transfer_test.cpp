@@ -17,6 +17,21 @@ TEST(Transfer, Base64TakesWhatThereIs)
     EXPECT_EQ(decodeBase64(""), "");
 }
 
+TEST(Transfer, TextUnderTheLabelBase64IsDecodedAsFarAsItIsThat)
+{
+    const auto decoded = [](std::string_view text) { return decodeBase64Text(text, false); };
+    EXPECT_EQ(decoded("SGVsbG8gdGhlcmUh\n"), "Hello there!");
+    EXPECT_EQ(decoded("Hello, this is plain.\nBye\n"), "Hello, this is plain.\nBye\n");
+    EXPECT_EQ(decoded("Dear\nfriend, how are you?\n"), "Dear\nfriend, how are you?\n");
+    EXPECT_EQ(decoded("SGVsbG8gdGhlcmUh\n\n____\nList footer\n"),
+              "Hello there!\n____\nList footer\n");
+    EXPECT_EQ(decoded("SGVsbG8gdGhlcmUh\nThanks\n"), "Hello there!\nThanks\n");
+    EXPECT_EQ(decoded("YQ==\nYmM=\n"), "abc");
+    EXPECT_EQ(decoded("SGVsbG8\n"), "Hello");
+    EXPECT_EQ(decodeBase64Text("AGEAYgBj\n", true), std::string("\0a\0b\0c", 6));
+    EXPECT_EQ(decoded(""), "");
+}
+
 TEST(Transfer, QuotedPrintableKeepsWhatIsNoCode)
 {
     EXPECT_EQ(decodeQuotedPrintable("a=3Db=\nc =ZZ =  \nd  \n"), "a=bc =ZZ d\n");

@@ -78,6 +78,16 @@ protected:
     }
 };
 
+TEST_F(TmpReadTest, MailsBeyondTheCountAreReadWithoutABox)
+{
+    std::vector<Text> lines(32769, u"<End>");
+    lines.front() = u"<Start>";
+    append(lines, Letter{});
+    givenTmpLines(lines);
+    read();
+    EXPECT_EQ(rows(u"tblTolvek"), 1);
+}
+
 TEST_F(TmpReadTest, StoresTheMailsOfABox)
 {
     given({at(10, u"一"), at(11, u"二")});

@@ -74,6 +74,15 @@ std::size_t OpenFile::read(char* buffer, std::size_t size)
         systemCall(handle_->path, [&] { return ::read(handle_->descriptor, buffer, size); }));
 }
 
+std::size_t OpenFile::readAt(std::uint64_t place, char* buffer, std::size_t size) const
+{
+    if (!handle_) throwSystemError(EBADF, {});
+    probeFile(FileOperation::Read, handle_->path);
+    return static_cast<std::size_t>(systemCall(handle_->path, [&] {
+        return ::pread(handle_->descriptor, buffer, size, static_cast<off_t>(place));
+    }));
+}
+
 void OpenFile::write(std::string_view bytes)
 {
     if (!handle_) throwSystemError(EBADF, {});

@@ -1,0 +1,111 @@
+#include "converter/date_text.h"
+
+#include "converter/encoded_words.h"
+
+#include <unicode/normalizer2.h>
+#include <unicode/uchar.h>
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace tolvek {
+
+namespace {
+
+bool isPlain(std::string_view field)
+{
+    return std::all_of(field.begin(), field.end(), [](char c) { return c >= 0x09; }) &&
+           field.find('\x1B') == std::string_view::npos &&
+           field.find("=?") == std::string_view::npos;
+}
+
+std::string withoutComments(std::string_view text)
+{
+    std::string out;
+    int depth = 0;
+    for (const char c : text) {
+        if (c == '(') ++depth;
+        const bool control = c >= 0 && c < 0x20 && c != kYearFirst;
+        if (depth == 0) out += c == '"' || c == '\'' || control ? ' ' : c;
+        if (c == ')' && depth > 0) --depth;
+    }
+    return out;
+}
+
+struct Writing {
+    TextView text;
+    std::string_view ascii;
+};
+
+constexpr std::array<Writing, 24> kWritings{
+    {{u"明治", "M"},     {u"大正", "T"},  {u"昭和", "S"},  {u"平成", "H"}, {u"令和", "R"},
+     {u"元年", "1\x01"}, {u"年", "\x01"}, {u"月曜", " "},  {u"日曜", " "}, {u"月", "\x01"},
+     {u"日", " "},       {u"時", ":"},    {u"分", ":"},    {u"秒", " "},   {u"午前", " am "},
+     {u"午後", " pm "},  {u"년", "\x01"}, {u"월", "\x01"}, {u"일", " "},   {u"오전", " am "},
+     {u"오후", " pm "},  {u"시", ":"},    {u"분", ":"},    {u"초", " "}}};
+
+bool isEra(std::string_view ascii)
+{
+    return ascii.size() == 1 && ascii[0] >= 'A' && ascii[0] <= 'Z';
+}
+
+Text withoutMarks(TextView text)
+{
+    UErrorCode status = U_ZERO_ERROR;
+    const icu::Normalizer2* form = icu::Normalizer2::getNFKDInstance(status);
+    const icu::UnicodeString source(text.data(), static_cast<int>(text.size()));
+    icu::UnicodeString parts;
+    if (U_SUCCESS(status)) form->normalize(source, parts, status);
+    if (U_FAILURE(status)) return Text(text);
+    parts.toLower();
+    Text plain;
+    for (int at = 0; at < parts.length(); ++at)
+        if (u_charType(parts[at]) != U_NON_SPACING_MARK) plain += parts[at];
+    return plain;
+}
+
+// Kanji and kana that mean nothing here are blanks; letters of a month's name stay.
+std::string otherCharacter(char16_t unit)
+{
+    if (unit < 0x80) return {static_cast<char>(unit)};
+    const bool eastern = unit >= 0x2E80 && unit < 0xFF00;
+    return eastern || u_charType(unit) == U_NON_SPACING_MARK ? " " : toUtf8(TextView(&unit, 1));
+}
+
+std::string asciiOf(TextView text)
+{
+    std::string out;
+    while (!text.empty()) {
+        const auto* const found =
+            std::find_if(kWritings.begin(), kWritings.end(),
+                         [&](const Writing& writing) { return text.starts_with(writing.text); });
+        const bool known = found != kWritings.end();
+        out += known ? std::string(found->ascii) : otherCharacter(text.front());
+        text.remove_prefix(known ? found->text.size() : 1);
+        while (known && isEra(found->ascii) &&
+               (text.starts_with(u" ") || text.starts_with(u"\u3000")))
+            text.remove_prefix(1);
+    }
+    return out;
+}
+
+// Hangul is taken apart by the decomposition, so the writings come first.
+std::string readable(std::string_view field)
+{
+    Text text = decodeEncodedWords(unfoldedText(field));
+    for (char16_t& unit : text) {
+        if (unit >= 0xFF01 && unit <= 0xFF5E) unit = static_cast<char16_t>(unit - 0xFEE0);
+        if (unit == 0x3000) unit = u' ';
+    }
+    return toUtf8(withoutMarks(fromUtf8(asciiOf(text))));
+}
+
+}
+
+std::string dateText(std::string_view field)
+{
+    return withoutComments(isPlain(field) ? std::string(field) : readable(field));
+}
+
+}
