@@ -1,4 +1,5 @@
 #include "platform/forms/buttons.h"
+#include "platform/forms/input_hold.h"
 
 namespace tolvek {
 
@@ -13,7 +14,9 @@ CommandButton::CommandButton(Container container, TextView name, TextView captio
 {
     setCaption(caption);
     setAutoDefault(false);
-    connect(this, &QPushButton::clicked, this, &CommandButton::Click);
+    connect(this, &QPushButton::clicked, this, [this] {
+        if (isHeard(*this, [this] { click(); })) emit Click();
+    });
 }
 
 void CommandButton::setCaption(TextView caption)

@@ -1,5 +1,7 @@
 #include "platform/forms/do_events.h"
 #include "platform/forms/events.h"
+#include "platform/forms/input_hold.h"
+#include "platform/forms/yield_hook.h"
 
 #include <QCoreApplication>
 
@@ -12,6 +14,7 @@ namespace {
 using Clock = std::chrono::steady_clock;
 constexpr std::chrono::milliseconds kTurnEvery{5};
 Clock::time_point lastTurn{};
+std::function<void()> yieldHook;
 
 bool isRunning()
 {
@@ -23,7 +26,9 @@ bool isRunning()
 void DoEventsNow()
 {
     if (!isRunning()) return;
-    QCoreApplication::processEvents();
+    if (const auto hook = yieldHook) hook(); // which may take itself away
+    QCoreApplication::processEvents(InputHold::isHeld() ? QEventLoop::ExcludeUserInputEvents
+                                                        : QEventLoop::AllEvents);
     // Counted from the turn's end, or a slow turn would be followed by another.
     lastTurn = Clock::now();
     rethrowKept();
@@ -31,7 +36,12 @@ void DoEventsNow()
 
 void DoEvents()
 {
-    if (Clock::now() - lastTurn >= kTurnEvery) DoEventsNow();
+    if (yieldHook || Clock::now() - lastTurn >= kTurnEvery) DoEventsNow();
+}
+
+void setYieldHook(std::function<void()> hook)
+{
+    yieldHook = std::move(hook);
 }
 
 }

@@ -3,8 +3,8 @@
 // DoEvents is cheap enough to be called for every line and row: not more than
 // one real turn of the event loop each 5 ms. A tick of the clock is never
 // starved. DoEventsNow always makes a turn: for the points where what is queued
-// must meet the controls as they are now. Both may be called inside events, and
-// do nothing once the application has begun to quit.
+// must meet the controls as they are now. Both may be called inside events, do
+// nothing once the application has begun to quit, and heed InputHold.
 #pragma once
 
 namespace tolvek {

@@ -1,6 +1,8 @@
 #include "platform/forms/form.h"
+#include "platform/forms/do_events.h"
 #include "platform/forms/events.h"
 #include "platform/forms/form_window.h"
+#include "platform/forms/input_hold.h"
 #include "platform/forms/msg_box.h"
 #include "platform/forms/screen.h"
 #include "platform/forms/wait_scope.h"
@@ -93,6 +95,7 @@ void Form::buildWindow()
 void Form::Load()
 {
     if (window_) return;
+    const InputHold hold;
     std::erase(loadedForms(), this);
     loadedForms().push_back(this);
     try {
@@ -164,6 +167,7 @@ void Form::unload(UnloadMode mode)
 {
     const QPointer<QWidget> unloading = window_;
     if (!unloading) return;
+    const InputHold hold;
     runEvent([&] { Form_QueryUnload(mode); });
     if (window_ == unloading) runEvent([this] { Form_Unload(); });
     // An Unload inside the event has already done the rest.
@@ -181,7 +185,8 @@ void Form::destroyWindow()
     if (!window) return;
     static_cast<FormWindow&>(*window).detach();
     window->hide();
-    window->deleteLater(); // one of its own events may be running
+    window->setEnabled(false); // what was pressed in time finds nothing to press
+    window->deleteLater();     // one of its own events may be running
 }
 
 // A window that the screen hasn't put up yet can't be painted: the window
@@ -190,10 +195,11 @@ void Form::Refresh()
 {
     constexpr int kPatience = 300; // milliseconds
     const QDeadlineTimer patience(kPatience);
-    QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    const InputHold hold;
+    DoEventsNow();
     while (Visible() && !window_->windowHandle()->isExposed() && !patience.hasExpired()) {
         QThread::msleep(1);
-        QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+        DoEventsNow();
     }
     if (Visible()) window_->repaint();
 }

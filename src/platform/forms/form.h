@@ -11,8 +11,8 @@
 // is kept (7404, though that is 493.6 pixels) until the user moves or resizes.
 //
 // Form_Load, Form_Resize, Form_Unload and Form_QueryUnload are events: an error
-// that one lets out goes to the untrapped handler, not to the caller.
-// buildControls is none: what it throws reaches whoever loads.
+// that one lets out goes to the untrapped handler, what buildControls throws to
+// the caller. Loading and unloading keep the user's input back (InputHold).
 #pragma once
 #include "platform/forms/buttons.h"
 

@@ -1,6 +1,7 @@
 #include "platform/forms/form_window.h"
 #include "platform/forms/events.h"
 #include "platform/forms/form.h"
+#include "platform/forms/input_hold.h"
 #include "platform/forms/timer.h"
 
 #include <QCloseEvent>
@@ -66,6 +67,7 @@ void FormWindow::moveEvent(QMoveEvent*)
 void FormWindow::closeEvent(QCloseEvent* event)
 {
     event->ignore();
+    if (keptBack(*this, [this] { close(); })) return;
     if (form_ && form_->controlBox_)
         runEvent([form = form_] { form->unload(UnloadMode::ControlMenu); });
 }

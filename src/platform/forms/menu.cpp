@@ -1,11 +1,27 @@
 #include "platform/forms/menu.h"
 #include "platform/forms/form.h"
+#include "platform/forms/input_hold.h"
 
 #include <QCursor>
 #include <QMenu>
 #include <QMenuBar>
 
 namespace tolvek {
+
+namespace {
+
+// The toolkit itself triggers an entry below one that is off, if it is asked to
+// past the menu.
+bool isReachable(const QAction& action)
+{
+    if (!action.isEnabled()) return false;
+    for (const QObject* holder : action.associatedObjects())
+        if (const auto* menu = qobject_cast<const QMenu*>(holder))
+            return isReachable(*menu->menuAction());
+    return true;
+}
+
+}
 
 MenuEntry::MenuEntry(Form& form, TextView name, TextView caption) : QObject(form.window())
 {
@@ -24,7 +40,9 @@ void MenuEntry::addTo(QWidget& menuOrBar, TextView name, TextView caption)
     action_->setObjectName(objectName());
     setCaption(caption);
     menuOrBar.addAction(action_);
-    connect(action_, &QAction::triggered, this, &MenuEntry::Click);
+    connect(action_, &QAction::triggered, this, [this] {
+        if (isReachable(*action_) && isHeard(*this, [this] { action_->trigger(); })) emit Click();
+    });
 }
 
 void MenuEntry::setCaption(TextView caption)

@@ -1,6 +1,8 @@
 #include "platform/forms/send_keys.h"
 
+#include "platform/forms/do_events.h"
 #include "platform/forms/events.h"
+#include "platform/forms/input_hold.h"
 #include "platform/forms/qt_text.h"
 #include "platform/runtime/key_notation.h"
 #include "platform/runtime/runtime_error.h"
@@ -34,7 +36,8 @@ KeySender senderOfTests;
 // The toolkit answers for what is on the clipboard while it serves its events.
 void serve()
 {
-    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    const InputHold hold;
+    DoEventsNow();
 }
 
 template <class Condition> bool serveUntil(int patience, Condition condition)

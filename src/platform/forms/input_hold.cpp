@@ -1,0 +1,180 @@
+#include "platform/forms/input_hold.h"
+
+#include <QAbstractEventDispatcher>
+#include <QApplication>
+#include <QPointer>
+#include <QWidget>
+#include <QWindow>
+
+#include <memory>
+#include <utility>
+#include <vector>
+
+namespace tolvek {
+
+namespace {
+
+struct Kept {
+    QPointer<QObject> target;
+    std::shared_ptr<QEvent> event; // null: `again` is to be run
+    std::function<void()> again;
+};
+
+// The holds between two waits, and what they keep.
+struct Level {
+    int holds = 0;
+    std::vector<Kept> kept;
+};
+
+std::vector<Level>& levels()
+{
+    static std::vector<Level> all(1);
+    return all;
+}
+
+bool isInput(QEvent::Type type)
+{
+    switch (type) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::Wheel:
+    case QEvent::ContextMenu:
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::InputMethod:
+    case QEvent::TabletPress:
+    case QEvent::TabletRelease:
+    case QEvent::TouchBegin:
+    case QEvent::TouchUpdate:
+    case QEvent::TouchEnd:
+        return true;
+    default:
+        return false;
+    }
+}
+
+// Some of the toolkit's event loops don't look again at a queue whose input a
+// turn has left out, until something new wakes them.
+void wakeLoop()
+{
+    if (auto* loop = QAbstractEventDispatcher::instance()) loop->wakeUp();
+}
+
+void keep(Kept kept)
+{
+    levels().back().kept.push_back(std::move(kept));
+}
+
+// The event loop keeps what is in the window system's queue; the rest meets
+// this filter.
+class InputFilter : public QObject {
+protected:
+    bool eventFilter(QObject* target, QEvent* event) override
+    {
+        if (!InputHold::isHeld() || !isInput(event->type())) return false;
+        keep({target, std::shared_ptr<QEvent>(event->clone()), {}});
+        return true;
+    }
+};
+
+void installFilter()
+{
+    static QPointer<QObject> filter;
+    if (filter || !QCoreApplication::instance()) return;
+    filter = new InputFilter;
+    filter->setParent(QCoreApplication::instance());
+    QCoreApplication::instance()->installEventFilter(filter);
+}
+
+QWidget* widgetOf(const QWindow* window)
+{
+    for (QWidget* widget : QApplication::topLevelWidgets())
+        if (widget->windowHandle() == window) return widget;
+    return nullptr;
+}
+
+QWidget* nearestWidget(QObject* object)
+{
+    for (; object; object = object->parent()) {
+        if (auto* widget = qobject_cast<QWidget*>(object)) return widget;
+        if (const auto* window = qobject_cast<QWindow*>(object)) return widgetOf(window);
+    }
+    return nullptr;
+}
+
+// The toolkit itself looks at this only where the window system hands it input.
+bool isBelowModal(QObject* target)
+{
+    const QWidget* const modal = QApplication::activeModalWidget();
+    if (!modal) return false;
+    const QWidget* widget = nearestWidget(target);
+    while (widget && widget->window() != modal)
+        widget = widget->window()->parentWidget();
+    return !widget;
+}
+
+void deliver(const Kept& kept)
+{
+    if (!kept.target) return;
+    if (InputHold::isHeld()) return keep(kept);
+    if (isBelowModal(kept.target)) return;
+    if (kept.event)
+        QCoreApplication::sendEvent(kept.target, kept.event.get());
+    else
+        kept.again();
+}
+
+void queue(const Kept& kept)
+{
+    if (!kept.target) return;
+    QMetaObject::invokeMethod(
+        kept.target, [kept] { deliver(kept); }, Qt::QueuedConnection);
+}
+
+}
+
+InputHold::InputHold()
+{
+    installFilter();
+    ++levels().back().holds;
+}
+
+InputHold::~InputHold()
+{
+    Level& level = levels().back();
+    if (--level.holds > 0) return;
+    for (const Kept& kept : std::exchange(level.kept, {}))
+        queue(kept);
+    wakeLoop();
+}
+
+bool InputHold::isHeld()
+{
+    return levels().back().holds > 0;
+}
+
+InputHold::Suspension::Suspension()
+{
+    levels().emplace_back();
+    wakeLoop();
+}
+
+InputHold::Suspension::~Suspension()
+{
+    levels().pop_back();
+}
+
+bool keptBack(QObject& window, std::function<void()> again)
+{
+    if (!InputHold::isHeld()) return false;
+    keep({&window, nullptr, std::move(again)});
+    return true;
+}
+
+bool isHeard(QObject& control, std::function<void()> again)
+{
+    return !keptBack(control, std::move(again)) && !isBelowModal(&control);
+}
+
+}
