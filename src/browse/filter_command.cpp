@@ -2,7 +2,9 @@
 
 #include "browse/filter_run.h"
 #include "browse/navigator.h"
+#include "filter/filter_rules.h"
 #include "filter/frm_filter.h"
+#include "platform/forms/input_hold.h"
 #include "shell/base/frm_tolvek.h"
 #include "shell/base/frm_tolvek_work.h"
 #include "shell/base/guard.h"
@@ -30,19 +32,22 @@ void takeEdit(const ResumeNext& on, frmTolvek& form)
 // Cancel: titles left standing would lead to the mails of other rules.
 void dropEdit(const ResumeNext& on, frmTolvek& form)
 {
+    const InputHold hold; // the lists are refilled while the commands are on
     on([] { gEditCancel = 0; });
     if (rulesListed()) on([&] { dspSelData(form); });
 }
 
 }
 
+// Rules that couldn't be read whole aren't written, however the editor is left.
 void memFilter_Click(frmTolvek& form, frmFilter& editor)
 {
+    if (editor.Loaded()) return;
     const ResumeNext on{u"memFilter_Click"};
     on([] { gEditCancel = 0; });
     on([&] { editor.ShowModal(&form); });
     emptyPanes(on, form);
-    if (gEditCancel == 0)
+    if (gEditCancel == 0 && gFilterRulesWhole)
         takeEdit(on, form);
     else
         dropEdit(on, form);

@@ -1,6 +1,7 @@
 #include "filter/filter_rules.h"
 
 #include "platform/forms/do_events.h"
+#include "platform/forms/input_hold.h"
 #include "shell/base/general.h"
 #include "shell/base/guard.h"
 #include "shell/base/state.h"
@@ -12,6 +13,7 @@ CheckedArray<FilterRule, 256> gFilterRule;
 Int16 gFilterRuleCnt;
 CheckedArray<FilterRule, 256> gNonCopyRule;
 Int16 gNonCopyRuleCnt;
+bool gFilterRulesWhole = true;
 
 FilterRule currentFilterRule()
 {
@@ -40,6 +42,8 @@ void takeRow()
     DoEvents();
 }
 
+// The count reports its own failures; asking the recordset for its end fails
+// after one, so that no half-read table passes for a whole or an empty one.
 void readRules()
 {
     Statement sql{u"SELECT * FROM tblFilter"};
@@ -48,7 +52,6 @@ void readRules()
     emptyFilterRules();
     Int16 count = 0;
     GET_RECCNT(gRs, count);
-    if (count == 0) return;
     while (!gRs.Eof())
         takeRow();
 }
@@ -84,7 +87,9 @@ Int16 writeRules()
 
 void tblFilter_Get()
 {
-    leaveOnError(u"tblFilter_Get", [] {
+    const InputHold hold;
+    gFilterRulesWhole = false;
+    gFilterRulesWhole = leaveOnError(u"tblFilter_Get", [] {
         setStatusLines(u"　振り分け処理を行っています。", u"　少々お待ちください。", u"", u"", u"",
                        u"");
         gFilterRuleCnt = 0;
@@ -99,6 +104,8 @@ void tblFilter_Get()
 // insert behind it fails.
 void tblFilter_UpDate()
 {
+    if (!gFilterRulesWhole) return;
+    const InputHold hold;
     leaveOnError(u"tblFilter_UpDate", [] {
         gWs = DBEngine::Workspaces(0);
         gDb = DBEngine::OpenDatabase(gDbPath);

@@ -22,6 +22,9 @@ extern CheckedArray<FilterRule, 256> gFilterRule; // as last read, or being edit
 extern Int16 gFilterRuleCnt;
 extern CheckedArray<FilterRule, 256> gNonCopyRule; // those that don't sort, in reading order
 extern Int16 gNonCopyRuleCnt;
+// False while tblFilter_Get reads, and after a reading that failed: gFilterRule
+// then lacks rules that the table has.
+extern bool gFilterRulesWhole;
 
 // The rule in the current row of gRs, its fields taken by position.
 FilterRule currentFilterRule();
@@ -30,12 +33,14 @@ FilterRule currentFilterRule();
 void emptyFilterRules();
 
 // Fills both arrays from tblFilter, sorting rules first, each group by number.
-// Overwrites the status lines. Reports its own failures.
+// Overwrites the status lines. Reports its own failures. Its yields keep the
+// user's input back: the count begins at 0.
 void tblFilter_Get();
 
 // Writes entries 0 to gFilterRuleCnt - 1 as the whole of tblFilter, numbered
 // by 10; an entry without a header isn't written but uses up its number. Ends
 // by tblFilter_Get. Reports its own failures; what was written until then stays.
+// Does nothing unless gFilterRulesWhole: rules that aren't in memory would be lost.
 void tblFilter_UpDate();
 
 }

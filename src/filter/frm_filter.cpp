@@ -56,8 +56,15 @@ void frmFilter::Form_Load()
     prepareGrid();
     clearFields();
     tblFilter_Get();
+    enableWriting();
     if (gFilterRuleCnt > 0) dspFilterGrid();
     EditRow = 0;
+}
+
+void frmFilter::enableWriting()
+{
+    comOk->setEnabled(gFilterRulesWhole);
+    cmdDspChenge->setEnabled(gFilterRulesWhole);
 }
 
 void frmFilter::prepareGrid()
@@ -183,6 +190,7 @@ void frmFilter::cmdDspChenge_Click()
 {
     tblFilter_UpDate();
     displayOrder.ShowModal(this);
+    enableWriting();
     if (gFilterRuleCnt > 0) dspFilterGrid();
     EditRow = 0;
 }

@@ -6,6 +6,9 @@
 // other way of closing it is an OK. Neither Enter nor Escape presses a button,
 // since one would throw typed rules away and the other keep half-typed ones.
 //
+// What the dialog can't show it must not write: when the rules can't be read to
+// their end, comOk and cmdDspChenge stay off.
+//
 // The number of rules isn't looked at: one too many is error 9, a click on a
 // rule whose code has no option button error 340, and both, untrapped, end the
 // program.
@@ -65,6 +68,7 @@ private:
     void keepEditArea(Int16 row);
     void showRow();
     bool tellMissingChoice() const;
+    void enableWriting();
 
     void grdFilter_Click();
     void comAdd_Click();

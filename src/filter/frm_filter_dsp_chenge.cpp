@@ -27,11 +27,18 @@ void emptyGrid(Grid& grid)
 void frmFilterDspChenge::Form_Load()
 {
     CentreOnScreen();
+    enableWriting();
     dspGridInit();
     order.AfterRow = 1;
     if (gFilterRuleCnt < 1) return;
     order.reset();
     dspBeforeGrid();
+}
+
+void frmFilterDspChenge::enableWriting()
+{
+    cmdOK->setEnabled(gFilterRulesWhole);
+    cmdApply->setEnabled(gFilterRulesWhole);
 }
 
 void frmFilterDspChenge::dspGridInit()
@@ -113,6 +120,7 @@ void frmFilterDspChenge::tblFilterBack(Int16& result)
     }
     order.take(grdFilterBefore->Rows());
     tblFilter_UpDate();
+    enableWriting();
     result = kStored;
 }
 

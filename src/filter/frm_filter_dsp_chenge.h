@@ -8,6 +8,9 @@
 // last clicked isn't set anew at each opening. Closing the window stores
 // nothing, and neither Enter nor Escape presses a button.
 //
+// Rules that couldn't be read whole aren't written: cmdOK and cmdApply are off
+// then.
+//
 // Controls are valid while the form is loaded.
 #pragma once
 #include "filter/filter_order.h"
@@ -52,6 +55,7 @@ private:
     void dspBeforeGrid();
     void showAfter(Int16 row, const FilterRule& shown);
     bool allMoved();
+    void enableWriting();
 
     void grdFilterBefore_Click();
     void cmdSUp_Click();

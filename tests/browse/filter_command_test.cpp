@@ -1,6 +1,8 @@
 #include "browse/filter_command.h"
 
+#include "filter/filter_rules.h"
 #include "filter/frm_filter.h"
+#include "platform/forms/yield_hook.h"
 #include "support/modal_script.h"
 #include "support/screen_driver.h"
 #include "support/window_fixture.h"
@@ -16,6 +18,7 @@ protected:
         gFilterRule = {};
         gFilterRuleCnt = 0;
         gNonCopyRuleCnt = 0;
+        gFilterRulesWhole = true;
         store(mail(u"hanako@example.jp", u"taro@example.jp", u"first"));
         store(mail(u"jiro@example.jp", u"taro@example.jp", u"second"));
         onEvent(form.memFilter, &MenuEntry::Click, [this] { memFilter_Click(form, editor); });
@@ -142,6 +145,36 @@ TEST_F(FilterCommandTest, AFailureIsReportedAndTheCommandGoesOnToItsEnd)
                  u"エラーメッセージ (memFilter_Click)");
     memFilter_Click(form, broken);
     expectPanesEmpty();
+}
+
+// The close box counts as an OK, but what wasn't read must not be taken for deleted.
+TEST_F(FilterCommandTest, RulesThatCouldNotBeReadAreKeptHoweverTheEditorIsLeft)
+{
+    addFilter(10, 2, 0, u"花子", u"hanako@example.jp");
+    gDisplayType = 3;
+    int shown = 0;
+    setMsgBoxHandler([&](const MsgBoxRequest&) {
+        ++shown;
+        return MsgAnswer::Ok;
+    });
+    setYieldHook([] {
+        setYieldHook({});
+        gDb.Close(); // as by a fault of the disk
+    });
+    atEditor([&] { editor.window()->close(); });
+    EXPECT_GE(shown, 1);
+    EXPECT_EQ(rows(u"tblFilter"), 1);
+    EXPECT_EQ(form.lstNameOrAddr->ListCount(), 1);
+    EXPECT_EQ(gEditCancel, 0);
+}
+
+TEST_F(FilterCommandTest, WhileTheEditorIsOpenNoSecondOneOpens)
+{
+    atEditor([&] {
+        memFilter_Click(form, editor);
+        EXPECT_TRUE(editor.Loaded());
+        click(*editor.comCancel);
+    });
 }
 
 }

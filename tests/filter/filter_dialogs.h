@@ -24,6 +24,7 @@ protected:
         gNonCopyRule = {};
         gFilterRuleCnt = 0;
         gNonCopyRuleCnt = 0;
+        gFilterRulesWhole = true;
         gEditCancel = 0;
         setEndFunction([] { throw ProgramEnd{0}; });
     }

@@ -16,6 +16,7 @@ protected:
         gNonCopyRule = {};
         gFilterRuleCnt = 0;
         gNonCopyRuleCnt = 0;
+        gFilterRulesWhole = true;
     }
     static FilterRule rule(const Text& header, const Text& data, int terms = 0, int action = 0)
     {

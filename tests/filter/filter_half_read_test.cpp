@@ -1,0 +1,160 @@
+// Rules that aren't all in memory are never written: neither while they are
+// being read, nor after a reading that failed.
+#include "filter/frm_filter_fixture.h"
+#include "platform/forms/yield_hook.h"
+#include "support/report_list.h"
+
+namespace tolvek::test {
+namespace {
+
+class FilterHalfReadTest : public FrmFilterTest {
+protected:
+    void SetUp() override
+    {
+        FrmFilterTest::SetUp();
+        givenSorting(titles_);
+    }
+    void TearDown() override
+    {
+        setYieldHook({});
+        FrmFilterTest::TearDown();
+    }
+
+    // The next reading loses its database at its first row, as to a fault.
+    static void breakNextReading()
+    {
+        setYieldHook([] {
+            if (gFilterRuleCnt == 0) return;
+            setYieldHook({});
+            gDb.Close();
+        });
+    }
+    void expectOff(const std::vector<CommandButton*>& writing)
+    {
+        for (const CommandButton* button : writing)
+            EXPECT_FALSE(button->Enabled()) << toUtf8(button->Name());
+    }
+    void expectAllStored() { EXPECT_EQ(storedTitles(), titles_); }
+
+    const std::vector<Text> titles_{u"A", u"B", u"C"};
+    ReportList reports;
+};
+
+TEST_F(FilterHalfReadTest, NothingIsWrittenWhileTheRulesAreRead)
+{
+    int yields = 0;
+    setYieldHook([&] {
+        ++yields;
+        tblFilter_UpDate();
+    });
+    tblFilter_Get();
+    setYieldHook({});
+    EXPECT_GE(yields, 3);
+    EXPECT_EQ(gFilterRuleCnt, 3);
+    expectAllStored();
+}
+
+TEST_F(FilterHalfReadTest, NothingIsWrittenAfterAReadingThatFailed)
+{
+    reports.listen();
+    breakNextReading();
+    tblFilter_Get();
+    EXPECT_EQ(reports.take(), Reports{"tblFilter_Get 3420"});
+    tblFilter_UpDate();
+    expectAllStored();
+    tblFilter_Get();
+    gFilterRule[2].Header = u"changed";
+    tblFilter_UpDate();
+    EXPECT_EQ(storedTitles(), (std::vector<Text>{u"A", u"B", u"changed"}));
+}
+
+TEST_F(FilterHalfReadTest, ATableThatCouldNotBeCountedIsNoEmptyOne)
+{
+    reports.listen();
+    setYieldHook([] {
+        setYieldHook({});
+        gDb.Close();
+    });
+    tblFilter_Get();
+    EXPECT_EQ(reports.take(), (Reports{"GET_RECCNT 3420", "tblFilter_Get 3420"}));
+    EXPECT_EQ(gFilterRuleCnt, 0);
+    tblFilter_UpDate();
+    expectAllStored();
+}
+
+TEST_F(FilterHalfReadTest, AnEditorThatCouldNotBeFilledCanOnlyBeLeft)
+{
+    reports.listen();
+    breakNextReading();
+    atEditor([&] {
+        expectOff({editor.comOk, editor.cmdDspChenge});
+        EXPECT_TRUE(editor.comCancel->Enabled());
+        click(*editor.comOk);
+        click(*editor.cmdDspChenge);
+        EXPECT_TRUE(editor.Loaded());
+        cancel();
+    });
+    EXPECT_EQ(reports.take().size(), 1u);
+    expectAllStored();
+    atEditor([&] {
+        EXPECT_TRUE(editor.comOk->Enabled());
+        EXPECT_TRUE(editor.cmdDspChenge->Enabled());
+        ok();
+    });
+}
+
+TEST_F(FilterHalfReadTest, MoreRulesThanMemoryTakesStayInTheTable)
+{
+    execute(Statement{u"DELETE FROM tblFilter"});
+    givenMany(300);
+    reports.listen();
+    atEditor([&] {
+        expectOff({editor.comOk, editor.cmdDspChenge});
+        editor.window()->close();
+    });
+    EXPECT_EQ(reports.take(), Reports{"tblFilter_Get 9"});
+    tblFilter_UpDate();
+    EXPECT_EQ(rows(u"tblFilter"), 300);
+}
+
+// The rules are stored, and lost to memory on their way back.
+TEST_F(FilterHalfReadTest, AnOrderDialogOverRulesThatWereNotReadBackCanOnlyBeLeft)
+{
+    reports.listen();
+    atEditor([&] {
+        const ModalScript script("frmFilterDspChenge", [&](QWidget&) {
+            frmFilterDspChenge& order = editor.displayOrder;
+            expectOff({order.cmdOK, order.cmdApply});
+            breakNextReading();
+            click(*order.cmdCancel);
+        });
+        breakNextReading();
+        click(*editor.cmdDspChenge);
+        expectOff({editor.comOk, editor.cmdDspChenge});
+        cancel();
+    });
+    EXPECT_EQ(reports.take(), (Reports{"tblFilter_Get 3420", "tblFilter_Get 3420"}));
+    expectAllStored();
+}
+
+TEST_F(FilterHalfReadTest, AnOrderThatWasNotReadBackIsNotWrittenTwice)
+{
+    reports.listen();
+    atEditor([&] {
+        const ModalScript script("frmFilterDspChenge", [&](QWidget&) {
+            frmFilterDspChenge& order = editor.displayOrder;
+            click(*order.cmdAllUp);
+            breakNextReading();
+            click(*order.cmdApply);
+            expectOff({order.cmdOK, order.cmdApply});
+            order.window()->close();
+        });
+        click(*editor.cmdDspChenge);
+        expectOff({editor.comOk, editor.cmdDspChenge});
+        cancel();
+    });
+    expectAllStored();
+}
+
+}
+}
