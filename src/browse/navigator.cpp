@@ -2,6 +2,7 @@
 
 #include "browse/subject_list.h"
 #include "platform/forms/do_events.h"
+#include "platform/forms/input_hold.h"
 #include "shell/base/frm_tolvek.h"
 #include "shell/base/frm_tolvek_work.h"
 #include "shell/base/general.h"
@@ -104,6 +105,7 @@ void lstNameOrAddr_Click(frmTolvek& form)
     on([&] {
         if (form.lstSubject->ListCount() >= 1) {
             form.lstSubject->setListIndex(form.lstSubject->ListCount() - 1);
+            const InputHold hold; // the commands are on
             DoEvents();
         }
     });

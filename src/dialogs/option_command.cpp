@@ -1,6 +1,7 @@
 // The main window's command 環境設定.
 #include "dialogs/frm_option.h"
 #include "platform/forms/do_events.h"
+#include "platform/forms/input_hold.h"
 #include "shell/base/frm_tolvek.h"
 #include "shell/base/guard.h"
 
@@ -12,6 +13,7 @@ void memEnv_Click(frmTolvek& form)
     const ResumeNext on{u"memEnv_Click"};
     on([&] { dialog.ShowModal(&form); });
     applyMailFont(form, on, FlagText::Alone);
+    const InputHold hold; // the commands are on
     on([] { DoEventsNow(); });
     on([&] { form.comMailRead->SetFocus(); });
 }

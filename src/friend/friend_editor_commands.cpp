@@ -20,8 +20,7 @@ void takeBook(const ResumeNext& on, frmTolvek& form)
     on([&] { memFriendEd_Click(form); });
 }
 
-// A second choice of the menu while the editor fills itself falls through: it
-// would show, and let its user store, a half-read book.
+// A second choice of the menu while the editor is open does nothing.
 void editBook(frmTolvek& form, frmFriend& editor, Int16 sort, TextView routine)
 {
     if (editor.Loaded()) return;

@@ -4,6 +4,7 @@
 #include "friend/friend_row.h"
 #include "platform/forms/do_events.h"
 #include "platform/forms/input_box.h"
+#include "platform/forms/input_hold.h"
 #include "platform/forms/msg_box.h"
 #include "shell/base/general.h"
 #include "shell/base/guard.h"
@@ -128,6 +129,7 @@ void edFriendName()
 // A refusal leaves gDb open; whoever needs it next opens it anew.
 Int16 FriendNameAdd(frmTolvek& /*form*/, Int16 row)
 {
+    const InputHold hold; // the commands are on
     Int16 unchanged = 0;
     leaveOnError(u"edFriendName", [&] {
         Correspondent who = correspondentOf(row);

@@ -2,6 +2,7 @@
 
 #include "browse/mail_view.h"
 #include "browse/subject_keys.h"
+#include "platform/forms/input_hold.h"
 #include "platform/forms/msg_box.h"
 #include "platform/forms/send_keys.h"
 #include "shell/base/general.h"
@@ -77,6 +78,7 @@ void tellNotReached(const RuntimeError& error)
 
 void SendMail(Form& /*form*/, Int16 row, const Text& address, Int16 isReply)
 {
+    const InputHold hold; // a second reply must not be typed into this one
     Reply mail{address, {}};
     try {
         if (isReply != 0) mail = replyToRow(row);

@@ -51,14 +51,14 @@ private:
     Control* focusBefore_ = nullptr; // taken by a disabling, given back by the enabling
 };
 
-// Switches the commands: all on, then some to `enabled`, then one yield.
-// backupMode 1: only those that change the store; any other: nearly all.
-// A control that loses the focus by it gets it back when it is on again.
+// Switches the commands: all on, then some (backupMode 1: those that change the
+// store; any other: nearly all) to `enabled`, then one yield; with commands on it
+// keeps the user's input back. A control that lost the focus by it gets it back.
 void dspEnable(frmTolvek& form, bool enabled, Int16 backupMode);
 
 // The mail pane as progress display: six lines in large type, black and red in
 // turn at each call. show false: empty, the mail's own font and colour again,
-// and the lines emptied. Yields.
+// and the lines emptied. Yields, with the user's input kept back.
 void dspStatus(frmTolvek& form, bool show, CheckedArray<Text, 6>& lines);
 
 // Size, face, bold and italic of the mail text from the settings, each a

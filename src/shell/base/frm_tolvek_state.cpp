@@ -1,6 +1,7 @@
 // What a command does to the main window as a whole: switching the commands,
 // the status text, the mail's font.
 #include "platform/forms/do_events.h"
+#include "platform/forms/input_hold.h"
 #include "platform/runtime/numbers.h"
 #include "shell/base/frm_tolvek.h"
 #include "shell/base/guard.h"
@@ -51,6 +52,14 @@ Switches duringWork(frmTolvek& f)
                       f.lstNameOrAddr, f.lblNameOrAddr);
 }
 
+// With commands on again what the user does waits for the running one's end.
+void yieldSwitched(bool off)
+{
+    if (off) return DoEventsNow();
+    const InputHold hold;
+    DoEvents();
+}
+
 }
 
 void dspEnable(frmTolvek& form, bool enabled, Int16 backupMode)
@@ -67,10 +76,7 @@ void dspEnable(frmTolvek& form, bool enabled, Int16 backupMode)
         form.focusBefore_->SetFocus();
         form.focusBefore_ = nullptr;
     }
-    if (begins)
-        DoEventsNow();
-    else
-        DoEvents();
+    yieldSwitched(begins);
 }
 
 void dspStatus(frmTolvek& form, bool show, CheckedArray<Text, 6>& lines)
@@ -89,6 +95,7 @@ void dspStatus(frmTolvek& form, bool show, CheckedArray<Text, 6>& lines)
         pane.setForeColor(kWindowText);
         setStatusLines(u"", u"", u"", u"", u"", u"");
     }
+    const InputHold hold; // a command that begins has its controls still on
     DoEvents();
 }
 

@@ -1,0 +1,227 @@
+// One run of the real main window and its dialogs in a user's hands, from its
+// start to its end, and all that it leaves behind as one text:
+//
+//     PressedProgram program;
+//     program.plan = {{{"frmTolvek", "memFilter"}, {"frmFilter", "comOk"}}};
+//     program.plan.second = Press{"frmFilter", "comOk"};
+//     program.plan.moment = 3;           // at the third yield after the last step
+//     const std::string left = program.run();
+//
+// The user acts when the program waits for it, and never at a yield; only the
+// second press comes at its moment. Dialogs beyond the plan are answered by
+// their OK.
+#pragma once
+#include "filter/filter_rules.h"
+#include "friend/frm_friend.h"
+#include "platform/forms/events.h"
+#include "platform/forms/input_hold.h"
+#include "platform/forms/wait_scope.h"
+#include "platform/forms/yield_hook.h"
+#include "support/queued_press.h"
+#include "shell/frm_tolvek_events.h"
+#include "store/schema.h"
+#include "support/archive_fixture.h"
+
+#include <QAbstractEventDispatcher>
+#include <QApplication>
+#include <QEventLoop>
+#include <QPointer>
+
+#include <deque>
+#include <map>
+#include <memory>
+#include <optional>
+#include <sstream>
+
+namespace tolvek::test {
+
+struct Plan {
+    std::deque<Press> steps; // each when its form waits; the last one is watched
+    std::optional<Press> second;
+    int moment = 0; // 0: right behind the last step; n: at the n-th yield after it
+};
+
+class PressedProgram {
+public:
+    Plan plan;
+
+    // A run that the program's end cuts off is ended then.
+    std::string run()
+    {
+        start();
+        try {
+            wait();
+            watched_ = false; // the end of the program is its own command
+            left_ = stateOfWindow();
+            form_->window()->close();
+            rethrowKept();
+        } catch (const ProgramEnd&) {
+            if (left_.empty()) left_ = "ended";
+        }
+        finish();
+        return left_ + "\n" + stateOnDisk() + "\n" + log_.str();
+    }
+    // Of the last step.
+    int yields() const { return yields_; }
+    void log(const std::string& line) { log_ << line << '\n'; }
+    frmTolvek& form() { return *form_; }
+
+private:
+    void start()
+    {
+        form_ = std::make_unique<frmTolvekEvents>();
+        form_->Show();
+        form_->Timer1->setEnabled(false); // its yields would come by the clock
+        setYieldHook([this] { atYield(); });
+    }
+    void wait()
+    {
+        QEventLoop loop;
+        loop_ = &loop;
+        const WaitScope scope([&loop] { loop.exit(); });
+        const auto watch =
+            QObject::connect(QAbstractEventDispatcher::instance(),
+                             &QAbstractEventDispatcher::aboutToBlock, [this] { look(); });
+        loop.exec();
+        QObject::disconnect(watch);
+        rethrowKept();
+    }
+    // The program waits for its user. What is in the queue goes first.
+    void look()
+    {
+        QAbstractEventDispatcher::instance()->wakeUp();
+        if (settling_-- > 0) return;
+        settling_ = kTurnsOfAStep;
+        const QWidget* const top = QApplication::activeModalWidget();
+        const std::string name = top ? top->objectName().toStdString() : "frmTolvek";
+        if (!plan.steps.empty() && plan.steps.front().form == name)
+            step();
+        else if (top)
+            answer(name);
+        else
+            loop_->exit();
+    }
+    void step()
+    {
+        const Press next = plan.steps.front();
+        plan.steps.pop_front();
+        EXPECT_TRUE(queued::press(next)) << next.control;
+        watched_ = plan.steps.empty();
+        ofDialog_ = next.form != "frmTolvek";
+        if (watched_ && plan.moment == 0) pressSecond();
+    }
+    void answer(const std::string& form)
+    {
+        static const std::map<std::string, const char*> buttons = {
+            {"frmMailReadOpt", "cmbMail_Ok"}, {"frmFilter", "comOk"},
+            {"frmFilterDspChenge", "cmdOK"},  {"frmFriend", "cmdOK"},
+            {"frmOption", "cmbOK"},           {"frmDir_Sel", "cmbOK"},
+            {"frmBackUpFile", "cmdOK"},       {"frmAbout", "cmdOK"}};
+        const auto found = buttons.find(form);
+        const bool tired = ++answers_[form] > kPatience;
+        if (ofDialog_) watched_ = false; // a control's command that left its dialog open is over
+        if (form == "frmBackUpFile") queued::press({form, "lstBackUpFile"});
+        if (found == buttons.end() || tired)
+            queued::press({form, kCloseBox});
+        else
+            queued::press({form, found->second});
+        if (tired) log("stays open: " + form);
+    }
+    void atYield()
+    {
+        if (!watched_) return;
+        if (++yields_ == plan.moment) pressSecond();
+    }
+    void pressSecond()
+    {
+        if (plan.second) queued::press(*plan.second);
+    }
+    void finish()
+    {
+        setYieldHook({});
+        EXPECT_FALSE(InputHold::isHeld());
+        gUnloading = -1; // a window that is left goes without the exit's steps
+        form_->Unload();
+        form_.reset();
+        gUnloading = 0;
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCoreApplication::processEvents();
+    }
+
+    static std::string stateOfWidget(QWidget& widget)
+    {
+        std::string state = widget.objectName().toStdString();
+        if (!widget.isEnabled()) state += " off";
+        if (const auto* list = qobject_cast<ListBox*>(&widget)) {
+            for (int i = 0; i < list->ListCount(); ++i)
+                state += " [" + toUtf8(list->List(i)) + "]";
+            state += " at " + std::to_string(list->ListIndex());
+        }
+        if (const auto* label = qobject_cast<Label*>(&widget))
+            state += " '" + toUtf8(label->Caption()) + "'";
+        return state;
+    }
+    std::string stateOfWindow()
+    {
+        std::ostringstream state;
+        for (int i = 0; i < Forms::Count(); ++i)
+            state << "form " << toUtf8(Forms::item(i).Name()) << '\n';
+        for (QWidget* widget : form_->client().findChildren<QWidget*>())
+            if (dynamic_cast<Control*>(widget)) state << stateOfWidget(*widget) << '\n';
+        for (const MenuEntry* entry : form_->window()->findChildren<MenuEntry*>())
+            if (!entry->Enabled()) state << toUtf8(entry->Name()) << " off\n";
+        state << toUtf8(form_->Caption()) << '\n' << toUtf8(form_->txtMail->Text()) << '\n';
+        for (int i = 0; i < gFilterRuleCnt; ++i)
+            state << gFilterRule[i].No << toUtf8(gFilterRule[i].Header) << ' ';
+        state << int(gNonCopyRuleCnt) << int(gBackUpDisp) << int(gBusyFlag) << int(gDisplayType)
+              << int(gEditCancel) << int(gFriendSort) << '\n';
+        return state.str();
+    }
+    static void writeTable(std::ostream& state, const Statement& all, std::size_t fields)
+    {
+        state << toUtf8(all.text()) << '\n';
+        Database opened = DBEngine::OpenDatabase(gDbPath);
+        for (Recordset row = opened.OpenRecordset(all); !row.Eof(); row.MoveNext()) {
+            for (int i = 0; i < static_cast<int>(fields); ++i)
+                state << toUtf8(row.field(i).text()) << '|';
+            state << '\n';
+        }
+        opened.Close();
+    }
+    static void writeTables(std::ostream& state)
+    {
+        writeTable(state, Statement{u"SELECT * FROM tblTolvek"}, tblTolvekSpec().fields.size());
+        writeTable(state, Statement{u"SELECT * FROM tblSearch_Addresses"}, 1);
+        writeTable(state, Statement{u"SELECT * FROM tblSearch_Name"}, 1);
+        writeTable(state, Statement{u"SELECT * FROM tblFriend"}, tblFriendSpec().fields.size());
+        writeTable(state, Statement{u"SELECT * FROM tblFilter"}, tblFilterSpec().fields.size());
+        writeTable(state, Statement{u"SELECT * FROM tblFilterData"},
+                   tblFilterDataSpec().fields.size());
+    }
+    static std::string stateOnDisk()
+    {
+        std::ostringstream state;
+        std::vector<std::string> names = fileNames(nativePath(appPath()));
+        std::sort(names.begin(), names.end());
+        for (const std::string& name : names)
+            state << name << '\n';
+        writeTables(state);
+        state << readBytes(nativePath(gIniPath));
+        return state.str();
+    }
+
+    static constexpr int kTurnsOfAStep = 3;
+    static constexpr int kPatience = 5;
+
+    std::unique_ptr<frmTolvekEvents> form_;
+    QEventLoop* loop_ = nullptr;
+    int settling_ = kTurnsOfAStep;
+    bool watched_ = false; // the command of the last step runs
+    bool ofDialog_ = false;
+    int yields_ = 0;
+    std::map<std::string, int> answers_;
+    std::string left_;
+    std::ostringstream log_;
+};
+
+}
