@@ -1,0 +1,42 @@
+// Counts the yields of what runs while it lives, and looks in at each.
+//
+//     YieldWatch yields([] { EXPECT_EQ(gBusyFlag, -1); });
+//     edSearch_Name();
+//     EXPECT_EQ(yields.count(), 5);
+//
+// What `look` throws is a failure of that yield.
+#pragma once
+#include "platform/forms/yield_hook.h"
+
+#include <functional>
+
+namespace tolvek::test {
+
+class YieldWatch {
+public:
+    explicit YieldWatch(std::function<void()> look = {})
+    {
+        setYieldHook([this, look = std::move(look)] {
+            ++count_;
+            if (look) look();
+        });
+    }
+    ~YieldWatch() { setYieldHook({}); }
+    YieldWatch(const YieldWatch&) = delete;
+    YieldWatch& operator=(const YieldWatch&) = delete;
+
+    int count() const { return count_; }
+
+private:
+    int count_ = 0;
+};
+
+// The yields that a routine makes.
+template <class Routine> int yieldsOf(Routine routine)
+{
+    const YieldWatch yields;
+    routine();
+    return yields.count();
+}
+
+}
