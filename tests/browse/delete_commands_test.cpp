@@ -362,6 +362,29 @@ TEST_F(DeleteCommandsTest, AFailedStatementLeavesTheCommandsOnAndTheListsRebuilt
     EXPECT_EQ(left().size(), 2u);
 }
 
+// The database goes with the answer: each step then reports itself.
+TEST_F(DeleteCommandsTest, BehindAnEntrysDeletionAllIsUpdatedInItsOrder)
+{
+    givenThreeMails();
+    showType(0);
+    clickEntry(*form.lstNameOrAddr, 0);
+    test::Reports told;
+    setMsgBoxHandler([&](const MsgBoxRequest& box) {
+        if (box.text == kEntryQuestions[0]) {
+            gDbPath += u".gone";
+            return MsgAnswer::Yes;
+        }
+        if (box.title.starts_with(u"エラー")) told.push_back(toUtf8(box.title));
+        return box.buttons == MsgButtons::YesNo ? MsgAnswer::No : MsgAnswer::Ok;
+    });
+    click(*form.cmdAddrDel);
+    EXPECT_EQ(told,
+              (test::Reports{"エラーメッセージ (delMail)", "エラーメッセージ (edSearch_Name)",
+                             "エラーメッセージ (edSearch_Addr)", "エラーメッセージ (tblFilter_Get)",
+                             "エラーメッセージ (tblFilterData_Sel)"}));
+    expectCommandsOn();
+}
+
 TEST_F(DeleteCommandsTest, MoreRulesThanTheTableHoldsAreToldAndTheMailIsGoneAllTheSame)
 {
     givenThreeMails();

@@ -1,5 +1,6 @@
 #include "browse/navigator.h"
 
+#include "browse/subject_list.h"
 #include "filter/filter_rules.h"
 #include "support/window_fixture.h"
 
@@ -24,6 +25,11 @@ protected:
         Statement sql{u"INSERT INTO tblSearch_Name ( tblSearch_Name_Data ) VALUES( '"};
         sql << name << u"' )";
         execute(sql);
+    }
+    Text brokenArchive() const
+    {
+        test::writeBytes(file("Broken.Mdb"), std::string(5000, 'x'));
+        return joinPath(appPath(), u"Broken.Mdb");
     }
     static void click(QWidget& widget)
     {
@@ -264,6 +270,79 @@ TEST_F(NavigatorTest, AListOfMoreEntriesThanSixteenBitsIsTold)
     dspSearch_Addr(form);
     EXPECT_EQ(form.lstNameOrAddr->ListCount(), 0);
     EXPECT_EQ(rows(u"tblSearch_Addresses"), 32768);
+}
+
+TEST_F(NavigatorTest, WhileAnEntryIsReadTheStatusTextStandsAndTheCommandsAreOff)
+{
+    addAddress(u"a@x.jp");
+    dspSelData(form);
+    std::vector<Text> lines, expected{u"データベースの",
+                                      u"　　内容を読み込んでいます。",
+                                      u"",
+                                      u"　　　少々お待ちください。",
+                                      u"",
+                                      u""};
+    gDbPath = brokenArchive();
+    setMsgBoxHandler([&](const MsgBoxRequest&) {
+        lines.assign(gStatusLines.begin(), gStatusLines.end());
+        EXPECT_EQ(gBusyFlag, -1);
+        EXPECT_FALSE(form.comMailRead->Enabled());
+        EXPECT_EQ(form.txtMail->FontSize(), 20);
+        return MsgAnswer::Ok;
+    });
+    form.lstNameOrAddr->setListIndex(0);
+    EXPECT_EQ(lines, expected);
+    EXPECT_TRUE(form.comMailRead->Enabled());
+}
+
+TEST_F(NavigatorTest, EachListReportsUnderItsOwnName)
+{
+    const std::pair<void (*)(frmTolvek&), TextView> lists[] = {
+        {dspSearch_Addr, u"dspSearch_Addr"},
+        {dspSearch_Name, u"dspSearch_Name"},
+        {dspSearch_Date, u"dspSearch_Date"},
+        {dspSearch_Filter, u"dspSearch_Filter"}};
+    gDbPath = brokenArchive();
+    for (const auto& [list, routine] : lists) {
+        expectDbReport(routine, 3343, gDbPath);
+        list(form);
+    }
+}
+
+// A report that can't be shown fails itself, and is its caller's then.
+TEST_F(NavigatorTest, EachEventReportsUnderItsOwnNameAndItsCommandsComeBack)
+{
+    addAddress(u"a@x.jp");
+    dspSelData(form);
+    const struct {
+        std::function<void()> event;
+        std::vector<Text> unshown;
+        TextView reported;
+    } cases[] = {
+        {[&] { dspSelData(form); }, {u"dspSearch_Addr"}, u"dspSelData"},
+        {[&] { lstNameOrAddr_Click(form); }, {u"dspSubject"}, u"lstNameOrAddr_Click"},
+        {[&] { lstSubject_Click(form); }, {u"dspMail"}, u"lstSubject_Click"},
+        {[&] { lblNameOrAddr_Click(form); }, {u"dspSearch_Name"}, u"lblNameOrAddr_Click"},
+        {[&] { memNameOrAddr_Click(form); },
+         {u"dspSearch_Name", u"lblNameOrAddr_Click"},
+         u"memNameOrAddr_Click"},
+    };
+    gDbPath = brokenArchive();
+    for (const auto& c : cases) {
+        gDisplayType = 0;
+        std::vector<Text> told;
+        setMsgBoxHandler([&](const MsgBoxRequest& box) {
+            for (const Text& routine : c.unshown)
+                if (box.title == u"エラーメッセージ (" + routine + u")") throw RuntimeError(7);
+            told.push_back(box.title);
+            return MsgAnswer::Ok;
+        });
+        c.event();
+        EXPECT_EQ(told, std::vector<Text>{u"エラーメッセージ (" + Text(c.reported) + u")"});
+        if (c.unshown.size() == 1) { // the event itself went on to its end
+            EXPECT_TRUE(form.comMailRead->Enabled()) << toUtf8(c.reported);
+        }
+    }
 }
 
 }

@@ -132,6 +132,29 @@ TEST_F(SubjectListTest, MoreRowsThanSixteenBitsCountAreToldTwiceAndNoMailIsHarme
     EXPECT_EQ(rows(u"tblTolvek"), 32768);
 }
 
+// More rows than can be counted: reached only with the blocks filled by hand.
+TEST_F(SubjectListTest, TheLastRowThatTheBlocksHoldIsListedAndTheLimitIsTold)
+{
+    storeMany(3, u"a@x.jp");
+    gFilterRule[0].No = 10;
+    for (const int id : {1, 2, 3})
+        storeResult(id, 10, mail(u"a@x.jp", u"b@x.jp"));
+    QObject::connect(form.lstSubject->model(), &QAbstractItemModel::rowsInserted, [] {
+        gSubjectKeyCnt1 = gSubjectKeyCnt2 = gSubjectKeyCnt3 = kSubjectBlock;
+        gSubjectKeyCnt4 = std::max<int>(gSubjectKeyCnt4, kSubjectBlock - 2);
+    });
+    const std::function<void()> fills[] = {[&] { dspSubject(form, u"a@x.jp"); },
+                                           [&] { dspSubject_Filter(form, 0); }};
+    for (const auto& fill : fills) {
+        boxes.expect(u"ＤＢに保存しているＭａｉｌが限界値を超えました。\r\n"
+                     u"Tolvek.Mdb を ＢａｃｋＵｐして、ＤＢの再作成をして下さい。",
+                     MsgAnswer::Ok, u"Tolvek");
+        fill();
+        EXPECT_EQ(form.lstSubject->ListCount(), 2);
+        EXPECT_FALSE(gDb.isOpen());
+    }
+}
+
 TEST_F(SubjectListTest, AFilterViewListsTheResultsOfItsRuleByInstant)
 {
     gFilterRule[3].No = 40;

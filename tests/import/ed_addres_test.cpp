@@ -146,5 +146,22 @@ TEST_F(EdAddresTest, GivesAnEmptyAddressTheHandleWhileTheUserHasNone)
     EXPECT_EQ(sender(u"pochi"), (Correspondent{u"ぼく", u"設定無し"}));
 }
 
+// A report that can't be shown fails itself: it is the normaliser's own then.
+TEST_F(EdAddresTest, ReportsUnderItsOwnNameAndReturnsWithWhatItHas)
+{
+    Reports told;
+    onDecode([] { throw RuntimeError(75); });
+    setMsgBoxHandler([&](const MsgBoxRequest& box) {
+        if (box.title.find(u"Mail_StrChange_Sub") != Text::npos) throw RuntimeError(7);
+        told.push_back(toUtf8(box.title));
+        return MsgAnswer::Ok;
+    });
+    EXPECT_EQ(sender(u"taro@x.jp"), Correspondent{});
+    Text subject = u"as it was";
+    edSubject(u"Subject:hello", subject);
+    EXPECT_EQ(subject, u"as it was");
+    EXPECT_EQ(told, (Reports{"エラーメッセージ (edAddres)", "エラーメッセージ (edSubject)"}));
+}
+
 }
 }

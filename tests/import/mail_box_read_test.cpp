@@ -7,6 +7,7 @@
 #include "shell/base/frm_tolvek.h"
 #include "support/archive_fixture.h"
 #include "support/modal_script.h"
+#include "support/report_list.h"
 
 #include <vector>
 
@@ -255,6 +256,43 @@ TEST_F(MailBoxReadTest, AfterwardsTheCommandsAreOnAndTheReadButtonHasTheFocus)
     EXPECT_TRUE(form.comMailRead->Enabled());
     EXPECT_TRUE(form.memFile->Enabled());
     EXPECT_TRUE(form.comMailRead->HasFocus());
+}
+
+// The database goes while the boxes are read: each step then reports itself.
+TEST_F(MailBoxReadTest, BehindTheBoxesAllIsUpdatedInItsOrderUnderAStatusTextOfItsOwn)
+{
+    receive(0);
+    convert = [&](Int16&, Int16&) { gDbPath += u".gone"; };
+    test::Reports told;
+    std::vector<Text> lines;
+    setMsgBoxHandler([&](const MsgBoxRequest& shown) {
+        told.push_back(toUtf8(shown.title));
+        if (told.size() == 1) lines.assign(gStatusLines.begin(), gStatusLines.end());
+        return MsgAnswer::Ok;
+    });
+    clickRead();
+    EXPECT_EQ(told,
+              (test::Reports{"エラーメッセージ (edFriendName)", "エラーメッセージ (edSearch_Name)",
+                             "エラーメッセージ (edSearch_Addr)",
+                             "エラーメッセージ (tblFilterData_Sel)"}));
+    EXPECT_EQ(lines,
+              (std::vector<Text>{u"", u"　Ｔｏｌｖｅｋの各データを", u"　　　更新しています。",
+                                 u"　少々お待ちください。", u"", u""}));
+}
+
+// The user's mail to himself lies in a box of each side; the first one read counts.
+TEST_F(MailBoxReadTest, AMailToOneselfIsStoredOnceAndAsReceived)
+{
+    receive(0);
+    send(0);
+    convert = [&](Int16& count, Int16&) {
+        count = 1;
+        test::writeBytes(file("Tolvek.Tmp"),
+                         tempFile("taro@example.jp", "Tue, 15 Feb 2000 10:11:12"));
+    };
+    MailBoxRead();
+    EXPECT_EQ(calls.size(), 2u);
+    EXPECT_EQ(column(u"SELECT tblTolvek_SndRcvFlag FROM tblTolvek"), std::vector<Text>{u"False"});
 }
 
 TEST_F(MailBoxReadTest, AReadWithoutNewMailStillUpdatesAndRedraws)

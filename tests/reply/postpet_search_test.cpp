@@ -126,6 +126,22 @@ TEST_F(PostPetSearchTest, AnEmulatedProgramIsFoundThroughALinkOnEitherSide)
         }
 }
 
+// Handles are given out one after the other.
+TEST_F(PostPetSearchTest, TheSnapshotIsClosedBehindTheSearch)
+{
+    const auto take = [] { return CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0); };
+    const SnapshotHandle before = take();
+    found();
+    const SnapshotHandle after = take();
+    ASSERT_EQ(after, before + 2);
+    PROCESSENTRY32 entry;
+    entry.dwSize = kProcessEntrySize;
+    EXPECT_TRUE(Process32First(before, entry));
+    EXPECT_FALSE(Process32First(before + 1, entry)) << "the search's own";
+    CloseHandle(before);
+    CloseHandle(after);
+}
+
 TEST_F(PostPetSearchTest, OneThatHasEndedIsNoLongerFound)
 {
     {

@@ -3,6 +3,7 @@
 
 #include "shell/backup_fixture.h"
 #include "store/database_files.h"
+#include "support/yield_watch.h"
 
 namespace tolvek::test {
 namespace {
@@ -141,6 +142,32 @@ TEST_F(BackUpTest, TheStatusTextStandsAndBlinksWhileTheMailsMove)
                              u"\r\n　少々お待ちください。\r\n\r\n");
     EXPECT_EQ(busy, -1);
     EXPECT_EQ(off, kOffAfterAFailure);
+}
+
+// Found by what each shows or reports: the mails are gone, so the tables say nothing.
+TEST_F(BackUpTest, NamesSearchTablesAndFilterResultsAreMadeAnewInTheirOrder)
+{
+    bool broken = false;
+    const auto progress = [] { return gStatusLines[3] == u"   1 / 1  のフィルターデータを"; };
+    bool filtered = false;
+    {
+        const YieldWatch yields([&] { filtered = filtered || progress(); });
+        backUp();
+    }
+    EXPECT_TRUE(filtered);
+    removeDatabase(pathOf(u"Tolvek_20000225.Mdb"));
+    ReportList reports;
+    reports.listen(MsgAnswer::Yes);
+    const YieldWatch yields([&] { // the first one behind the deletes
+        if (!exists("Tolvek_20000225.Mdb") || gDb.isOpen() || std::exchange(broken, true)) return;
+        gDbPath += u".gone";
+    });
+    choose(form.memBackUp_FileEdit);
+    const Reports told = reports.take();
+    ASSERT_GE(told.size(), 5u);
+    EXPECT_EQ(Reports(told.begin() + 1, told.begin() + 5),
+              (Reports{"edFriendName 3024", "edSearch_Name 3024", "edSearch_Addr 3024",
+                       "tblFilterData_Sel 3024"}));
 }
 
 // ---- making one that fails ----

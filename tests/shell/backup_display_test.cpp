@@ -1,5 +1,6 @@
 // A backup is looked at in the main window, and the live store comes back.
 #include "shell/backup_fixture.h"
+#include "support/yield_watch.h"
 
 #include <QTimer>
 
@@ -214,6 +215,30 @@ TEST_F(BackUpTest, ABackUpInAFolderThatCantBeWrittenIsShownAllTheSame)
     EXPECT_EQ(contents(), before);
     setFileProbe({});
     std::filesystem::permissions(folder.path(), perms::owner_all);
+}
+
+// The choice of a file has no name of its own.
+TEST_F(BackUpTest, AFailureIsReportedUnderTheCommandsNameAndTheDisplayChangesAllTheSame)
+{
+    backUp();
+    const auto expectReport = [this](TextView routine) {
+        boxes.expect(u"エラー番号： 5\r（" + errorText(5) + u"）", MsgAnswer::Ok,
+                     u"エラーメッセージ (" + Text(routine) + u")");
+    };
+    bool fails = false; // the next yield that finds a file chosen
+    const YieldWatch yields([&] {
+        if (!gBackUpFile.empty() && std::exchange(fails, false)) throw RuntimeError(5);
+    });
+    gBackUpFile.clear();
+    expectReport(u"memBackUp_FileEdit_Click");
+    fails = true;
+    view(u"Tolvek_20000225.Mdb");
+    EXPECT_EQ(gBackUpDisp, 1);
+    expectReport(u"memNomalDisp_Click");
+    fails = true;
+    choose(form.memNomalDisp);
+    EXPECT_EQ(gBackUpDisp, 0);
+    EXPECT_EQ(commandsOff(), "");
 }
 
 }

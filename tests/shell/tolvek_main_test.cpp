@@ -121,6 +121,19 @@ TEST_F(MainTest, AVersionThatIsNoNumberIsATypeMismatch)
     }
 }
 
+// Read any earlier, there would be no file to read it from.
+TEST_F(MainTest, TheVersionIsReadFromTheFileThatTheSplashHasFound)
+{
+    gIniPath.clear();
+    givenSettings("200");
+    boxes.expectAndLook(u"Tolvekのバージョンが上がっています。\r\n"
+                        u"データの整合性を調整しています。\r\n"
+                        u"多少時間が掛る場合がありますが，そのままお待ち下さい。",
+                        MsgAnswer::Ok, [&] { EXPECT_TRUE(splash.Visible()); });
+    start();
+    expectMainWindow();
+}
+
 TEST_F(MainTest, AnEmptyFolderGetsAnArchiveOfSixTablesAndTheMainWindowComesUp)
 {
     boxes.expectAndLook(kFirstStart, MsgAnswer::Ok, [&] {

@@ -2,6 +2,7 @@
 
 #include "store/database_files.h"
 #include "support/archive_fixture.h"
+#include "support/yield_watch.h"
 
 namespace tolvek::test {
 namespace {
@@ -83,6 +84,17 @@ TEST_F(DbCompressTest, AJournalGoesWithItsDatabase)
     dbCompress(gDbPath);
     EXPECT_FALSE(exists("Tolvek.Mdb.Bak-journal"));
     EXPECT_EQ(rows(u"tblTolvek", previous()), 1);
+}
+
+// The close box may end the program at any of them.
+TEST_F(DbCompressTest, EachStepYieldsAndAWholeDatabaseHasTheName)
+{
+    store(Mail{});
+    for (int run = 0; run < 2; ++run) { // without a .Bak, and with one
+        const YieldWatch yields([&] { EXPECT_EQ(rows(u"tblTolvek", live()), 1); });
+        dbCompress(gDbPath);
+        EXPECT_EQ(yields.count(), 5);
+    }
 }
 
 }

@@ -2,6 +2,7 @@
 
 #include "support/archive_fixture.h"
 #include "support/report_list.h"
+#include "support/yield_watch.h"
 
 namespace tolvek::test {
 namespace {
@@ -82,6 +83,39 @@ TEST_F(SearchTablesTest, EndEmptyWithoutMails)
     edSearch_Addr();
     EXPECT_TRUE(names().empty());
     EXPECT_TRUE(addresses().empty());
+}
+
+// Whatever is written is written by the delete.
+TEST_F(SearchTablesTest, WithoutMailsNoStatementRunsButTheDelete)
+{
+    const auto writesOf = [this](const std::function<void()>& work) {
+        mail(u"太郎", u"花子");
+        edSearch_Name();
+        execute(Statement{u"DELETE FROM tblTolvek"});
+        DBEngine::Rest();
+        int writes = 0;
+        setFileProbe([&](FileOperation operation, const Path&) {
+            if (operation == FileOperation::Write || operation == FileOperation::Flush) ++writes;
+        });
+        work();
+        setFileProbe({});
+        return writes;
+    };
+    const int deleting = writesOf([] { execute(Statement{u"DELETE FROM tblSearch_Name "}); });
+    EXPECT_GT(deleting, 0);
+    int yields = 0;
+    EXPECT_EQ(writesOf([&] { yields = yieldsOf(edSearch_Name); }), deleting);
+    EXPECT_EQ(yields, 1) << "between the senders and the receivers";
+}
+
+// Senders are counted and listed, receivers also looked up.
+TEST_F(SearchTablesTest, YieldAtEachRow)
+{
+    mail(u"太郎", u"花子");
+    mail(u"太郎", u"花子");
+    EXPECT_EQ(yieldsOf(edSearch_Name), 2 + 2 + 1 + 2 + 2);
+    mail(u"太郎", u"太郎"); // found by the look-up, which counts it
+    EXPECT_EQ(yieldsOf(edSearch_Name), 3 + 3 + 1 + 3 + 3 + 1);
 }
 
 TEST_F(SearchTablesTest, ListEachNameAndEachAddressOnce)

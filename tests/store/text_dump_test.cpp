@@ -1,6 +1,7 @@
 #include "store/text_dump.h"
 
 #include "store/text_dump_fixture.h"
+#include "support/yield_watch.h"
 
 namespace tolvek::test {
 namespace {
@@ -183,6 +184,21 @@ TEST_F(TextDumpTest, AWholeUnloadIsOnTheDisk)
     EXPECT_EQ(operations,
               (std::vector<FileOperation>{FileOperation::Create, FileOperation::Write,
                                           FileOperation::Flush, FileOperation::FlushFolder}));
+}
+
+// Counted once and written once.
+TEST_F(TextDumpTest, EachRowOfAnUnloadYieldsTwice)
+{
+    for (int n = 1; n <= 3; ++n) {
+        putMail(u"10111" + decimal(n), u"件名");
+        put(u"tblSearch_Addresses", {decimal(n)});
+        put(u"tblSearch_Name", {decimal(n)});
+        addFriend(decimal(n), u"n", u"p");
+        addFilter(n, 0, 0, u"h", u"d");
+        putResult(decimal(n), u"5", u"101112");
+    }
+    for (const auto& [name, unLoad] : kUnLoads)
+        EXPECT_EQ(yieldsOf(unLoad), 6) << name;
 }
 
 }

@@ -35,6 +35,47 @@ TEST_F(TextLoadTest, ATableWithoutItsFileKeepsWhatItHas)
     EXPECT_EQ(readBytes(file("Tolvek.Mdb")), archive);
 }
 
+TEST_F(TextLoadTest, OfEachTableAnUnloadOfNoRowsIsAnEmptyFileAndItsLoadEmptiesTheTable)
+{
+    for (const auto unLoad : {tblTolvek_UnLoad, tblSearch_Addresses_UnLoad, tblSearch_Name_UnLoad,
+                              tblFriend_UnLoad, tblFilter_UnLoad, tblFilterData_UnLoad})
+        unLoad();
+    putMail(u"101112", u"件名");
+    addFriend(u"h@x.jp", u"花子", u"もも");
+    addFilter(5, 0, 0, u"一", u"a");
+    putResult(u"17", u"5", u"101112");
+    put(u"tblSearch_Name", {u"花子"});
+    put(u"tblSearch_Addresses", {u"h@x.jp"});
+    const auto left = [this] {
+        return std::vector<int>{rows(u"tblTolvek"),      rows(u"tblSearch_Addresses"),
+                                rows(u"tblSearch_Name"), rows(u"tblFriend"),
+                                rows(u"tblFilter"),      rows(u"tblFilterData")};
+    };
+    std::vector<int> expected(6, 1);
+    std::size_t next = 0;
+    for (const auto load : {tblTolvek_Load, tblSearch_Addresses_Load, tblSearch_Name_Load,
+                            tblFriend_Load, &TextLoadTest::loadRules, tblFilterData_Load}) {
+        EXPECT_EQ(left(), expected);
+        load();
+        expected[next++] = 0;
+        EXPECT_EQ(left(), expected) << "each its own table alone";
+    }
+}
+
+// The import never makes such a pair of mails; a text file may hold one.
+TEST_F(TextLoadTest, TwoMailsThatDifferInTheirDirectionAloneComeIn)
+{
+    putMail(u"101112", u"件名");
+    tblTolvek_UnLoad();
+    Text record = textOf("tblTolvek.Txt"), other = record;
+    const std::size_t place = other.find(u"\"True\"");
+    ASSERT_NE(place, Text::npos);
+    other.replace(place, 6, u"\"False\"");
+    givenText("tblTolvek.Txt", record + other);
+    tblTolvek_Load();
+    EXPECT_EQ(column(u"SELECT tblTolvek_SndRcvFlag FROM tblTolvek").size(), 2u);
+}
+
 TEST_F(TextLoadTest, AnEmptyFileEmptiesItsTable)
 {
     putMail(u"101112", u"件名");

@@ -5,6 +5,7 @@
 #include "shell/base/settings.h"
 #include "support/archive_fixture.h"
 #include "support/report_list.h"
+#include "support/yield_watch.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -249,6 +250,19 @@ TEST_F(MainWindowTest, TheEndOfTheStatusTextGivesThePaneBack)
     EXPECT_EQ(form.txtMail->ForeColor(), kWindowText);
     EXPECT_EQ(gStatusLines[0], u"");
     EXPECT_EQ(gStatusColorFlag, 1); // the colour runs on from one command to the next
+}
+
+// The text is to be seen before the work that it speaks of.
+TEST_F(MainWindowTest, TheStatusTextYieldsWhenItComesAndWhenItGoes)
+{
+    setStatusLines(u"一", u"", u"", u"", u"", u"");
+    for (const bool show : {true, false}) {
+        Text shown = u"never";
+        const test::YieldWatch yields([&] { shown = form.txtMail->Text(); });
+        dspStatus(form, show, gStatusLines);
+        EXPECT_EQ(yields.count(), 1);
+        EXPECT_EQ(shown, show ? TextView(u"\r\n一\r\n\r\n\r\n\r\n\r\n") : TextView());
+    }
 }
 
 TEST_F(MainWindowTest, TheMailFontTakesItsStyleFromTwoFlags)

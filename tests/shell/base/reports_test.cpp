@@ -1,4 +1,7 @@
 #include "support/archive_fixture.h"
+#include "support/yield_watch.h"
+
+#include <chrono>
 
 namespace tolvek::test {
 namespace {
@@ -116,11 +119,40 @@ TEST_F(ReportsTest, CountingADeadRecordsetIsReported)
     EXPECT_EQ(count, 0);
 }
 
-TEST_F(ReportsTest, NoWaitForACountOfZeroOrLess)
+// What the user does meanwhile is served row by row; no row, no move, no yield.
+TEST_F(ReportsTest, CountingYieldsAtEachRow)
 {
-    SleepEX_Rtn(0);
-    SleepEX_Rtn(-5);
-    SleepEX_Rtn(2);
+    for (const int count : {0, 1, 3}) {
+        execute(Statement{u"DELETE FROM tblSearch_Addresses"});
+        givenAddresses(count);
+        Recordset found = addresses();
+        Int16 counted = 0;
+        EXPECT_EQ(yieldsOf([&] { GET_RECCNT(found, counted); }), count);
+        EXPECT_EQ(counted, count);
+        gDb.Close();
+    }
+}
+
+TEST_F(ReportsTest, AWaitLastsItsMillisecondsAndYieldsAfterEach)
+{
+    const auto begun = std::chrono::steady_clock::now();
+    EXPECT_EQ(yieldsOf([] { SleepEX_Rtn(7); }), 7);
+    EXPECT_GE(std::chrono::steady_clock::now() - begun, std::chrono::milliseconds(7));
+    for (const int count : {0, -5})
+        EXPECT_EQ(yieldsOf([&] { SleepEX_Rtn(count); }), 0);
+}
+
+// The wait is over all the same: what follows it isn't given up.
+TEST_F(ReportsTest, AFailureWithinAWaitIsReportedAndTheWaitGoesOn)
+{
+    boxes.expect(u"エラー番号： 5\r\n（" + errorText(5) + u"）", MsgAnswer::Ok,
+                 u"エラーメッセージ (SleepEX_Rtn)");
+    bool failed = false;
+    const YieldWatch yields([&] {
+        if (!std::exchange(failed, true)) throw RuntimeError(5);
+    });
+    SleepEX_Rtn(3);
+    EXPECT_EQ(yields.count(), 3);
 }
 
 }
