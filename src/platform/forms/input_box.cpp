@@ -1,5 +1,5 @@
 #include "platform/forms/input_box.h"
-#include "platform/forms/ansi_filter.h"
+#include "platform/forms/entry_filter.h"
 #include "platform/forms/events.h"
 #include "platform/forms/msg_box.h"
 #include "platform/forms/qt_text.h"
@@ -36,7 +36,7 @@ QLineEdit* addRows(QDialog& dialog, const InputBoxRequest& request)
     prompt->setTextFormat(Qt::PlainText);
     rows->addWidget(prompt);
     auto* edit = new QLineEdit(toQt(request.defaultText), &dialog);
-    holdToAnsi(*edit);
+    new EntryFilter(*edit);
     edit->selectAll();
     rows->addWidget(edit);
     addButtons(dialog, *rows);

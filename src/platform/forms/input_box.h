@@ -1,5 +1,5 @@
-// One line of text asked from the user; Cancel gives an empty text. Takes only
-// what code page 932 holds. Tests answer through a handler.
+// One line of text asked from the user; Cancel gives an empty text. Takes what
+// a text box takes. Tests answer through a handler.
 #pragma once
 #include "platform/runtime/text.h"
 

@@ -1,5 +1,6 @@
 #include "platform/forms/text_box.h"
-#include "platform/forms/ansi_filter.h"
+#include "platform/forms/entry_filter.h"
+#include "platform/runtime/entered_text.h"
 
 #include <QMimeData>
 #include <QTextBlock>
@@ -52,16 +53,16 @@ bool endsInOpenBreak(TextView text)
 
 }
 
-TextBox::TextBox(Container container, TextView name) : ControlOf(container, name)
+TextBox::TextBox(Container container, TextView name)
+    : ControlOf(container, name), entries_(new EntryFilter(*this))
 {
     setMaxLength(kMaxLength);
-    holdToAnsi(*this);
     connect(this, &QLineEdit::textChanged, this, &TextBox::Change);
 }
 
 void TextBox::setText(TextView text)
 {
-    QLineEdit::setText(toQt(text));
+    entries_->setByCode(toQt(text));
 }
 
 MultiLineTextBox::MultiLineTextBox(Container container, TextView name) : ControlOf(container, name)
@@ -98,11 +99,13 @@ void MultiLineTextBox::append(TextView rest)
 void MultiLineTextBox::takeUserEdit()
 {
     if (settingText_) return;
-    const QString typed = toPlainText();
+    const tolvek::Text typed = fromQt(toPlainText());
+    const tolvek::Text entered = enteredLines(typed);
     tolvek::Text exact;
-    for (const QChar unit : onlyAnsi(typed))
-        exact += unit == u'\n' ? tolvek::Text(kCrLf) : tolvek::Text(1, unit.unicode());
-    if (onlyAnsi(typed).size() != typed.size()) return setText(exact);
+    for (const char16_t unit : entered)
+        exact += unit == u'\n' ? kCrLf : TextView(&unit, 1);
+    text_.clear(); // what is painted isn't it any more, so nothing can be added to that
+    if (entered != typed) return setText(exact);
     text_ = exact;
     openBreak_ = false;
     emit Change();

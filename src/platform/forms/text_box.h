@@ -1,7 +1,8 @@
 // Text boxes, of one line and of several.
 //
-// What the user types or pastes is held to what code page 932 has; characters
-// beyond it fall away. A text set by code stays as it is.
+// What the user enters is held to what code page 932 has and what can be seen
+// (runtime/entered_text.h); of a pasted text a box of one line takes the first
+// line. A text set by code stays as it is.
 #pragma once
 #include "platform/forms/control.h"
 
@@ -9,6 +10,8 @@
 #include <QPlainTextEdit>
 
 namespace tolvek {
+
+class EntryFilter;
 
 class TextBox : public ControlOf<QLineEdit> {
     Q_OBJECT
@@ -19,6 +22,9 @@ public:
 
 signals:
     void Change(); // by the user or by code
+
+private:
+    EntryFilter* entries_;
 };
 
 // Keeps the exact text beside the widget, and the clipboard takes its part of

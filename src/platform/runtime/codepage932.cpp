@@ -16,6 +16,13 @@ namespace {
 constexpr std::uint16_t kGetaCode = 0x81AC; // 〓
 constexpr char16_t kNoCharacter = u'\u30FB';
 
+// Mail in UTF-8 and input methods elsewhere bring these for characters that the
+// code page has elsewhere.
+constexpr char16_t kTwins[][2] = {
+    {u'\u301C', u'\uFF5E'}, {u'\u2016', u'\u2225'}, {u'\u2212', u'\uFF0D'},
+    {u'\u00A2', u'\uFFE0'}, {u'\u00A3', u'\uFFE1'}, {u'\u00AC', u'\uFFE2'},
+};
+
 // One entry for each unit and each code; made once, so that the texts of a
 // whole archive can be measured without asking ICU for every one.
 struct Tables {
@@ -103,13 +110,8 @@ void fillSingleBytes(Tables& tables)
     setSingleByte(tables, 0xFF, u'\uF8F3');
 }
 
-// Mail in UTF-8 brings these for characters that the code page has elsewhere.
 void fillTwins(Tables& tables)
 {
-    constexpr char16_t kTwins[][2] = {
-        {u'\u301C', u'\uFF5E'}, {u'\u2016', u'\u2225'}, {u'\u2212', u'\uFF0D'},
-        {u'\u00A2', u'\uFFE0'}, {u'\u00A3', u'\uFFE1'}, {u'\u00AC', u'\uFFE2'},
-    };
     for (const auto& [twin, own] : kTwins)
         tables.code[twin] = tables.code[own];
 }
@@ -192,6 +194,13 @@ bool fitsAnsi(TextView text)
     for (const char16_t c : text)
         if (!made.fits[c]) return false;
     return true;
+}
+
+char16_t ownForm(char16_t c)
+{
+    for (const auto& [twin, own] : kTwins)
+        if (c == twin) return own;
+    return c;
 }
 
 Text keptToAnsi(TextView text)

@@ -21,6 +21,9 @@ Text fromAnsi(std::string_view bytes);
 // True when every character has a form in the code page as it stands.
 bool fitsAnsi(TextView text);
 
+// The Windows form of a twin; any other character as it is.
+char16_t ownForm(char16_t c);
+
 // The text with every character that has no form replaced as toAnsi would.
 Text keptToAnsi(TextView text);
 

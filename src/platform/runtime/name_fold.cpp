@@ -1,5 +1,7 @@
 #include "platform/runtime/name_fold.h"
 
+#include "platform/runtime/codepage932.h"
+
 #include <algorithm>
 #include <unicode/normalizer2.h>
 #include <unicode/uchar.h>
@@ -28,14 +30,16 @@ Text foldedName(TextView name)
 {
     if (isAscii(name)) return foldedAscii(name);
     const icu::UnicodeString source(false, name.data(), static_cast<int>(name.size()));
-    icu::UnicodeString folded;
+    icu::UnicodeString lower;
     for (int at = 0; at < source.length(); at = source.moveIndex32(at, 1))
-        folded.append(u_foldCase(source.char32At(at), U_FOLD_CASE_DEFAULT));
+        lower.append(u_foldCase(source.char32At(at), U_FOLD_CASE_DEFAULT));
     UErrorCode status = U_ZERO_ERROR;
     const icu::UnicodeString composed =
-        icu::Normalizer2::getNFCInstance(status)->normalize(folded, status);
-    const icu::UnicodeString& result = U_SUCCESS(status) ? composed : folded;
-    return Text(result.getBuffer(), static_cast<std::size_t>(result.length()));
+        icu::Normalizer2::getNFCInstance(status)->normalize(lower, status);
+    const icu::UnicodeString& result = U_SUCCESS(status) ? composed : lower;
+    Text folded(result.getBuffer(), static_cast<std::size_t>(result.length()));
+    std::transform(folded.begin(), folded.end(), folded.begin(), ownForm);
+    return folded;
 }
 
 }

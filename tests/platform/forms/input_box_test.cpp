@@ -2,6 +2,7 @@
 #include "platform/forms/qt_text.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
@@ -41,6 +42,16 @@ TEST(InputBoxTest, OkGivesWhatWasTyped)
         buttonOf(dialog, u"OK")->click();
     });
     EXPECT_EQ(InputBox(u"<prompt>", u"おともだちの名前変更", u"太郎"), u"hana");
+}
+
+TEST(InputBoxTest, APastedTextIsHeldAsInATextBox)
+{
+    whenShown([](QDialog& dialog, QLineEdit& edit) {
+        QGuiApplication::clipboard()->setText(QStringLiteral("は\u309A〜\t子\r\n"));
+        QTest::keySequence(&edit, QKeySequence::Paste);
+        buttonOf(dialog, u"OK")->click();
+    });
+    EXPECT_EQ(InputBox(u"p", u"t", u"太郎"), u"ぱ～子");
 }
 
 TEST(InputBoxTest, CancelAndEscapeGiveAnEmptyText)

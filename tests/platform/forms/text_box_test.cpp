@@ -39,6 +39,23 @@ TEST(TextBoxTest, CodeMaySetMoreThanAUserMayType)
     EXPECT_EQ(box.Text(), u"한");
 }
 
+TEST(TextBoxTest, WhatTheUserEntersIsHeldAndToldOnceItIs)
+{
+    ShownForm form;
+    auto& box = form.add<TextBox>(u"txt");
+    std::vector<Text> told;
+    onEvent(&box, &TextBox::Change, [&] { told.push_back(box.Text()); });
+    QGuiApplication::clipboard()->setText(QStringLiteral("か\u3099〜\r\nb"));
+    QTest::keySequence(&box, QKeySequence::Paste);
+    EXPECT_EQ(told, std::vector<Text>{u"が～"});
+    box.clear();
+    told.clear();
+    box.paste(); // as the context menu does
+    EXPECT_EQ(box.Text(), u"が～");
+    for (const Text& text : told)
+        EXPECT_EQ(text, u"が～");
+}
+
 class MultiLineTextBoxTest : public testing::Test {
 protected:
     MultiLineTextBoxTest() : box(form.add<MultiLineTextBox>(u"txtMail"))
@@ -143,9 +160,10 @@ TEST_F(MultiLineTextBoxTest, WhatTheUserTypesHasCrLfAndOnlyTheCodePagesCharacter
     key(box, Qt::Key_Return);
     QTest::keyClicks(&box, QStringLiteral("b"));
     EXPECT_EQ(box.Text(), u"a\r\nb");
-    QGuiApplication::clipboard()->setText(QStringLiteral("한c"));
+    QGuiApplication::clipboard()->setText(QStringLiteral("한c〜\x1A\nd"));
     box.paste();
-    EXPECT_EQ(box.Text(), u"a\r\nbc");
+    EXPECT_EQ(box.Text(), u"a\r\nbc～\r\nd");
+    EXPECT_EQ(painted(), u"a\nbc～\nd");
 }
 
 TEST_F(MultiLineTextBoxTest, SettingATextTellsOfTheChange)

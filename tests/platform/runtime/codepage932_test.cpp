@@ -100,6 +100,11 @@ TEST(Codepage932Test, JisTwinsGoToTheirWindowsForms)
     EXPECT_EQ(ansiLength(twins), 12);
     for (const char16_t twin : twins)
         EXPECT_FALSE(fitsAnsi(Text(1, twin)));
+    for (std::size_t i = 0; i < twins.size(); ++i) {
+        EXPECT_EQ(ownForm(twins[i]), own[i]);
+        EXPECT_EQ(ownForm(own[i]), own[i]);
+    }
+    EXPECT_EQ(ownForm(u'한'), u'한');
 }
 
 TEST(Codepage932Test, WhatHasNoFormBecomesAGetaMarkOfItsOwn)

@@ -4,11 +4,12 @@
 
 namespace tolvek::test {
 
-TEST(FoldedNameTest, CaseAndCompositionGo)
+TEST(FoldedNameTest, CaseCompositionAndTwinsGo)
 {
     EXPECT_EQ(foldedName(u"Tolvek.MDB"), u"tolvek.mdb");
     EXPECT_EQ(foldedName(u"ＴＯＬ"), u"ｔｏｌ");
     EXPECT_EQ(foldedName(u"か\u3099ハ\u309A"), u"がパ");
+    EXPECT_EQ(foldedName(u"旅\u301C"), u"旅\uFF5E");
     EXPECT_EQ(foldedName(u"Ä𐐀"), u"ä𐐨");
     EXPECT_EQ(foldedName(u""), u"");
 }

@@ -1,0 +1,90 @@
+#include "platform/forms/entry_filter.h"
+#include "platform/forms/qt_text.h"
+#include "platform/runtime/codepage932.h"
+#include "platform/runtime/entered_text.h"
+
+#include <QClipboard>
+#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QScopedValueRollback>
+
+namespace tolvek {
+
+namespace {
+
+QString entered(const QString& text)
+{
+    return toQt(enteredLine(fromQt(text)));
+}
+
+// The character that an input method's text comes after, which a voicing mark
+// at the start of that text may join.
+QString characterBefore(const QLineEdit& edit)
+{
+    const int at = edit.hasSelectedText() ? edit.selectionStart() : edit.cursorPosition();
+    const QString before = edit.text().left(at).right(1);
+    return fitsAnsi(fromQt(before)) ? before : QString();
+}
+
+}
+
+EntryFilter::EntryFilter(QLineEdit& edit) : QObject(&edit), edit_(edit)
+{
+    edit.installEventFilter(this);
+    connect(&edit, &QLineEdit::textChanged, this, &EntryFilter::hold);
+}
+
+void EntryFilter::setByCode(const QString& text)
+{
+    const QScopedValueRollback byCode(byCode_, true);
+    edit_.setText(text);
+}
+
+// Two ways in are taken over before the box has the text: corrected afterwards,
+// a paste couldn't be undone and an input method would lose what it composes.
+// The other events come also while the box is destroyed, when it can't be asked.
+bool EntryFilter::eventFilter(QObject*, QEvent* event)
+{
+    if (event->type() == QEvent::InputMethod)
+        return !edit_.isReadOnly() && commit(*static_cast<QInputMethodEvent*>(event));
+    const bool pastes = event->type() == QEvent::KeyPress && !edit_.isReadOnly() &&
+                        static_cast<QKeyEvent*>(event)->matches(QKeySequence::Paste);
+    if (pastes) paste();
+    return pastes;
+}
+
+void EntryFilter::paste()
+{
+    edit_.insert(entered(QGuiApplication::clipboard()->text()));
+}
+
+bool EntryFilter::commit(const QInputMethodEvent& event)
+{
+    if (event.commitString().isEmpty() || event.replacementLength() != 0) return false;
+    const QString before = characterBefore(edit_);
+    const QString both = entered(before + event.commitString());
+    if (both == before + event.commitString()) return false;
+    QInputMethodEvent held(event.preeditString(), event.attributes());
+    if (both.startsWith(before))
+        held.setCommitString(both.mid(before.size()));
+    else
+        held.setCommitString(both, -1, 1);
+    QCoreApplication::sendEvent(&edit_, &held);
+    return true;
+}
+
+// Every other way in, once the box has the text.
+void EntryFilter::hold()
+{
+    if (byCode_) return;
+    const QString text = edit_.text();
+    const QString held = entered(text);
+    if (held == text) return;
+    const auto caret = entered(text.left(edit_.cursorPosition())).size();
+    edit_.setText(held);
+    edit_.setCursorPosition(static_cast<int>(caret));
+}
+
+}
