@@ -10,6 +10,8 @@
 #include "shell/base/settings.h"
 #include "shell/base/state.h"
 
+#include <algorithm>
+
 namespace tolvek {
 
 Int16 gFriendRowCnt;
@@ -85,13 +87,22 @@ Text cell(const Grid& grid, int row, int col)
     return trim(grid.TextMatrix(row, col));
 }
 
+// Nothing is replaced in an address when the book is read back, and a single
+// quote would end that: the mails have ’ in its place too.
+Text addressText(TextView text)
+{
+    Text address = friendFileText(text);
+    std::replace(address.begin(), address.end(), u'\'', u'’');
+    return address;
+}
+
 void writeRecord(const Grid& grid, int row, Int16 number)
 {
     Text kind;
     edPetKind(-1, cell(grid, row, kKind), kind);
     writeItems(number, {TextView(kind), TextView(friendFileText(grid.TextMatrix(row, kPet))),
                         TextView(friendFileText(grid.TextMatrix(row, kName))),
-                        TextView(friendFileText(grid.TextMatrix(row, kAddress))),
+                        TextView(addressText(grid.TextMatrix(row, kAddress))),
                         int(toInt16(grid.TextMatrix(row, kMails)))});
 }
 

@@ -18,6 +18,10 @@ constexpr float kMargin = 60;
 constexpr float kFrameWidth = kLeastWidth - 200;
 constexpr float kPadding = 180;
 
+// What the table's fields take: a longer text would end the reading back of the
+// book, and the rows below it would be missing.
+constexpr int kFieldSize = 64;
+
 constexpr float kLabelDrop = 75; // sets a label's text level with the box beside it
 constexpr float kBoxHeight = 345;
 constexpr float kRowStep = kBoxHeight + 90;
@@ -54,6 +58,7 @@ void buildField(Frame& frame, const Field& field)
     field.box = new TextBox(frame, field.boxName);
     field.box->Move(field.left + field.labelWidth, top, field.boxWidth, kBoxHeight);
     field.box->setToolTipText(field.toolTip);
+    field.box->setMaxLength(kFieldSize);
 }
 
 // `place` counts from the left.

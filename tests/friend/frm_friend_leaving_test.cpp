@@ -5,6 +5,8 @@
 #include "store/database_files.h"
 #include "support/report_list.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QHeaderView>
 
 namespace tolvek::test {
@@ -112,6 +114,39 @@ TEST_F(FrmFriendLeavingTest, AQuoteInACellShiftsNoRecord)
     });
     readFriendTmp();
     EXPECT_EQ(book(), (Book{u"/モ’モ/’花子’/’a’@example.jp/12", u"ねこ/クロ/次郎/b@example.jp/3"}));
+}
+
+TEST_F(FrmFriendLeavingTest, ASingleQuoteInACellEndsNoReadingOfTheBook)
+{
+    atEditor([&] {
+        pick(1);
+        enter(u"くま", u"モ'モ", u"O'Hara", u"o'hara@example.jp");
+        click(*editor.cmdFriendUp);
+        ok();
+    });
+    readFriendTmp();
+    EXPECT_EQ(book(),
+              (Book{u"ねこ/クロ/次郎/b@example.jp/3", u"くま/モ’モ/O’Hara/o’hara@example.jp/12"}));
+}
+
+// A row that the table can't take would cost the user all rows below it.
+TEST_F(FrmFriendLeavingTest, ABoxTakesNoMoreThanTheTable)
+{
+    const Text tooLong(100, u'字'), fits(64, u'字');
+    atEditor([&] {
+        pick(1);
+        for (TextBox* box :
+             {editor.txtPetKind, editor.txtPetName, editor.txtName, editor.txtAddress}) {
+            box->clear();
+            QGuiApplication::clipboard()->setText(toQt(tooLong + u"\r\n"));
+            box->paste();
+        }
+        click(*editor.cmdFriendUp);
+        ok();
+    });
+    readFriendTmp();
+    EXPECT_EQ(book(), (Book{u"ねこ/クロ/次郎/b@example.jp/3",
+                            u"/" + fits + u"/" + fits + u"/" + fits + u"/12"}));
 }
 
 // To the reading it is the end of the file, in whatever cell it stands.
