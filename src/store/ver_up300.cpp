@@ -99,9 +99,10 @@ void finish()
 
 void upgrade(const PassOver53& steps, const UpgradeProgress& progress)
 {
+    // The last turn is a real one: flushing the copied rows may take seconds.
     const bool complete =
         steps([] { dbCompress(gDbPath); }, DoEvents, dropEarlierOld, makeWayForNew, DoEvents,
-              Table_Create, DoEvents, [&] { Ver300_DBUpGrade(progress); }, DoEvents, finish);
+              Table_Create, DoEvents, [&] { Ver300_DBUpGrade(progress); }, DoEventsNow, finish);
     if (complete)
         steps([] { removeMark(gDbPath); });
     else

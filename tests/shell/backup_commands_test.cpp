@@ -3,6 +3,7 @@
 
 #include "shell/backup_fixture.h"
 #include "store/database_files.h"
+#include "support/painted.h"
 #include "support/yield_watch.h"
 
 namespace tolvek::test {
@@ -168,6 +169,19 @@ TEST_F(BackUpTest, NamesSearchTablesAndFilterResultsAreMadeAnewInTheirOrder)
     EXPECT_EQ(Reports(told.begin() + 1, told.begin() + 5),
               (Reports{"edFriendName 3024", "edSearch_Name 3024", "edSearch_Addr 3024",
                        "tblFilterData_Sel 3024"}));
+}
+
+// The compaction that comes next doesn't yield: for seconds the pane shows what
+// was painted before it.
+TEST_F(BackUpTest, TheStatusTextIsOnTheScreenWhenTheFirstFileIsTouched)
+{
+    std::vector<bool> inked;
+    setFileProbe([&](FileOperation, const Path&) {
+        if (gBusyFlag == -1 && inked.empty())
+            inked.push_back(isInkedIn(Qt::black, painted(*form.txtMail->viewport())));
+    });
+    backUp();
+    EXPECT_EQ(inked, std::vector<bool>{true});
 }
 
 // ---- making one that fails ----

@@ -3,6 +3,7 @@
 #include "filter/filter_rules.h"
 #include "store/database_files.h"
 #include "store/search_tables.h"
+#include "support/painted.h"
 #include "support/report_list.h"
 #include "support/window_fixture.h"
 
@@ -175,6 +176,32 @@ TEST_F(StoreCommandsTest, TheExportWritesSixFilesBehindItsStatusText)
     EXPECT_EQ(panes(), (Texts{u"1", u"1", u"", u""}));
     EXPECT_TRUE(busyAtFriends.empty());
     expectReady();
+}
+
+// Before its first row the import copies the whole archive without a yield.
+TEST_F(StoreCommandsTest, TheStatusTextIsOnTheScreenWhenTheFirstFileIsTouched)
+{
+    std::vector<bool> inked;
+    const auto watch = [&] {
+        inked.clear();
+        setFileProbe([&](FileOperation, const Path&) {
+            if (gBusyFlag == -1 && inked.empty())
+                inked.push_back(test::isInkedIn(gStatusColorFlag == 1 ? Qt::black : Qt::red,
+                                                test::painted(*form.txtMail->viewport())));
+        });
+    };
+    watch();
+    exportAll();
+    EXPECT_EQ(inked, std::vector<bool>{true});
+    watch();
+    importAll();
+    EXPECT_EQ(inked, std::vector<bool>{true});
+    watch();
+    expectQuestion(kRebuild, MsgAnswer::Yes);
+    boxes.expect(kReplace, MsgAnswer::Yes);
+    boxes.expect(kRebuilt);
+    pick(form.memDBEdit);
+    EXPECT_EQ(inked, std::vector<bool>{true});
 }
 
 TEST_F(StoreCommandsTest, TheImportLoadsBehindItsStatusTextAndListsAnew)

@@ -95,8 +95,10 @@ void dspStatus(frmTolvek& form, bool show, CheckedArray<Text, 6>& lines)
         pane.setForeColor(kWindowText);
         setStatusLines(u"", u"", u"", u"", u"", u"");
     }
-    const InputHold hold; // a command that begins has its controls still on
-    DoEvents();
+    // What follows may be seconds of work without a yield: it is painted here. A
+    // command that begins has its controls still on.
+    const InputHold hold;
+    DoEventsNow();
 }
 
 // The comma at the style's second place is a thousands comma to the number rule.

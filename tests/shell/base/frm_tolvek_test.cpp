@@ -4,6 +4,7 @@
 #include "shell/base/guard.h"
 #include "shell/base/settings.h"
 #include "support/archive_fixture.h"
+#include "support/painted.h"
 #include "support/report_list.h"
 #include "support/yield_watch.h"
 
@@ -238,6 +239,19 @@ TEST_F(MainWindowTest, TheStatusTextBlinksBetweenTwoColoursAndBeginsWithAnEmptyL
     dspStatus(form, true, gStatusLines);
     EXPECT_EQ(form.txtMail->ForeColor(), 0x000000FF);
     EXPECT_EQ(gStatusColorFlag, 0);
+}
+
+// Seconds of work without a yield may follow. The second call finds the screen
+// just painted, as a command does that has shown a box.
+TEST_F(MainWindowTest, TheStatusTextIsPaintedBeforeTheNextStatementRuns)
+{
+    setStatusLines(u"一二三", u"", u"", u"", u"", u"");
+    for (const QColor& colour : {QColor(Qt::black), QColor(Qt::red), QColor(Qt::black)}) {
+        dspStatus(form, true, gStatusLines);
+        EXPECT_TRUE(test::isInkedIn(colour, test::painted(*form.txtMail->viewport())));
+    }
+    dspStatus(form, false, gStatusLines);
+    EXPECT_FALSE(test::isInkedIn(Qt::black, test::painted(*form.txtMail->viewport())));
 }
 
 TEST_F(MainWindowTest, TheEndOfTheStatusTextGivesThePaneBack)
