@@ -1,5 +1,12 @@
 // A folder of its own for each test, gone with it.
+//
+// It is made in TMPDIR if that is set; else in the memory file system, where
+// there is one with room, since the tests flush thousands of files; else where
+// the system has its temporary files.
 #pragma once
+#include <sys/statvfs.h>
+#include <unistd.h>
+
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -8,11 +15,28 @@
 
 namespace tolvek::test {
 
+// Programs are started from these folders too.
+inline bool takesTests(const char* memory)
+{
+    constexpr unsigned long long kRoom = 1ULL << 30; // for all tests that run at a time
+    struct statvfs found;
+    if (statvfs(memory, &found) != 0 || access(memory, W_OK | X_OK) != 0) return false;
+    return (found.f_flag & (ST_NOEXEC | ST_RDONLY)) == 0 &&
+           found.f_bavail * found.f_frsize >= kRoom;
+}
+
+inline std::filesystem::path folderForTests()
+{
+    constexpr const char* kMemory = "/dev/shm";
+    const bool chosen = std::getenv("TMPDIR") != nullptr;
+    return !chosen && takesTests(kMemory) ? kMemory : std::filesystem::temp_directory_path();
+}
+
 class TempFolder {
 public:
     TempFolder()
     {
-        std::string pattern = (std::filesystem::temp_directory_path() / "tolvek-XXXXXX").string();
+        std::string pattern = (folderForTests() / "tolvek-XXXXXX").string();
         path_ = mkdtemp(pattern.data());
     }
     ~TempFolder()
