@@ -6,12 +6,19 @@
 #include "shell/base/general.h"
 #include "shell/base/guard.h"
 #include "store/database_files.h"
-#include "store/jet_original.h"
+#include "store/kept_files.h"
+#include "store/repair.h"
+#include "store/search_tables.h"
 #include "store/table_create.h"
 
 namespace tolvek {
 
 namespace {
+
+constexpr TextView kRepair = u"DBの読み込み中にエラーが発生しました。\r\n"
+                             u"   BackUpファイルから修復しますか？";
+constexpr TextView kAnew = u"DBの読み込み中にエラーが発生しました。\r\n"
+                           u"   新しい DB を作りますか？";
 
 class Compaction {
 public:
@@ -62,10 +69,6 @@ private:
 
     void mend()
     {
-        constexpr TextView kRepair = u"DBの読み込み中にエラーが発生しました。\r\n"
-                                     u"   BackUpファイルから修復しますか？";
-        constexpr TextView kAnew = u"DBの読み込み中にエラーが発生しました。\r\n"
-                                   u"   新しい DB を作りますか？";
         if (databaseExists(previous_))
             agreed(kRepair) ? restoreFromPrevious() : refuse();
         else
@@ -78,24 +81,53 @@ private:
         endProgram();
     }
 
-    // The damaged file goes only when the .Bak has come through whole. Compacted
-    // twice, so that the rotation finds a copy to move into place.
+    // A .Bak that gives nothing any more is as none at all.
     void restoreFromPrevious()
     {
         const Text side = live_ + u".Repair";
         if (databaseExists(side)) removeDatabase(side);
-        DBEngine::CompactDatabase(previous_, side);
-        keepJetOriginal(previous_, live_); // the rotation deletes it
+        repair_ = repairedFrom(live_, previous_, side);
+        if (repair_.isNothing())
+            agreed(kAnew) ? makeAnew() : refuse();
+        else
+            putRepaired(side);
+    }
+
+    // The rotation deletes the .Bak. Compacted twice, so that it finds a copy to
+    // move into place.
+    void putRepaired(const Text& side)
+    {
+        keepBoth();
         replaceDatabase(side, live_);
         flushFolderOf(live_);
+        if (repair_.salvaged > 0) listCorrespondents();
         deleteLeftover();
         DBEngine::CompactDatabase(live_, fresh_);
+    }
+
+    void keepBoth()
+    {
+        keepDamaged(live_, live_);
+        if (!databaseExists(previous_)) return;
+        if (repair_.previousIsWhole)
+            keepJetOriginal(previous_, live_);
+        else
+            keepDamaged(previous_, live_);
+    }
+
+    // Those of the mails that the .Bak didn't have.
+    void listCorrespondents() const
+    {
+        if (gDbPath != live_) return;
+        edSearch_Name();
+        edSearch_Addr();
     }
 
     // The rotation then goes on without a copy to put in place: it moves the new
     // empty database to .Bak, and the next opening offers to create one.
     void makeAnew()
     {
+        keepBoth();
         removeDatabase(live_);
         Table_Create();
     }
@@ -139,6 +171,7 @@ private:
     }
 
     Text live_, fresh_, previous_;
+    Repair repair_;
     bool linked_ = false;
     bool yields_ = true;
 };

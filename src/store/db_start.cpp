@@ -5,7 +5,7 @@
 #include "platform/runtime/paths.h"
 #include "platform/runtime/runtime_error.h"
 #include "store/database_files.h"
-#include "store/jet_original.h"
+#include "store/kept_files.h"
 #include "store/schema.h"
 
 #include <algorithm>
@@ -70,20 +70,15 @@ std::vector<Text> unfinishedFiles(const Text& path)
     std::vector<Text> files;
     for (const TextView suffix :
          {u".New.Compact", u".Repair.Compact", u".Repair", u".Whole.Compact", u".Whole", u".Create",
-          u".BeforeLoad.New.Compact", u".BeforeLoad.New", u".Jet.side"})
+          u".BeforeLoad.New.Compact", u".BeforeLoad.New"})
         files.push_back(path + Text(suffix));
     const Text folder = pathText(existingPath(path).parent_path());
     for (const Text& name : dirAll(joinPath(folder, u"Tolvek_*.Mdb.Compact")))
         if (isBackUpsSide(name)) files.push_back(joinPath(folder, name));
+    for (const TextView kept : {u".Jet*.side", u".Damaged*.side"})
+        for (const Text& name : dirAll(path + Text(kept)))
+            files.push_back(joinPath(folder, name));
     return files;
-}
-
-Text freeName(const Text& wanted)
-{
-    Text name = wanted;
-    for (int n = 2; databaseExists(name); ++n)
-        name = wanted + decimal(n);
-    return name;
 }
 
 }
@@ -105,8 +100,7 @@ void keepBackUpAside(const Text& path)
 {
     const Text previous = path + u".Bak";
     if (!databaseExists(previous) || !mayHoldMail(previous)) return;
-    renameDatabase(previous, freeName(path + u".Kept"));
-    flushFolderOf(path);
+    moveAside(previous, path + u".Kept");
 }
 
 void removeUnfinished(const Text& path)

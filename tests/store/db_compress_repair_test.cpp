@@ -4,6 +4,8 @@
 #include "store/fault_injection.h"
 #include "support/archive_fixture.h"
 
+#include <algorithm>
+
 namespace tolvek::test {
 namespace {
 
@@ -12,6 +14,8 @@ constexpr TextView kRepair = u"DBの読み込み中にエラーが発生しま�
 constexpr TextView kAnew = u"DBの読み込み中にエラーが発生しました。\r\n"
                            u"   新しい DB を作りますか？";
 constexpr TextView kBroken = u"DB が壊れています\r\n   修復が必要です。";
+
+using Names = std::vector<std::string>;
 
 class RepairTest : public ArchiveFixture {
 protected:
@@ -37,17 +41,66 @@ protected:
     {
         return column(Statement{u"SELECT tblTolvek_Subject FROM tblTolvek"}, 0, path);
     }
+    // Nothing in it can be read any more.
+    void ruin(const std::string& name) { writeBytes(file(name), std::string(5000, 'x')); }
     static std::vector<Text> ofTheBak() { return {u"前の起動のとき"}; }
+    static std::vector<Text> ofBoth() { return {u"前の起動のとき", u"その後"}; }
+    Names left() const
+    {
+        Names names = fileNames(folder.path());
+        std::sort(names.begin(), names.end());
+        return names;
+    }
 };
 
-TEST_F(RepairTest, OnYesTheDatabaseIsThatOfTheBakAndTheBakHoldsTheSame)
+TEST_F(RepairTest, OnYesTheDatabaseIsThatOfTheBakAndWhatCanStillBeReadAndTheBakHoldsTheSame)
 {
     damage("Tolvek.Mdb");
     boxes.expect(kRepair, MsgAnswer::Yes, u"Tolvek");
     dbCompress(gDbPath);
+    EXPECT_EQ(subjects(gDbPath), ofBoth());
+    EXPECT_EQ(subjects(previous()), ofBoth());
+}
+
+TEST_F(RepairTest, TheDamagedFileIsKept)
+{
+    ruin("Tolvek.Mdb");
+    const std::string damaged = readBytes(file("Tolvek.Mdb"));
+    boxes.expect(kRepair, MsgAnswer::Yes);
+    dbCompress(gDbPath);
+    EXPECT_EQ(readBytes(file("Tolvek.Mdb.Damaged")), damaged);
+    EXPECT_EQ(left(), (Names{"Tolvek.Mdb", "Tolvek.Mdb.Bak", "Tolvek.Mdb.Damaged"}));
+}
+
+TEST_F(RepairTest, TheDamagedFileOfAnEarlierRepairIsNeverOverwritten)
+{
+    for (const std::string& content : {std::string(5000, 'x'), std::string(5000, 'y')}) {
+        writeBytes(file("Tolvek.Mdb"), content);
+        boxes.expect(kRepair, MsgAnswer::Yes);
+        dbCompress(gDbPath);
+    }
+    EXPECT_EQ(readBytes(file("Tolvek.Mdb.Damaged")), std::string(5000, 'x'));
+    EXPECT_EQ(readBytes(file("Tolvek.Mdb.Damaged2")), std::string(5000, 'y'));
+}
+
+TEST_F(RepairTest, TheLogThatBelongsToTheDamagedFileIsKeptWithIt)
+{
+    ruin("Tolvek.Mdb");
+    writeBytes(file("Tolvek.Mdb-wal"), "commits");
+    boxes.expect(kRepair, MsgAnswer::Yes);
+    dbCompress(gDbPath);
+    EXPECT_EQ(readBytes(file("Tolvek.Mdb.Damaged-wal")), "commits");
     EXPECT_EQ(subjects(gDbPath), ofTheBak());
-    EXPECT_EQ(subjects(previous()), ofTheBak());
-    EXPECT_EQ(fileNames(folder.path()).size(), 2u);
+}
+
+TEST_F(RepairTest, CorrespondentsOfTheMailsThatCameBackAreListed)
+{
+    store(mail(u"new@b.jp", u"c@d.jp", u"新しい人", u"20000217"));
+    damage("Tolvek.Mdb");
+    boxes.expect(kRepair, MsgAnswer::Yes);
+    dbCompress(gDbPath);
+    EXPECT_EQ(column(u"SELECT tblSearch_Addr_Data FROM tblSearch_Addresses"),
+              (std::vector<Text>{u"a@b.jp", u"c@d.jp", u"new@b.jp"}));
 }
 
 TEST_F(RepairTest, AFileThatIsNoDatabaseAtAllIsTheSame)
@@ -83,12 +136,14 @@ TEST_F(RepairTest, WithoutABakOnYesThereIsAnEmptyBakAndNoDatabase)
 {
     dropPrevious();
     damage("Tolvek.Mdb");
+    const std::string damaged = readBytes(file("Tolvek.Mdb"));
     boxes.expect(kAnew, MsgAnswer::Yes, u"Tolvek");
     dbCompress(gDbPath);
     EXPECT_FALSE(databaseExists(gDbPath));
     EXPECT_EQ(rows(u"tblTolvek", previous()), 0);
     EXPECT_EQ(rows(u"tblFilterData", previous()), 0);
-    EXPECT_EQ(fileNames(folder.path()), std::vector<std::string>{"Tolvek.Mdb.Bak"});
+    EXPECT_EQ(readBytes(file("Tolvek.Mdb.Damaged")), damaged);
+    EXPECT_EQ(left(), (Names{"Tolvek.Mdb.Bak", "Tolvek.Mdb.Damaged"}));
 }
 
 TEST_F(RepairTest, WithoutABakAndWithoutSecondNamesItIsTheSame)
@@ -102,7 +157,7 @@ TEST_F(RepairTest, WithoutABakAndWithoutSecondNamesItIsTheSame)
     boxes.expect(kAnew, MsgAnswer::Yes);
     dbCompress(gDbPath);
     setFileProbe({});
-    EXPECT_EQ(fileNames(folder.path()), std::vector<std::string>{"Tolvek.Mdb.Bak"});
+    EXPECT_EQ(left(), (Names{"Tolvek.Mdb.Bak", "Tolvek.Mdb.Damaged"}));
 }
 
 TEST_F(RepairTest, WithoutABakOnNoTheProgramEndsWithTheFileUntouched)
@@ -130,22 +185,44 @@ TEST_F(RepairTest, AnIdleKeyPressThrowsNothingAway)
         EXPECT_EQ(box.defaultAnswer, MsgAnswer::No);
 }
 
-TEST_F(RepairTest, ABakThatIsDamagedTooGoesToTheCallerAndBothFilesStay)
+TEST_F(RepairTest, WhatTwoDamagedFilesStillGiveIsTheDatabaseAndBothAreKept)
 {
     damage("Tolvek.Mdb");
     damage("Tolvek.Mdb.Bak");
-    const std::string live = readBytes(file("Tolvek.Mdb"));
     const std::string bak = readBytes(file("Tolvek.Mdb.Bak"));
     boxes.expect(kRepair, MsgAnswer::Yes);
-    try {
-        dbCompress(gDbPath);
-        ADD_FAILURE() << "no error";
-    } catch (const RuntimeError& error) {
-        EXPECT_EQ(error.number(), 3343);
-    }
-    EXPECT_EQ(readBytes(file("Tolvek.Mdb")), live);
-    EXPECT_EQ(readBytes(file("Tolvek.Mdb.Bak")), bak);
-    EXPECT_EQ(fileNames(folder.path()).size(), 2u);
+    dbCompress(gDbPath);
+    EXPECT_EQ(subjects(gDbPath), ofBoth());
+    EXPECT_EQ(subjects(previous()), ofBoth());
+    EXPECT_EQ(readBytes(file("Tolvek.Mdb.Damaged2")), bak);
+    EXPECT_EQ(left().size(), 4u);
+    dbCompress(gDbPath); // the next start asks nothing
+}
+
+TEST_F(RepairTest, WhereNeitherGivesAnythingBothAreSetAsideForANewDatabase)
+{
+    ruin("Tolvek.Mdb");
+    writeBytes(file("Tolvek.Mdb.Bak"), "no database");
+    boxes.expect(kRepair, MsgAnswer::Yes, u"Tolvek");
+    boxes.expect(kAnew, MsgAnswer::Yes, u"Tolvek");
+    dbCompress(gDbPath);
+    EXPECT_EQ(readBytes(file("Tolvek.Mdb.Damaged")), std::string(5000, 'x'));
+    EXPECT_EQ(readBytes(file("Tolvek.Mdb.Damaged2")), "no database");
+    EXPECT_EQ(rows(u"tblTolvek", previous()), 0);
+    EXPECT_EQ(left().size(), 3u);
+}
+
+TEST_F(RepairTest, WhereNeitherGivesAnythingOnNoBothStayUntouched)
+{
+    ruin("Tolvek.Mdb");
+    writeBytes(file("Tolvek.Mdb.Bak"), "no database");
+    boxes.expect(kRepair, MsgAnswer::Yes);
+    boxes.expect(kAnew, MsgAnswer::No);
+    boxes.expect(kBroken);
+    EXPECT_THROW(dbCompress(gDbPath), ProgramEnd);
+    EXPECT_EQ(readBytes(file("Tolvek.Mdb")), std::string(5000, 'x'));
+    EXPECT_EQ(readBytes(file("Tolvek.Mdb.Bak")), "no database");
+    EXPECT_EQ(left().size(), 2u);
 }
 
 class RepairFaultsTest : public RepairTest {
@@ -168,8 +245,10 @@ TEST_F(RepairFaultsTest, ARepairThatIsCutOffAnywhereIsTakenUpByTheNextStart)
                        [this](int operation) {
                            ASSERT_TRUE(databaseExists(gDbPath)) << "operation " << operation;
                            dbCompress(gDbPath);
-                           EXPECT_EQ(subjects(gDbPath), ofTheBak()) << "operation " << operation;
-                           EXPECT_EQ(subjects(previous()), ofTheBak()) << operation;
+                           EXPECT_EQ(subjects(gDbPath), ofBoth()) << "operation " << operation;
+                           EXPECT_EQ(subjects(previous()), ofBoth()) << operation;
+                           EXPECT_TRUE(exists("Tolvek.Mdb.Damaged")) << operation;
+                           EXPECT_FALSE(exists("Tolvek.Mdb.Damaged2")) << operation;
                            kept.putBack();
                        });
 }
@@ -187,7 +266,7 @@ TEST_F(RepairFaultsTest, AFailureInTheRepairLeavesTheBakOrARestoredDatabase)
     failEachOperation(repair, [this](int operation) {
         ASSERT_TRUE(databaseExists(gDbPath)) << "operation " << operation;
         dbCompress(gDbPath);
-        EXPECT_EQ(subjects(gDbPath), ofTheBak()) << "operation " << operation;
+        EXPECT_EQ(subjects(gDbPath), ofBoth()) << "operation " << operation;
         kept.putBack();
     });
 }

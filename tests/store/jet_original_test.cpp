@@ -167,22 +167,24 @@ TEST_P(BrokenJetTest, WithABakOnNoBothStayAsTheyAre)
     EXPECT_EQ(readBytes(file("Tolvek.Mdb.Bak")), original("current_jet4"));
 }
 
-TEST_P(BrokenJetTest, WithABakOnYesItIsRepairedAndTheBaksOriginalStays)
+TEST_P(BrokenJetTest, WithABakOnYesItIsRepairedAndBothOriginalsStay)
 {
     given("current_jet4", "Tolvek.Mdb.Bak");
     boxes.expect(kRepair, MsgAnswer::Yes);
     dbCompress(gDbPath);
     EXPECT_EQ(rowsOf("Tolvek.Mdb"), expectedTables("current_jet4"));
     EXPECT_EQ(rowsOf("Tolvek.Mdb.Bak"), expectedTables("current_jet4"));
-    EXPECT_EQ(readBytes(file("Tolvek.Mdb.Jet")), original("current_jet4"));
-    EXPECT_EQ(left(), (Names{"Tolvek.Mdb", "Tolvek.Mdb.Bak", "Tolvek.Mdb.Jet"}));
+    EXPECT_EQ(readBytes(file("Tolvek.Mdb.Jet")), original(GetParam()));
+    EXPECT_EQ(readBytes(file("Tolvek.Mdb.Jet2")), original("current_jet4"));
+    EXPECT_EQ(left(), (Names{"Tolvek.Mdb", "Tolvek.Mdb.Bak", "Tolvek.Mdb.Jet", "Tolvek.Mdb.Jet2"}));
 }
 
-TEST_P(BrokenJetTest, WithoutABakOnYesThereIsAnEmptyBakAndNoDatabase)
+TEST_P(BrokenJetTest, WithoutABakOnYesThereIsAnEmptyBakAndNoDatabaseAndTheOriginalStays)
 {
     boxes.expect(kAnew, MsgAnswer::Yes);
     dbCompress(gDbPath);
-    EXPECT_EQ(left(), Names{"Tolvek.Mdb.Bak"});
+    EXPECT_EQ(readBytes(file("Tolvek.Mdb.Jet")), original(GetParam()));
+    EXPECT_EQ(left(), (Names{"Tolvek.Mdb.Bak", "Tolvek.Mdb.Jet"}));
     EXPECT_EQ(rowsOf("Tolvek.Mdb.Bak"), expectedTables("empty_current_jet4"));
 }
 

@@ -8,6 +8,7 @@
 #include "platform/runtime/paths.h"
 #include "platform/system/files.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace tolvek {
@@ -136,13 +137,15 @@ void Connection::setManner()
 // The first reading: shows at once what is damaged or held by another program,
 // and takes back what a killed program left half done. A journal to be taken
 // back may turn the header into that of a file with a log, which opens under
-// an exclusive lock only.
+// an exclusive lock only. Without one, nothing can mend a damaged header, and the
+// engine would take away a log beside it.
 void Connection::look()
 {
+    if (!hasOwnHeader() && !fileExists(beside("-journal"))) throw RuntimeError(3343, name_);
     const bool mayHaveLog = headerSaysLog() || fileExists(beside("-journal"));
     if (mayHaveLog)
         pragma(u"PRAGMA locking_mode = EXCLUSIVE");
-    else if (!readOnly_)
+    else if (!readOnly_ && headerSaysRest())
         removeForeignLog();
     pragma(u"SELECT count(*) FROM sqlite_master");
     const bool hasLog = pragma(u"PRAGMA journal_mode") == u"wal";
@@ -177,6 +180,19 @@ bool Connection::headerSaysLog() const
 {
     const FileHead header = head();
     return header[18] == 2 && header[19] == 2;
+}
+
+bool Connection::hasOwnHeader() const
+{
+    constexpr std::string_view magic("SQLite format 3\0", 16);
+    const FileHead header = head();
+    return std::equal(magic.begin(), magic.end(), header.begin());
+}
+
+bool Connection::headerSaysRest() const
+{
+    const FileHead header = head();
+    return hasOwnHeader() && header[18] == 1 && header[19] == 1;
 }
 
 // A journal that is still there once the file was read has nothing to take

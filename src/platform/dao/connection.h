@@ -75,6 +75,8 @@ private:
     void removeColdJournal();
     FileHead head() const;
     bool headerSaysLog() const;
+    bool hasOwnHeader() const;
+    bool headerSaysRest() const;
     void removeForeignLog();
     void enterLog();
     sqlite3_stmt* prepared(TextView sql, const SqlText* statement);

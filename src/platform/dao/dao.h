@@ -185,6 +185,13 @@ public:
     // Source missing 3024, target present 3204, source damaged 3343. A Jet file
     // becomes one of this format; 429 as above.
     static void CompactDatabase(TextView source, TextView target);
+    // Adds to `target`, a sound database, the rows of these tables that can still
+    // be read in damaged files of this format: those whose primary key it doesn't
+    // hold. A row that looks damaged comes in only where its row number is free as
+    // well, so it never stands beside or in the place of the sound one. Gives the
+    // number of rows added. The damaged files are only read.
+    static int SalvageRows(const std::vector<Text>& damaged, TextView target,
+                           const std::vector<TableDef>& tables);
 
     // The program's own definition of a table of that name and with exactly those
     // columns, for what comes from Jet files; none for any other table.

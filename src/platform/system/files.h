@@ -51,7 +51,7 @@ public:
     OpenFile& operator=(OpenFile&&) noexcept;
 
     std::size_t read(char* buffer, std::size_t size); // 0 at the end
-    // From a place of its own; read() goes on where it was.
+    // From a place of its own, as much as is there; read() goes on where it was.
     std::size_t readAt(std::uint64_t place, char* buffer, std::size_t size) const;
     void write(std::string_view bytes);
     void flush(); // to the disk itself

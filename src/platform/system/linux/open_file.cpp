@@ -78,9 +78,16 @@ std::size_t OpenFile::readAt(std::uint64_t place, char* buffer, std::size_t size
 {
     if (!handle_) throwSystemError(EBADF, {});
     probeFile(FileOperation::Read, handle_->path);
-    return static_cast<std::size_t>(systemCall(handle_->path, [&] {
-        return ::pread(handle_->descriptor, buffer, size, static_cast<off_t>(place));
-    }));
+    std::size_t done = 0;
+    while (done < size) {
+        const auto read = systemCall(handle_->path, [&] {
+            return ::pread(handle_->descriptor, buffer + done, size - done,
+                         static_cast<off_t>(place + done));
+        });
+        if (read == 0) break;
+        done += static_cast<std::size_t>(read);
+    }
+    return done;
 }
 
 void OpenFile::write(std::string_view bytes)

@@ -1,4 +1,4 @@
-#include "store/jet_original.h"
+#include "store/kept_files.h"
 
 #include "platform/dao/jet_head.h"
 #include "platform/runtime/numbers.h"
@@ -44,27 +44,61 @@ bool isKept(const Path& original, const Path& kept)
             sameBytes(original, kept));
 }
 
+void keepCompanions(const Text& original, const Text& kept)
+{
+    for (const TextView suffix : {u"-wal", u"-journal"})
+        if (databaseExists(original + Text(suffix)))
+            copyFileContents(existingPath(original + Text(suffix)),
+                             targetPath(kept + Text(suffix)), false);
+}
+
 void keep(const Text& original, const Text& wanted)
 {
     Text name = wanted;
     for (int n = 2; databaseExists(name); ++n) {
-        if (isKept(existingPath(original), existingPath(name))) return;
+        if (isKept(existingPath(original), existingPath(name)))
+            return keepCompanions(original, name); // cut off before
         name = wanted + decimal(n);
     }
     if (!linkDatabase(original, name))
         copyFileContents(existingPath(original), targetPath(name), true);
+    keepCompanions(original, name);
     flushFolderOf(name);
+}
+
+template <class Work> void withNumbers(const Work& work)
+{
+    try {
+        work();
+    } catch (const std::system_error& failure) {
+        throw fileError(failure.code());
+    }
 }
 
 }
 
 void keepJetOriginal(const Text& original, const Text& database)
 {
-    try {
+    withNumbers([&] {
         if (isJetFile(existingPath(original))) keep(original, database + u".Jet");
-    } catch (const std::system_error& failure) {
-        throw fileError(failure.code());
-    }
+    });
+}
+
+void keepDamaged(const Text& damaged, const Text& database)
+{
+    withNumbers([&] {
+        const bool isJet = isJetFile(existingPath(damaged));
+        keep(damaged, database + (isJet ? u".Jet" : u".Damaged"));
+    });
+}
+
+void moveAside(const Text& file, const Text& wanted)
+{
+    Text name = wanted;
+    for (int n = 2; databaseExists(name); ++n)
+        name = wanted + decimal(n);
+    renameDatabase(file, name);
+    flushFolderOf(name);
 }
 
 }

@@ -1,0 +1,76 @@
+#include "store/repair.h"
+
+#include "platform/dao/dao.h"
+#include "store/database_files.h"
+#include "store/schema.h"
+
+namespace tolvek {
+
+namespace {
+
+void createEmpty(const Text& path)
+{
+    Database made = DBEngine::Workspaces(0).CreateDatabase(path, u"");
+    for (const TableSpec& spec : allTableSpecs())
+        made.TableDefs().Append(tableDefinition(spec));
+    made.Close();
+}
+
+// False for a .Bak that can't be read as a database; then there is no `side`.
+bool isCopied(const Text& previous, const Text& side)
+{
+    try {
+        DBEngine::CompactDatabase(previous, side);
+        return true;
+    } catch (const RuntimeError& error) {
+        if (error.number() != 3343) throw;
+        return false;
+    }
+}
+
+bool hasNoRules(Database& database)
+{
+    return database.OpenRecordset(Statement{u"SELECT tblFilter_No FROM tblFilter"})
+               .RecordCount() == 0;
+}
+
+bool hasCurrentTables(Database& database)
+{
+    try {
+        database.OpenRecordset(Statement{u"SELECT tblTolvek_SubKey FROM tblTolvek"});
+        return true;
+    } catch (const RuntimeError& error) {
+        if (error.number() != 3061 && error.number() != 3078) throw;
+        return false;
+    }
+}
+
+// Rules are numbered anew whenever they are changed: those of two times don't
+// belong together. The other tables are made from these.
+std::vector<TableDef> tablesToSalvage(const Text& target)
+{
+    std::vector<TableDef> tables;
+    Database database = DBEngine::OpenDatabase(target);
+    if (hasCurrentTables(database)) {
+        tables = {tableDefinition(tblTolvekSpec()), tableDefinition(tblFriendSpec())};
+        if (hasNoRules(database)) tables.push_back(tableDefinition(tblFilterSpec()));
+    }
+    database.Close();
+    return tables;
+}
+
+}
+
+Repair repairedFrom(const Text& damaged, const Text& previous, const Text& side)
+{
+    Repair repair;
+    repair.previousIsWhole = isCopied(previous, side);
+    if (!repair.previousIsWhole) createEmpty(side);
+    std::vector<Text> sources{damaged};
+    if (!repair.previousIsWhole) sources.push_back(previous);
+    repair.salvaged = DBEngine::SalvageRows(sources, side, tablesToSalvage(side));
+    if (repair.isNothing()) removeDatabase(side);
+    return repair;
+}
+
+}
