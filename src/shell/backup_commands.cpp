@@ -15,6 +15,7 @@
 #include "shell/base/guard.h"
 #include "store/db_compress.h"
 #include "store/search_tables.h"
+#include "store/spoilt_texts.h"
 
 namespace tolvek {
 
@@ -131,6 +132,7 @@ void memBackUp_FileSelect_Click(frmTolvek& form)
     on([&] { dspSelData(form); });
     on([] { gBackUpDisp = 1; });
     on([&] { dspEnable(form, false, 1); });
+    on(reportSpoiltTexts);
 }
 
 // A view of the backup's rules has put them in the memory's place, from where

@@ -9,6 +9,7 @@
 #include "store/kept_files.h"
 #include "store/repair.h"
 #include "store/search_tables.h"
+#include "store/spoilt_texts.h"
 #include "store/table_create.h"
 
 namespace tolvek {
@@ -181,6 +182,7 @@ private:
 void dbCompress(const Text& path)
 {
     Compaction(path).run();
+    reportSpoiltTexts();
 }
 
 }

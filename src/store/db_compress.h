@@ -22,6 +22,8 @@ namespace tolvek {
 //
 // A new database made here ends as .Bak, with nothing at P: users know it so,
 // and the next opening of the store creates one.
+//
+// Fields that came damaged out of a Jet file are reported when all is done.
 void dbCompress(const Text& path);
 
 }

@@ -8,37 +8,72 @@ namespace tolvek {
 
 namespace {
 
+// What came to the tables after version 2.10.
+constexpr TextView kLaterFields[] = {u"tblTolvek_SubKey", u"tblTolvek_Include",
+                                     u"tblFilterDt_SubKey"};
+
 bool isSameName(TextView a, TextView b)
 {
     return lowerCase(a) == lowerCase(b);
 }
 
-bool hasColumn(const std::vector<Text>& columns, const FieldSpec& field)
+bool hasField(const TableDef& table, const FieldSpec& wanted)
 {
-    return std::any_of(columns.begin(), columns.end(),
-                       [&](const Text& column) { return isSameName(column, field.name); });
+    return std::ranges::any_of(table.Fields.items(), [&](const Field& field) {
+        return isSameName(field.Name, wanted.name) && field.Type == wanted.type;
+    });
 }
 
-// Exactly these columns, in any order.
-bool isMade(const TableSpec& spec, TextView table, const std::vector<Text>& columns)
+// Exactly these fields, in any order.
+bool isMade(const TableSpec& spec, const TableDef& table)
 {
-    return isSameName(spec.name, table) && spec.fields.size() == columns.size() &&
-           std::all_of(spec.fields.begin(), spec.fields.end(),
-                       [&](const FieldSpec& field) { return hasColumn(columns, field); });
+    return isSameName(spec.name, table.Name) && spec.fields.size() == table.Fields.items().size() &&
+           std::ranges::all_of(spec.fields,
+                               [&](const FieldSpec& field) { return hasField(table, field); });
 }
 
-std::optional<TableDef> knownTable(TextView table, const std::vector<Text>& columns)
+std::optional<TableDef> ownTable(const TableDef& found)
 {
     for (const TableSpec& spec : allTableSpecs())
-        if (isMade(spec, table, columns)) return tableDefinition(spec);
+        if (isMade(spec, found)) return tableDefinition(spec);
     return std::nullopt;
+}
+
+std::vector<TableSpec> olderSpecs()
+{
+    std::vector<TableSpec> specs = allTableSpecs();
+    for (TableSpec& spec : specs)
+        std::erase_if(spec.fields, [](const FieldSpec& field) {
+            return std::ranges::find(kLaterFields, TextView(field.name)) != std::end(kLaterFields);
+        });
+    return specs;
+}
+
+bool holdsAll(const std::vector<TableDef>& found, const std::vector<TableSpec>& specs)
+{
+    return std::ranges::all_of(specs, [&](const TableSpec& spec) {
+        return std::ranges::any_of(found,
+                                   [&](const TableDef& table) { return isMade(spec, table); });
+    });
+}
+
+bool isOurs(const TableDef& table)
+{
+    return std::ranges::any_of(
+        allTableSpecs(), [&](const TableSpec& spec) { return isSameName(spec.name, table.Name); });
+}
+
+bool areWhole(const std::vector<TableDef>& found)
+{
+    return std::ranges::none_of(found, isOurs) || holdsAll(found, allTableSpecs()) ||
+           holdsAll(found, olderSpecs());
 }
 
 }
 
 void registerKnownTables()
 {
-    DBEngine::setKnownTables(knownTable);
+    DBEngine::setKnownTables({ownTable, areWhole});
 }
 
 }

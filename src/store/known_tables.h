@@ -1,6 +1,7 @@
-// Tells the engine the six tables, so that those of an archive of the home
-// platform come out with their keys, rules and lookups. The tables of an older
-// schema aren't among them: they come out as they are, for the upgrade.
+// Gives the engine the six tables, so that those of a Jet archive come out with
+// their keys, rules and lookups. Tables of an older schema come out as they are,
+// for the upgrade. An archive always has all six, in one schema or the other; one
+// that has only some of them has lost the others.
 #pragma once
 
 namespace tolvek {

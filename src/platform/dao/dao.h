@@ -178,12 +178,13 @@ public:
     // A missing file: 3024; not a database: 3343; held exclusively by another
     // program: 3356, at once. A file on a read-only medium can be read.
     // A Jet file of the home platform is shown through a private copy: it stays
-    // as it is, and writing is 3027. Damaged: 3343, here already. Where Jet files
+    // as it is, and writing is 3027. Damaged: 3343, here already. Of a form that
+    // isn't known, which says nothing against the file: 3041. Where Jet files
     // can't be read at all for now (no reader, no memory for one): 429.
     static Database OpenDatabase(TextView path);
     // Writes a new file, checks it, and forces file and folder to the disk.
     // Source missing 3024, target present 3204, source damaged 3343. A Jet file
-    // becomes one of this format; 429 as above.
+    // becomes one of this format; 429 and 3041 as above.
     static void CompactDatabase(TextView source, TextView target);
     // Adds to `target`, a sound database, the rows of these tables that can still
     // be read in damaged files of this format: those whose primary key it doesn't
@@ -193,11 +194,20 @@ public:
     static int SalvageRows(const std::vector<Text>& damaged, TextView target,
                            const std::vector<TableDef>& tables);
 
-    // The program's own definition of a table of that name and with exactly those
-    // columns, for what comes from Jet files; none for any other table.
-    using KnownTables =
-        std::function<std::optional<TableDef>(TextView table, const std::vector<Text>& columns)>;
+    // What the program knows of the tables that come from Jet files; an empty
+    // function: nothing.
+    struct KnownTables {
+        // Its own definition of a table with that name and exactly those columns,
+        // of those types; none for any other table.
+        std::function<std::optional<TableDef>(const TableDef& found)> own;
+        // Whether a file may hold these tables and no others; if not, it is damaged.
+        std::function<bool(const std::vector<TableDef>& found)> areWhole;
+    };
     static void setKnownTables(KnownTables known);
+    // How many texts of Jet files have come, since this was last asked, with a
+    // U+0000 in them. They are taken over as they are; but no version of the
+    // program wrote such a text: it is what a zeroed part of the file leaves.
+    static int takeSpoiltTexts();
 
     // The time of one command: the connection is kept between openings.
     // Sessions may nest; the outermost one's end puts the file at rest.

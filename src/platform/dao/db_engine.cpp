@@ -22,6 +22,11 @@ void DBEngine::setKnownTables(KnownTables known)
     tolvek::setKnownTables(std::move(known));
 }
 
+int DBEngine::takeSpoiltTexts()
+{
+    return takeSpoiltJetTexts();
+}
+
 DBEngine::Session::Session()
 {
     Engine::instance().enterSession();

@@ -1,5 +1,6 @@
 #include "platform/dao/jet_child.h"
 
+#include "platform/dao/jet_head.h"
 #include "platform/dao/on_disk.h"
 #include "platform/runtime/paths.h"
 #include "platform/system/child_program.h"
@@ -43,8 +44,12 @@ std::filesystem::path readerProgram()
 ChildLimits limitsFor(std::uintmax_t fileSize)
 {
     const std::uintmax_t megabytes = fileSize / kMegabyte;
-    return {kAddressSpace, kProcessorSeconds + megabytes,
-            reader().patience + kPatiencePerMegabyte * static_cast<long>(megabytes)};
+    // The file is mapped into the reader's memory.
+    const std::uintmax_t memory = kAddressSpace ? kAddressSpace + fileSize : 0;
+    return {.addressSpace = memory,
+            .processorSeconds = kProcessorSeconds + megabytes,
+            .patience = reader().patience + kPatiencePerMegabyte * static_cast<long>(megabytes),
+            .isAlone = true};
 }
 
 // A disk that fails looks like a damaged file from the reader's side.
@@ -69,8 +74,10 @@ bool tookAll(const std::filesystem::path& source, std::uintmax_t size, JetStream
         const ChildEnd end = runChild(readerProgram(), {}, source, limitsFor(size),
                                       [&](std::string_view bytes) { stream.take(bytes); });
         if (end.how == How::Stopped) throw RuntimeError(429);
-        if (end.how == How::Exited && end.code == jet::kNoInput) throw RuntimeError(75);
-        return end.how == How::Exited && end.code == jet::kWhole && stream.isWhole();
+        const int code = end.how == How::Exited ? end.code : jet::kDamaged;
+        if (code == jet::kNoInput) throw RuntimeError(75);
+        if (code == jet::kNotUnderstood) throw RuntimeError(kJetNotUnderstood, pathText(source));
+        return code == jet::kWhole && stream.isWhole();
     } catch (const BadJet&) {
         return false;
     } catch (const ChildStartError&) {

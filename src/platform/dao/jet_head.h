@@ -14,6 +14,8 @@ inline bool isJet(const FileHead& head)
     return std::equal(name.begin(), name.end(), head.begin() + 4);
 }
 
+inline constexpr int kJetNotUnderstood = 3041; // the error's number
+
 // 3, 4, or a larger one for those that came later.
 inline int jetVersion(const FileHead& head)
 {

@@ -17,10 +17,11 @@ namespace tolvek {
 namespace {
 
 DBEngine::KnownTables knownTables;
+int spoiltTexts = 0;
 
 constexpr int kNewestJet = 4;
 
-// No key, no rule: a foreign table's rows are all welcome.
+// As it was found: no key, no rule, so that a foreign table's rows are all welcome.
 TableDef looseTable(const Text& name, const std::vector<JetColumn>& columns)
 {
     TableDef table(name);
@@ -30,15 +31,6 @@ TableDef looseTable(const Text& name, const std::vector<JetColumn>& columns)
         table.Fields.Append(field);
     }
     return table;
-}
-
-std::optional<TableDef> knownTable(const Text& name, const std::vector<JetColumn>& columns)
-{
-    if (!knownTables) return std::nullopt;
-    std::vector<Text> names;
-    for (const JetColumn& column : columns)
-        names.push_back(column.name);
-    return knownTables(name, names);
 }
 
 Text insertStatement(const Text& table, const std::vector<JetColumn>& columns)
@@ -77,6 +69,12 @@ template <class Work> void withContents(const Work& work)
     }
 }
 
+bool isSpoilt(const JetValue& value)
+{
+    const auto* text = std::get_if<Text>(&value);
+    return text && text->find(u'\0') != Text::npos;
+}
+
 // All in one transaction: one row at a time is in memory, and the engine's cache.
 class Import : public JetReceiver {
 public:
@@ -91,8 +89,9 @@ public:
     void table(const Text& name, const std::vector<JetColumn>& columns) override
     {
         finishTable();
-        const auto known = knownTable(name, columns);
-        const TableDef table = known ? *known : looseTable(name, columns);
+        found_.push_back(looseTable(name, columns));
+        const auto known = knownTables.own ? knownTables.own(found_.back()) : std::nullopt;
+        const TableDef& table = known ? *known : found_.back();
         auto statements = tableDefinition(table);
         withContents([&] { connection_->pragma(statements.front()); });
         // Triggers of other tables may have the same names, so loose ones get none.
@@ -105,6 +104,7 @@ public:
 
     void row(const std::vector<JetValue>& values) override
     {
+        spoilt_ += static_cast<int>(std::count_if(values.begin(), values.end(), isSpoilt));
         withContents([&] {
             const auto query = connection_->query(TextView(insert_));
             for (std::size_t i = 0; i < values.size(); ++i)
@@ -116,8 +116,10 @@ public:
     void end() override
     {
         finishTable();
+        if (knownTables.areWhole && !knownTables.areWhole(found_)) throw BadJet();
         connection_->commit();
         connection_->close();
+        spoiltTexts += spoilt_;
     }
 
 private:
@@ -142,6 +144,8 @@ private:
     std::vector<Text> later_;
     Text insert_;
     std::vector<bool> emptyForNull_;
+    std::vector<TableDef> found_;
+    int spoilt_ = 0;
 };
 
 int versionOf(const std::filesystem::path& path)
@@ -158,7 +162,7 @@ int versionOf(const std::filesystem::path& path)
 
 void importJet(const std::filesystem::path& source, const std::filesystem::path& target)
 {
-    if (versionOf(source) > kNewestJet) throw RuntimeError(3343, pathText(source));
+    if (versionOf(source) > kNewestJet) throw RuntimeError(kJetNotUnderstood, pathText(source));
     Import import(target);
     readJet(source, import);
 }
@@ -166,6 +170,11 @@ void importJet(const std::filesystem::path& source, const std::filesystem::path&
 void setKnownTables(DBEngine::KnownTables known)
 {
     knownTables = std::move(known);
+}
+
+int takeSpoiltJetTexts()
+{
+    return std::exchange(spoiltTexts, 0);
 }
 
 }

@@ -10,11 +10,15 @@ namespace tolvek {
 // out as it makes them; others with their columns' types and no rule and no key.
 // A text that is Null becomes an empty one, unless its column takes none. Rows
 // that break a known table's rules are damage: their engine kept the same ones.
+// So are tables that can't be all: one of them, or a column, was lost.
 //
-// Failures as readJet's, 3343 also for a newer Jet than 4, and those of the disk;
+// Failures as readJet's, 3041 also for a newer Jet than 4, and those of the disk;
 // what stands at `target` then is for the caller to remove.
 void importJet(const std::filesystem::path& source, const std::filesystem::path& target);
 
 void setKnownTables(DBEngine::KnownTables known);
+
+// Of all files that were read whole since it was last asked.
+int takeSpoiltJetTexts();
 
 }

@@ -3,9 +3,9 @@
 // here is a value or an exception.
 //
 // The child has the file as its standard input and writes what it finds out to
-// kResultDescriptor; its other outputs go nowhere, it inherits nothing else and
-// can write no file worth the name. It ends with this process, and with the
-// exception that its result's reader throws.
+// kResultDescriptor; its other outputs go nowhere, it inherits nothing else, no
+// environment either, can write no file worth the name and gain no rights. It ends with this
+// process, and with the exception that its result's reader throws.
 #pragma once
 #include <chrono>
 #include <cstdint>
@@ -25,6 +25,7 @@ struct ChildLimits {
     std::uintmax_t processorSeconds = 0;
     // For the child alone: the time that the result's reader takes doesn't count.
     std::chrono::milliseconds patience = std::chrono::minutes(1);
+    bool isAlone = false; // no process or thread of its own (root can, all the same)
 };
 
 struct ChildEnd {

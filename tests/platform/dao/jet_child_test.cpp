@@ -1,6 +1,9 @@
 #include "jet_fixture.h"
 
+#include "platform/system/child_program.h"
+
 #include <csignal>
+#include <unistd.h>
 
 namespace tolvek::test {
 namespace {
@@ -24,6 +27,14 @@ protected:
         EXPECT_EQ(errorOfOpening(), number) << what;
         EXPECT_TRUE(isUnchanged()) << what;
         EXPECT_EQ(files(), Names{"Old.Mdb"}) << what;
+    }
+
+    // As the system shows it; this process has one child at a time.
+    static std::string stateOfChild()
+    {
+        const std::string self = std::to_string(getpid());
+        std::string id = readBytes("/proc/" + self + "/task/" + self + "/children");
+        return readBytes("/proc/" + id.substr(0, id.find(' ')) + "/status");
     }
 
     TempFolder tools_;
@@ -93,6 +104,23 @@ TEST_F(JetChildTest, NoMemoryForAReaderIsNoDamage)
                 std::make_error_code(std::errc::resource_unavailable_try_again));
     });
     expect(429, "no process");
+}
+
+TEST_F(JetChildTest, AFileThatTheReaderDoesntKnowIsNoDamage)
+{
+    readerIs(hello_ + "exit 4");
+    expect(3041, "not understood");
+}
+
+// Seen from outside at its first word, which comes before its first look at the file.
+TEST_F(JetChildTest, TheReaderIsLockedWhenItLooksAtTheFile)
+{
+    std::string state;
+    runChild(TOLVEK_JET_READER, {}, folder_ / "Old.Mdb", {}, [&](std::string_view) {
+        if (state.empty()) state = stateOfChild();
+    });
+    EXPECT_NE(state.find("NoNewPrivs:\t1"), std::string::npos) << state;
+    EXPECT_NE(state.find("Seccomp:\t2"), std::string::npos) << state;
 }
 
 TEST_F(JetChildTest, AReaderThatCantReadItsInputIsNoDamage)

@@ -23,13 +23,10 @@ protected:
         const std::function<void(Field&)>& change = [](Field&) {},
         const Text& key = u"tblFriend_Address")
     {
-        DBEngine::setKnownTables([=](TextView name, const std::vector<Text>& columns) {
-            if (name != u"tblFriend") return std::optional<TableDef>();
-            TableDef table(name);
-            for (const Text& column : columns) {
-                const bool isNumber = column == u"tblFriend_RecvMailCnt";
-                Field field = table.CreateField(column, isNumber ? dbLong : dbText, 64);
-                field.AllowZeroLength = true;
+        const auto own = [=](const TableDef& found) {
+            if (found.Name != u"tblFriend") return std::optional<TableDef>();
+            TableDef table(found.Name);
+            for (Field field : found.Fields.items()) {
                 change(field);
                 table.Fields.Append(field);
             }
@@ -38,7 +35,8 @@ protected:
             index.Fields.Append(index.CreateField(key));
             table.Indexes.Append(index);
             return std::optional(table);
-        });
+        };
+        DBEngine::setKnownTables({own, {}});
     }
 };
 
@@ -123,11 +121,62 @@ TEST_F(JetImportTest, ANewerJetIsNotKnown)
         std::string newer = contents_;
         newer[20] = version;
         givenBytes(newer);
-        EXPECT_EQ(errorOfCompacting(), 3343);
-        EXPECT_EQ(errorOfOpening(), 3343);
+        EXPECT_EQ(errorOfCompacting(), 3041);
+        EXPECT_EQ(errorOfOpening(), 3041);
         EXPECT_TRUE(isUnchanged());
     }
     EXPECT_EQ(files(), Names{"Old.Mdb"});
+    EXPECT_EQ(errorTextOf([&] { DBEngine::OpenDatabase(path()); }),
+              u"データベース '" + path() + u"' の形式には対応していません。");
+}
+
+// The reader's library looks at more of the head than the program does.
+TEST_F(JetImportTest, AHeadThatTheReaderRefusesIsNotKnown)
+{
+    given("foreign_jet4");
+    std::string other = contents_;
+    other[0] = '\1';
+    givenBytes(other);
+    EXPECT_EQ(errorOfCompacting(), 3041);
+    EXPECT_EQ(errorOfOpening(), 3041);
+    EXPECT_TRUE(isUnchanged());
+    EXPECT_EQ(files(), Names{"Old.Mdb"});
+}
+
+TEST_F(JetImportTest, TablesThatCantBeAllAreDamage)
+{
+    given("current_jet4");
+    std::vector<TableDef> found;
+    DBEngine::setKnownTables({{}, [&](const std::vector<TableDef>& tables) {
+                                  found = tables;
+                                  return false;
+                              }});
+    EXPECT_EQ(errorOfCompacting(), 3343);
+    EXPECT_EQ(files(), Names{"Old.Mdb"});
+    ASSERT_EQ(found.size(), 6u);
+    const auto friends = std::ranges::find(found, Text(u"tblFriend"), &TableDef::Name);
+    ASSERT_NE(friends, found.end());
+    EXPECT_EQ(friends->Fields.items().back().Type, dbLong);
+}
+
+// The last two bytes of a name become zero, as in a part of the file that was lost.
+TEST_F(JetImportTest, TextsWithAZeroAreTakenAsTheyAreAndCounted)
+{
+    given("foreign_jet4");
+    DBEngine::takeSpoiltTexts();
+    EXPECT_EQ(errorOfCompacting(), 0);
+    EXPECT_EQ(DBEngine::takeSpoiltTexts(), 0);
+    removeFile(folder_ / "New.Mdb");
+    const std::string name("\x71\x5C\x30\x75", 4); // 山田
+    const std::size_t at = contents_.find(name);
+    ASSERT_NE(at, std::string::npos);
+    std::string spoilt = contents_;
+    spoilt.replace(at + 2, 2, 2, '\0');
+    givenBytes(spoilt);
+    EXPECT_EQ(errorOfCompacting(), 0);
+    EXPECT_EQ(errorOfOpening(), 0);
+    EXPECT_EQ(DBEngine::takeSpoiltTexts(), 2);
+    EXPECT_EQ(DBEngine::takeSpoiltTexts(), 0);
 }
 
 // It belongs to a file of our own format that had the name before.

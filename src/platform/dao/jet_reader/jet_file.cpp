@@ -3,7 +3,7 @@
 #include "platform/dao/jet_reader/damage.h"
 #include "platform/dao/jet_reader/values.h"
 
-#include <filesystem>
+#include <algorithm>
 
 namespace tolvek::jet {
 
@@ -19,28 +19,40 @@ bool isSystemName(const std::string& name)
     return name.size() >= 4 && g_ascii_strncasecmp(name.c_str(), "MSys", 4) == 0;
 }
 
+void requireDistinctPages(std::vector<JetFile::Entry> tables)
+{
+    const auto page = &JetFile::Entry::page;
+    std::ranges::sort(tables, {}, page);
+    require(std::ranges::adjacent_find(tables, {}, page) == tables.end(),
+            "two tables of one definition");
 }
 
-JetFile::JetFile(const std::string& path)
-    : handle_(mdb_open(path.c_str(), MDB_NOFLAGS), mdb_close),
-      size_(std::filesystem::file_size(path))
+}
+
+JetFile::JetFile(const InputFile& input)
+    : handle_(mdb_open_buffer(input.bytes(), input.size(), MDB_NOFLAGS), mdb_close),
+      size_(input.size())
 {
-    require(handle_ != nullptr, "no Jet file");
+    if (!handle_) throw NotUnderstood("refused by the library");
 }
 
 std::vector<JetFile::Entry> JetFile::userTables()
 {
     JetTable catalog(*this, {"MSysObjects", kCatalogPage});
-    const std::size_t id = catalog.position("Id"), name = catalog.position("Name"),
-                      type = catalog.position("Type"), flags = catalog.position("Flags");
+    const std::size_t id = catalog.position("Id", MDB_LONGINT),
+                      name = catalog.position("Name", MDB_TEXT),
+                      type = catalog.position("Type", MDB_INT),
+                      flags = catalog.position("Flags", MDB_LONGINT);
     std::vector<Entry> tables;
     catalog.eachRow([&](const Row& row) {
+        require(!row[id].isNull && !row[name].isNull && !row[type].isNull, "a nameless object");
         const bool isTable = (wholeNumber(row[type]) & kObjectKind) == MDB_TABLE;
         if (!isTable || (wholeNumber(row[flags]) & kSystemFlags) != 0) return;
         const std::string found = nameText(*this, row[name]);
         if (isSystemName(found)) return;
         tables.push_back({found, static_cast<unsigned long>(wholeNumber(row[id]) & kPageNumber)});
     });
+    requireDistinctPages(tables);
     return tables;
 }
 

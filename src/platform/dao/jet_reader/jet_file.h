@@ -4,6 +4,8 @@
 //
 // Everything that isn't sound is Damage.
 #pragma once
+#include "platform/dao/jet_reader/input_file.h"
+
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -16,7 +18,7 @@ namespace tolvek::jet {
 
 class JetFile {
 public:
-    explicit JetFile(const std::string& path);
+    explicit JetFile(const InputFile& input); // of a form the library refuses: NotUnderstood
 
     struct Entry {
         std::string name;
@@ -45,8 +47,8 @@ public:
     JetTable(JetFile& file, const JetFile::Entry& entry);
 
     const std::vector<MdbColumn*>& columns() const { return columns_; }
-    // The position of a column; a missing one is Damage.
-    std::size_t position(const std::string& column) const;
+    // The position of a column; one that is missing or of another type is Damage.
+    std::size_t position(const std::string& column, int type) const;
     // Every row that the table announces, or Damage.
     void eachRow(const std::function<void(const Row&)>& visit);
 
@@ -55,18 +57,23 @@ private:
         int number, start, size, flags;
     };
     using Places = std::vector<std::uint32_t>;
+    void readColumns();
+    int announcedColumns() const;
     void eachPage(const std::function<void()>& visit);
     void eachSlot(const std::function<void(const Slot&)>& visit);
     Slot slot(int number) const;
     bool isSuperseded(const Slot& slot) const;
     void findMovedRows();
     Row crackedRow(const Slot& slot) const;
+    bool isMarked(int marks, int number) const;
+    void requireOwnBytes(const Row& row, int end) const;
     std::string_view bytesOf(const MdbField& field) const;
 
     MdbHandle& handle_;
     MdbCatalogEntry entry_{};
     std::unique_ptr<MdbTableDef, void (*)(MdbTableDef*)> table_;
     std::vector<MdbColumn*> columns_;
+    int mostColumns_ = 0;
     Places moved_; // where the rows stand now that outgrew their place, sorted
 };
 

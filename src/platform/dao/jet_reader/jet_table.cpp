@@ -1,3 +1,4 @@
+#include "platform/dao/jet_reader/column_checks.h"
 #include "platform/dao/jet_reader/damage.h"
 #include "platform/dao/jet_reader/jet_file.h"
 
@@ -14,6 +15,8 @@ constexpr int kHidden = 0x8000;  // removed, or reached through a pointer alone
 constexpr int kPointer = 0x4000; // alone: to where the row was moved
 constexpr std::size_t kSmallestMap = 5;
 constexpr unsigned kMostColumns = 255;
+// In a definition: the most columns of a row, those of variable size, all.
+constexpr int kFromMostToAll = 4;
 
 void requireUsable(const MdbTableDef* table)
 {
@@ -34,16 +37,30 @@ JetTable::JetTable(JetFile& file, const JetFile::Entry& entry)
     g_strlcpy(entry_.object_name, entry.name.c_str(), sizeof entry_.object_name);
     table_.reset(mdb_read_table(&entry_));
     requireUsable(table_.get());
+    mostColumns_ = announcedColumns();
+    readColumns();
+}
+
+int JetTable::announcedColumns() const
+{
+    require(mdb_read_pg(&handle_, entry_.table_pg) == handle_.fmt->pg_size, "page of a definition");
+    return mdb_get_int16(handle_.pg_buf, handle_.fmt->tab_num_cols_offset - kFromMostToAll);
+}
+
+void JetTable::readColumns()
+{
     const GPtrArray* all = mdb_read_columns(table_.get());
     require(all != nullptr && all->len == table_->num_cols, "columns");
     for (guint i = 0; i < all->len; ++i)
         columns_.push_back(static_cast<MdbColumn*>(g_ptr_array_index(all, i)));
+    requireSoundColumns(*table_, columns_, static_cast<unsigned>(mostColumns_));
 }
 
-std::size_t JetTable::position(const std::string& column) const
+std::size_t JetTable::position(const std::string& column, int type) const
 {
-    const auto found = std::find_if(columns_.begin(), columns_.end(),
-                                    [&](const MdbColumn* c) { return c->name == column; });
+    const auto found = std::find_if(columns_.begin(), columns_.end(), [&](const MdbColumn* c) {
+        return c->name == column && c->col_type == type;
+    });
     require(found != columns_.end(), "a column is missing");
     return static_cast<std::size_t>(found - columns_.begin());
 }
@@ -119,14 +136,45 @@ Row JetTable::crackedRow(const Slot& slot) const
     std::array<MdbField, MDB_MAX_COLS> fields{};
     const int stored =
         mdb_crack_row(table_.get(), slot.start, static_cast<std::size_t>(slot.size), fields.data());
-    require(stored >= 0, "bad row");
+    require(stored >= 1 && stored <= mostColumns_, "bad row");
+    const int marks = slot.start + slot.size - (stored + 7) / 8;
     Row row;
     for (std::size_t i = 0; i < columns_.size(); ++i) {
-        // Stored before the column came into being.
-        const bool isNull = columns_[i]->col_num >= stored || fields[i].is_null;
+        const int number = columns_[i]->col_num;
+        const bool wasThere = number < stored; // when the row was stored
+        // The library gives Null as well where it finds no place.
+        require(!wasThere || isMarked(marks, number) == !fields[i].is_null,
+                "a value without place");
+        const bool isNull = !wasThere || fields[i].is_null;
         row.push_back({isNull, isNull ? std::string_view() : bytesOf(fields[i])});
     }
+    requireOwnBytes(row, marks);
     return row;
+}
+
+bool JetTable::isMarked(int marks, int number) const
+{
+    return handle_.pg_buf[marks + number / 8] >> number % 8 & 1;
+}
+
+// The values of fixed places come first, then the others; a row ends with marks
+// of the values that aren't Null.
+void JetTable::requireOwnBytes(const Row& row, int end) const
+{
+    const auto* page = reinterpret_cast<const char*>(handle_.pg_buf);
+    std::ptrdiff_t fixedEnd = 0, firstVariable = end;
+    for (std::size_t i = 0; i < row.size(); ++i) {
+        const std::string_view bytes = row[i].bytes;
+        if (bytes.empty() || columns_[i]->col_type == MDB_BOOL) continue;
+        const std::ptrdiff_t begin = bytes.data() - page;
+        const auto after = begin + static_cast<std::ptrdiff_t>(bytes.size());
+        require(after <= end, "a value outside its row");
+        if (columns_[i]->is_fixed)
+            fixedEnd = std::max(fixedEnd, after);
+        else
+            firstVariable = std::min(firstVariable, begin);
+    }
+    require(fixedEnd <= firstVariable, "two values in one place");
 }
 
 std::string_view JetTable::bytesOf(const MdbField& field) const

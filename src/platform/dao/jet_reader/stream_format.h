@@ -29,7 +29,8 @@ enum class ColumnType : char { YesNo = 1, Integer = 3, Long = 4, Text = 10, Memo
 
 inline constexpr std::string_view kHello = "TolvekJet 1";
 
-// The reader's exit codes. Anything else that follows a Hello is damage, too.
-inline constexpr int kWhole = 0, kDamaged = 2, kNoInput = 3;
+// The reader's exit codes. Anything else that follows a Hello is damage, too;
+// kNotUnderstood isn't: the file may be sound, of a form that the reader doesn't know.
+inline constexpr int kWhole = 0, kDamaged = 2, kNoInput = 3, kNotUnderstood = 4;
 
 }

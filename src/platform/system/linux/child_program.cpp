@@ -22,6 +22,7 @@ using Milliseconds = std::chrono::milliseconds;
 constexpr int kFailureDescriptor = kResultDescriptor + 1;
 constexpr int kFirstForeign = kFailureDescriptor + 1;
 constexpr rlim_t kLargestFile = 1 << 20; // its own notes in memory files count, too
+constexpr rlim_t kOpenFiles = 16;        // to be loaded with its libraries
 constexpr auto kNap = Milliseconds(2);
 
 struct Pipe {
@@ -64,6 +65,8 @@ void applyLimits(const ChildLimits& limits)
 {
     setLimit(RLIMIT_CORE, 0);
     setLimit(RLIMIT_FSIZE, kLargestFile);
+    setLimit(RLIMIT_NOFILE, kOpenFiles);
+    if (limits.isAlone) setLimit(RLIMIT_NPROC, 0);
     if (limits.addressSpace) setLimit(RLIMIT_AS, limits.addressSpace);
     if (!limits.processorSeconds) return;
     // The soft limit's signal says what happened; the hard one's wouldn't.
@@ -95,11 +98,13 @@ void takeDescriptors(const Start& start)
 [[noreturn]] void becomeProgram(const Start& start)
 {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
+    prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0);
     if (getppid() != start.parent) _exit(127); // it ended before the line above
     takeDescriptors(start);
     restoreSignals();
     applyLimits(start.limits);
-    execv(start.program, start.arguments.data());
+    char* noEnvironment[] = {nullptr};
+    execve(start.program, start.arguments.data(), noEnvironment);
     const int reason = errno;
     const auto told = write(kFailureDescriptor, &reason, sizeof reason);
     _exit(told > 0 ? 127 : 126);

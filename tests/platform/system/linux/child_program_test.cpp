@@ -64,6 +64,28 @@ TEST_F(ChildProgramTest, NothingElseIsInherited)
     EXPECT_EQ(result.find(std::to_string(open) + " ", 8), std::string::npos) << result;
 }
 
+TEST_F(ChildProgramTest, TheEnvironmentIsNotInherited)
+{
+    setenv("TOLVEK_TEST_SECRET", "x", 1);
+    run("exec cat /proc/self/environ >&3");
+    unsetenv("TOLVEK_TEST_SECRET");
+    EXPECT_EQ(result.find("TOLVEK_TEST_SECRET"), std::string::npos) << result;
+    EXPECT_EQ(result.find("HOME="), std::string::npos) << result;
+}
+
+TEST_F(ChildProgramTest, ItGainsNoRightsAndHasFewFiles)
+{
+    run("exec cat /proc/self/status /proc/self/limits >&3");
+    EXPECT_NE(result.find("NoNewPrivs:\t1"), std::string::npos);
+    EXPECT_NE(result.find("Max open files            16 "), std::string::npos) << result;
+}
+
+TEST_F(ChildProgramTest, OneThatIsToBeAloneMayHaveNoProcesses)
+{
+    run("exec cat /proc/self/limits >&3", {.isAlone = true});
+    EXPECT_NE(result.find("Max processes             0 "), std::string::npos) << result;
+}
+
 TEST_F(ChildProgramTest, ALargeResultComesInPieces)
 {
     run("head -c 1000000 /dev/zero >&3");
