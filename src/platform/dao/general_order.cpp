@@ -163,7 +163,7 @@ private:
     void addMark(std::uint8_t value)
     {
         if (secondaries_.empty())
-            secondaries_ += static_cast<char>(value);
+            bareMarks_ = static_cast<char>(bareMarks_ + value);
         else
             secondaries_.back() = static_cast<char>(secondaries_.back() + value);
     }
@@ -209,7 +209,9 @@ private:
     std::string finished() const
     {
         const bool kana = !sizes_.empty(), ignorable = !ignorables_.empty();
-        std::string key = primaries_ + '\x01' + significantSecondaries();
+        std::string key = primaries_ + '\x01';
+        if (bareMarks_ != 0) key += bareMarks_;
+        key += significantSecondaries();
         if (kana || ignorable) key += "\x01\x01";
         if (kana) key += pack(sizes_, 3) + '\xFF' + pack(marks_, 1) + "\x02\x80\xFF\x80";
         if (kana && ignorable) key += '\xFF';
@@ -221,6 +223,9 @@ private:
     std::vector<std::uint8_t> sizes_, marks_;
     std::uint32_t last_ = 0;
     std::uint8_t lastSize_ = 0;
+    // Of marks before the first character: no secondary of their own, so never
+    // cut with the usual ones and not counted by the places of ignorables.
+    char bareMarks_ = 0;
 };
 
 char16_t folded(char16_t c)

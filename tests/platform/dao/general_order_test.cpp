@@ -66,6 +66,27 @@ TEST(GeneralOrder, EveryPairOfTheTableStandsInItsOrder)
         }
 }
 
+struct Key {
+    Text text;
+    std::string key;
+};
+
+// Hiragana か has the primary 7F 0A, x has 91; a bare mark is a byte of its own.
+TEST(GeneralOrder, AMarkWithoutACharacterIsAByteBeforeTheSecondaries)
+{
+    const std::string kana = "\x01\x01\xFF\x02\x80\xFF\x80";
+    const Key keys[] = {
+        {u"\u3099", std::string("\x01\x01\0", 3)},
+        {u"\u309A\u3099", std::string("\x01\x03\0", 3)},
+        {u"\u3099か", "\x7F\x0A\x01\x01" + kana + '\0'},
+        {u"\u3099が", "\x7F\x0A\x01\x01\x03" + kana + '\0'},
+        {u"\u3099-", std::string("\x01\x01\x01\x01\x01\x80\x07\x06\x82\0", 10)},
+        {u"か\u3099", "\x7F\x0A\x01\x03" + kana + '\0'},
+    };
+    for (const auto& [text, key] : keys)
+        EXPECT_EQ(generalKey(text), key) << toUtf8(text);
+}
+
 struct Pair {
     Text a, b;
     bool equal;
