@@ -123,7 +123,12 @@ Text numberItem(InputFile& file)
 template <class Number> Number inputNumber(int number, Number (*convert)(TextView))
 {
     Text item = asFileError([&] { return numberItem(openFile<InputFile>(number)); });
-    return isNumeric(item) ? convert(item) : Number(0);
+    try {
+        return convert(item);
+    } catch (const RuntimeError& error) {
+        if (error.number() != 13) throw;
+        return Number(0);
+    }
 }
 
 std::string itemBytes(const WriteItem& item)

@@ -130,7 +130,9 @@ TEST_F(TextFilesTest, ItemsOfNumbers)
 
 TEST_F(TextFilesTest, ANumberOutOfRangeIsError6)
 {
-    openWith("32768,32768,2147483648,5");
+    openWith("1e370,-1e370,32768,32768,2147483648,5");
+    EXPECT_EQ(errorOf([] { inputInt16(1); }), 6);
+    EXPECT_EQ(errorOf([] { inputInt32(1); }), 6);
     EXPECT_EQ(errorOf([] { inputInt16(1); }), 6);
     EXPECT_EQ(inputInt32(1), 32768);
     EXPECT_EQ(errorOf([] { inputInt32(1); }), 6);
