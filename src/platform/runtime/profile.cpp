@@ -29,10 +29,10 @@ std::string wholeCharacters(const std::string& bytes, std::size_t limit)
 }
 
 // A file that can't be read has no values; every key then takes its default.
-std::optional<std::string> storedValue(TextView section, TextView key, TextView file)
+std::optional<ProfileText> storedText(TextView file)
 {
     try {
-        return ProfileText(readFile(existingPath(file))).value(section, key);
+        return ProfileText(readFile(existingPath(file)));
     } catch (const std::system_error&) {
         return std::nullopt;
     }
@@ -56,15 +56,23 @@ std::string contentsOrNothing(const Path& path)
 
 }
 
-Text getProfileString(TextView section, TextView key, TextView fallback, int size, TextView file,
-                      int* returnedLength)
+Profile::Profile(TextView file) : text_(storedText(file)) {}
+
+Text Profile::get(TextView section, TextView key, TextView fallback, int size,
+                  int* returnedLength) const
 {
-    const auto stored = storedValue(section, key, file);
+    const auto stored = text_ ? text_->value(section, key) : std::nullopt;
     const std::string all = stored ? *stored : withoutTrailingBlanks(toAnsi(fallback));
     const std::string bytes =
         wholeCharacters(all, size > 0 ? static_cast<std::size_t>(size) - 1 : 0);
     if (returnedLength) *returnedLength = static_cast<int>(bytes.size());
     return fromAnsi(bytes);
+}
+
+Text getProfileString(TextView section, TextView key, TextView fallback, int size, TextView file,
+                      int* returnedLength)
+{
+    return Profile(file).get(section, key, fallback, size, returnedLength);
 }
 
 bool writeProfileString(TextView section, TextView key, TextView value, TextView file)

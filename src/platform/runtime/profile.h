@@ -5,9 +5,21 @@
 // whole file atomically (side file, flush, replace, flush of the folder), so a
 // crash leaves the old or the new file, never half of one.
 #pragma once
-#include "platform/runtime/text.h"
+#include "platform/runtime/profile_text.h"
 
 namespace tolvek {
+
+// A file as it is at one moment, for the reading of many keys.
+class Profile {
+public:
+    explicit Profile(TextView file);
+    // As getProfileString of that file.
+    Text get(TextView section, TextView key, TextView fallback, int size,
+             int* returnedLength = nullptr) const;
+
+private:
+    std::optional<ProfileText> text_;
+};
 
 // The value or `fallback`, as the platform's profile call gives them: outer
 // blanks and one enclosing pair of quotes go; cut to size - 1 bytes of code

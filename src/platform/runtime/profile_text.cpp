@@ -25,9 +25,29 @@ std::string_view trimmed(std::string_view bytes)
     return trimmed(bytes, kBlanks);
 }
 
-bool sameName(TextView a, TextView b)
+Text foldedKey(TextView name)
 {
-    return foldedName(trimmed(a, kWideBlanks)) == foldedName(trimmed(b, kWideBlanks));
+    return foldedName(trimmed(name, kWideBlanks));
+}
+
+bool isAscii(std::string_view bytes)
+{
+    return std::all_of(bytes.begin(), bytes.end(), [](char c) { return (c & 0x80) == 0; });
+}
+
+bool isSameAscii(std::string_view name, TextView folded)
+{
+    return std::equal(
+        name.begin(), name.end(), folded.begin(), folded.end(),
+        [](char c, char16_t f) { return (c >= 'A' && c <= 'Z' ? c + ('a' - 'A') : c) == f; });
+}
+
+// Most lines of a long file are told apart here, so the decoding is left for the few.
+bool isNamed(std::string_view name, TextView folded)
+{
+    name = trimmed(name);
+    if (isAscii(name)) return isSameAscii(name, folded);
+    return foldedKey(fromAnsi(name)) == folded;
 }
 
 bool isQuoted(std::string_view value)
@@ -62,59 +82,94 @@ std::optional<std::size_t> equalsOf(std::string_view line)
     return equals;
 }
 
-std::size_t lineLength(std::string_view bytes)
+constexpr bool isEnd(char c)
 {
-    return std::min(bytes.find_first_of("\r\n"), bytes.size());
+    return c == '\r' || c == '\n';
 }
 
-std::size_t endLength(std::string_view bytes)
-{
-    if (bytes.starts_with("\r\n")) return 2;
-    return bytes.empty() ? 0 : 1;
-}
+// Walks over the lines, which end at CR LF, CR or LF.
+class Lines {
+public:
+    Lines(std::string_view bytes, std::size_t begin, std::size_t end)
+        : bytes_(bytes.substr(0, end)), next_(begin)
+    {
+    }
+    bool step()
+    {
+        if (next_ >= bytes_.size()) return false;
+        begin_ = next_;
+        end_ = std::min(nextOf('\r', return_), nextOf('\n', feed_));
+        next_ = end_ + (bytes_.substr(end_, 2) == "\r\n" ? 2 : 1);
+        return true;
+    }
+    std::size_t begin() const { return begin_; }
+    std::size_t end() const { return end_; } // of its content
+    std::size_t next() const { return std::min(next_, bytes_.size()); }
+    std::string_view content() const { return bytes_.substr(begin_, end_ - begin_); }
+
+private:
+    // Each kind of end is looked for only when the last one found lies behind.
+    std::size_t nextOf(char c, std::size_t& found) const
+    {
+        if (found < begin_ || found == kUnknown)
+            found = std::min(bytes_.find(c, begin_), bytes_.size());
+        return found;
+    }
+
+    static constexpr std::size_t kUnknown = std::string_view::npos;
+    std::string_view bytes_;
+    std::size_t begin_ = 0, end_ = 0, next_;
+    std::size_t return_ = kUnknown, feed_ = kUnknown;
+};
 
 }
 
-ProfileText::ProfileText(std::string_view bytes)
+ProfileText::ProfileText(std::string bytes) : bytes_(std::move(bytes))
 {
-    while (!bytes.empty()) {
-        const std::string_view content = bytes.substr(0, lineLength(bytes));
-        bytes.remove_prefix(content.size());
-        const std::string_view end = bytes.substr(0, endLength(bytes));
-        bytes.remove_prefix(end.size());
-        lines_.push_back({std::string(content), std::string(end)});
+    findSections();
+}
+
+void ProfileText::findSections()
+{
+    sections_.clear();
+    Range* open = nullptr;
+    for (Lines lines(bytes_, 0, bytes_.size()); lines.step();) {
+        if (!isHeading(lines.content())) continue;
+        if (open) open->end = lines.begin();
+        const auto [at, isFirst] = sections_.try_emplace(foldedKey(headingName(lines.content())),
+                                                         Range{lines.next(), bytes_.size()});
+        open = isFirst ? &at->second : nullptr;
     }
 }
 
 std::optional<ProfileText::Range> ProfileText::findSection(TextView section) const
 {
-    auto isNamed = [&](const Line& line) {
-        return isHeading(line.content) && sameName(headingName(line.content), section);
-    };
-    const auto heading = std::find_if(lines_.begin(), lines_.end(), isNamed);
-    if (heading == lines_.end()) return std::nullopt;
-    const auto next = std::find_if(heading + 1, lines_.end(),
-                                   [](const Line& line) { return isHeading(line.content); });
-    return Range{static_cast<std::size_t>(heading - lines_.begin()) + 1,
-                 static_cast<std::size_t>(next - lines_.begin())};
+    const auto found = sections_.find(foldedKey(section));
+    return found == sections_.end() ? std::nullopt : std::optional(found->second);
 }
 
-std::optional<std::size_t> ProfileText::findKey(Range section, TextView key) const
+std::optional<ProfileText::Range> ProfileText::findKey(Range section, TextView key) const
 {
-    for (std::size_t at = section.begin; at < section.end; ++at) {
-        const std::string_view line = lines_[at].content;
-        const auto equals = equalsOf(line);
-        if (equals && sameName(fromAnsi(line.substr(0, *equals)), key)) return at;
+    const Text folded = foldedKey(key);
+    for (Lines lines(bytes_, section.begin, section.end); lines.step();) {
+        const auto equals = equalsOf(lines.content());
+        if (equals && isNamed(lines.content().substr(0, *equals), folded))
+            return Range{lines.begin(), lines.end()};
     }
     return std::nullopt;
+}
+
+std::string_view ProfileText::in(Range range) const
+{
+    return std::string_view(bytes_).substr(range.begin, range.end - range.begin);
 }
 
 std::optional<std::string> ProfileText::value(TextView section, TextView key) const
 {
     const auto range = findSection(section);
-    const auto at = range ? findKey(*range, key) : std::nullopt;
-    if (!at) return std::nullopt;
-    const std::string_view line = lines_[*at].content;
+    const auto found = range ? findKey(*range, key) : std::nullopt;
+    if (!found) return std::nullopt;
+    const std::string_view line = in(*found);
     return std::string(readForm(line.substr(*equalsOf(line) + 1)));
 }
 
@@ -123,18 +178,20 @@ std::optional<std::string> ProfileText::value(TextView section, TextView key) co
 bool ProfileText::setValue(TextView section, TextView key, std::string_view value)
 {
     const auto range = findSection(section);
-    const auto at = range ? findKey(*range, key) : std::nullopt;
-    if (!at) {
+    const auto found = range ? findKey(*range, key) : std::nullopt;
+    if (!found) {
         const std::size_t place = range ? placeForKey(*range) : addSection(section);
         insertLine(place, toAnsi(key) + "=" + std::string(trimmed(value)));
+        findSections();
         return true;
     }
-    const std::string_view line = lines_[*at].content;
+    const std::string_view line = in(*found);
     const std::size_t behindEquals = *equalsOf(line) + 1;
     const std::size_t begin = std::min(line.find_first_not_of(kBlanks, behindEquals), line.size());
     const std::string_view old = readForm(line.substr(begin));
     if (old == value || old == readForm(value)) return false;
-    lines_[*at].content = std::string(line.substr(0, begin)) + std::string(trimmed(value));
+    bytes_.replace(found->begin + begin, line.size() - begin, trimmed(value));
+    findSections();
     return true;
 }
 
@@ -142,35 +199,31 @@ bool ProfileText::setValue(TextView section, TextView key, std::string_view valu
 std::size_t ProfileText::placeForKey(Range section) const
 {
     std::size_t place = section.begin;
-    for (std::size_t at = section.begin; at < section.end; ++at)
-        if (equalsOf(lines_[at].content)) place = at + 1;
+    for (Lines lines(bytes_, section.begin, section.end); lines.step();)
+        if (equalsOf(lines.content())) place = lines.next();
     return place;
 }
 
 std::size_t ProfileText::addSection(TextView section)
 {
-    insertLine(lines_.size(), '[' + toAnsi(section) + ']');
-    return lines_.size();
+    return insertLine(bytes_.size(), '[' + toAnsi(section) + ']');
 }
 
-void ProfileText::insertLine(std::size_t at, std::string content)
+std::size_t ProfileText::insertLine(std::size_t at, const std::string& content)
 {
     const std::string end = lineEnd();
-    if (at > 0 && lines_[at - 1].end.empty()) lines_[at - 1].end = end;
-    lines_.insert(lines_.begin() + static_cast<std::ptrdiff_t>(at), {std::move(content), end});
+    std::string line = content + end;
+    if (at > 0 && !isEnd(bytes_[at - 1])) line.insert(0, end);
+    bytes_.insert(at, line);
+    return at + line.size();
 }
 
+// As the first line has it.
 std::string ProfileText::lineEnd() const
 {
-    return lines_.empty() || lines_.front().end.empty() ? "\r\n" : lines_.front().end;
-}
-
-std::string ProfileText::bytes() const
-{
-    std::string all;
-    for (const Line& line : lines_)
-        (all += line.content) += line.end;
-    return all;
+    const std::size_t at = bytes_.find_first_of("\r\n");
+    if (at == std::string::npos) return "\r\n";
+    return bytes_.substr(at, bytes_.compare(at, 2, "\r\n") == 0 ? 2 : 1);
 }
 
 }

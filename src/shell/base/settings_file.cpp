@@ -24,20 +24,22 @@ constexpr TextView kFriend = u"Friend Editer";
 constexpr TextView kNoDigits = u"0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0";
 constexpr TextView kPostPetHome = u"C:\\Program Files\\So-net\\PostPet for Windows ver. 2.0";
 
-Text readValue(TextView section, TextView key, TextView fallback = {})
+Text readValue(const Profile& file, TextView section, TextView key, TextView fallback = {})
 {
-    return cutAtNul(getProfileString(section, key, fallback, kBufferSize, gIniPath));
+    return cutAtNul(file.get(section, key, fallback, kBufferSize));
 }
 
-Int16 readInt16(TextView section, TextView key, TextView fallback, double ifEmpty)
+Int16 readInt16(const Profile& file, TextView section, TextView key, TextView fallback,
+                double ifEmpty)
 {
-    const Text value = readValue(section, key, fallback);
+    const Text value = readValue(file, section, key, fallback);
     return value.empty() ? friendTwips(ifEmpty) : toInt16(value);
 }
 
-std::int32_t readInt32(TextView section, TextView key, TextView fallback, double ifEmpty)
+std::int32_t readInt32(const Profile& file, TextView section, TextView key, TextView fallback,
+                       double ifEmpty)
 {
-    const Text value = readValue(section, key, fallback);
+    const Text value = readValue(file, section, key, fallback);
     return value.empty() ? static_cast<std::int32_t>(std::nearbyint(ifEmpty)) : toInt32(value);
 }
 
@@ -48,52 +50,52 @@ std::int32_t readInt32(TextView section, TextView key, TextView fallback, double
 }
 
 // The one key that may not be empty: every path of a read hangs on it.
-void readPostPetDir()
+void readPostPetDir(const Profile& file)
 {
     int returnedLength = 0;
-    const Text value = getProfileString(kPostPet, u"PostPet Dir", kPostPetHome, kBufferSize,
-                                        gIniPath, &returnedLength);
+    const Text value =
+        file.get(kPostPet, u"PostPet Dir", kPostPetHome, kBufferSize, &returnedLength);
     if (returnedLength == 0) tellAndEnd(u"　読み込みエラー　PostPet Path");
     gPostPetDir = cutAtNul(value);
 }
 
-void readPostPetOptions()
+void readPostPetOptions(const Profile& file)
 {
-    readPostPetDir();
-    gMyMailAddr = readValue(kPostPet, u"My Mail Addr");
-    gMyMailHandle = readValue(kPostPet, u"My Mail Handle");
-    gMyPetName = readValue(kPostPet, u"My Pet Name");
-    gDisplayType = readInt16(kPostPet, u"Display Type", u"", 0);
+    readPostPetDir(file);
+    gMyMailAddr = readValue(file, kPostPet, u"My Mail Addr");
+    gMyMailHandle = readValue(file, kPostPet, u"My Mail Handle");
+    gMyPetName = readValue(file, kPostPet, u"My Pet Name");
+    gDisplayType = readInt16(file, kPostPet, u"Display Type", u"", 0);
     DoEvents();
 }
 
 // The corner comes before the size: a first start centres the window by its
 // designed size and then gives it the size below.
-void readPosition(WindowPlacement& window)
+void readPosition(const Profile& file, WindowPlacement& window)
 {
-    window.setTop(readInt32(kPosition, u"Form Top    Position", u"",
+    window.setTop(readInt32(file, kPosition, u"Form Top    Position", u"",
                             (window.ScreenHeight() - window.Height()) / 2.0));
-    window.setLeft(readInt32(kPosition, u"Form Left   Position", u"",
+    window.setLeft(readInt32(file, kPosition, u"Form Left   Position", u"",
                              (window.ScreenWidth() - window.Width()) / 2.0));
-    window.setWidth(readInt32(kPosition, u"Form Width  Position", u"", 11745));
-    window.setHeight(readInt32(kPosition, u"Form Height Position", u"", 7404));
+    window.setWidth(readInt32(file, kPosition, u"Form Width  Position", u"", 11745));
+    window.setHeight(readInt32(file, kPosition, u"Form Height Position", u"", 7404));
     DoEvents();
 }
 
 // Every second character is a digit; the commas between are never looked at.
-void readDigits(TextView key, CheckedArray<Int16, 17>& digits)
+void readDigits(const Profile& file, TextView key, CheckedArray<Int16, 17>& digits)
 {
-    const Text value = readValue(kOptions, key, kNoDigits);
+    const Text value = readValue(file, kOptions, key, kNoDigits);
     for (int i = 0; i < kDigits; ++i)
         digits[i] = toInt16(mid(value, 2 * i + 1, 1));
 }
 
-void readFont()
+void readFont(const Profile& file)
 {
-    gMailTextFont = readValue(kFont, u"Mail Text Font", u"ＭＳ ゴシック");
+    gMailTextFont = readValue(file, kFont, u"Mail Text Font", u"ＭＳ ゴシック");
     // A missing key gives 10, an empty one 9.
-    gMailTextFontSize = readInt32(kFont, u"Mail Text Font Size", u"10", 9);
-    gMailTextFontStyle = readValue(kFont, u"Mail Text Font Style", u"0,0");
+    gMailTextFontSize = readInt32(file, kFont, u"Mail Text Font Size", u"10", 9);
+    gMailTextFontStyle = readValue(file, kFont, u"Mail Text Font Style", u"0,0");
     DoEvents();
 }
 
@@ -102,26 +104,29 @@ Text columnKey(int column)
     return u"Col Width" + decimal(column);
 }
 
-void readFriendEditor(const WindowPlacement& window)
+void readFriendEditor(const Profile& file, const WindowPlacement& window)
 {
-    gFriendWidth = readInt16(kFriend, u"Width", u"9225", 9225);
-    gFriendHeight = readInt16(kFriend, u"Height", u"5445", 5445);
-    gFriendTop = readInt16(kFriend, u"Top", u"", (window.ScreenHeight() - gFriendHeight) / 2.0);
-    gFriendLeft = readInt16(kFriend, u"Left", u"", (window.ScreenWidth() - gFriendWidth) / 2.0);
+    gFriendWidth = readInt16(file, kFriend, u"Width", u"9225", 9225);
+    gFriendHeight = readInt16(file, kFriend, u"Height", u"5445", 5445);
+    gFriendTop =
+        readInt16(file, kFriend, u"Top", u"", (window.ScreenHeight() - gFriendHeight) / 2.0);
+    gFriendLeft =
+        readInt16(file, kFriend, u"Left", u"", (window.ScreenWidth() - gFriendWidth) / 2.0);
     for (int column = 1; column < gFriendColWidth.size(); ++column)
-        gFriendColWidth[column] = readInt16(kFriend, columnKey(column), u"", 900);
+        gFriendColWidth[column] = readInt16(file, kFriend, columnKey(column), u"", 900);
     DoEvents();
 }
 
 void readAll(WindowPlacement& window)
 {
-    gVer = toInt32(readValue(kEnvironment, u"Ver", u"999"));
-    readPostPetOptions();
-    readPosition(window);
-    readDigits(u"Send Mail Read Option", gSendMailReadOption);
-    readDigits(u"Reciev Mail Read Option", gRecievMailReadOption);
-    readFont();
-    readFriendEditor(window);
+    const Profile file(gIniPath);
+    gVer = toInt32(readValue(file, kEnvironment, u"Ver", u"999"));
+    readPostPetOptions(file);
+    readPosition(file, window);
+    readDigits(file, u"Send Mail Read Option", gSendMailReadOption);
+    readDigits(file, u"Reciev Mail Read Option", gRecievMailReadOption);
+    readFont(file);
+    readFriendEditor(file, window);
 }
 
 void writeValue(TextView section, TextView key, const Text& value)
