@@ -1,10 +1,10 @@
 #include "store/spoilt_texts.h"
 
-#include "platform/dao/jet_child.h"
 #include "store/database_files.h"
 #include "store/db_compress.h"
 #include "support/archive_fixture.h"
 #include "support/jet_reader.h"
+#include "support/test_data.h"
 
 namespace tolvek::test {
 namespace {

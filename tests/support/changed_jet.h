@@ -5,6 +5,7 @@
 #include "platform/runtime/paths.h"
 #include "support/jet_reader.h"
 #include "support/jet_tables.h"
+#include "support/test_data.h"
 
 #include <optional>
 
