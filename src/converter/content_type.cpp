@@ -8,6 +8,14 @@ namespace tolvek {
 
 namespace {
 
+// A backslash that takes away a meaning. Others are part of a path, or the
+// second byte of a Shift_JIS character.
+bool isEscape(std::string_view piece, char c, std::string_view rest)
+{
+    const bool half = !piece.empty() && static_cast<unsigned char>(piece.back()) >= 0x80;
+    return c == '\\' && !half && (rest.starts_with("\"") || rest.starts_with("\\"));
+}
+
 // The piece up to a ";" outside of quotes; it is taken off the front.
 std::string takePiece(std::string_view& rest)
 {
@@ -18,7 +26,7 @@ std::string takePiece(std::string_view& rest)
         rest.remove_prefix(1);
         if (c == ';' && !quoted) break;
         if (c == '"') quoted = !quoted;
-        if (c == '\\' && quoted && !rest.empty()) {
+        if (quoted && isEscape(piece, c, rest)) {
             piece += rest.front();
             rest.remove_prefix(1);
         } else if (c != '"') {
@@ -28,19 +36,60 @@ std::string takePiece(std::string_view& rest)
     return std::string(trimSpace(std::string_view(piece)));
 }
 
-// charset*=us-ascii'en'value: the value behind the second quote.
-std::string extendedValue(const std::string& value)
+// us-ascii'en'value, or only a charset and a value.
+ParameterValue extendedValue(const std::string& value)
 {
-    const std::size_t second = value.find('\'', std::min(value.find('\''), value.size() - 1) + 1);
-    return second == std::string::npos ? value : value.substr(second + 1);
+    const std::size_t first = value.find('\'');
+    if (first == std::string::npos) return {value, {}};
+    const std::size_t second = std::min(value.find('\'', first + 1), value.size());
+    return {value.substr(std::min(second + 1, value.size())), value.substr(0, first)};
 }
+
+std::string percentDecoded(std::string_view text)
+{
+    std::string out;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const auto digit = [&](std::size_t offset) {
+            return at + offset < text.size()
+                       ? hexValue(static_cast<unsigned char>(text[at + offset]))
+                       : -1;
+        };
+        const bool code = text[at] == '%' && digit(1) >= 0 && digit(2) >= 0;
+        out += code ? static_cast<char>(digit(1) * 16 + digit(2)) : text[at];
+        if (code) at += 2;
+    }
+    return out;
+}
+
+constexpr int kMostPieces = 100;
 
 }
 
 std::string ContentType::parameter(const std::string& name) const
 {
-    const auto found = parameters.find(name);
-    return found == parameters.end() ? std::string() : found->second;
+    return fullParameter(name).bytes;
+}
+
+ParameterValue ContentType::fullParameter(const std::string& name) const
+{
+    const auto find = [this](const std::string& full) { return parameters.find(full); };
+    if (const auto plain = find(name); plain != parameters.end()) return {plain->second, {}};
+    ParameterValue value;
+    if (const auto whole = find(name + "*"); whole != parameters.end()) {
+        value = extendedValue(whole->second);
+        return {percentDecoded(value.bytes), value.charset};
+    }
+    for (int piece = 0; piece < kMostPieces; ++piece) {
+        const std::string numbered = name + "*" + std::to_string(piece);
+        const bool coded = find(numbered + "*") != parameters.end();
+        const auto found = find(numbered + (coded ? "*" : ""));
+        if (found == parameters.end()) break;
+        ParameterValue part{found->second, value.charset};
+        if (coded && piece == 0) part = extendedValue(part.bytes);
+        value.charset = part.charset;
+        value.bytes += coded ? percentDecoded(part.bytes) : part.bytes;
+    }
+    return value;
 }
 
 ContentType parseContentType(std::string_view value)
@@ -54,10 +103,6 @@ ContentType parseContentType(std::string_view value)
         if (equals == std::string::npos) continue;
         std::string name = lowerAscii(trimSpace(std::string_view(piece).substr(0, equals)));
         std::string text(trimSpace(std::string_view(piece).substr(equals + 1)));
-        if (name.ends_with('*') && !text.empty()) {
-            name.pop_back();
-            text = extendedValue(text);
-        }
         content.parameters.emplace(std::move(name), std::move(text));
     }
     return content;

@@ -90,6 +90,21 @@ TEST(HostileInput, EndlessRunsOfBeginningsTakeNoLongerThanTheirLength)
     }
 }
 
+// Lines that begin what a mail, a head or a file in a text could begin with.
+TEST(HostileInput, EndlessRunsOfSuchLinesTakeNoLongerThanTheirLength)
+{
+    const TempFolder folder;
+    const std::string head = "From: a@example.com\nDate: 1 Jan 2000 1:00\n";
+    for (const char* line : {"From: a\n", "From \n", "\nFrom a\nTo: b\n", "begin 644 a\n", ".\n",
+                             "stray\n", "--b--\nFrom \n", "begin 644 a\n!\n", "YQ==\n", "> \n"}) {
+        const std::string run = repeated(line, 300000);
+        expectGrammar(head + run + "\n" + run, folder);
+        expectGrammar("From a\n" + head + "Content-Type: multipart/mixed; boundary=b\n\n" + run,
+                      folder);
+        expectGrammar(head + "Content-Transfer-Encoding: base64\n\n" + run, folder);
+    }
+}
+
 TEST(HostileInput, PartsWithinPartsWithinPartsEnd)
 {
     const TempFolder folder;

@@ -1,0 +1,21 @@
+// What a mail holds beside its text, in one line each: name, type and size.
+#pragma once
+#include "converter/content_type.h"
+#include "converter/header_fields.h"
+#include "platform/runtime/text.h"
+
+#include <string_view>
+
+namespace tolvek {
+
+// By Content-Disposition, else by Content-Type; RFC 2231, encoded words and raw
+// bytes read, without folders. Empty when there is none.
+Text partName(const HeaderFields& fields, const ContentType& content);
+
+// Bytes of what a transfer encoding holds.
+std::size_t decodedSize(std::string_view body, std::string_view encoding);
+
+// （添付: name、type、12,345 バイト）
+Text furtherPartLine(TextView name, std::string_view type, std::size_t size);
+
+}

@@ -1,0 +1,204 @@
+#include "converter/letter_parts.h"
+
+#include "converter/ascii.h"
+#include "converter/content_type.h"
+#include "converter/encoded_words.h"
+#include "converter/further_part.h"
+#include "converter/mime_parts.h"
+#include "converter/text_part.h"
+
+#include <array>
+#include <vector>
+
+namespace tolvek {
+
+namespace {
+
+constexpr int kDeepest = 20; // parts within parts; nobody's mail goes deeper
+
+enum class PartKind { Text, Html, Message, Report, Other };
+
+PartKind kindOf(const std::string& type)
+{
+    if (type == "text/html") return PartKind::Html;
+    if (type.empty() || type == "text/plain" || type == "text/enriched" ||
+        type == "text/richtext" || type.find('/') == std::string::npos ||
+        type.starts_with("multipart/"))
+        return PartKind::Text;
+    if (type == "message/rfc822" || type == "message/partial" || type == "message/news" ||
+        type == "message/global")
+        return PartKind::Message;
+    return type.starts_with("message/") || type == "text/rfc822-headers" ? PartKind::Report
+                                                                         : PartKind::Other;
+}
+
+Text fieldLine(TextView label, const HeaderFields& fields, std::string_view name)
+{
+    const Text value = decodeEncodedWords(unfoldedText(fields.value(name)));
+    return value.empty() ? Text() : Text(label) + u": " + value + u"\n";
+}
+
+Text withoutSpace(TextView text)
+{
+    Text out;
+    for (const char16_t unit : text)
+        if (!isAsciiSpace(unit) && unit != u'\u3000' && unit != u'\u00A0') out += unit;
+    return out;
+}
+
+class LetterReader {
+public:
+    void visit(const HeaderFields& fields, std::string_view body, int depth)
+    {
+        const ContentType content = parseContentType(fields.value("content-type"));
+        const auto parts =
+            depth < kDeepest ? partsOf(fields, content, body) : std::vector<std::string_view>();
+        if (parts.empty())
+            offer(fields, content, body, depth);
+        else if (content.type == "multipart/alternative")
+            takeOne(parts, depth);
+        else
+            for (const std::string_view raw : parts) {
+                const RawPart part = splitPart(raw);
+                visit(HeaderFields(part.head), part.body, depth + 1);
+            }
+    }
+
+    Letter letter;
+
+private:
+    // Of the forms of one text the plain one, else the last that holds any, as
+    // the forms come from the poorest to the richest.
+    void takeOne(const std::vector<std::string_view>& parts, int depth)
+    {
+        Letter chosen;
+        bool plainChosen = false;
+        for (const std::string_view raw : parts) {
+            const RawPart part = splitPart(raw);
+            const HeaderFields fields(part.head);
+            LetterReader form;
+            form.visit(fields, part.body, depth + 1);
+            takeRest(form.letter);
+            const bool plain =
+                kindOf(parseContentType(fields.value("content-type")).type) == PartKind::Text &&
+                !form.hasHtml_;
+            if (isBlankText(form.letter.text) || plainChosen) continue;
+            chosen.text = form.letter.text;
+            plainChosen = plain;
+        }
+        append(chosen.text);
+    }
+
+    void takeRest(const Letter& form)
+    {
+        if (letter.attachedText.empty()) letter.attachedText = form.attachedText;
+        endLine(letter.attachedMails);
+        letter.attachedMails += form.attachedMails;
+        letter.furtherParts += form.furtherParts;
+    }
+
+    void offer(const HeaderFields& fields, const ContentType& content, std::string_view body,
+               int depth)
+    {
+        const PartKind kind = kindOf(content.type);
+        const Text name = depth > 0 ? partName(fields, content) : Text();
+        const bool attached =
+            !name.empty() ||
+            lowerAscii(fields.value("content-disposition")).starts_with("attachment");
+        const bool isText = kind == PartKind::Text || kind == PartKind::Html;
+        if (isText && (!attached || depth == 0))
+            append(read(fields, content, body));
+        else if (kind == PartKind::Message && depth < kDeepest)
+            takeMail(fields, body, depth);
+        else if (kind == PartKind::Report)
+            takeReport(fields, content, body);
+        else
+            takeFurther(fields, content, body, name, isText);
+    }
+
+    Text read(const HeaderFields& fields, const ContentType& content, std::string_view body)
+    {
+        TextPart part = readTextPart(fields, content, body);
+        hasHtml_ = hasHtml_ || part.html;
+        for (const UuencodedFile& file : part.files)
+            addLine(decodeEncodedWords(unfoldedText(file.name)), "application/octet-stream",
+                    file.size);
+        return std::move(part.text);
+    }
+
+    // The same text in another form isn't repeated.
+    void append(const Text& text)
+    {
+        if (isBlankText(text)) return;
+        const bool again = hasHtml_ && withoutSpace(letter.text) == withoutSpace(text);
+        if (again) return;
+        endLine(letter.text);
+        letter.text += text;
+    }
+
+    void takeMail(const HeaderFields& fields, std::string_view body, int depth)
+    {
+        const std::string encoding = fields.value("content-transfer-encoding");
+        const std::string bytes = isCoded(encoding) ? decodeBody(body, encoding) : std::string();
+        std::string_view message = bytes.empty() ? body : std::string_view(bytes);
+        message.remove_prefix(std::min(message.find_first_not_of("\r\n"), message.size()));
+        const RawPart mail = splitPart(message);
+        const HeaderFields head(mail.head);
+        LetterReader inner;
+        inner.visit(head, mail.body, depth + 1);
+        endLine(letter.attachedMails);
+        letter.attachedMails += u"（添付メール）\n" + fieldLine(u"From", head, "from") +
+                                fieldLine(u"Date", head, "date") +
+                                fieldLine(u"Subject", head, "subject") + u"\n";
+        letter.attachedMails +=
+            inner.letter.text.empty() ? inner.letter.attachedText : inner.letter.text;
+        endLine(letter.attachedMails);
+        letter.attachedMails += inner.letter.attachedMails;
+        letter.furtherParts += inner.letter.furtherParts;
+    }
+
+    void takeReport(const HeaderFields& fields, const ContentType& content, std::string_view body)
+    {
+        endLine(letter.attachedMails);
+        letter.attachedMails += readTextPart(fields, content, body).text;
+    }
+
+    void takeFurther(const HeaderFields& fields, const ContentType& content, std::string_view body,
+                     const Text& name, bool isText)
+    {
+        const std::string encoding = fields.value("content-transfer-encoding");
+        addLine(name, content.type.empty() ? "text/plain" : content.type,
+                decodedSize(body, encoding));
+        const bool readable = isText || content.type.starts_with("text/");
+        if (readable && letter.attachedText.empty())
+            letter.attachedText = readTextPart(fields, content, body).text;
+    }
+
+    void addLine(const Text& name, std::string_view type, std::size_t size)
+    {
+        letter.furtherParts += furtherPartLine(name, type, size) + u"\n";
+    }
+
+    bool hasHtml_ = false;
+};
+
+}
+
+Letter readLetter(const HeaderFields& fields, std::string_view body)
+{
+    LetterReader reader;
+    reader.visit(fields, body, 0);
+    return std::move(reader.letter);
+}
+
+bool isBlankText(TextView text)
+{
+    return text.find_first_not_of(u" \t\r\n\u3000\u00A0") == TextView::npos;
+}
+
+void endLine(Text& text)
+{
+    if (!text.empty() && text.back() != u'\n') text += u'\n';
+}
+
+}

@@ -1,0 +1,26 @@
+// One text part of a mail, decoded.
+#pragma once
+#include "converter/content_type.h"
+#include "converter/header_fields.h"
+#include "converter/uuencode.h"
+#include "platform/runtime/text.h"
+
+#include <string_view>
+#include <vector>
+
+namespace tolvek {
+
+struct TextPart {
+    Text text;
+    bool html = false;
+    std::vector<UuencodedFile> files; // taken out of the text
+};
+
+TextPart readTextPart(const HeaderFields& fields, const ContentType& content,
+                      std::string_view body);
+
+// Whether a transfer encoding changes the bytes, and what they are without it.
+bool isCoded(std::string_view encoding);
+std::string decodeBody(std::string_view body, std::string_view encoding);
+
+}
