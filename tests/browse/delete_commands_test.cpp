@@ -363,7 +363,7 @@ TEST_F(DeleteCommandsTest, AFailedStatementLeavesTheCommandsOnAndTheListsRebuilt
 }
 
 // The database goes with the answer: each step then reports itself.
-TEST_F(DeleteCommandsTest, BehindAnEntrysDeletionAllIsUpdatedInItsOrder)
+TEST_F(DeleteCommandsTest, AfterAnEntrysDeletionAllIsUpdatedInItsOrder)
 {
     givenThreeMails();
     showType(0);

@@ -272,7 +272,7 @@ TEST_F(NavigatorTest, AListOfMoreEntriesThanSixteenBitsIsTold)
     EXPECT_EQ(rows(u"tblSearch_Addresses"), 32768);
 }
 
-TEST_F(NavigatorTest, WhileAnEntryIsReadTheStatusTextStandsAndTheCommandsAreOff)
+TEST_F(NavigatorTest, WhileAnEntryIsReadTheStatusTextIsShownAndTheCommandsAreOff)
 {
     addAddress(u"a@x.jp");
     dspSelData(form);

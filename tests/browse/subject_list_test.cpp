@@ -133,7 +133,7 @@ TEST_F(SubjectListTest, MoreRowsThanSixteenBitsCountAreToldTwiceAndNoMailIsHarme
 }
 
 // More rows than can be counted: reached only with the blocks filled by hand.
-TEST_F(SubjectListTest, TheLastRowThatTheBlocksHoldIsListedAndTheLimitIsTold)
+TEST_F(SubjectListTest, TheLastRowThatTheBlocksHoldIsListedAndTheLimitIsReported)
 {
     storeMany(3, u"a@x.jp");
     gFilterRule[0].No = 10;

@@ -259,7 +259,7 @@ TEST_F(MailBoxReadTest, AfterwardsTheCommandsAreOnAndTheReadButtonHasTheFocus)
 }
 
 // The database goes while the boxes are read: each step then reports itself.
-TEST_F(MailBoxReadTest, BehindTheBoxesAllIsUpdatedInItsOrderUnderAStatusTextOfItsOwn)
+TEST_F(MailBoxReadTest, AfterTheBoxesAllIsUpdatedInItsOrderUnderAStatusTextOfItsOwn)
 {
     receive(0);
     convert = [&](Int16&, Int16&) { gDbPath += u".gone"; };

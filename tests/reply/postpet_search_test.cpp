@@ -127,7 +127,7 @@ TEST_F(PostPetSearchTest, AnEmulatedProgramIsFoundThroughALinkOnEitherSide)
 }
 
 // Handles are given out one after the other.
-TEST_F(PostPetSearchTest, TheSnapshotIsClosedBehindTheSearch)
+TEST_F(PostPetSearchTest, TheSnapshotIsClosedAfterTheSearch)
 {
     const auto take = [] { return CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0); };
     const SnapshotHandle before = take();

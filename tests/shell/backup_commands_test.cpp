@@ -159,7 +159,7 @@ TEST_F(BackUpTest, NamesSearchTablesAndFilterResultsAreMadeAnewInTheirOrder)
     removeDatabase(pathOf(u"Tolvek_20000225.Mdb"));
     ReportList reports;
     reports.listen(MsgAnswer::Yes);
-    const YieldWatch yields([&] { // the first one behind the deletes
+    const YieldWatch yields([&] { // the first one after the deletes
         if (!exists("Tolvek_20000225.Mdb") || gDb.isOpen() || std::exchange(broken, true)) return;
         gDbPath += u".gone";
     });
