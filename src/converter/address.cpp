@@ -35,10 +35,12 @@ private:
             comment();
             break;
         case u'<':
+            if (!angle_.empty() && !inAngle_) finishBefore(); // the comma is missing
             inAngle_ = true;
             break;
         case u'>':
             inAngle_ = false;
+            named_ = phrase_.size();
             break;
         case u',':
             inAngle_ ? void(angle_ += unit) : finish();
@@ -106,6 +108,36 @@ private:
             phrase_.clear();
     }
 
+    // The phrase after an address belongs to the next one, whose "<" comes.
+    void finishBefore()
+    {
+        Text next = phrase_.substr(std::min(named_, phrase_.size()));
+        phrase_.resize(std::min(named_, phrase_.size()));
+        finish();
+        phrase_ = std::move(next);
+    }
+
+    // The first of several addresses between which the commas are missing.
+    static Text firstAddress(const Text& phrase)
+    {
+        const std::size_t first = phrase.find(u'@');
+        const std::size_t blank = phrase.find_first_of(u" \t\n", first);
+        const bool several = first > 0 && blank != Text::npos && blank > first + 1 &&
+                             !isAsciiSpace(phrase[first - 1]) &&
+                             phrase.find(u'@', blank) != Text::npos &&
+                             phrase.find_first_of(u"<>") == Text::npos;
+        if (!several) return phrase;
+        const std::size_t begin = phrase.find_last_of(u" \t\n", first) + 1; // npos + 1 is the front
+        return phrase.substr(begin, blank - begin);
+    }
+
+    static bool isForeign(const Text& text)
+    {
+        const Text decoded = decodeEncodedWords(text);
+        return std::any_of(decoded.begin(), decoded.end(),
+                           [](char16_t unit) { return unit >= 0x80; });
+    }
+
     void finish()
     {
         const Text phrase(trimSpace(TextView(phrase_)));
@@ -113,21 +145,24 @@ private:
         Text rawAddress = angle_;
         Text rawName = phrase;
         if (angle_.empty() && phrase.find(u'@') != Text::npos) {
-            rawAddress = phrase;
+            rawAddress = firstAddress(phrase);
             rawName.clear();
         }
-        if (rawName.empty()) rawName = comment_;
+        // A comment beside an address is the name in the writer's own letters.
+        if (rawName.empty() || (isForeign(comment_) && !isForeign(rawName))) rawName = comment_;
         std::erase_if(rawAddress, [](char16_t unit) { return isAsciiSpace(unit); });
         box.address = decodeEncodedWords(rawAddress);
         box.name = Text(trimSpace(TextView(decodeEncodedWords(rawName))));
         if (!box.name.empty() || !box.address.empty()) found_.push_back(std::move(box));
         phrase_.clear(), comment_.clear(), angle_.clear();
         inAngle_ = false;
+        named_ = 0;
     }
 
     TextView text_;
     std::size_t at_ = 0;
     bool inAngle_ = false;
+    std::size_t named_ = 0; // how much of the phrase stands before the address
     Text phrase_, comment_, angle_;
     std::vector<Mailbox> found_;
 };

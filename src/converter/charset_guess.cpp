@@ -1,6 +1,8 @@
 #include "converter/charset_guess.h"
 
+#include "converter/ascii.h"
 #include "converter/iso2022jp.h"
+#include "platform/runtime/codepage932.h"
 
 #include <unicode/utf8.h>
 
@@ -70,6 +72,102 @@ template <class StepOf> bool isWhole(std::string_view bytes, StepOf stepOf)
     return true;
 }
 
+struct Counts {
+    int characters = 0; // of two bytes
+    int kana = 0;       // of two bytes
+    int broken = 0;
+};
+
+template <class StepOf, class IsKana>
+Counts countsOf(std::string_view bytes, StepOf stepOf, IsKana isKana)
+{
+    Counts counts;
+    while (!bytes.empty()) {
+        const Step step = stepOf(bytes);
+        counts.broken += step.score == kBroken ? 1 : 0;
+        counts.characters += step.score != kBroken && step.length >= 2 ? 1 : 0;
+        counts.kana += step.score != kBroken && isKana(bytes) ? 1 : 0;
+        bytes.remove_prefix(step.length);
+    }
+    return counts;
+}
+
+unsigned char byteAt(std::string_view bytes, std::size_t at)
+{
+    return static_cast<unsigned char>(at < bytes.size() ? bytes[at] : 0);
+}
+
+bool isAnsiKana(std::string_view bytes)
+{
+    const unsigned char trail = byteAt(bytes, 1);
+    if (byteAt(bytes, 0) == 0x82) return within(trail, 0x9F, 0xF1);
+    return byteAt(bytes, 0) == 0x83 && within(trail, 0x40, 0x96);
+}
+
+bool isEucKana(std::string_view bytes)
+{
+    return within(byteAt(bytes, 0), 0xA4, 0xA5) && within(byteAt(bytes, 1), 0xA1, 0xF6);
+}
+
+// What code page 932 would read as half-width kana alone.
+bool isHalfKanaAlone(std::string_view bytes)
+{
+    return std::all_of(bytes.begin(), bytes.end(), [](char c) {
+        const auto byte = static_cast<unsigned char>(c);
+        return byte < 0x80 || within(byte, 0xA1, 0xDF);
+    });
+}
+
+bool isJapanese(const Counts& counts, int least)
+{
+    return counts.broken == 0 && counts.kana >= least && counts.kana * 8 >= counts.characters;
+}
+
+bool isHalfKana(unsigned char c)
+{
+    return within(c, 0xA6, 0xDF);
+}
+
+bool isLetter(unsigned char c)
+{
+    return isAsciiLetter(c);
+}
+
+// A Western word read as code page 932: a kanji made of an accented letter and
+// the letter after it, in the middle of a word or at its beginning.
+bool looksWestern(bool afterLetter, bool afterKanji, std::string_view pair)
+{
+    return isLetter(byteAt(pair, 1)) && (afterLetter || (!afterKanji && isLetter(byteAt(pair, 2))));
+}
+
+// Kana, half-width ones in a row, or kanji that are all assigned and stand as
+// kanji do: what code page 932 is believed for without a label.
+bool readsAsAnsi(std::string_view bytes)
+{
+    int doubtful = 0;
+    bool afterLetter = false;
+    bool afterKanji = false;
+    bool common = false; // a pair that can't be an accented letter and another
+    for (std::size_t at = 0; at < bytes.size();) {
+        const std::string_view rest = bytes.substr(at);
+        const Step step = ansiStep(rest);
+        if (step.score != kBroken && isAnsiKana(rest)) return true;
+        if (isHalfKana(byteAt(rest, 0)) && isHalfKana(byteAt(rest, 1))) return true;
+        if (step.length == 2) {
+            const Text one = fromAnsi(rest.substr(0, 2));
+            const bool unassigned =
+                one.size() != 1 || one[0] == u'\u30FB' || (one[0] >= 0xE000 && one[0] <= 0xF8FF);
+            doubtful += unassigned || looksWestern(afterLetter, afterKanji, rest) ? 1 : 0;
+            common = common || byteAt(rest, 0) < 0xE0 || !isLetter(byteAt(rest, 1));
+        }
+        doubtful += step.score == kBroken ? 1 : 0;
+        afterKanji = step.length == 2;
+        afterLetter = step.length == 1 && isLetter(byteAt(rest, 0));
+        at += step.length;
+    }
+    return common && doubtful == 0;
+}
+
 }
 
 Charset guessCharset(std::string_view bytes)
@@ -77,7 +175,36 @@ Charset guessCharset(std::string_view bytes)
     if (looksLikeIso2022Jp(bytes)) return Charset::Iso2022Jp;
     if (isAscii(bytes)) return Charset::Ascii;
     if (isMostlyUtf8(bytes)) return Charset::Utf8;
-    return scoreOf(bytes, eucStep) > scoreOf(bytes, ansiStep) ? Charset::EucJp : Charset::Ansi;
+    if (scoreOf(bytes, eucStep) > scoreOf(bytes, ansiStep)) return Charset::EucJp;
+    return readsAsAnsi(bytes) ? Charset::Ansi : Charset::Western;
+}
+
+bool isSurelyUtf8(std::string_view bytes, bool longOnes)
+{
+    const auto size = static_cast<std::int32_t>(bytes.size());
+    int characters = 0;
+    int longest = 0;
+    for (std::int32_t at = 0; at < size;) {
+        UChar32 c = 0;
+        const std::int32_t begin = at;
+        U8_NEXT(bytes.data(), at, size, c);
+        if (c < 0) return false;
+        characters += c >= 0x80 ? 1 : 0;
+        longest = std::max(longest, at - begin);
+    }
+    return longOnes ? characters >= 2 && longest >= 3 : characters >= 2 || longest >= 3;
+}
+
+bool isSurelyAnsi(std::string_view bytes)
+{
+    return isJapanese(countsOf(bytes, ansiStep, isAnsiKana), 1);
+}
+
+bool isSurelyEucJp(std::string_view bytes)
+{
+    const Counts counts = countsOf(bytes, eucStep, isEucKana);
+    return isJapanese(counts, 2) &&
+           (!isHalfKanaAlone(bytes) || counts.kana * 2 >= counts.characters);
 }
 
 bool isAscii(std::string_view bytes)

@@ -4,6 +4,7 @@
 #include "converter/encoded_words.h"
 #include "converter/header_fields.h"
 #include "converter/mail_date.h"
+#include "converter/mail_folder.h"
 #include "converter/mail_text.h"
 #include "converter/plain_text.h"
 #include "converter/separator_line.h"
@@ -89,9 +90,74 @@ std::string dateOf(const HeaderFields& fields, const std::string& separator)
     return date ? formatMailDate(*date) : std::string();
 }
 
+constexpr int kMost = std::numeric_limits<std::int16_t>::max();
+
+struct DatedFile {
+    std::filesystem::path path;
+    std::int64_t seconds;
+};
+
+std::string dateOfFirst(const std::filesystem::path& path)
+{
+    MailFile mails(path, recogniseFile(path));
+    RawMail mail;
+    return mails.next(mail) ? dateOf(HeaderFields(mail.head), mail.separator) : std::string();
+}
+
+// What can't be read comes first; it is passed over when its turn comes.
+std::int64_t secondsOfFile(const std::filesystem::path& path)
+{
+    try {
+        const Found date = parseMailDate(dateOfFirst(path));
+        return secondsOf(date ? *date : fileDate(path));
+    } catch (const std::system_error&) {
+        return 0;
+    }
+}
+
+// The groups of a file's mails; false when it holds none that can be read.
+bool readMessage(const std::filesystem::path& path, std::string& groups, int& count)
+{
+    try {
+        MailFile mails(path, recogniseFile(path));
+        RawMail mail;
+        bool any = false;
+        for (; mails.next(mail); any = true) {
+            TempMail converted = convertMail(mail);
+            if (converted.date.empty()) converted.date = formatMailDate(fileDate(path));
+            groups += tempGroup(converted);
+            if (count < kMost) ++count;
+        }
+        return any;
+    } catch (const std::system_error&) {
+        return false;
+    }
+}
+
+Conversion writeFolder(const std::filesystem::path& folder, const std::filesystem::path& tempFile)
+{
+    const auto files = messageFiles(folder);
+    if (!files) return {ConversionStatus::Unreadable, 0};
+    std::vector<DatedFile> dated;
+    for (const std::filesystem::path& path : *files)
+        dated.push_back({path, secondsOfFile(path)});
+    std::stable_sort(dated.begin(), dated.end(),
+                     [](const auto& a, const auto& b) { return a.seconds < b.seconds; });
+    TempFile temp(tempFile);
+    temp.write("<Start>\r\n");
+    int count = 0;
+    int leftOut = 0;
+    for (const DatedFile& file : dated) {
+        std::string groups;
+        if (!readMessage(file.path, groups, count)) ++leftOut;
+        temp.write(groups);
+    }
+    temp.commit();
+    return {ConversionStatus::Converted, static_cast<std::int16_t>(count), leftOut};
+}
+
 Conversion writeMails(MailFile& mails, const std::filesystem::path& tempFile)
 {
-    constexpr int kMost = std::numeric_limits<std::int16_t>::max();
     TempFile temp(tempFile);
     temp.write("<Start>\r\n");
     RawMail mail;
@@ -118,6 +184,8 @@ Conversion convertMailBox(const std::filesystem::path& mailFile,
                           const std::filesystem::path& tempFile)
 {
     try {
+        if (const auto folder = folderOfBox(mailFile); !folder.empty())
+            return writeFolder(folder, tempFile);
         const MailFileKind kind = recogniseFile(mailFile);
         if (kind == MailFileKind::Nothing) return {ConversionStatus::Unreadable, 0};
         MailFile mails(mailFile, kind);

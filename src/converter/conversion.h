@@ -18,8 +18,12 @@ enum class ConversionStatus : std::int16_t {
 struct Conversion {
     ConversionStatus status = ConversionStatus::Failed;
     std::int16_t count = 0; // 0 unless Converted or Incomplete; 32767 of more mails
+    int leftOut = 0;        // files of a folder that couldn't be read
 };
 
+// The box is a file, or a folder of single messages: these by date, then by name,
+// and one without any date under its file's.
+//
 // Memory stays at the size of the largest mail. Never throws std::system_error;
 // that is Failed.
 Conversion convertMailBox(const std::filesystem::path& mailFile,

@@ -59,6 +59,28 @@ std::size_t blankLength(TextView text)
     return static_cast<std::size_t>(stop - text.begin());
 }
 
+// Base64 that ends inside a group goes on in the next word when the two
+// together are whole.
+bool goesOn(const EncodedWord& word, const EncodedWord& next)
+{
+    return word.base64 && !word.coded.ends_with("=") && word.coded.size() % 4 != 0 &&
+           (word.coded.size() + next.coded.size()) % 4 == 0;
+}
+
+void join(EncodedWord& word, const EncodedWord& next)
+{
+    if (goesOn(word, next)) {
+        const std::size_t whole = word.coded.size() / 4 * 4;
+        word.bytes.resize(word.bytes.size() - decodeBase64(word.coded.substr(whole)).size());
+        word.coded.erase(0, whole);
+        word.coded += next.coded;
+        word.bytes += decodeBase64(word.coded);
+    } else {
+        word.bytes += next.bytes;
+        word.coded = next.coded;
+    }
+}
+
 // Decodes the row of adjacent words that begins with `word`; gives its length.
 std::size_t appendRow(Text& out, TextView text, std::size_t position, EncodedWord word)
 {
@@ -70,7 +92,7 @@ std::size_t appendRow(Text& out, TextView text, std::size_t position, EncodedWor
         const bool joined =
             length > 0 && next.base64 == word.base64 && equalsAscii(next.charset, word.charset);
         if (joined) {
-            word.bytes += next.bytes;
+            join(word, next);
         } else {
             out += decodeCharset(word.bytes, word.charset);
             word = std::move(next);
@@ -98,7 +120,7 @@ EncodedWord encodedWordAt(TextView text, std::size_t position)
     if (!onlyAscii(content)) return {};
     const std::string ascii = asciiOnly(content);
     return {asciiOnly(rest.substr(0, size)), letter == u'b',
-            letter == u'b' ? decodeBase64(ascii) : decodeQWord(ascii),
+            letter == u'b' ? decodeBase64(ascii) : decodeQWord(ascii), ascii,
             2 + size + 3 + extent.content + extent.mark};
 }
 
@@ -115,9 +137,68 @@ Text decodeEncodedWords(TextView text)
     return out;
 }
 
+namespace {
+
+bool isRaw(char c)
+{
+    return static_cast<unsigned char>(c) >= 0x80 || c == '\x1B';
+}
+
+// Raw bytes of the word's charset inside it, as Q writes them; what stands
+// around the word may be of another charset.
+std::string quotedWord(std::string_view label, std::string_view content)
+{
+    constexpr std::string_view kDigits = "0123456789ABCDEF";
+    std::string word = "=?" + std::string(label) + "?Q?";
+    for (const char c : content) {
+        const auto byte = static_cast<unsigned char>(c);
+        const bool plain = isAsciiLetter(byte) || isAsciiDigit(byte);
+        if (plain)
+            word += c;
+        else
+            (word += '=').append(1, kDigits[byte / 16]).append(1, kDigits[byte % 16]);
+    }
+    return word + "?=";
+}
+
+// The word at the front of a raw value, rewritten when it holds raw bytes.
+std::string rewrittenWord(std::string_view rest, std::size_t& length)
+{
+    constexpr std::size_t kLongestWord = 1000;
+    const std::string_view near = rest.substr(0, kLongestWord);
+    const std::size_t kind = near.find('?', 2);
+    if (kind == std::string_view::npos || near.substr(kind + 2, 1) != "?") return {};
+    const std::size_t end = near.find("?=", kind + 3);
+    if (end == std::string_view::npos) return {};
+    const std::string_view content = near.substr(kind + 3, end - kind - 3);
+    if (std::none_of(content.begin(), content.end(), isRaw)) return {};
+    length = end + 2;
+    const bool quoted = (near[kind + 1] | 0x20) == 'q';
+    return quotedWord(near.substr(2, kind - 2),
+                      quoted ? decodeQWord(content) : std::string(content));
+}
+
+std::string withoutRawWords(std::string_view value)
+{
+    if (value.find("=?") == std::string_view::npos ||
+        std::none_of(value.begin(), value.end(), isRaw))
+        return std::string(value);
+    std::string out;
+    for (std::size_t at = 0; at < value.size();) {
+        std::size_t length = 1;
+        const bool begins = value.substr(at, 2) == "=?";
+        const std::string word = begins ? rewrittenWord(value.substr(at), length) : std::string();
+        out += word.empty() ? std::string(1, value[at]) : word;
+        at += word.empty() ? 1 : length;
+    }
+    return out;
+}
+
+}
+
 Text unfoldedText(std::string_view rawValue)
 {
-    Text text = decodeGuessed(rawValue);
+    Text text = decodeGuessed(withoutRawWords(rawValue));
     for (std::size_t end = text.find(u"\r\n"); end != Text::npos; end = text.find(u"\r\n", end))
         text.erase(end, 1);
     Text unfolded;

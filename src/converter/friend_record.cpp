@@ -69,7 +69,7 @@ Text friendAddress(TextView written)
 {
     // The single quote is looked for before plainLine makes another one of it.
     const bool quote = written.find(u'\'') != TextView::npos;
-    const Text address = withoutMailto(trim(plainLine(withoutControls(written))));
+    const Text address = withoutMailto(trim(foldedLine(withoutControls(written))));
     const std::size_t at = address.find(u'@');
     const bool whole = at != Text::npos && at > 0 && at + 1 < address.size();
     const bool bears = address.size() <= kFriendColumn && fitsAnsi(address) &&

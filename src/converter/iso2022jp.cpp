@@ -5,6 +5,7 @@
 #include <unicode/ucnv.h>
 
 #include <array>
+#include <memory>
 
 namespace tolvek {
 
@@ -14,22 +15,26 @@ constexpr char kEsc = 0x1B;
 constexpr char kShiftOut = 0x0E;
 constexpr char kShiftIn = 0x0F;
 
-enum class Set { Ascii, Kana, Jis, Jis0212 };
+// Plane 1 of JIS X 0213 is JIS X 0208 and more; nothing of plane 2 is in ours.
+enum class Set { Ascii, Kana, Jis, Jis0212, Plane2 };
 
 struct Escape {
     std::string_view bytes; // behind ESC
     Set set;
 };
 
-constexpr std::array<Escape, 9> kEscapes{{{"(B", Set::Ascii},
-                                          {"(J", Set::Ascii},
-                                          {"(H", Set::Ascii},
-                                          {"(I", Set::Kana},
-                                          {"$@", Set::Jis},
-                                          {"$B", Set::Jis},
-                                          {"$(@", Set::Jis},
-                                          {"$(B", Set::Jis},
-                                          {"$(D", Set::Jis0212}}};
+constexpr std::array<Escape, 12> kEscapes{{{"(B", Set::Ascii},
+                                           {"(J", Set::Ascii},
+                                           {"(H", Set::Ascii},
+                                           {"(I", Set::Kana},
+                                           {"$@", Set::Jis},
+                                           {"$B", Set::Jis},
+                                           {"$(@", Set::Jis},
+                                           {"$(B", Set::Jis},
+                                           {"$(D", Set::Jis0212},
+                                           {"$(O", Set::Jis},
+                                           {"$(Q", Set::Jis},
+                                           {"$(P", Set::Plane2}}};
 
 const Escape* escapeAt(std::string_view bytes)
 {
@@ -63,7 +68,7 @@ private:
             takeEscape();
         else if (c == kShiftOut || c == kShiftIn)
             takeShift(c == kShiftOut);
-        else if (isJisByte(c) && !shifted_ && (set_ == Set::Jis || set_ == Set::Jis0212))
+        else if (isJisByte(c) && !shifted_ && set_ != Set::Ascii && set_ != Set::Kana)
             takePair();
         else
             takeByte(c);
@@ -95,7 +100,9 @@ private:
             return;
         }
         rest_.remove_prefix(2);
-        if (set_ == Set::Jis) {
+        if (set_ == Set::Plane2) {
+            run_ += "\x81\xAC";
+        } else if (set_ == Set::Jis) {
             run_ += ansiOfJis(row, cell);
         } else {
             flush();
@@ -134,6 +141,18 @@ bool isAssigned(std::string_view pair)
     return one.size() == 1 && (one[0] != u'\u30FB' || pair == "!&");
 }
 
+// Kana, or what isn't a word of letters alone: $Bar(Baz) is a program's.
+bool readsAsJis(std::string_view pairs)
+{
+    bool letters = true;
+    for (std::size_t at = 0; at + 1 < pairs.size(); at += 2) {
+        if (pairs[at] == '$' || pairs[at] == '%') return true;
+        for (const char c : pairs.substr(at, 2))
+            letters = letters && ((c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_');
+    }
+    return !pairs.empty() && !letters;
+}
+
 // How far a "$B", pairs, "(B" or "(J" at the front goes; not whole when
 // something else comes first. What was looked at isn't looked at again, so
 // that a hostile line costs no more than its length.
@@ -148,7 +167,7 @@ Stripped strippedAt(std::string_view bytes)
     std::size_t at = 2;
     while (at + 1 < bytes.size() && isJisByte(bytes[at]) && isJisByte(bytes[at + 1])) {
         const std::string_view pair = bytes.substr(at, 2);
-        if (pair == "(B" || pair == "(J") return {at + 2, at > 2};
+        if (pair == "(B" || pair == "(J") return {at + 2, readsAsJis(bytes.substr(2, at - 2))};
         if (!isAssigned(pair)) break;
         at += 2;
     }
@@ -199,14 +218,16 @@ std::string ansiOfJis(unsigned char row, unsigned char cell)
 
 Text textOfJis0212(unsigned char row, unsigned char cell)
 {
-    UErrorCode status = U_ZERO_ERROR;
-    UConverter* converter = ucnv_open("EUC-JP", &status);
+    // Opening one for each character took most of the time of such a text.
+    thread_local UErrorCode opened = U_ZERO_ERROR;
+    thread_local const std::unique_ptr<UConverter, decltype(&ucnv_close)> converter(
+        ucnv_open("EUC-JP", &opened), &ucnv_close);
     const std::array<char, 3> bytes{static_cast<char>(0x8F), static_cast<char>(row | 0x80),
                                     static_cast<char>(cell | 0x80)};
     std::array<char16_t, 8> units{};
-    const int length =
-        ucnv_toUChars(converter, units.data(), units.size(), bytes.data(), bytes.size(), &status);
-    ucnv_close(converter);
+    UErrorCode status = opened;
+    const int length = ucnv_toUChars(converter.get(), units.data(), units.size(), bytes.data(),
+                                     bytes.size(), &status);
     return U_SUCCESS(status) ? Text(units.data(), static_cast<std::size_t>(length))
                              : Text(u"\u3013");
 }

@@ -1,5 +1,6 @@
 #include "converter/plain_text.h"
 
+#include "converter/nearest_forms.h"
 #include "platform/runtime/ansi_forms.h"
 
 namespace tolvek {
@@ -17,16 +18,25 @@ bool isLineEnd(char16_t unit)
            unit == u'\u2029';
 }
 
+Text withoutControls(Text text)
+{
+    for (char16_t& c : text) {
+        if (isControl(c)) c = u' ';
+        if (c == u'\'') c = u'’';
+    }
+    return text;
+}
+
 }
 
 Text plainLine(TextView text)
 {
-    Text plain = ansiForms(text);
-    for (char16_t& c : plain) {
-        if (isControl(c)) c = u' ';
-        if (c == u'\'') c = u'’';
-    }
-    return plain;
+    return withoutControls(nearestForms(ansiForms(text)));
+}
+
+Text foldedLine(TextView text)
+{
+    return withoutControls(ansiForms(text));
 }
 
 std::vector<Text> plainLines(TextView text)

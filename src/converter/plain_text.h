@@ -13,7 +13,12 @@ namespace tolvek {
 // end a quoted value of the store, invisible characters go, a character and
 // its combining mark become one, and characters that other tables give for one
 // of ours become ours.
+// What still has no form in code page 932 gets the nearest one: ü is u, ß is
+// ss; private characters become 〓.
 Text plainLine(TextView text);
+
+// The same without nearest forms, for what must not become another one.
+Text foldedLine(TextView text);
 
 // The same for each line of a text, whatever its line ends are.
 std::vector<Text> plainLines(TextView text);

@@ -1,5 +1,7 @@
 #include "converter/charset.h"
 
+#include "platform/runtime/codepage932.h"
+
 #include "converter/charset_guess.h"
 #include "converter/iso2022jp.h"
 
@@ -69,6 +71,44 @@ TEST(Iso2022Jp, RowsAndCellsMapOntoCodePage932)
     EXPECT_EQ(ansiOfJis(0x24, 0x22), "\x82\xA0");
     EXPECT_EQ(ansiOfJis(0x5F, 0x21), "\xE0\x40");
     EXPECT_EQ(ansiOfJis(0x7E, 0x7E), "\xEF\xFC");
+}
+
+TEST(Charset, LabelGivesWayToEvidenceAndToNothingElse)
+{
+    const Text letter = u"こんにちは、はなさん。";
+    const std::string sjis = toAnsi(letter);
+    const std::string utf8 = toUtf8(letter);
+    for (const char* label : {"iso-8859-1", "windows-1252", "iso-8859-15"}) {
+        EXPECT_EQ(decodeCharset(sjis, label), letter) << label;
+        EXPECT_EQ(decodeCharset(utf8, label), letter) << label;
+    }
+    EXPECT_EQ(decodeCharset(utf8, "shift_jis"), letter);
+    EXPECT_EQ(decodeCharset(utf8, "euc-jp"), letter);
+    EXPECT_EQ(decodeCharset("\x91\x48hnlich\x92", "windows-1252"), u"‘Hhnlich’");
+    EXPECT_EQ(decodeCharset("\xC8\xBA\xA4\xB2\xC7", "shift_jis"), u"ﾈｺ､ｲﾇ");
+    EXPECT_EQ(decodeCharset("\xD3\xD3\xC8\xBA", "shift_jis"), u"ﾓﾓﾈｺ");
+    EXPECT_EQ(decodeCharset("K\xC3\xA4se", "iso-8859-1"), u"KÃ¤se");
+    EXPECT_EQ(decodeCharset("\xCF\xF0\xE8\xE2\xE5\xF2", "windows-1251"), u"Привет");
+}
+
+TEST(Charset, WesternTextWithoutALabelKeepsItsLetters)
+{
+    EXPECT_EQ(decodeGuessed("f\xFCr Gr\xF6\xDF"
+                            "e"),
+              u"für Größe");
+    EXPECT_EQ(decodeGuessed("\xE9l\xE8ve"), u"élève");
+    EXPECT_EQ(decodeGuessed(toAnsi(u"東京")), u"東京");
+    EXPECT_EQ(decodeGuessed(toAnsi(u"山田春")), u"山田春");
+    EXPECT_EQ(decodeGuessed(toAnsi(u"Re: 会議")), u"Re: 会議");
+}
+
+TEST(Charset, Utf16IsReadInBothOrders)
+{
+    const std::string big("\x30\x6F\0x", 4);
+    const std::string little("\x6F\x30x\0", 4);
+    EXPECT_EQ(decodeCharset(big, "utf-16"), u"はx");
+    EXPECT_EQ(decodeCharset(little, "utf-16"), u"はx");
+    EXPECT_EQ(decodeCharset("\xFF\xFE" + little, "UTF-16"), u"はx");
 }
 
 }

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <fstream>
 
 namespace tolvek::test {
@@ -68,6 +69,76 @@ TEST(Conversion, MoreMailsThanTheCountCanTellAreAllWritten)
     const auto mails = readTemp(folder / "Tolvek.Tmp");
     ASSERT_EQ(mails.size(), 32770u);
     EXPECT_EQ(mails.back().subject, "no. 32770");
+}
+
+std::string message(const std::string& subject, const std::string& date)
+{
+    return "From: a@example.com\nTo: hana@example.jp\nSubject: " + subject + "\n" +
+           (date.empty() ? "" : "Date: " + date + "\n") + "\nletter\n";
+}
+
+std::string subjectsOf(const std::filesystem::path& tempFile)
+{
+    std::string subjects;
+    for (const ReadMail& mail : readTemp(tempFile))
+        subjects += mail.subject;
+    return subjects;
+}
+
+TEST(ConversionOfAFolder, GivesItsMessagesByDateThenByName)
+{
+    const TempFolder folder;
+    std::filesystem::create_directory(folder / "box.ppm");
+    writeBytes(folder / "box.ppm/a.eml", message("3", "3 Jan 2000 1:00"));
+    writeBytes(folder / "box.ppm/c.EML", message("2", "2 Jan 2000 1:00"));
+    writeBytes(folder / "box.ppm/b.eml", message("1", "2 Jan 2000 1:00"));
+    writeBytes(folder / "box.ppm/d.eml", "no mail at all");
+    writeBytes(folder / "box.ppm/e.txt", message("x", "1 Jan 2000 1:00"));
+    const Conversion result = convertMailBox(folder / "box.ppm", folder / "Tolvek.Tmp");
+    EXPECT_EQ(result.status, ConversionStatus::Converted);
+    EXPECT_EQ(result.count, 3);
+    EXPECT_EQ(result.leftOut, 1);
+    EXPECT_EQ(subjectsOf(folder / "Tolvek.Tmp"), "123");
+}
+
+TEST(ConversionOfAFolder, MayBeAMaildirUnderTheBareName)
+{
+    const TempFolder folder;
+    for (const char* part : {"box", "box/cur", "box/new", "box/tmp"})
+        std::filesystem::create_directory(folder / part);
+    writeBytes(folder / "box/cur/1:2,S", message("2", "2 Jan 2000 1:00"));
+    writeBytes(folder / "box/new/2", message("1", "1 Jan 2000 1:00"));
+    writeBytes(folder / "box/tmp/3", message("x", "1 Jan 2000 1:00"));
+    EXPECT_EQ(convertMailBox(folder / "box.ppm", folder / "Tolvek.Tmp").count, 2);
+    EXPECT_EQ(subjectsOf(folder / "Tolvek.Tmp"), "12");
+}
+
+TEST(ConversionOfAFolder, MessageWithoutADateHasItsFiles)
+{
+    const TempFolder folder;
+    std::filesystem::create_directory(folder / "box.ppm");
+    writeBytes(folder / "box.ppm/a.eml", message("1", ""));
+    using namespace std::chrono;
+    std::filesystem::last_write_time(folder / "box.ppm/a.eml",
+                                     file_clock::from_sys(sys_days(2003y / March / 10) + 43200s));
+    convertMailBox(folder / "box.ppm", folder / "Tolvek.Tmp");
+    EXPECT_NE(readTemp(folder / "Tolvek.Tmp").at(0).date.find("Mar 2003"), std::string::npos);
+    convertMailBox(folder / "box.ppm/a.eml", folder / "Tolvek.Tmp");
+    EXPECT_EQ(readTemp(folder / "Tolvek.Tmp").at(0).date, "");
+}
+
+TEST(ConversionOfAFolder, WithoutMessagesIsNoBox)
+{
+    const TempFolder folder;
+    std::filesystem::create_directory(folder / "box.ppm");
+    EXPECT_EQ(convertMailBox(folder / "box.ppm", folder / "Tolvek.Tmp").status,
+              ConversionStatus::Unreadable);
+    std::filesystem::create_directory(folder / "box.ppm/cur");
+    EXPECT_EQ(convertMailBox(folder / "box.ppm", folder / "Tolvek.Tmp").status,
+              ConversionStatus::Converted);
+    writeBytes(folder / "a.eml", message("1", ""));
+    EXPECT_EQ(convertMailBox(folder.path() / "", folder / "x").status,
+              ConversionStatus::Unreadable);
 }
 
 class FailingDisk : public ::testing::TestWithParam<FileOperation> {

@@ -43,5 +43,15 @@ TEST(PlainText, PrefixNeverHalvesACharacter)
     EXPECT_EQ(wholePrefix("a\x82", 9), "a");
 }
 
+TEST(PlainText, CharacterWithoutAFormGetsTheNearest)
+{
+    EXPECT_EQ(plainLine(u"für Größe"), u"fur Grosse");
+    EXPECT_EQ(plainLine(u"e\u0323\u0301 x\u0302"), u"e x");
+    EXPECT_EQ(plainLine(u"½ ² ﬁ Č © €"), u"1/2 2 fi C (C) EUR");
+    EXPECT_EQ(plainLine(u"a\uE63Eb"), u"a〓b");
+    EXPECT_EQ(plainLine(u"①㈱髙桜 é"), u"①㈱髙桜 e");
+    EXPECT_EQ(foldedLine(u"ü"), u"ü");
+}
+
 }
 }
