@@ -37,7 +37,7 @@ void requireSound(Connection& connection, TextView check)
     connection.pragma(kRoomForChecks);
     const Text found = connection.pragma(check);
     if (found == u"ok") return;
-    throw isUnread(found) ? RuntimeError(75) : RuntimeError(3343, pathText(connection.path()));
+    throw isUnread(found) ? RuntimeError(57) : RuntimeError(3343, pathText(connection.path()));
 }
 
 void writeCopy(Connection& source, const path& side)
@@ -59,7 +59,7 @@ void verify(const path& side)
         requireSound(*copy, u"PRAGMA quick_check");
         copy->close();
     } catch (const RuntimeError& error) {
-        if (error.number() == 3343) throw RuntimeError(75);
+        if (error.number() == 3343) throw RuntimeError(57);
         throw;
     }
 }

@@ -43,7 +43,8 @@ int ask(FileOperation operation, const path& name, int failure)
         probeFile(operation, name);
         return SQLITE_OK;
     } catch (const std::system_error& error) {
-        return error.code() == std::errc::no_space_on_device ? SQLITE_FULL : failure;
+        if (error.code() == std::errc::no_space_on_device) return SQLITE_FULL;
+        return error.code() == std::errc::permission_denied ? SQLITE_CANTOPEN : failure;
     }
 }
 

@@ -46,6 +46,7 @@ RuntimeError sqliteError(int code, TextView message, TextView path)
     case SQLITE_FULL:
         return RuntimeError(61);
     case SQLITE_IOERR:
+        return RuntimeError(57);
     case SQLITE_CANTOPEN:
     case SQLITE_PERM:
         return RuntimeError(75);

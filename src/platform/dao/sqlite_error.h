@@ -8,7 +8,7 @@
 namespace tolvek {
 
 // By the result code and the connection's message: constraints by the name of
-// the broken rule, 61 full disk, 75 a failed file operation, 3027 read-only,
+// the broken rule, 57 a failing device, 61 full disk, 75 no access, 3027 read-only,
 // 3343 damaged, 3356 held by another program.
 RuntimeError sqliteError(int code, sqlite3* connection, TextView path);
 

@@ -26,6 +26,7 @@ constexpr ErrorText kErrorTexts[] = {
     {53, u"ファイルが見つかりません。"},
     {54, u"ファイル モードが不正です。"},
     {55, u"ファイルは既に開かれています。"},
+    {57, u"デバイス I/O エラーです。"},
     {58, u"既に同名のファイルが存在しています。"},
     {61, u"ディスクの空き容量が不足しています。"},
     {62, u"ファイルにこれ以上データがありません。"},
@@ -68,8 +69,16 @@ constexpr ErrorText kErrorTexts[] = {
     {30010, u"列の値が不正です。"},
 };
 
+// The disk itself, or the way to it; the path is as good as before.
+bool isDeviceFailure(const std::error_code& code)
+{
+    return code == std::errc::io_error || code == std::errc::no_such_device ||
+           code == std::errc::no_such_device_or_address;
+}
+
 int fileErrorNumber(const std::error_code& code)
 {
+    if (isDeviceFailure(code)) return 57;
     if (code == std::errc::no_such_file_or_directory) return 53;
     if (code == std::errc::not_a_directory) return 76;
     if (code == std::errc::file_exists) return 58;

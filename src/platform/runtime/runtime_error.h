@@ -33,8 +33,8 @@ private:
 // The platform's text for a number; an empty text for an unknown one.
 std::u16string errorText(int number, std::u16string_view name = {});
 
-// What a failed file operation is on the platform: ENOENT 53, ENOTDIR 76,
-// EEXIST 58, EACCES/EROFS 75, ENOSPC 61, EBUSY/ETXTBSY 70, anything else 75.
+// What a failed file operation is on the platform: ENOENT 53, ENOTDIR 76, EEXIST 58,
+// EIO/ENODEV/ENXIO 57, EACCES/EROFS 75, ENOSPC 61, EBUSY/ETXTBSY 70, others 75.
 RuntimeError fileError(const std::error_code& code, std::u16string_view name = {});
 
 }

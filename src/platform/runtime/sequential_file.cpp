@@ -1,6 +1,7 @@
 #include "platform/runtime/sequential_file.h"
 
 #include <algorithm>
+#include <system_error>
 #include <utility>
 
 namespace tolvek {
@@ -12,13 +13,24 @@ constexpr char kEndOfText = '\x1a';
 
 }
 
+std::size_t InputFile::readPiece()
+{
+    try {
+        return file_.read(piece_.data(), kPieceSize);
+    } catch (const std::system_error&) {
+        ended_ = true;
+        buffer_.clear(); // the line that this read was to complete
+        throw;
+    }
+}
+
 bool InputFile::readMore()
 {
     if (ended_) return false;
     buffer_.erase(0, std::exchange(position_, 0));
     const std::size_t before = buffer_.size();
     piece_.resize(kPieceSize);
-    const std::size_t size = file_.read(piece_.data(), kPieceSize);
+    const std::size_t size = readPiece();
     buffer_.append(piece_, 0, size);
     const std::size_t end = buffer_.find(kEndOfText, before);
     ended_ = size == 0 || end != std::string::npos;

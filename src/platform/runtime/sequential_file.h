@@ -12,7 +12,9 @@
 
 namespace tolvek {
 
-// A byte 1A is its end. What it hands out is valid until the next call.
+// A byte 1A is its end, and so is a failed read: what stands after a gap can't be
+// told from what stands before it, and a reader that asks for the end would ask
+// for ever. What it hands out is valid until the next call.
 class InputFile {
 public:
     explicit InputFile(const Path& path) : file_(path, OpenFile::Mode::Read) {}
@@ -31,6 +33,7 @@ public:
 private:
     bool have(std::size_t count);
     bool readMore();
+    std::size_t readPiece();
     std::size_t lengthUpTo(std::string_view stops);
     std::string_view rest() const { return std::string_view(buffer_).substr(position_); }
 

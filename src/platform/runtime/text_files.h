@@ -1,9 +1,9 @@
 // Sequential text files by file number, code page 932 both ways.
 //
 // Numbers run from 1; a number stays taken until closeFile. Reading past the
-// end is 62, a missing file 53, a missing folder 76, a number not open 52, one
-// open the other way 54, a number already open 55, an unwritable file 75, a
-// full disk 61 (at the write or at the close, and told once for what was lost).
+// end is 62, a missing file 53, a missing folder 76, a number not open 52, one open
+// the other way 54, already open 55, an unwritable file 75, a failing device 57, a full
+// disk 61 (at write or close, once). After a failed read a file is at its end.
 // In input mode a byte 1A ends the file.
 #pragma once
 #include "platform/runtime/int16.h"

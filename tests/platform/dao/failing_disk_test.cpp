@@ -15,7 +15,7 @@ protected:
     }
 };
 
-TEST_F(FailingDiskTest, AFullDiskIs61AndAFailingOne75)
+TEST_F(FailingDiskTest, AFullDiskIs61AndAFailingOne57)
 {
     for (const FileOperation operation :
          {FileOperation::Write, FileOperation::Create, FileOperation::Flush}) {
@@ -23,19 +23,19 @@ TEST_F(FailingDiskTest, AFullDiskIs61AndAFailingOne75)
         failAt(operation, std::errc::no_space_on_device);
         EXPECT_EQ(errorOf([&] { addMail(database, u"2000", 1); }), 61) << int(operation);
         failAt(operation, std::errc::io_error);
-        EXPECT_EQ(errorOf([&] { addMail(database, u"2000", 1); }), 75) << int(operation);
+        EXPECT_EQ(errorOf([&] { addMail(database, u"2000", 1); }), 57) << int(operation);
         setFileProbe({});
         database.Close();
         EXPECT_EQ(mails(), 0);
     }
 }
 
-TEST_F(FailingDiskTest, AFileThatCannotBeOpenedOrReadIs75)
+TEST_F(FailingDiskTest, AFileThatCannotBeOpenedOrReadIs57)
 {
     failAt(FileOperation::Open, std::errc::io_error);
-    EXPECT_EQ(errorOf([&] { opened(); }), 75);
+    EXPECT_EQ(errorOf([&] { opened(); }), 57);
     failAt(FileOperation::Read, std::errc::io_error);
-    EXPECT_EQ(errorOf([&] { opened(); }), 75);
+    EXPECT_EQ(errorOf([&] { opened(); }), 57);
     setFileProbe({});
     EXPECT_EQ(mails(), 0);
 }
@@ -60,7 +60,7 @@ TEST_F(FailingDiskTest, ACloseThatCannotFlushTellsItAndLosesNothing)
     Database database = opened();
     addMail(database, u"2000", 1);
     failAt(FileOperation::FlushFolder, std::errc::io_error);
-    EXPECT_EQ(errorOf([&] { database.Close(); }), 75);
+    EXPECT_EQ(errorOf([&] { database.Close(); }), 57);
     setFileProbe({});
     EXPECT_FALSE(database.isOpen());
     EXPECT_EQ(mails(), 1);

@@ -72,7 +72,9 @@ TEST(RuntimeErrorTest, GivesFailedFileOperationsTheirNumbers)
         {std::errc::no_space_on_device, 61},
         {std::errc::device_or_resource_busy, 70},
         {std::errc::text_file_busy, 70},
-        {std::errc::io_error, 75},
+        {std::errc::io_error, 57},
+        {std::errc::no_such_device, 57},
+        {std::errc::no_such_device_or_address, 57},
         {std::errc::is_a_directory, 75},
     };
     for (const auto& row : table)
