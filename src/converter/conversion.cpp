@@ -1,6 +1,7 @@
 #include "converter/conversion.h"
 
 #include "converter/address.h"
+#include "converter/box_changes.h"
 #include "converter/encoded_words.h"
 #include "converter/header_fields.h"
 #include "converter/mail_date.h"
@@ -129,7 +130,8 @@ bool readMessage(const std::filesystem::path& path, std::string& groups, int& co
             if (count < kMost) ++count;
         }
         return any;
-    } catch (const std::system_error&) {
+    } catch (const std::system_error& failure) {
+        if (failure.code() == std::errc::io_error) throw;
         return false;
     }
 }
@@ -156,18 +158,50 @@ Conversion writeFolder(const std::filesystem::path& folder, const std::filesyste
     return {ConversionStatus::Converted, static_cast<std::int16_t>(count), leftOut};
 }
 
-Conversion writeMails(MailFile& mails, const std::filesystem::path& tempFile)
+// Each mail is held back until the next one has come: the last may be half of one.
+Conversion writeMails(MailFile& mails, const BoxChanges& changes,
+                      const std::filesystem::path& tempFile)
 {
     TempFile temp(tempFile);
     temp.write("<Start>\r\n");
     RawMail mail;
+    std::string last;
     int count = 0;
     while (mails.next(mail)) {
         if (count < kMost) ++count;
-        temp.write(tempGroup(convertMail(mail)));
+        temp.write(last);
+        last = tempGroup(convertMail(mail));
     }
+    if (changes.kind() == BoxChanges::Kind::Rewritten) return {ConversionStatus::Changing, 0};
+    if (count > 0 && changes.kind() == BoxChanges::Kind::Grown)
+        --count;
+    else
+        temp.write(last);
     temp.commit();
     return {ConversionStatus::Converted, static_cast<std::int16_t>(count)};
+}
+
+// None for what isn't known for certain.
+std::optional<MailFile> openedBox(const std::filesystem::path& mailFile)
+{
+    const MailFileKind kind = recogniseFile(mailFile);
+    if (kind == MailFileKind::Nothing) return std::nullopt;
+    return MailFile(mailFile, kind);
+}
+
+// A box that this user may not read is that box's own affair; a failing device isn't.
+Conversion convertOnce(const std::filesystem::path& mailFile, const std::filesystem::path& tempFile)
+{
+    const BoxChanges changes(mailFile);
+    std::optional<MailFile> mails;
+    try {
+        mails = openedBox(mailFile);
+    } catch (const std::system_error& failure) {
+        if (failure.code() == std::errc::io_error) throw;
+        return {ConversionStatus::Failed, 0};
+    }
+    if (!mails) return {ConversionStatus::Unreadable, 0};
+    return writeMails(*mails, changes, tempFile);
 }
 
 }
@@ -183,15 +217,16 @@ TempMail convertMail(const RawMail& mail)
 Conversion convertMailBox(const std::filesystem::path& mailFile,
                           const std::filesystem::path& tempFile)
 {
+    constexpr int kAttempts = 3;
     try {
         if (const auto folder = folderOfBox(mailFile); !folder.empty())
             return writeFolder(folder, tempFile);
-        const MailFileKind kind = recogniseFile(mailFile);
-        if (kind == MailFileKind::Nothing) return {ConversionStatus::Unreadable, 0};
-        MailFile mails(mailFile, kind);
-        return writeMails(mails, tempFile);
-    } catch (const std::system_error&) {
-        return {ConversionStatus::Failed, 0};
+        Conversion conversion = convertOnce(mailFile, tempFile);
+        for (int n = 1; n < kAttempts && conversion.status == ConversionStatus::Changing; ++n)
+            conversion = convertOnce(mailFile, tempFile);
+        return conversion;
+    } catch (const std::system_error& failure) {
+        return {ConversionStatus::Failed, 0, 0, failure.code()};
     }
 }
 

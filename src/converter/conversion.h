@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <system_error>
 
 namespace tolvek {
 
@@ -12,19 +13,23 @@ enum class ConversionStatus : std::int16_t {
     Converted = 0,  // also for an empty box
     Unreadable = 1, // not there, or nothing that is known for certain
     Failed = 3,     // reading or writing failed; an older temp file stays
-    Incomplete = 4  // of a friend book: a file of it was left out
+    Incomplete = 4, // of a friend book: a file of it was left out
+    Changing = 5    // written anew while it was read; to be read another time
 };
 
 struct Conversion {
     ConversionStatus status = ConversionStatus::Failed;
     std::int16_t count = 0; // 0 unless Converted or Incomplete; 32767 of more mails
     int leftOut = 0;        // files of a folder that couldn't be read
+    // Of a mail box, with Failed: what failed, if every other box would meet it too.
+    std::error_code failure = {};
 };
 
 // The box is a file, or a folder of single messages: these by date, then by name,
 // and one without any date under its file's.
 //
-// Memory stays at the size of the largest mail. Never throws std::system_error;
+// Memory stays at the size of the largest two mails. The last mail of a box that
+// grows meanwhile is left out. Never throws std::system_error;
 // that is Failed.
 Conversion convertMailBox(const std::filesystem::path& mailFile,
                           const std::filesystem::path& tempFile);

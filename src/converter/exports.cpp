@@ -31,31 +31,39 @@ void tell(const Conversion& conversion, std::int16_t* count, std::int16_t* statu
 
 // As written when it is there, else as the program looks for names: without
 // regard to case and to composed or decomposed kana.
-template <class Record> std::filesystem::path foundPath(const Record& record)
+std::filesystem::path foundPath(const std::string& bytes)
 {
-    const std::string bytes = recordText(record.bytes, sizeof record.bytes);
     if (bytes.empty() || entryExists(bytes)) return bytes;
     return existingPath(fromUtf8(bytes));
+}
+
+template <class Record> std::string textOf(const Record& record)
+{
+    return recordText(record.bytes, sizeof record.bytes);
 }
 
 Conversion edit(const TolvekPath* mailFile, const TolvekPath* tempFile)
 {
     if (mailFile == nullptr || tempFile == nullptr) return {ConversionStatus::Failed, 0};
-    return convertMailBox(foundPath(*mailFile),
-                          recordText(tempFile->bytes, sizeof tempFile->bytes));
+    return convertMailBox(foundPath(textOf(*mailFile)), textOf(*tempFile));
+}
+
+Conversion editFiles(const char* mailFile, const char* tempFile)
+{
+    if (mailFile == nullptr || tempFile == nullptr) return {ConversionStatus::Failed, 0};
+    return convertMailBox(foundPath(mailFile), tempFile);
 }
 
 Conversion friendEdit(const StrChangeRec* folder, const StrChangeRec* tempFile)
 {
     if (folder == nullptr || tempFile == nullptr) return {ConversionStatus::Failed, 0};
-    return convertFriendBook(foundPath(*folder),
-                             recordText(tempFile->bytes, sizeof tempFile->bytes));
+    return convertFriendBook(foundPath(textOf(*folder)), textOf(*tempFile));
 }
 
 // A text that can't be decoded is handed back as it came.
 ChangedText changed(const StrChangeRec& input)
 {
-    const std::string text = recordText(input.bytes, sizeof input.bytes);
+    const std::string text = textOf(input);
     try {
         return strChange(text, sizeof input.bytes);
     } catch (const std::exception&) {
@@ -72,6 +80,15 @@ int Tolvek_Edit(TolvekPath*, TolvekPath* mailFile, TolvekPath* tempFile, std::in
 {
     tolvek::tell(tolvek::guarded([&] { return tolvek::edit(mailFile, tempFile); }), count, status);
     return 0;
+}
+
+int Tolvek_EditFiles(const char*, const char* mailFile, const char* tempFile, std::int16_t* count,
+                     std::int16_t* status)
+{
+    const tolvek::Conversion conversion =
+        tolvek::guarded([&] { return tolvek::editFiles(mailFile, tempFile); });
+    tolvek::tell(conversion, count, status);
+    return conversion.failure.value();
 }
 
 int TolvekFriend_Edit(StrChangeRec* folder, StrChangeRec* tempFile, std::int16_t* count,

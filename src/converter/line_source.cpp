@@ -42,7 +42,7 @@ void LineSource::dropCarriageReturns(std::string& line) const
         line.pop_back();
 }
 
-bool LineSource::readLine(std::string& line)
+bool LineSource::readBytes(std::string& line)
 {
     line.clear();
     if (!fill()) return false;
@@ -62,10 +62,53 @@ bool LineSource::readLine(std::string& line)
     return true;
 }
 
+// False when nothing follows them.
+bool LineSource::skipNuls()
+{
+    while (fill() && buffer_[begin_] == '\0') {
+        ++begin_;
+        ++read_;
+    }
+    return fill();
+}
+
+// Where NULs begin that are no text: eight in a row, or any at the file's end.
+std::size_t LineSource::gapIn(std::string_view line)
+{
+    constexpr std::string_view kShortest("\0\0\0\0\0\0\0\0", 8);
+    const std::size_t gap = line.find(kShortest);
+    if (gap != std::string_view::npos || !line.ends_with('\0') || fill()) return gap;
+    return line.find_last_not_of('\0') + 1;
+}
+
+// What stands before a gap, the gap and what stands after it come one by one.
+bool LineSource::readLine(Line& line)
+{
+    if (rest_) {
+        line = std::move(*rest_);
+        rest_.reset();
+    } else {
+        line.begin = read_;
+        if (!readBytes(line.text)) return false;
+    }
+    const std::size_t gap = gapIn(line.text);
+    if (gap == std::string::npos) return true;
+    const std::size_t after = gap > 0 ? gap : line.text.find_first_not_of('\0');
+    const bool hasRest = after != std::string::npos;
+    if (hasRest) rest_ = Line{line.text.substr(after), line.begin + after};
+    line.text.resize(gap);
+    return hasRest || skipNuls();
+}
+
 bool LineSource::next(std::string& line)
 {
     lineBegin_ = position();
-    if (queue_.empty()) return readLine(line);
+    if (queue_.empty()) {
+        Line read;
+        const bool found = readLine(read);
+        line = std::move(read.text);
+        return found;
+    }
     line = std::move(queue_.front().text);
     queue_.pop_front();
     return true;
@@ -74,8 +117,8 @@ bool LineSource::next(std::string& line)
 const std::string* LineSource::ahead(std::size_t index)
 {
     while (queue_.size() <= index) {
-        Line line{{}, read_};
-        if (!readLine(line.text)) return nullptr;
+        Line line;
+        if (!readLine(line)) return nullptr;
         queue_.push_back(std::move(line));
     }
     return &queue_[index].text;

@@ -4,13 +4,19 @@
 // LF, CR LF and CR CR LF (left by gateways) each end a line; a last line needs
 // no end. In a file without any LF a CR ends a line; in others it is a
 // character of its line. A line longer than kLongestLine comes in pieces.
+//
+// A run of NULs is what a crashed file system leaves in place of bytes that never
+// reached the disk. It ends the line before it; at the end of the file it is
+// nothing, elsewhere an empty line, so that the mail after it is found.
 #pragma once
 #include "platform/system/files.h"
 
 #include <cstdint>
 #include <deque>
 #include <filesystem>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace tolvek {
@@ -32,7 +38,11 @@ public:
     // Where in the file the line begins that was handed out last, and where the
     // next one does.
     std::uint64_t lineBegin() const { return lineBegin_; }
-    std::uint64_t position() const { return queue_.empty() ? read_ : queue_.front().begin; }
+    std::uint64_t position() const
+    {
+        if (!queue_.empty()) return queue_.front().begin;
+        return rest_ ? rest_->begin : read_;
+    }
 
     // Bytes of the same file at another place; fewer at its end.
     std::string bytesAt(std::uint64_t place, std::size_t size) const;
@@ -40,9 +50,12 @@ public:
 private:
     struct Line {
         std::string text;
-        std::uint64_t begin;
+        std::uint64_t begin = 0;
     };
-    bool readLine(std::string& line);
+    bool readLine(Line& line);
+    bool readBytes(std::string& line); // up to the line's end
+    std::size_t gapIn(std::string_view line);
+    bool skipNuls();
     bool fill();
     void dropCarriageReturns(std::string& line) const;
 
@@ -54,6 +67,7 @@ private:
     std::uint64_t read_ = 0;
     std::uint64_t lineBegin_ = 0;
     std::deque<Line> queue_;
+    std::optional<Line> rest_; // of a line with a gap in it
 };
 
 }

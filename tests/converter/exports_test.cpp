@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
+
 #include <dlfcn.h>
 
 namespace tolvek::test {
@@ -24,7 +26,10 @@ protected:
         friendEdit_ =
             reinterpret_cast<decltype(&TolvekFriend_Edit)>(dlsym(library_, "TolvekFriend_Edit"));
         change_ = reinterpret_cast<decltype(&Mail_StrChange)>(dlsym(library_, "Mail_StrChange"));
-        ASSERT_TRUE(edit_ != nullptr && friendEdit_ != nullptr && change_ != nullptr);
+        editFiles_ =
+            reinterpret_cast<decltype(&Tolvek_EditFiles)>(dlsym(library_, "Tolvek_EditFiles"));
+        ASSERT_TRUE(edit_ != nullptr && friendEdit_ != nullptr && change_ != nullptr &&
+                    editFiles_ != nullptr);
     }
     void TearDown() override
     {
@@ -57,6 +62,7 @@ protected:
     decltype(&Tolvek_Edit) edit_ = nullptr;
     decltype(&TolvekFriend_Edit) friendEdit_ = nullptr;
     decltype(&Mail_StrChange) change_ = nullptr;
+    decltype(&Tolvek_EditFiles) editFiles_ = nullptr;
     std::int16_t count_ = 99;
     std::int16_t status_ = 99;
     TempFolder folder_;
@@ -116,8 +122,37 @@ TEST_F(ExportsTest, TempFileThatCannotBeWrittenIsAStatus)
     EXPECT_EQ(count_, 0);
 }
 
+TEST_F(ExportsTest, TakesPathsOfAnyLengthByName)
+{
+    std::filesystem::path deep = folder_.path();
+    for (int n = 0; n < 20; ++n)
+        deep /= "受信フォルダ受信フォルダ";
+    std::filesystem::create_directories(deep);
+    std::filesystem::copy_file(kFolder / "mbox_three.mbox", deep / "受信メール.ppm");
+    const std::string mail = (deep / "受信メール.ppm").string();
+    const std::string temp = (deep / "Tolvek.Tmp").string();
+    EXPECT_EQ(editFiles_("", mail.c_str(), temp.c_str(), &count_, &status_), 0);
+    EXPECT_EQ(status_, 0);
+    EXPECT_EQ(count_, 3);
+    EXPECT_EQ(readTemp(temp).size(), 3u);
+}
+
+TEST_F(ExportsTest, TellsByTheSystemsNumberWhatEveryBoxWouldMeet)
+{
+    const std::string mail = (kFolder / "mbox_three.mbox").string();
+    const std::string nowhere = (folder_ / "none" / "Tolvek.Tmp").string();
+    const std::string temp = (folder_ / "Tolvek.Tmp").string();
+    EXPECT_EQ(editFiles_("", mail.c_str(), nowhere.c_str(), &count_, &status_), ENOENT);
+    EXPECT_NE(status_, 0);
+    EXPECT_EQ(editFiles_("", nowhere.c_str(), temp.c_str(), &count_, &status_), 0);
+    EXPECT_NE(status_, 0) << "a box that isn't there is passed over";
+}
+
 TEST_F(ExportsTest, BearsMissingRecords)
 {
+    EXPECT_EQ(editFiles_(nullptr, nullptr, nullptr, &count_, &status_), 0);
+    EXPECT_NE(status_, 0);
+
     edit_(nullptr, nullptr, nullptr, &count_, &status_);
     EXPECT_NE(status_, 0);
     edit_(nullptr, nullptr, nullptr, nullptr, nullptr);

@@ -64,6 +64,28 @@ TEST(LineSource, LineEndOnTheEdgeOfTheBufferIsOneLineEnd)
     }
 }
 
+TEST(LineSource, ARunOfNulsIsAGapAndFewOfThemAreText)
+{
+    const std::string gap(8, '\0'), few(7, '\0');
+    EXPECT_EQ(linesOfBytes("a\n" + gap), Lines{"a"});
+    EXPECT_EQ(linesOfBytes("a" + gap), Lines{"a"});
+    EXPECT_EQ(linesOfBytes("a" + few), Lines{"a"}) << "at the end the fewest are one";
+    EXPECT_EQ(linesOfBytes(gap + "b"), (Lines{"", "b"}));
+    EXPECT_EQ(linesOfBytes("a" + gap + "b\n"), (Lines{"a", "", "b"}));
+    EXPECT_EQ(linesOfBytes("a\n" + gap + "b"), (Lines{"a", "", "b"}));
+    EXPECT_EQ(linesOfBytes("a" + few + "b"), Lines{"a" + few + "b"});
+    for (std::size_t size = 65525; size < 65540; ++size) {
+        const std::string line(size, 'x');
+        EXPECT_EQ(linesOfBytes(line + gap + "b"), (Lines{line, "", "b"}));
+        EXPECT_EQ(linesOfBytes(line + few + "b"), Lines{line + few + "b"});
+    }
+}
+
+TEST(LineSource, AnEmptyLastLineIsALine)
+{
+    EXPECT_EQ(linesOfBytes("a\n\n"), (Lines{"a", ""}));
+}
+
 TEST(LineSource, EndlessLineComesInPieces)
 {
     const auto lines = linesOfBytes(std::string(3u << 20, 'x'));

@@ -46,14 +46,33 @@ SharedLibrary& loadedLibrary()
     return *library;
 }
 
-template <class Function> Function* exported(const char* name)
+// None when the library doesn't have it.
+template <class Function> Function* exportedIfAny(const char* name)
 {
+    SharedLibrary& loaded = loadedLibrary();
     try {
-        return reinterpret_cast<Function*>(loadedLibrary().symbol(name));
+        return reinterpret_cast<Function*>(loaded.symbol(name));
     } catch (const std::system_error& failure) {
-        if (failure.code() == std::errc::function_not_supported) throw missingExport(name);
+        if (failure.code() == std::errc::function_not_supported) return nullptr;
         throw;
     }
+}
+
+template <class Function> Function* exported(const char* name)
+{
+    if (Function* const found = exportedIfAny<Function>(name)) return found;
+    throw missingExport(name);
+}
+
+// Only this program's own library has it.
+decltype(::Tolvek_EditFiles)* ownEdit()
+{
+    return exportedIfAny<decltype(::Tolvek_EditFiles)>("Tolvek_EditFiles");
+}
+
+std::string pathBytes(const Text& path)
+{
+    return existingPath(cutAtNul(path)).string();
 }
 
 // The text, a NUL if there is room for it, blanks to the end.
@@ -69,23 +88,47 @@ template <class Record> Record filled(const std::string& bytes)
 // A cut name would be another file's name: what doesn't fit is refused.
 template <class Record> Record pathRecord(const Text& path)
 {
-    const std::string bytes = existingPath(cutAtNul(path)).string();
+    const std::string bytes = pathBytes(path);
     if (bytes.size() >= sizeof(Record)) throw RuntimeError(75);
     return filled<Record>(bytes);
 }
 
-void callTolvekEdit(const Text& list, const Text& mail, const Text& temp, Int16& count,
-                    Int16& status)
+void editByRecords(const Text& list, const Text& mail, const Text& temp, std::int16_t& count,
+                   std::int16_t& status)
 {
     auto* const call = exported<decltype(::Tolvek_Edit)>("Tolvek_Edit");
     auto listFile = pathRecord<TolvekPath>(list);
     auto mailFile = pathRecord<TolvekPath>(mail);
     auto tempFile = pathRecord<TolvekPath>(temp);
+    call(&listFile, &mailFile, &tempFile, &count, &status);
+}
+
+// A box that can't be read is a status, and passed over. What fails for every
+// box is a failure.
+void editByNames(decltype(::Tolvek_EditFiles)* call, const Text& list, const Text& mail,
+                 const Text& temp, std::int16_t& count, std::int16_t& status)
+{
+    const int failure = call(pathBytes(list).c_str(), pathBytes(mail).c_str(),
+                             pathBytes(temp).c_str(), &count, &status);
+    if (failure != 0) throw fileError(std::error_code(failure, std::system_category()));
+}
+
+void callTolvekEdit(const Text& list, const Text& mail, const Text& temp, Int16& count,
+                    Int16& status)
+{
     std::int16_t found = static_cast<std::int16_t>(count);
     std::int16_t state = static_cast<std::int16_t>(status);
-    call(&listFile, &mailFile, &tempFile, &found, &state);
+    if (auto* const own = ownEdit())
+        editByNames(own, list, mail, temp, found, state);
+    else
+        editByRecords(list, mail, temp, found, state);
     count = found;
     status = state;
+}
+
+void requireRecordPath(const Text& path)
+{
+    if (!ownEdit()) pathRecord<TolvekPath>(path);
 }
 
 void callTolvekFriendEdit(const Text& folder, const Text& temp, Int16& count, Int16& second)
@@ -117,7 +160,7 @@ void callMailStrChange(const Text& source, Text& result, Int16& length)
 
 ConverterLibrary loaded()
 {
-    return {callTolvekEdit, callTolvekFriendEdit, callMailStrChange};
+    return {callTolvekEdit, callTolvekFriendEdit, callMailStrChange, requireRecordPath};
 }
 
 ConverterLibrary inUse = loaded();

@@ -98,6 +98,14 @@ TEST_F(ConverterLibraryTest, APathTooLongForItsRecordIsRefusedAndNeverCut)
               75);
 }
 
+TEST_F(ConverterLibraryTest, APathThatTheRecordsCantHoldIsToldBeforehand)
+{
+    givenTheLibrary();
+    converterLibrary().requirePath(u"/" + Text(254, u'a'));
+    EXPECT_EQ(numberOf([&] { converterLibrary().requirePath(u"/" + Text(255, u'a')); }), 75);
+    EXPECT_EQ(numberOf([&] { converterLibrary().requirePath(u"/" + Text(85, u'箱')); }), 75);
+}
+
 TEST_F(ConverterLibraryTest, TheFriendFolderEndsAtItsNul)
 {
     givenTheLibrary();

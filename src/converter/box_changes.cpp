@@ -1,0 +1,25 @@
+#include "converter/box_changes.h"
+
+#include <system_error>
+
+namespace tolvek {
+
+namespace fs = std::filesystem;
+
+BoxChanges::BoxChanges(const fs::path& box) : box_(box), before_(stampOf(box)) {}
+
+BoxChanges::Kind BoxChanges::kind() const
+{
+    const Stamp now = stampOf(box_);
+    if (now.size > before_.size) return Kind::Grown;
+    return now.size == before_.size && now.time == before_.time ? Kind::None : Kind::Rewritten;
+}
+
+// What can't be asked for is the same each time, and the reading hears of it.
+BoxChanges::Stamp BoxChanges::stampOf(const fs::path& box)
+{
+    std::error_code unknown;
+    return {fs::file_size(box, unknown), fs::last_write_time(box, unknown)};
+}
+
+}
