@@ -6,6 +6,7 @@
 #include "platform/runtime/text_files.h"
 #include "shell/base/general.h"
 #include "shell/base/guard.h"
+#include "shell/base/report_watch.h"
 
 namespace tolvek {
 namespace {
@@ -78,7 +79,8 @@ public:
         clearBlocks();
         // Without an end line the conversion was cut off: the mail is given up
         // without a word and the reader closes the file.
-        while (!endOfFile(fileNumber_)) {
+        // So it is when a part of it couldn't be stored and the next couldn't either.
+        while (!reports_.lasting() && !endOfFile(fileNumber_)) {
             line_ = lineInput(fileNumber_);
             if (line_.starts_with(kEndLabel)) return handOver();
             if (current_ >= kFullRow) storePart();
@@ -164,6 +166,7 @@ private:
         blankLines_ = 0;
     }
 
+    const ReportWatch reports_;
     Int16 fileNumber_;
     Text& line_;
     const MailHeadings& mail_;

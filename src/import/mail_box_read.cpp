@@ -13,6 +13,7 @@
 #include "shell/base/frm_tolvek.h"
 #include "shell/base/frm_tolvek_work.h"
 #include "shell/base/guard.h"
+#include "shell/base/report_watch.h"
 #include "shell/base/settings.h"
 #include "shell/base/state.h"
 #include "store/search_tables.h"
@@ -23,35 +24,69 @@ namespace {
 
 constexpr int kLastOption = 15;
 
+struct BoxSide {
+    TextView folder;
+    const MailBoxFiles& mainBox;
+    const CheckedArray<Int16, 17>& options;
+    Int16 flag;
+
+    // Element 0 is the main box.
+    bool isChosen(int element) const { return options[element] == 1; }
+    const MailBoxFiles& files(int element) const
+    {
+        return element == 0 ? mainBox : gMailBoxTable[element - 1];
+    }
+    // The settings may be changed by hand to choose a row without files: the
+    // path then ends in the folder's separator, and the converter refuses it.
+    Text path(TextView file) const
+    {
+        return joinPath(joinPath(trim(gPostPetDir), folder), trim(file));
+    }
+};
+
+Text tempPath()
+{
+    return joinPath(appPath(), u"Tolvek.Tmp");
+}
+
+// Drawers have longer names than main boxes: a folder that is too deep would
+// fail in the middle of the walk.
+void requirePaths(const BoxSide& side)
+{
+    const auto& required = converterLibrary().requirePath;
+    if (!required) return;
+    for (int element = 0; element <= kLastOption; ++element) {
+        if (!side.isChosen(element)) continue;
+        const MailBoxFiles& files = side.files(element);
+        for (const Text& path : {side.path(files.list), side.path(files.mail), tempPath()})
+            required(path);
+    }
+}
+
 class BoxWalk {
 public:
-    void readSide(TextView folder, const MailBoxFiles& mainBox,
-                  const CheckedArray<Int16, 17>& options, Int16 side)
+    void readSide(const BoxSide& side)
     {
-        if (options[0] == 1) readBox(folder, mainBox, side);
-        for (int n = 1; n <= kLastOption; ++n) {
-            if (options[n] == 1) readBox(folder, gMailBoxTable[n - 1], side);
+        readBox(side, 0);
+        for (int element = 1; element <= kLastOption; ++element) {
+            readBox(side, element);
             DoEvents();
         }
     }
 
 private:
-    // The settings may be changed by hand to choose a row without files: the
-    // path then ends in the folder's separator, and the converter refuses it.
-    static Text boxPath(TextView folder, TextView file)
+    void readBox(const BoxSide& side, int element)
     {
-        return joinPath(joinPath(trim(gPostPetDir), folder), trim(file));
-    }
-
-    void readBox(TextView folder, const MailBoxFiles& files, Int16 side)
-    {
-        gStatusLines[4] = Text(folder) + u"   " + trim(files.mail);
+        if (!side.isChosen(element) || reports_.lasting()) return;
+        const MailBoxFiles& files = side.files(element);
+        gStatusLines[4] = Text(side.folder) + u"   " + trim(files.mail);
         Int16 count = 0;
-        converterLibrary().Tolvek_Edit(boxPath(folder, files.list), boxPath(folder, files.mail),
-                                       joinPath(appPath(), u"Tolvek.Tmp"), count, status_);
-        if (status_ == 0 && count != 0) tmpRead(side, side, count);
+        converterLibrary().Tolvek_Edit(side.path(files.list), side.path(files.mail), tempPath(),
+                                       count, status_);
+        if (status_ == 0 && count != 0) tmpRead(side.flag, side.flag, count);
     }
 
+    const ReportWatch reports_;
     // Not set before each call: a converter that writes no status leaves the
     // previous box's, and one box that can't be read then stops those behind it.
     Int16 status_ = 0;
@@ -94,9 +129,13 @@ void updateData(const ResumeNext& on, frmTolvek& form)
 
 void MailBoxRead()
 {
+    const BoxSide receive{kReceiveFolder, kReceiveMainBox, gRecievMailReadOption, 0};
+    const BoxSide send{kSendFolder, kSendMainBox, gSendMailReadOption, -1};
+    requirePaths(receive);
+    requirePaths(send);
     BoxWalk walk;
-    walk.readSide(kReceiveFolder, kReceiveMainBox, gRecievMailReadOption, 0);
-    walk.readSide(kSendFolder, kSendMainBox, gSendMailReadOption, -1);
+    walk.readSide(receive);
+    walk.readSide(send);
 }
 
 void comMailRead_Click(frmTolvek& form)

@@ -16,7 +16,9 @@ class frmTolvek;
 void comMailRead_Click(frmTolvek& form);
 
 // Lets each chosen box be converted and reads what came of it. A failure goes
-// to the caller and leaves the rest of the boxes unread.
+// to the caller and leaves the rest of the boxes unread; so does the first report
+// of one that will hold for every mail. A path that the converter can't take is
+// error 75 before the first box is read.
 void MailBoxRead();
 
 }

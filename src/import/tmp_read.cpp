@@ -8,6 +8,7 @@
 #include "platform/runtime/paths.h"
 #include "platform/runtime/text_files.h"
 #include "shell/base/guard.h"
+#include "shell/base/report_watch.h"
 #include "shell/base/state.h"
 
 namespace tolvek {
@@ -29,7 +30,7 @@ public:
         on_([this] { openForInput(path_, number_); });
         skipPreamble();
         showNumber();
-        while (!atEnd())
+        while (!isOver())
             readOneLine();
         on_([this] { closeFile(number_); });
     }
@@ -44,11 +45,11 @@ private:
     }
 
     // A file whose end can't be asked for counts as read to its end: the
-    // statement behind a loop is where a failing loop goes on.
-    bool atEnd()
+    // statement after a loop is where a failing loop goes on.
+    bool isOver()
     {
         bool end = true;
-        on_([this, &end] { end = endOfFile(number_); });
+        if (!reports_.lasting()) on_([this, &end] { end = endOfFile(number_); });
         return end;
     }
 
@@ -57,7 +58,7 @@ private:
     void skipPreamble()
     {
         Text field;
-        while (field != u"<Start>" && !atEnd())
+        while (field != u"<Start>" && !isOver())
             on_([&] { field = inputText(number_); });
     }
 
@@ -65,8 +66,9 @@ private:
     {
         gStatusLines[5] = progress_;
         on_([] { DoEvents(); });
-        on_([this] { line_ = lineInput(number_); });
+        if (!on_([this] { line_ = lineInput(number_); }) && reports_.lasting()) return;
         if (IsDuplicate == 0) takeHeading();
+        if (reports_.lasting()) return;
         if (line_.starts_with(u"<End>")) finishMail();
         if (DupChecked == 0) lookForDuplicate();
     }
@@ -152,6 +154,7 @@ private:
     }
 
     const ResumeNext on_{u"tmpRead"};
+    const ReportWatch reports_;
     const Int16 side_, sndRcvFlag_, count_;
     Int16 number_;
     Text path_, line_, progress_;

@@ -10,6 +10,9 @@
 // and skipping, once a mail was found in the store. A mail without an end line
 // is lost on purpose: the converter writes the end line last, so its absence
 // means a conversion that was cut off.
+//
+// After a report of a failure that will hold for every mail the reading ends: the
+// mail in hand isn't stored, and the file is closed.
 #pragma once
 #include "platform/runtime/int16.h"
 

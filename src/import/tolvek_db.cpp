@@ -82,13 +82,16 @@ void TolvekDB_Edit(Int16 SndRcvFlag, const Text& SndName, const Text& SndAdd, co
         gDb = DBEngine::OpenDatabase(gDbPath);
         Statement others = sameSecond(SndAdd, RcvAdd, YMD, HMS);
         Int16 count = rowsOf(others << u"' )");
-        if (count != 0) {
+        if (count != 0 && gDb.isOpen()) {
             // Rows come along the primary key: the last one has the highest sub key.
             gRs.MoveLast();
             subKey = gRs.field(u"tblTolvek_SubKey").int16();
             count = rowsOf(sameMail(SndAdd, RcvAdd, YMD, HMS, Subject));
             if (count == 0) ++subKey;
         }
+        // A count that failed has reported it and closed the database. Nobody knows
+        // then whether the mail is stored: it isn't stored twice.
+        if (!gDb.isOpen()) return;
         gDb.Close();
         if (count == 0)
             TolvekDB_Insert(SndRcvFlag, SndName, SndAdd, RcvName, RcvAdd, Subject, YMD, HMS, subKey,

@@ -95,6 +95,25 @@ TEST_F(ConverterReadTest, ASendersNameAndAddressArriveInTheirFields)
     }
 }
 
+TEST_F(ConverterReadTest, APostPetFolderMayBeDeeperThanThePathRecords)
+{
+    for (int n = 0; n < 8; ++n)
+        gPostPetDir = joinPath(gPostPetDir, u"とても深いところにあるフォルダー");
+    std::filesystem::create_directories(nativePath(joinPath(gPostPetDir, kReceiveFolder)));
+    read(kSeparator + kDate + "\ntext\n");
+    EXPECT_EQ(rows(u"tblTolvek"), 1);
+}
+
+// Silence would pass for a read without new mail.
+TEST_F(ConverterReadTest, ATempFileThatCantBeWrittenIsAnError)
+{
+    test::writeBytes(
+        nativePath(joinPath(joinPath(gPostPetDir, kReceiveFolder), kReceiveMainBox.mail)),
+        kSeparator + kDate + "\ntext\n");
+    std::filesystem::create_directory(file("Tolvek.Tmp.part"));
+    EXPECT_THROW(MailBoxRead(), RuntimeError);
+}
+
 TEST_F(ConverterReadTest, AMailWithoutSenderAndReceiverIsKeptAllTheSame)
 {
     readOne("Subject: nobody\n");

@@ -540,8 +540,7 @@ TEST_F(TmpReadTest, GivesUpAFileThatCannotBeOpened)
     });
     read();
     setFileProbe({});
-    // Behind the failed opening each loop asks for the end of a file that isn't open.
-    EXPECT_EQ(takeReports(), (Reports{"tmpRead 75", "tmpRead 52", "tmpRead 52"}));
+    EXPECT_EQ(takeReports(), Reports{"tmpRead 75"}) << "and not what follows from it";
     EXPECT_EQ(rows(u"tblTolvek"), 0);
     EXPECT_EQ(freeFile(), 1);
 }
@@ -555,7 +554,7 @@ TEST_F(TmpReadTest, GivesUpAFileThatCannotBeReadOn)
     });
     read();
     setFileProbe({});
-    EXPECT_EQ(takeReports().size(), 2U);
+    EXPECT_EQ(takeReports(), Reports{"tmpRead 57"});
     EXPECT_EQ(rows(u"tblTolvek"), 0);
     EXPECT_EQ(freeFile(), 1);
 }

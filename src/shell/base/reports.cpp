@@ -4,6 +4,10 @@
 #include "platform/system/process.h"
 #include "shell/base/general.h"
 #include "shell/base/guard.h"
+#include "shell/base/report_watch.h"
+
+#include <algorithm>
+#include <iterator>
 
 namespace tolvek {
 
@@ -15,8 +19,19 @@ Text gHelpPath;
 
 namespace {
 
-void showReport(TextView routine, const Text& text)
+int reportsShown = 0;
+int lastingReportsShown = 0;
+
+bool isLasting(int number)
 {
+    constexpr int kLasting[] = {57, 61, 75, 3024, 3027, 3343};
+    return std::ranges::find(kLasting, number) != std::end(kLasting);
+}
+
+void showReport(TextView routine, const RuntimeError& error, const Text& text)
+{
+    ++reportsShown;
+    if (isLasting(error.number())) ++lastingReportsShown;
     MsgBox(text, MsgButtons::Ok, u"エラーメッセージ (" + Text(routine) + u")", MsgIcon::Critical);
 }
 
@@ -41,15 +56,27 @@ Text endingExplanation(int number)
 // The line end here is a carriage return alone, unlike in ErrReportDb.
 void ErrReport(TextView routine, const RuntimeError& error)
 {
-    showReport(routine, numberAndDescription(error, u"\r"));
+    showReport(routine, error, numberAndDescription(error, u"\r"));
 }
 
 void ErrReportDb(TextView routine, const RuntimeError& error)
 {
     const Text explanation = endingExplanation(error.number());
-    showReport(routine, numberAndDescription(error, kCrLf) + explanation);
+    showReport(routine, error, numberAndDescription(error, kCrLf) + explanation);
     if (!explanation.empty()) endProgram();
     gDb.Close();
+}
+
+ReportWatch::ReportWatch() : any_(reportsShown), lasting_(lastingReportsShown) {}
+
+bool ReportWatch::any() const
+{
+    return reportsShown != any_;
+}
+
+bool ReportWatch::lasting() const
+{
+    return lastingReportsShown != lasting_;
 }
 
 void GET_RECCNT(Recordset& recordset, Int16& count)
