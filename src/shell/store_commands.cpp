@@ -9,9 +9,11 @@
 #include "shell/base/frm_tolvek_work.h"
 #include "shell/base/general.h"
 #include "shell/base/guard.h"
-#include "store/database_files.h"
+#include "shell/base/report_watch.h"
+#include "store/before_load.h"
 #include "store/table_create.h"
 #include "store/text_dump.h"
+#include "store/text_dump_set.h"
 
 namespace tolvek {
 
@@ -79,17 +81,32 @@ void rebuild(const ResumeNext& on, frmTolvek& form)
     on([] { MsgBox(u"ＤＢの作成が正常終了しました。", MsgButtons::Ok, u"Tolvek"); });
 }
 
-// At every moment from the first load on one whole copy stands there: the new
-// one is made and checked beside it, and then takes its place.
-void keepCopyBeforeLoad()
+void unLoadTables()
 {
-    if (!databaseExists(gDbPath)) return;
-    const Text kept = gDbPath + u".BeforeLoad";
-    const Text fresh = kept + u".New";
-    if (databaseExists(fresh)) removeDatabase(fresh); // of a load that was cut off
-    DBEngine::CompactDatabase(gDbPath, fresh);
-    replaceDatabase(fresh, kept);
-    flushFolderOf(kept);
+    tblTolvek_UnLoad();
+    tblSearch_Addresses_UnLoad();
+    tblSearch_Name_UnLoad();
+    DoEvents();
+    tblFriend_UnLoad();
+    DoEvents();
+    tblFilter_UnLoad();
+    DoEvents();
+    tblFilterData_UnLoad();
+    DoEvents();
+}
+
+void loadTables()
+{
+    tblTolvek_Load();
+    tblSearch_Addresses_Load();
+    tblSearch_Name_Load();
+    DoEvents();
+    tblFriend_Load();
+    DoEvents();
+    tblFilter_Load();
+    DoEvents();
+    tblFilterData_Load();
+    DoEvents();
 }
 
 }
@@ -127,32 +144,28 @@ void memDBEdit_Click(frmTolvek& form)
 
 void dbUnLoad()
 {
-    tblTolvek_UnLoad();
-    tblSearch_Addresses_UnLoad();
-    tblSearch_Name_UnLoad();
-    DoEvents();
-    tblFriend_UnLoad();
-    DoEvents();
-    tblFilter_UnLoad();
-    DoEvents();
-    tblFilterData_UnLoad();
-    DoEvents();
+    settleTextFiles();
+    const ReportWatch reports;
+    {
+        const UnLoadBeside beside;
+        unLoadTables();
+    }
+    leavePlainOnError(u"memExport_Click", [&] {
+        if (reports.any())
+            dropNewTextFiles();
+        else
+            exchangeTextFiles();
+    });
     MsgBox(u"メール履歴ＤＢのＵｎＬＯＡＤ（DB → TextFile）が終了しました。");
 }
 
 void dbLoad()
 {
-    if (hasTextFiles()) keepCopyBeforeLoad();
-    tblTolvek_Load();
-    tblSearch_Addresses_Load();
-    tblSearch_Name_Load();
-    DoEvents();
-    tblFriend_Load();
-    DoEvents();
-    tblFilter_Load();
-    DoEvents();
-    tblFilterData_Load();
-    DoEvents();
+    settleTextFiles();
+    const Text copy = hasTextFiles() ? beginLoad(gDbPath) : Text();
+    const ReportWatch reports;
+    loadTables();
+    if (!copy.empty()) endLoad(copy, reports.any());
     MsgBox(u"メール履歴ＤＢのＬＯＡＤ（TextFile → DB）が終了しました。");
 }
 

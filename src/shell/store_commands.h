@@ -11,10 +11,11 @@ void memInport_Click(frmTolvek& form);
 // creation, and the success is told whatever its answer was.
 void memDBEdit_Click(frmTolvek& form);
 
-// All six tables, and then the box that tells the end; it comes whether or not
-// a table failed. Before the load deletes anything, a flushed copy of the
-// database stands as Tolvek.Mdb.BeforeLoad (error of the copy: nothing is
-// loaded).
+// All six tables, and then the box that reports the end; it comes whether or not
+// a table failed. An unload puts all six files in place or none. Before a load
+// deletes anything, a flushed copy of the database is beside it (an error of the
+// copy: nothing is loaded), and a load that is cut off is taken back by the next
+// start (store/before_load.h).
 void dbUnLoad();
 void dbLoad();
 

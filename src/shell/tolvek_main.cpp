@@ -9,10 +9,12 @@
 #include "shell/base/general.h"
 #include "shell/base/guard.h"
 #include "shell/base/settings.h"
+#include "store/before_load.h"
 #include "store/database_files.h"
 #include "store/db_compress.h"
 #include "store/db_start.h"
 #include "store/table_create.h"
+#include "store/text_dump_set.h"
 
 namespace tolvek {
 
@@ -39,7 +41,7 @@ Text databasePath()
 void settleEarlierRun(const ResumeNext& on, bool upgrade)
 {
     const bool settled =
-        on([] { restoreFromNew(databasePath()); }) &&
+        on([] { undoCutOffLoads(appPath()); }) && on([] { restoreFromNew(databasePath()); }) &&
         on([&] { settleCutOffUpgrade(databasePath(), upgrade); }) &&
         (databaseExists(databasePath()) || on([] { keepBackUpAside(databasePath()); }));
     if (!settled) endProgram();
@@ -80,6 +82,7 @@ void prepareDatabase(TextView Ver, const UpgradeProgress& progress)
     const bool upgrade = upgradeNeeded(Ver);
     settleEarlierRun(on, upgrade);
     on([] { removeUnfinished(databasePath()); });
+    on([] { settleTextFiles(); });
     if (upgrade) on([&] { VerUp300(progress); });
     findDatabase(on);
     on([] { dbCompress(gDbPath); });

@@ -7,6 +7,7 @@
 #include "shell/base/guard.h"
 #include "store/database_files.h"
 #include "store/open_or_create.h"
+#include "store/text_dump_set.h"
 #include "store/text_dump_tables.h"
 
 #include <algorithm>
@@ -94,7 +95,7 @@ void unLoad(const TextDump& dump)
         gRs = gDb.OpenRecordset(dump.sorted, dbOpenDynaset);
         Int16 count = 0;
         GET_RECCNT(gRs, count);
-        const Text path = joinPath(appPath(), dump.file);
+        const Text path = unLoadPath(dump.file);
         number = freeFile();
         openForOutput(path, number);
         if (count != 0) writeRecords(dump, number);

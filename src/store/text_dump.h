@@ -4,9 +4,9 @@
 // breaks its record when it is read back), CR LF, no heading. A character that
 // the code page can't hold is written as 〓, and so is U+001A, whose byte would
 // end the file for the load. An unload never alters the database and forces its
-// file to the disk; a load replaces the table's content, and a table whose file
-// isn't there keeps what it has. Records are streamed one at a time, with a
-// yield at each.
+// file to the disk, in its place or beside it (text_dump_set.h); a load replaces
+// the table's content, and a table whose file isn't there keeps what it has.
+// Records are streamed one at a time, with a yield at each.
 //
 // Every routine opens and closes gDb and its file and reports its own failures:
 // a missing database may be created on asking, anything else ends the routine

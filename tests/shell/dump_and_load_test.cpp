@@ -6,10 +6,12 @@
 #include "import/mail_box_read.h"
 #include "import/mail_box_table.h"
 #include "shell/store_commands.h"
+#include "shell/tolvek_main.h"
 #include "store/database_files.h"
 #include "store/fault_injection.h"
 #include "store/search_tables.h"
 #include "store/text_dump.h"
+#include "store/text_dump_set.h"
 #include "support/archive_fixture.h"
 
 #include <set>
@@ -147,7 +149,11 @@ protected:
         kept_.putBack();
     }
 
-private:
+    static void start()
+    {
+        prepareDatabase(u"331", [](TextView) {});
+    }
+
     test::KeptFolder kept_{folder.path()};
 };
 
@@ -159,6 +165,58 @@ TEST_F(LoadFaultsTest, AnEndAtAnyMomentOfALoadLosesNoMail)
             dbLoad();
         },
         [this](int operation) { check(operation); });
+}
+
+// A user who saw 1,040 of 5,006 mails would take them for all there are.
+TEST_F(LoadFaultsTest, AfterAnEndAtAnyMomentTheNextStartShowsAWholeArchive)
+{
+    int takenBack = 0;
+    test::endAtEachOperation(
+        [] {
+            const DBEngine::Session session;
+            dbLoad();
+        },
+        [&](int operation) {
+            start();
+            const Texts now = subjects(gDbPath), before{u"一通目", u"二通目"};
+            EXPECT_TRUE(now == before || now == Texts{u"一通目"}) << "operation " << operation;
+            takenBack += now == before ? 1 : 0;
+            EXPECT_FALSE(exists("Tolvek.Mdb.BeforeLoad.Running")) << "operation " << operation;
+            kept_.putBack();
+        },
+        {},
+        [](const Path& path) { // the engine's journals have tests of their own
+            return path.filename().string().find('-') == std::string::npos;
+        });
+    EXPECT_GT(takenBack, 10);
+}
+
+// The dump is as it was, or whole and new; what a failed exchange left is made
+// good by the next load or unload.
+TEST_F(LoadFaultsTest, AFailureOfAnyOperationOfAnUnLoadLeavesOneSetOrTheOther)
+{
+    const std::string old = test::readBytes(file("tblTolvek.Txt"));
+    int failed = 0, reported = 0;
+    const auto report = [&](const MsgBoxRequest& box) {
+        reported += box.icon == MsgIcon::Critical ? 1 : 0;
+        return MsgAnswer::Ok;
+    };
+    test::failEachOperation(
+        [&] {
+            reported = 0;
+            setMsgBoxHandler(report);
+            EXPECT_NO_THROW(dbUnLoad());
+        },
+        [&](int operation) {
+            settleTextFiles();
+            const std::string now = test::readBytes(file("tblTolvek.Txt"));
+            failed += now == old ? 1 : 0;
+            EXPECT_TRUE(now != old || reported > 0) << "operation " << operation;
+            EXPECT_FALSE(exists("tblTolvek.Txt.New")) << "operation " << operation;
+            EXPECT_EQ(subjects(gDbPath), (Texts{u"一通目", u"二通目"}));
+            kept_.putBack();
+        });
+    EXPECT_GT(failed, 10);
 }
 
 TEST_F(LoadFaultsTest, AFailureOfAnyOperationOfALoadLosesNoMail)

@@ -1,6 +1,7 @@
 #include "shell/store_commands.h"
 
 #include "filter/filter_rules.h"
+#include "store/before_load.h"
 #include "store/database_files.h"
 #include "store/search_tables.h"
 #include "support/painted.h"
@@ -291,6 +292,89 @@ TEST_F(StoreCommandsTest, TheArchiveBeforeTheLoadIsKeptBesideIt)
     importAll();
     EXPECT_EQ(subjects(beforeLoad()), (Texts{u"first", u"second"}));
     EXPECT_FALSE(databaseExists(beforeLoad() + u".New"));
+}
+
+// Each quotation mark shifts the items that follow, so the load ends early.
+TEST_F(StoreCommandsTest, ImportingADumpWithQuotationMarksTwiceLeavesTheFirstArchiveBesideIt)
+{
+    execute(Statement{u"UPDATE tblTolvek SET tblTolvek_Mail1 = 'say \"x\"'"});
+    exportAll();
+    test::ReportList reports;
+    reports.listen(MsgAnswer::Yes);
+    for (int n = 0; n < 2; ++n) {
+        pick(form.memInport);
+        EXPECT_EQ(reports.take().size(), 3u) << "question, report, end";
+        EXPECT_NE(subjects(), (Texts{u"first", u"second"}));
+    }
+    EXPECT_EQ(subjects(beforeLoad()), (Texts{u"first", u"second"}));
+    EXPECT_EQ(subjects(beforeLoad() + u"2"), subjects());
+}
+
+TEST_F(StoreCommandsTest, AnArchiveOutlivesTwoLoadsOfEmptyFiles)
+{
+    test::writeBytes(file("tblTolvek.Txt"), "");
+    importAll();
+    importAll();
+    EXPECT_EQ(rows(u"tblTolvek"), 0);
+    EXPECT_EQ(subjects(beforeLoad() + u"2"), (Texts{u"first", u"second"}));
+}
+
+TEST_F(StoreCommandsTest, AnImportThatIsClosedInTheMiddleIsTakenBackByTheNextStart)
+{
+    exportAll();
+    expectQuestion(kImport, MsgAnswer::Yes);
+    setFileProbe([&, seen = 0](FileOperation operation, const Path& path) mutable {
+        if (operation == FileOperation::Open && path.filename() == "tblSearch_Name.Txt" &&
+            ++seen == 1)
+            endProgram();
+    });
+    EXPECT_THROW(memInport_Click(form), test::ProgramEnd);
+    setFileProbe({});
+    execute(Statement{u"DELETE FROM tblTolvek WHERE (tblTolvek_YMD = '20000216')"});
+    undoCutOffLoads(appPath());
+    EXPECT_EQ(subjects(), (Texts{u"first", u"second"}));
+}
+
+TEST_F(StoreCommandsTest, AFailedExportLeavesTheLastDumpAndNothingBesideIt)
+{
+    exportAll();
+    const std::string dump = test::readBytes(file("tblTolvek.Txt"));
+    store(mail(u"later@x.jp", u"taro@x.jp", u"later", u"20000301"));
+    for (const char* failing : {"tblTolvek.Txt.New", "tblFilterData.txt.New"}) {
+        setFileProbe([&](FileOperation operation, const Path& path) {
+            if (operation == FileOperation::Flush && path.filename() == failing)
+                throw std::system_error(std::make_error_code(std::errc::no_space_on_device));
+        });
+        test::ReportList reports;
+        reports.listen(MsgAnswer::Yes);
+        pick(form.memExport);
+        setFileProbe({});
+        EXPECT_EQ(reports.take().size(), 3u) << "question, report, end";
+        EXPECT_EQ(test::readBytes(file("tblTolvek.Txt")), dump);
+        EXPECT_FALSE(exists("tblTolvek.Txt.New"));
+        EXPECT_FALSE(exists("tblFilter.txt.New"));
+    }
+}
+
+TEST_F(StoreCommandsTest, AnExchangeThatFailsIsReportedUnderTheCommandAndTheEndAllTheSame)
+{
+    exportAll();
+    store(mail(u"later@x.jp", u"taro@x.jp", u"later", u"20000301"));
+    setFileProbe([](FileOperation operation, const Path& path) {
+        if (operation == FileOperation::Replace && path.filename() == "tblFriend.Txt")
+            throw std::system_error(std::make_error_code(std::errc::io_error));
+    });
+    test::ReportList reports;
+    reports.listen(MsgAnswer::Yes);
+    pick(form.memExport);
+    setFileProbe({});
+    EXPECT_EQ(reports.take(), (test::Reports{"Tolvek: " + toUtf8(kExport), "memExport_Click 57",
+                                             "Tolvek: " + toUtf8(kUnLoaded)}));
+    execute(Statement{u"DELETE FROM tblTolvek"});
+    pick(form.memInport); // finishes the exchange first
+    reports.take();
+    EXPECT_EQ(rows(u"tblTolvek"), 3);
+    EXPECT_FALSE(exists("tblTolvek.Txt.Whole"));
 }
 
 TEST_F(StoreCommandsTest, NothingIsKeptWhenNothingCanBeLoadedOrThereIsNothingToKeep)

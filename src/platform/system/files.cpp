@@ -1,6 +1,8 @@
 // What is put together from single operations, the same on every system.
 #include "platform/system/files.h"
 
+#include "platform/system/file_identity.h"
+
 #include <optional>
 #include <system_error>
 #include <utility>
@@ -46,13 +48,6 @@ fs::path folderOf(const fs::path& path)
     return path.has_parent_path() ? path.parent_path() : fs::path(".");
 }
 
-// The file that a link leads to, so that the link outlives a replace.
-fs::path linkTarget(const fs::path& path)
-{
-    std::error_code none;
-    return fs::is_symlink(path, none) && fs::exists(path, none) ? fs::canonical(path) : path;
-}
-
 // New contents beside the file, gone again unless they took its place.
 class SideFile {
 public:
@@ -88,7 +83,7 @@ public:
 private:
     void finish()
     {
-        if (fileExists(target_)) fs::permissions(path_, fs::status(target_).permissions());
+        if (fileExists(target_)) copyMode(target_, path_);
         file_->flush();
         file_->close();
     }
@@ -155,6 +150,17 @@ std::vector<std::string> folderNames(const fs::path& folder)
 std::vector<std::string> entryNames(const fs::path& folder)
 {
     return listedNames(folder, [](const fs::directory_entry&) { return true; });
+}
+
+fs::path linkTarget(const fs::path& path)
+{
+    std::error_code none;
+    return fs::is_symlink(path, none) && fs::exists(path, none) ? fs::canonical(path) : path;
+}
+
+void copyMode(const fs::path& from, const fs::path& to)
+{
+    fs::permissions(to, fs::status(from).permissions());
 }
 
 std::string readFile(const fs::path& path)

@@ -1,0 +1,143 @@
+#include "store/before_load.h"
+
+#include "platform/dao/dao.h"
+#include "platform/runtime/directory.h"
+#include "platform/runtime/file_failure.h"
+#include "platform/runtime/paths.h"
+#include "platform/system/files.h"
+#include "store/database_files.h"
+#include "store/mail_set.h"
+
+namespace tolvek {
+
+namespace {
+
+constexpr TextView kCopy = u".BeforeLoad";
+constexpr TextView kRunning = u".Running";
+constexpr TextView kErrors = u".Errors";
+
+Text freeName(const Text& wanted)
+{
+    Text name = wanted;
+    for (int n = 2; databaseExists(name); ++n)
+        name = wanted + decimal(n);
+    return name;
+}
+
+Path markOf(const Text& copy, TextView mark)
+{
+    return targetPath(copy + Text(mark));
+}
+
+void setRunning(const Text& copy)
+{
+    asFileError([&] {
+        OpenFile mark(markOf(copy, kRunning), OpenFile::Mode::Create);
+        mark.flush();
+        mark.close();
+    });
+    flushFolderOf(copy);
+}
+
+// Numbered copies are never replaced anyway.
+void endRunning(const Text& copy, bool withErrors)
+{
+    const Path running = markOf(copy, kRunning);
+    asFileError([&] {
+        if (withErrors && copy.ends_with(kCopy))
+            replaceFile(running, markOf(copy, kErrors));
+        else
+            removeFile(running);
+    });
+    flushFolderOf(copy);
+}
+
+// The copies whose imports were never ended.
+std::vector<Text> runningCopies(const Text& folder, TextView database)
+{
+    std::vector<Text> copies;
+    const Text pattern = Text(database) + Text(kCopy) + u"*" + Text(kRunning);
+    for (const Text& mark : dirAll(joinPath(folder, pattern)))
+        copies.push_back(joinPath(folder, mark.substr(0, mark.size() - kRunning.size())));
+    return copies;
+}
+
+Text folderOf(const Text& path)
+{
+    return pathText(existingPath(path).parent_path());
+}
+
+// Left by an import of this run whose end failed.
+void endEarlierLoads(const Text& path)
+{
+    const Text name = pathText(existingPath(path).filename());
+    for (const Text& copy : runningCopies(folderOf(path), name))
+        endRunning(copy, true);
+}
+
+// Both names stand until the next copy takes the first one, where the file system
+// knows second names.
+void keepUnderNumber(const Text& copy)
+{
+    const Text aside = freeName(copy);
+    if (!linkDatabase(copy, aside)) renameDatabase(copy, aside);
+    flushFolderOf(copy);
+}
+
+Text placeFor(const Text& fresh, const Text& copy)
+{
+    const Path errors = markOf(copy, kErrors);
+    if (!databaseExists(copy)) {
+        if (fileExists(errors)) asFileError([&] { removeFile(errors); }); // its copy is gone
+        return copy;
+    }
+    if (fileExists(errors)) return freeName(copy);
+    if (!MailSet(fresh).holdsAllOf(copy)) keepUnderNumber(copy);
+    return copy;
+}
+
+void putBack(const Text& copy, const Text& database)
+{
+    const MailSet mails(copy);
+    if (!mails.isReadable()) return;
+    if (databaseExists(database) && !mails.holdsAllOf(database)) {
+        renameDatabase(database, freeName(database + u".HalfLoaded"));
+        flushFolderOf(database);
+    }
+    replaceDatabase(copy, database);
+    flushFolderOf(database);
+}
+
+}
+
+Text beginLoad(const Text& path)
+{
+    if (!databaseExists(path)) return {};
+    endEarlierLoads(path);
+    const Text plain = path + Text(kCopy);
+    const Text fresh = plain + u".New";
+    if (databaseExists(fresh)) removeDatabase(fresh); // of an import that was cut off
+    DBEngine::CompactDatabase(path, fresh);
+    const Text copy = placeFor(fresh, plain);
+    replaceDatabase(fresh, copy);
+    flushFolderOf(copy);
+    setRunning(copy);
+    return copy;
+}
+
+// The rows are on the disk before the mark that doubts them goes.
+void endLoad(const Text& copy, bool withErrors)
+{
+    DBEngine::Rest();
+    endRunning(copy, withErrors);
+}
+
+void undoCutOffLoads(const Text& folder)
+{
+    for (const Text& copy : runningCopies(folder, u"Tolvek*.Mdb")) {
+        if (databaseExists(copy)) putBack(copy, copy.substr(0, copy.rfind(kCopy)));
+        endRunning(copy, databaseExists(copy));
+    }
+}
+
+}
