@@ -1,7 +1,7 @@
 // The process: what must stand before the program's own entry, then its message loop.
 #include "dialogs/frm_splash.h"
 #include "dialogs/pictures.h"
-#include "platform/dao/dao.h"
+#include "platform/dao/alone.h"
 #include "platform/forms/events.h"
 #include "platform/forms/msg_box.h"
 #include "platform/runtime/paths.h"
@@ -21,13 +21,14 @@ int main(int argc, char** argv)
     QApplication::setApplicationName(QStringLiteral("Tolvek"));
     QApplication::setWindowIcon(programIcon());
     prepareApplication();
-    setBeforeWait(DBEngine::Rest);
+    setBeforeWait(putAllAtRest);
     registerKnownTables();
     setEndFunction([] { endProgram(); });
 
-    const SingleInstance instance("Tolvek");
+    const std::filesystem::path home = programFolder(argv[0]);
+    const SingleInstance instance("Tolvek", home);
     App.PrevInstance = instance.isFirst() ? 0 : -1;
-    setAppPath(pathText(programFolder(argv[0])));
+    setAppPath(pathText(home));
     frmSplash splash;
     frmTolvekEvents window;
     Main(splash, window);

@@ -11,7 +11,7 @@
 //   idle        starts, says so, and stays
 //   start       starts and closes the window
 #include "dialogs/frm_splash.h"
-#include "platform/dao/dao.h"
+#include "platform/dao/alone.h"
 #include "platform/forms/do_events.h"
 #include "platform/forms/events.h"
 #include "platform/forms/msg_box.h"
@@ -147,9 +147,9 @@ int main(int argc, char** argv)
     if (argc < 3) return 2;
     QApplication application(argc, argv);
     prepareApplication();
-    setBeforeWait(DBEngine::Rest);
+    setBeforeWait(putAllAtRest);
     setEndFunction([] { endProgram(); });
-    const SingleInstance instance("Tolvek");
+    const SingleInstance instance("Tolvek", argv[1]);
     App.PrevInstance = instance.isFirst() ? 0 : -1;
     setAppPath(fromUtf8(argv[1]));
     setMsgBoxHandler([](const MsgBoxRequest& box) {

@@ -28,17 +28,19 @@ protected:
                          "[PostPet Mail Option]\r\nMy Mail Addr=taro@example.jp\r\n"
                          "[Mail Options]\r\n"
                          "Reciev Mail Read Option=1,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0\r\n");
-        std::filesystem::create_directory(file("run"));
-        std::filesystem::permissions(file("run"), std::filesystem::perms::owner_all);
+        for (const char* name : {"run", "another run"}) {
+            std::filesystem::create_directory(file(name));
+            std::filesystem::permissions(file(name), std::filesystem::perms::owner_all);
+        }
     }
 
-    // A program of this folder, with a lock of its own.
+    // A program of this folder, in a session of its own.
     void start(QProcess& process, const QString& program, const QStringList& arguments)
     {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
         environment.insert(QStringLiteral("XDG_RUNTIME_DIR"),
-                           QString::fromStdString(file("run").string()));
+                           QString::fromStdString(file(session).string()));
         process.setProcessEnvironment(environment);
         process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
         process.start(program, arguments);
@@ -46,7 +48,7 @@ protected:
     void startDriven(QProcess& process, const QStringList& scenario)
     {
         start(process, QStringLiteral(DRIVEN_PROGRAM),
-              QStringList(QString::fromStdString(folder.path().string())) + scenario);
+              QStringList(QString::fromStdString(home.string())) + scenario);
     }
     // Runs to its end, which must be a good one; gives what it said.
     std::string run(const QStringList& scenario)
@@ -69,12 +71,26 @@ protected:
         process.waitForFinished(kPatience);
     }
 
-    // The archive and its previous generation, the settings, and nothing else.
+    std::map<std::string, std::string> contents() const
+    {
+        std::map<std::string, std::string> all;
+        for (const std::string& name : fileNames(folder.path()))
+            all[name] = test::readBytes(file(name));
+        return all;
+    }
+    void expectRefused()
+    {
+        EXPECT_EQ(run({"start"}), "box Tolvekはすでに実行されています。\n");
+    }
+
+    // The archive and its previous generation, the settings, the file that the
+    // running program locks, and nothing else.
     void expectAtRest()
     {
         std::vector<std::string> names = fileNames(folder.path());
         std::sort(names.begin(), names.end());
-        EXPECT_EQ(names, (std::vector<std::string>{"TOLVEK.ini", "Tolvek.Mdb", "Tolvek.Mdb.Bak"}));
+        EXPECT_EQ(names, (std::vector<std::string>{"TOLVEK.ini", "Tolvek.Mdb", "Tolvek.Mdb.Bak",
+                                                   "Tolvek.lock"}));
         EXPECT_NE(test::readBytes(file("TOLVEK.ini")).find("Ver=331"), std::string::npos);
     }
     void expectEachMailOnce()
@@ -85,6 +101,9 @@ protected:
         EXPECT_EQ(std::unique(subjects.begin(), subjects.end()), subjects.end());
         EXPECT_EQ(rows(u"tblSearch_Addresses"), 51); // fifty senders and the receiver
     }
+
+    std::string session = "run";
+    std::filesystem::path home = folder.path();
 };
 
 TEST_F(ProgramRunTest, AReadBringsEachMailOnce)
@@ -131,17 +150,29 @@ TEST_F(ProgramRunTest, ASecondCopyIsToldSoAndNothingIsTouched)
     QProcess first;
     startDriven(first, {"idle"});
     ASSERT_EQ(heard(first), "idle");
-    std::map<std::string, std::string> before;
-    for (const std::string& name : fileNames(folder.path()))
-        before[name] = test::readBytes(file(name));
-    EXPECT_EQ(run({"start"}), "box Tolvekはすでに実行されています。\n");
-    std::map<std::string, std::string> after;
-    for (const std::string& name : fileNames(folder.path()))
-        after[name] = test::readBytes(file(name));
-    EXPECT_EQ(before, after);
+    const auto before = contents();
+    expectRefused();
+    EXPECT_EQ(contents(), before);
     EXPECT_EQ(first.state(), QProcess::Running);
     kill(first);
     EXPECT_EQ(run({"start"}), "") << "the lock goes with the process";
+}
+
+// The archive is one, however many sessions and paths lead to it.
+TEST_F(ProgramRunTest, ACopyInAnotherSessionIsASecondOneByAnyPath)
+{
+    QProcess first;
+    startDriven(first, {"idle"});
+    ASSERT_EQ(heard(first), "idle");
+    const auto before = contents();
+    session = "another run";
+    expectRefused();
+    std::filesystem::create_directory_symlink(folder.path(), file("another run") / "link");
+    home = file("another run") / "link";
+    expectRefused();
+    EXPECT_EQ(contents(), before);
+    kill(first);
+    EXPECT_EQ(run({"start"}), "");
 }
 
 TEST_F(ProgramRunTest, TheProgramItselfStartsFromItsFolderAndMakesItsArchive)

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 namespace tolvek {
 
@@ -17,7 +18,7 @@ namespace {
 
 constexpr std::size_t kKeptStatements = 100;
 constexpr std::uintmax_t kHeaderSize = 100;
-int patience = 5000;
+int patienceSet = 5000; // milliseconds
 
 // SQLite hands texts out of its pages, where they may begin at an odd address.
 TextView aligned(const void* bytes, int size, Text& copy)
@@ -131,7 +132,7 @@ void Connection::setManner()
     pragma(u"PRAGMA synchronous = FULL");
     pragma(u"PRAGMA temp_store = MEMORY");
     pragma(u"PRAGMA cache_size = -16384");
-    sqlite3_busy_timeout(handle_, patience);
+    sqlite3_busy_timeout(handle_, patienceSet);
 }
 
 // The first reading: shows at once what is damaged or held by another program,
@@ -280,12 +281,42 @@ void Connection::prepareToWrite(bool manyCommits)
     written_ = true;
 }
 
-// Exclusive first: then the log's index stays in memory and no file for it
-// appears beside the database.
+// A transaction of any kind takes the lock; in this mode it isn't given back.
+void Connection::keepOthersOut()
+{
+    if (readOnly_) return;
+    settle();
+    if (alone_) letOthersIn(); // what the system has dropped meanwhile is taken anew
+    alone_ = true;
+    try {
+        pragma(u"PRAGMA locking_mode = EXCLUSIVE");
+        pragma(u"BEGIN EXCLUSIVE");
+        pragma(u"COMMIT");
+    } catch (const RuntimeError&) {
+        letOthersIn();
+        throw;
+    }
+}
+
+void Connection::letOthersIn()
+{
+    const bool shares = std::exchange(alone_, false) && !log_;
+    if (shares) shareLock();
+}
+
+// Nobody else can give the name to another file while this program has the lock.
+void Connection::requirePlace()
+{
+    if (hasMoved()) throw lockedError(name_);
+}
+
+// Alone first: then the log's index stays in memory and no file for it appears
+// beside the database.
 void Connection::enterLog()
 {
     written_ = true;
-    pragma(u"PRAGMA locking_mode = EXCLUSIVE");
+    if (!alone_) keepOthersOut();
+    requirePlace();
     log_ = true;
     if (pragma(u"PRAGMA journal_mode = WAL") != u"wal") throw lockedError(name_);
     pragma(u"PRAGMA synchronous = NORMAL");
@@ -294,6 +325,9 @@ void Connection::enterLog()
 void Connection::begin()
 {
     pragma(u"BEGIN IMMEDIATE");
+    if (!hasMoved()) return;
+    pragma(u"ROLLBACK");
+    throw lockedError(name_);
 }
 
 void Connection::commit()
@@ -313,7 +347,25 @@ void Connection::settle()
     pragma(u"PRAGMA wal_checkpoint(TRUNCATE)");
     if (pragma(u"PRAGMA journal_mode = DELETE") != u"delete") throw lockedError(name_);
     shareLock();
-    log_ = false;
+    log_ = alone_ = false;
+}
+
+void Connection::force()
+{
+    if (!written_ || hasMoved()) return;
+    onDisk([&] {
+        flushFileToDisk(path_);
+        flushFolder(folderOf(path_));
+    });
+}
+
+void Connection::rest()
+{
+    if (!isOpen()) return;
+    rollback();
+    settle();
+    letOthersIn();
+    force();
 }
 
 void Connection::finalizeAll()
@@ -334,24 +386,22 @@ void Connection::close()
 {
     if (!isOpen()) return;
     try {
-        rollback();
-        settle();
+        rest();
     } catch (const RuntimeError&) {
         closeHandle();
         throw;
     }
-    const bool moved = hasMoved();
     closeHandle();
-    if (!written_ || moved) return;
-    onDisk([&] {
-        flushFileToDisk(path_);
-        flushFolder(folderOf(path_));
-    });
 }
 
 void Connection::setPatience(int milliseconds)
 {
-    patience = milliseconds;
+    patienceSet = milliseconds;
+}
+
+int Connection::patience()
+{
+    return patienceSet;
 }
 
 }

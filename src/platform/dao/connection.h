@@ -49,18 +49,31 @@ public:
     std::int64_t changes() const { return sqlite3_total_changes64(handle_); }
     std::int64_t lastRow() const { return sqlite3_last_insert_rowid(handle_); }
 
-    // Before anything is written. `manyCommits`: with the write-ahead log.
+    // Other programs find the file locked from here on, also between transactions;
+    // 3356 when one of them is at work on it. A file that can't be written is left.
+    void keepOthersOut();
+    void letOthersIn();
+    // Changes when another program has written the file since the last look, and
+    // through nothing that was done here.
+    Text version() { return pragma(u"PRAGMA data_version"); }
+
+    // Before anything is written. `manyCommits`: with the write-ahead log. What is
+    // written into a file that has moved would be gone with it: 3356.
     void prepareToWrite(bool manyCommits);
     void begin();
     void commit();
     void rollback();
     // Leaves the write-ahead log; within a transaction nothing happens.
     void settle();
-    // Rolls back, settles, closes, and what was written is on the disk.
+    // Rolls back, settles, lets others in, and what was written is on the disk; the
+    // file stays open.
+    void rest();
+    // The same, and closes.
     void close();
 
     // How long a statement waits for another program before 3356.
     static void setPatience(int milliseconds);
+    static int patience();
 
     int holders = 0; // databases that stand on it
 
@@ -79,6 +92,8 @@ private:
     bool headerSaysRest() const;
     void removeForeignLog();
     void enterLog();
+    void requirePlace();
+    void force();
     sqlite3_stmt* prepared(TextView sql, const SqlText* statement);
     void finalizeAll();
     void closeHandle();
@@ -89,6 +104,7 @@ private:
     std::map<Text, sqlite3_stmt*, std::less<>> statements_;
     std::map<Text, Table> tables_;
     bool log_ = false;
+    bool alone_ = false; // a lock once taken isn't given back
     bool written_ = false;
     bool readOnly_ = false;
 };

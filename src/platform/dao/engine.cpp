@@ -1,6 +1,7 @@
 #include "platform/dao/engine.h"
 
 #include "platform/runtime/paths.h"
+#include "platform/system/files.h"
 
 #include <algorithm>
 #include <exception>
@@ -75,13 +76,22 @@ std::shared_ptr<Connection> Engine::acquire(const std::filesystem::path& path)
     return jetCopy_.of(path);
 }
 
-std::shared_ptr<Connection> Engine::acquireOwn(const std::filesystem::path& path)
+// One whose file has moved isn't known by that name any more.
+std::shared_ptr<Connection> Engine::knownAs(const std::filesystem::path& path)
 {
     const auto known = std::find_if(open_.begin(), open_.end(), [&](const auto& connection) {
         return connection->path() == path;
     });
-    if (known != open_.end() && !(*known)->hasMoved()) return *known;
-    if (known != open_.end()) open_.erase(known);
+    if (known == open_.end()) return nullptr;
+    if (!(*known)->hasMoved()) return *known;
+    open_.erase(known);
+    return nullptr;
+}
+
+std::shared_ptr<Connection> Engine::acquireOwn(const std::filesystem::path& path)
+{
+    if (const auto known = knownAs(path)) return known;
+    if (const auto held = holdOn(path)) held->letGo(); // it would keep this program out too
     const auto opened = Connection::open(path);
     if (opened) open_.push_back(opened);
     return opened;
@@ -119,6 +129,46 @@ void Engine::leaveSession()
 void Engine::rest()
 {
     closeIdle();
+}
+
+// A transaction that is left open at a wait is one whose failure is being reported.
+void Engine::restAll()
+{
+    endTransaction();
+    for (const auto& hold : holds_)
+        if (const auto held = hold.lock()) held->letGo();
+    eachInTurn(open_, [](Connection& connection) { connection.rest(); });
+    closeIdle();
+}
+
+std::shared_ptr<Hold> Engine::holdOn(const std::filesystem::path& path)
+{
+    std::erase_if(holds_, [](const auto& hold) { return hold.expired(); });
+    for (const auto& hold : holds_)
+        if (const auto held = hold.lock(); held->isOn(path)) return held;
+    return nullptr;
+}
+
+// What can't be opened is for whoever works on the file next to report.
+std::shared_ptr<Connection> Engine::openForHold(const std::filesystem::path& path)
+{
+    try {
+        return fileExists(path) ? acquireOwn(path) : nullptr;
+    } catch (const RuntimeError& error) {
+        if (error.number() == 3356) throw;
+        return nullptr;
+    }
+}
+
+std::shared_ptr<Hold> Engine::hold(const std::filesystem::path& path, bool asDatabase)
+{
+    if (const auto held = holdOn(path)) {
+        held->confirm();
+        return held;
+    }
+    auto made = std::make_shared<Hold>(path, asDatabase ? openForHold(path) : knownAs(path));
+    holds_.push_back(made);
+    return made;
 }
 
 void Engine::closeIdle()

@@ -3,6 +3,7 @@
 #pragma once
 #include "platform/dao/connection.h"
 #include "platform/dao/dao.h"
+#include "platform/dao/hold.h"
 #include "platform/dao/jet_copy.h"
 
 #include <vector>
@@ -11,18 +12,6 @@ namespace tolvek {
 
 // The file that the text means, by its whole name: the key of a connection.
 std::filesystem::path absoluteOf(TextView path);
-
-// What a Database handle and its recordsets stand on.
-struct OpenHandle {
-    explicit OpenHandle(std::shared_ptr<Connection> connection);
-    ~OpenHandle(); // as close(), but nobody hears of a failure
-    OpenHandle(const OpenHandle&) = delete;
-    OpenHandle& operator=(const OpenHandle&) = delete;
-
-    void close();
-    bool isOpen() const { return connection && connection->isOpen(); }
-    std::shared_ptr<Connection> connection; // none once closed
-};
 
 struct Database::State : OpenHandle {
     using OpenHandle::OpenHandle;
@@ -44,7 +33,10 @@ public:
     void enterSession() { ++sessions_; }
     void leaveSession();
     void rest();
+    void restAll();
     void abandon();
+    // The hold on that file, under whatever name it is held; else a new one.
+    std::shared_ptr<Hold> hold(const std::filesystem::path& path, bool asDatabase);
 
     void begin() { ++depth_; }
     void commit();
@@ -56,11 +48,15 @@ public:
 private:
     using Connections = std::vector<std::shared_ptr<Connection>>;
     bool isJoined(const std::shared_ptr<Connection>& connection) const;
+    std::shared_ptr<Connection> knownAs(const std::filesystem::path& path);
+    std::shared_ptr<Connection> openForHold(const std::filesystem::path& path);
+    std::shared_ptr<Hold> holdOn(const std::filesystem::path& path);
     void endTransaction();
     void closeIdle();
 
     Connections open_;
     Connections inTransaction_;
+    std::vector<std::weak_ptr<Hold>> holds_;
     JetCopy jetCopy_;
     int sessions_ = 0;
     int depth_ = 0;

@@ -49,18 +49,11 @@ template <class Work> auto without53(const Work& work)
 
 }
 
-JetCopy::Stamp JetCopy::stampOf(const std::filesystem::path& path)
-{
-    return onDisk([&] {
-        return Stamp{path, std::filesystem::file_size(path),
-                     std::filesystem::last_write_time(path)};
-    });
-}
-
 std::shared_ptr<Connection> JetCopy::of(const std::filesystem::path& source)
 {
-    const Stamp stamp = without53([&] { return stampOf(source); });
-    if (kept_ && kept_->isOpen() && stamp == stamp_) return kept_;
+    const FileStamp stamp = without53([&] { return onDisk([&] { return fileStamp(source); }); });
+    const bool isSame = kept_ && kept_->isOpen() && kept_->path() == source && stamp == stamp_;
+    if (isSame) return kept_;
     kept_.reset(); // databases that stand on it hold it themselves
     kept_ = without53([&] { return copied(source); });
     stamp_ = stamp;

@@ -7,6 +7,7 @@
 // behind it changes.
 #pragma once
 #include "platform/dao/connection.h"
+#include "platform/system/file_stamp.h"
 
 namespace tolvek {
 
@@ -18,15 +19,7 @@ public:
     void drop();
 
 private:
-    struct Stamp {
-        std::filesystem::path path;
-        std::uintmax_t size = 0;
-        std::filesystem::file_time_type changed{};
-        bool operator==(const Stamp&) const = default;
-    };
-    static Stamp stampOf(const std::filesystem::path& path);
-
-    Stamp stamp_;
+    FileStamp stamp_;
     std::shared_ptr<Connection> kept_;
 };
 

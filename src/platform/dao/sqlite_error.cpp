@@ -41,8 +41,8 @@ RuntimeError sqliteError(int code, TextView message, TextView path)
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
         return lockedError(path);
-    case SQLITE_READONLY:
-        return readOnlyError();
+    case SQLITE_READONLY: // or another program has put another file in its place
+        return code == SQLITE_READONLY_DBMOVED ? lockedError(path) : readOnlyError();
     case SQLITE_FULL:
         return RuntimeError(61);
     case SQLITE_IOERR:

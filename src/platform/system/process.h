@@ -1,6 +1,8 @@
 // The process and its surroundings: end, sleep, folders, other programs, single
 // instance, shared libraries.
 #pragma once
+#include "platform/system/file_lock.h"
+
 #include <cstdint>
 #include <filesystem>
 #include <memory>
@@ -37,19 +39,18 @@ std::optional<std::filesystem::path> installedProgram(std::string_view name);
 std::int32_t startProgram(const std::filesystem::path& program,
                           const std::vector<std::string>& arguments = {});
 
-// One running copy per user and name. The lock lies outside the program's
-// folder (which may be read-only) and goes with the process, however it ends.
+// One running copy of the program, by two locks that go with the process: one
+// per user and name in the session's own folder, and one on a file in the
+// program's folder (`home`), which keeps every other session, user and host away
+// from the archive there. That file, NAME.lock, may be left over.
 class SingleInstance {
 public:
-    explicit SingleInstance(const std::string& name);
-    ~SingleInstance();
-    SingleInstance(const SingleInstance&) = delete;
-    SingleInstance& operator=(const SingleInstance&) = delete;
-    bool isFirst() const { return first_; } // true also where no lock can be had
+    SingleInstance(const std::string& name, const std::filesystem::path& home);
+    // True also where no lock can be had: nothing can be written there either.
+    bool isFirst() const { return !session_.isHeldElsewhere() && !home_.isHeldElsewhere(); }
 
 private:
-    int lock_ = -1;
-    bool first_ = true;
+    FileLock session_, home_;
 };
 
 // A shared library loaded at run time. A missing one is std::system_error with

@@ -1,5 +1,6 @@
 // Where the file stands between commands: nothing beside it, all of it there.
 #include "dao_fixture.h"
+#include "platform/dao/alone.h"
 
 #include <sys/stat.h>
 
@@ -51,6 +52,47 @@ TEST_F(DaoTest, RestPutsIdleFilesAtRestWithinASession)
     DBEngine::Rest();
     removeFile(folder_ / "Moved.Mdb");
     EXPECT_EQ(files(), Names{});
+}
+
+// As long as the box of a failure waits, which may be a night.
+TEST_F(DaoTest, AllIsAtRestBeforeAWaitAlsoWhatIsOpen)
+{
+    DBEngine::Session session;
+    Database database = opened();
+    addMail(database, u"2000", 1);
+    DBEngine::Workspaces(0).BeginTrans();
+    addMail(database, u"2000", 2);
+    bool forced = false;
+    setFileProbe([&](FileOperation operation, const Path& at) {
+        forced = forced || (operation == FileOperation::FlushFolder && at == folder_.path());
+    });
+    putAllAtRest();
+    setFileProbe({});
+    EXPECT_TRUE(forced);
+    EXPECT_EQ(files(), Names{"Test.Mdb"});
+    EXPECT_EQ(journalManner(), 1);
+    EXPECT_TRUE(database.isOpen());
+    EXPECT_EQ(rows(database, Statement{u"SELECT * FROM tblMail"}), 1);
+    addMail(database, u"2000", 3);
+    EXPECT_EQ(files(), (Names{"Test.Mdb", "Test.Mdb-wal"}));
+}
+
+// The box must come: it is about the failure.
+TEST_F(DaoTest, AWaitBeginsAlsoWhereTheDiskDoesntLetTheFileRest)
+{
+    {
+        DBEngine::Session session;
+        Database database = opened();
+        addMail(database, u"2000", 1);
+        setFileProbe([](FileOperation operation, const Path&) {
+            if (operation == FileOperation::Write)
+                throw std::system_error(std::make_error_code(std::errc::io_error));
+        });
+        putAllAtRest();
+        setFileProbe({});
+    }
+    EXPECT_EQ(files(), Names{"Test.Mdb"});
+    EXPECT_EQ(mails(), 1);
 }
 
 TEST_F(DaoTest, ADatabaseStillOpenIsAtRestBehindTheSession)

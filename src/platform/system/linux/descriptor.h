@@ -21,6 +21,7 @@ public:
     }
 
     int number() const { return number_; }
+    int release() { return std::exchange(number_, -1); }
     void close()
     {
         if (number_ >= 0) ::close(std::exchange(number_, -1));

@@ -1,3 +1,4 @@
+#include "platform/system/file_stamp.h"
 #include "platform/system/files.h"
 #include "platform/system/linux/rename_fallback.h"
 #include "platform/system/linux/system_failure.h"
@@ -61,6 +62,15 @@ bool isReadOnly(const fs::path& path)
     if (noWriteBit(status)) return true;
     return faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0 &&
            (errno == EACCES || errno == EROFS || errno == EPERM);
+}
+
+FileStamp fileStamp(const fs::path& path)
+{
+    constexpr std::int64_t kSecond = 1'000'000'000;
+    struct stat status {};
+    systemCall(path, [&] { return stat(path.c_str(), &status); });
+    return {status.st_dev, status.st_ino, static_cast<std::uint64_t>(status.st_size),
+            status.st_mtim.tv_sec * kSecond + status.st_mtim.tv_nsec};
 }
 
 void removeFile(const fs::path& path)

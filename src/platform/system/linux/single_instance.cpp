@@ -1,10 +1,6 @@
 #include "platform/system/process.h"
 
-#include <cerrno>
 #include <cstdlib>
-#include <fcntl.h>
-#include <optional>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -14,56 +10,39 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// The folder must be the user's own: in a folder that all may write, another
-// user could hold the lock for ever or lead it elsewhere by a link.
+// Nobody else may have made the folder or may write in it: he could hold the lock
+// for ever or lead it elsewhere by a link.
 bool isOwnFolder(const fs::path& folder)
 {
     struct stat status {};
     return lstat(folder.c_str(), &status) == 0 && S_ISDIR(status.st_mode) &&
-           status.st_uid == geteuid();
+           status.st_uid == geteuid() && (status.st_mode & (S_IWGRP | S_IWOTH)) == 0;
 }
 
-std::optional<fs::path> sessionFolder()
+// None without a session, as in a job: then only the lock in the program's
+// folder is left. There is no other place that is surely the user's own.
+fs::path sessionFolder()
 {
     const char* variable = std::getenv("XDG_RUNTIME_DIR");
-    if (!variable || !*variable || !isOwnFolder(variable)) return std::nullopt;
-    return fs::path(variable);
+    return variable && *variable && isOwnFolder(variable) ? fs::path(variable) : fs::path();
 }
 
-std::optional<fs::path> tempFolderOfUser()
-{
-    std::error_code none;
-    const fs::path temp = fs::temp_directory_path(none);
-    if (temp.empty()) return std::nullopt;
-    const fs::path folder = temp / ("tolvek-" + std::to_string(geteuid()));
-    mkdir(folder.c_str(), 0700); // present already is as good; the next line judges
-    return isOwnFolder(folder) ? std::optional(folder) : std::nullopt;
-}
-
-int openLock(const fs::path& folder, std::string name)
+std::string lockName(std::string name)
 {
     for (char& character : name)
         character = character == '/' ? '_' : character;
-    const fs::path path = folder / (name + ".lock");
-    // Not handed on to programs that are started: they would hold the lock
-    // beyond this process.
-    return open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
+    return name + ".lock";
 }
 
 }
 
-SingleInstance::SingleInstance(const std::string& name)
+SingleInstance::SingleInstance(const std::string& name, const fs::path& home)
 {
-    auto folder = sessionFolder();
-    if (!folder) folder = tempFolderOfUser();
-    if (!folder) return;
-    lock_ = openLock(*folder, name);
-    if (lock_ >= 0) first_ = flock(lock_, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
-}
-
-SingleInstance::~SingleInstance()
-{
-    if (lock_ >= 0) close(lock_);
+    const fs::path session = sessionFolder();
+    std::error_code none;
+    if (!session.empty() && !fs::equivalent(session, home, none))
+        session_ = FileLock(session / lockName(name));
+    home_ = FileLock(home / lockName(name));
 }
 
 }

@@ -36,15 +36,23 @@ class SingleInstanceTest : public testing::Test {
 protected:
     SingleInstanceTest()
     {
-        fs::create_directory(folder / "run");
-        fs::create_directory(folder / "temp");
-        setenv("XDG_RUNTIME_DIR", (folder / "run").c_str(), 1);
+        for (const char* name : {"run", "other", "home", "temp"})
+            makeFolder(folder / name);
+        useSession("run");
         setenv("TMPDIR", (folder / "temp").c_str(), 1);
     }
-
-    fs::path userFolder() const
+    static void makeFolder(const fs::path& path)
     {
-        return folder / "temp" / ("tolvek-" + std::to_string(geteuid()));
+        fs::create_directory(path);
+        fs::permissions(path, fs::perms::owner_all);
+    }
+    void useSession(const std::string& name)
+    {
+        setenv("XDG_RUNTIME_DIR", (folder / name).c_str(), 1);
+    }
+    bool isFirst(const std::string& home) const
+    {
+        return SingleInstance("Tolvek", folder / home).isFirst();
     }
 
     TempFolder folder;
@@ -56,88 +64,90 @@ TEST_F(SingleInstanceTest, ASecondProcessSeesTheFirst)
 {
     Signal ready;
     ChildProcess first([&] {
-        const SingleInstance instance("Tolvek");
+        const SingleInstance instance("Tolvek", folder / "home");
         ready.send(instance.isFirst() ? 'f' : 's');
         return Signal().wait();
     });
     EXPECT_EQ(ready.wait(), 'f');
-    EXPECT_FALSE(SingleInstance("Tolvek").isFirst());
-    EXPECT_TRUE(SingleInstance("Another").isFirst());
+    EXPECT_FALSE(isFirst("home"));
+    EXPECT_TRUE(SingleInstance("Another", folder / "home").isFirst());
 }
 
-TEST_F(SingleInstanceTest, TheLockGoesWithAKilledProcess)
+TEST_F(SingleInstanceTest, AnotherSessionsCopyInTheSameFolderIsSeenByAnyPath)
+{
+    fs::create_directory_symlink("home", folder / "link");
+    const SingleInstance instance("Tolvek", folder / "home");
+    ASSERT_TRUE(instance.isFirst());
+    useSession("other");
+    EXPECT_FALSE(isFirst("home"));
+    EXPECT_FALSE(isFirst("link"));
+    unsetenv("XDG_RUNTIME_DIR");
+    EXPECT_FALSE(isFirst("home"));
+}
+
+TEST_F(SingleInstanceTest, OfOneSessionTheSecondIsSeenInAnotherFolderToo)
+{
+    const SingleInstance instance("Tolvek", folder / "home");
+    EXPECT_FALSE(isFirst("temp"));
+    useSession("other");
+    EXPECT_TRUE(isFirst("temp"));
+}
+
+TEST_F(SingleInstanceTest, TheLocksGoWithAKilledProcess)
 {
     Signal ready;
     ChildProcess first([&] {
-        const SingleInstance instance("Tolvek");
+        const SingleInstance instance("Tolvek", folder / "home");
         ready.send();
         return Signal().wait();
     });
     ready.wait();
     first.kill();
-    EXPECT_TRUE(SingleInstance("Tolvek").isFirst());
+    EXPECT_TRUE(isFirst("home"));
 }
 
-TEST_F(SingleInstanceTest, TheLockGoesWithTheObject)
+TEST_F(SingleInstanceTest, TheLocksGoWithTheObject)
 {
-    EXPECT_TRUE(SingleInstance("Tolvek").isFirst());
-    EXPECT_TRUE(SingleInstance("Tolvek").isFirst());
+    EXPECT_TRUE(isFirst("home"));
+    EXPECT_TRUE(isFirst("home"));
 }
 
-TEST_F(SingleInstanceTest, AProgramThatIsStartedDoesntInheritTheLock)
+TEST_F(SingleInstanceTest, TheSessionsFolderMayBeTheProgramsOwn)
 {
-    Signal ready;
-    std::optional<SingleInstance> instance(std::in_place, "Tolvek");
-    ChildProcess started([&] {
-        ready.sendFromOutput();
-        return execl("/bin/sh", "sh", "-c", "echo; exec sleep 60", nullptr);
-    });
-    ready.wait();
-    instance.reset();
-    EXPECT_TRUE(SingleInstance("Tolvek").isFirst());
+    useSession("home");
+    EXPECT_TRUE(isFirst("home"));
 }
 
-TEST_F(SingleInstanceTest, TheLockLiesInTheSessionsFolder)
-{
-    const SingleInstance instance("Tolvek");
-    EXPECT_TRUE(fileExists(folder / "run" / "Tolvek.lock"));
-    EXPECT_TRUE(entryNames(folder / "temp").empty());
-}
-
-TEST_F(SingleInstanceTest, WithoutASessionFolderTheUserHasOneUnderTheTempFolder)
+// The temporary folder is anybody's: who comes first there could keep others out.
+TEST_F(SingleInstanceTest, WithoutASessionsFolderOnlyTheProgramsOwnIsUsed)
 {
     for (const char* value : {"", "/no/such/folder"}) {
         setenv("XDG_RUNTIME_DIR", value, 1);
-        const SingleInstance instance("Tolvek");
+        const SingleInstance instance("Tolvek", folder / "home");
         EXPECT_TRUE(instance.isFirst());
-        EXPECT_FALSE(SingleInstance("Tolvek").isFirst());
-        EXPECT_TRUE(fileExists(userFolder() / "Tolvek.lock"));
-        EXPECT_EQ(fs::status(userFolder()).permissions(), fs::perms(0700));
+        EXPECT_FALSE(isFirst("home"));
+        EXPECT_TRUE(entryNames(folder / "temp").empty());
     }
 }
 
-TEST_F(SingleInstanceTest, WhereNoLockCanBeHadEveryCopyIsTheFirst)
+TEST_F(SingleInstanceTest, ASessionsFolderInWhichOthersMayWriteIsNotTrusted)
 {
-    unsetenv("XDG_RUNTIME_DIR");
-    writeBytes(userFolder(), "a file in the folder's place");
-    const SingleInstance instance("Tolvek");
-    EXPECT_TRUE(instance.isFirst());
-    EXPECT_TRUE(SingleInstance("Tolvek").isFirst());
+    for (const auto others : {fs::perms::others_write, fs::perms::group_write}) {
+        fs::permissions(folder / "run", fs::perms::owner_all | others);
+        EXPECT_TRUE(isFirst("home"));
+        EXPECT_TRUE(entryNames(folder / "run").empty());
+    }
+    fs::create_directory_symlink("other", folder / "led");
+    useSession("led");
+    EXPECT_TRUE(isFirst("home"));
+    EXPECT_TRUE(entryNames(folder / "other").empty());
 }
 
-TEST_F(SingleInstanceTest, AForeignFolderIsNotTrusted)
+TEST_F(SingleInstanceTest, ASeparatorInTheNameStaysInTheFolders)
 {
-    unsetenv("XDG_RUNTIME_DIR");
-    fs::create_directory(folder / "foreign");
-    fs::create_directory_symlink(folder / "foreign", userFolder());
-    EXPECT_TRUE(SingleInstance("Tolvek").isFirst());
-    EXPECT_TRUE(entryNames(folder / "foreign").empty());
-}
-
-TEST_F(SingleInstanceTest, ASeparatorInTheNameStaysInTheFolder)
-{
-    const SingleInstance instance("a/../b");
+    const SingleInstance instance("a/../b", folder / "home");
     EXPECT_TRUE(fileExists(folder / "run" / "a_.._b.lock"));
+    EXPECT_TRUE(fileExists(folder / "home" / "a_.._b.lock"));
 }
 
 }
