@@ -5,6 +5,7 @@
 #include "filter/filter_results.h"
 #include "filter/filter_rules.h"
 #include "friend/friend_names.h"
+#include "platform/dao/alone.h"
 #include "platform/forms/do_events.h"
 #include "platform/forms/msg_box.h"
 #include "platform/runtime/dates.h"
@@ -16,6 +17,8 @@
 #include "store/db_compress.h"
 #include "store/search_tables.h"
 #include "store/spoilt_texts.h"
+
+#include <optional>
 
 namespace tolvek {
 
@@ -76,14 +79,18 @@ void emptyTable(const Statement& sql)
 }
 
 // Files change their names here, so nothing may be open: a question that was
-// refused has left gDb so. What the second compaction gives back is a whole file on the disk, or
+// refused has left gDb so. Nobody stores a mail between the copy and the deletion.
+// What the second compaction gives back is a whole file on the disk, or
 // else an error that isn't 53: no row is deleted before every mail stands in the backup.
 bool moveMails(const PassOver53& steps, const Text& backUp)
 {
+    std::optional<Alone> alone;
     return steps([] { gDbPath = livePath(); }, [] { gDb.Close(); }, [] { dbCompress(gDbPath); },
+                 [&] { alone.emplace(gDbPath); },
                  [&] { DBEngine::CompactDatabase(gDbPath, backUp); },
                  [] { gWs = DBEngine::Workspaces(0); },
                  [] { gDb = DBEngine::OpenDatabase(gDbPath); },
+                 [&] { alone->confirm(); },
                  [] { emptyTable(Statement{u"DELETE FROM tblFilterData"}); },
                  [] { emptyTable(Statement{u"DELETE FROM tblTolvek"}); },
                  [] { emptyTable(Statement{u"DELETE FROM tblSearch_Addresses"}); },

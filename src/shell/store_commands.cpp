@@ -3,6 +3,7 @@
 #include "browse/navigator.h"
 #include "filter/filter_load.h"
 #include "friend/ed_friend.h"
+#include "platform/dao/alone.h"
 #include "platform/forms/do_events.h"
 #include "platform/forms/msg_box.h"
 #include "shell/base/frm_tolvek.h"
@@ -159,10 +160,13 @@ void dbUnLoad()
     MsgBox(u"メール履歴ＤＢのＵｎＬＯＡＤ（DB → TextFile）が終了しました。");
 }
 
+// Nobody stores a mail between the copy and the deletion that a load begins with.
 void dbLoad()
 {
+    const Alone alone(gDbPath);
     settleTextFiles();
     const Text copy = hasTextFiles() ? beginLoad(gDbPath) : Text();
+    alone.confirm();
     const ReportWatch reports;
     loadTables();
     if (!copy.empty()) endLoad(copy, reports.any());

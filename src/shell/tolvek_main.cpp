@@ -1,6 +1,7 @@
 #include "shell/tolvek_main.h"
 
 #include "dialogs/frm_splash.h"
+#include "platform/dao/alone.h"
 #include "platform/forms/msg_box.h"
 #include "platform/runtime/numbers.h"
 #include "platform/runtime/paths.h"
@@ -15,6 +16,8 @@
 #include "store/db_start.h"
 #include "store/table_create.h"
 #include "store/text_dump_set.h"
+
+#include <optional>
 
 namespace tolvek {
 
@@ -36,15 +39,19 @@ Text databasePath()
     return joinPath(appPath(), u"Tolvek.Mdb");
 }
 
-// What can't be settled is told and ends the program, with the files as they
+// What another program has at work isn't touched. What can't be settled is told and ends the program, with the files as they
 // are: the steps behind would delete the very file that is still to be put back.
 void settleEarlierRun(const ResumeNext& on, bool upgrade)
 {
+    std::optional<Alone> alone;
+    const auto take = [&] { alone.emplace(databasePath(), Alone::With::File); };
     const bool settled =
-        on([] { undoCutOffLoads(appPath()); }) && on([] { restoreFromNew(databasePath()); }) &&
+        on(take) && on([] { undoCutOffLoads(appPath()); }) && on(take) && // of the file that is there now
+        on([] { restoreFromNew(databasePath()); }) &&
         on([&] { settleCutOffUpgrade(databasePath(), upgrade); }) &&
         (databaseExists(databasePath()) || on([] { keepBackUpAside(databasePath()); }));
     if (!settled) endProgram();
+    on([] { removeUnfinished(databasePath()); });
 }
 
 void findDatabase(const ResumeNext& on)
@@ -81,7 +88,6 @@ void prepareDatabase(TextView Ver, const UpgradeProgress& progress)
     const ResumeNext on{u"Main"};
     const bool upgrade = upgradeNeeded(Ver);
     settleEarlierRun(on, upgrade);
-    on([] { removeUnfinished(databasePath()); });
     on([] { settleTextFiles(); });
     if (upgrade) on([&] { VerUp300(progress); });
     findDatabase(on);

@@ -1,5 +1,6 @@
 #include "store/database_files.h"
 
+#include "platform/dao/alone.h"
 #include "platform/dao/dao.h"
 #include "platform/runtime/paths.h"
 #include "platform/runtime/runtime_error.h"
@@ -23,6 +24,11 @@ void withFileErrors(const std::function<void()>& work)
     } catch (const std::system_error& failure) {
         throw fileError(failure.code());
     }
+}
+
+Alone aloneWith(const Text& path)
+{
+    return Alone(path, Alone::With::File);
 }
 
 Path companion(const Path& database, TextView suffix)
@@ -63,19 +69,23 @@ bool databaseExists(const Text& path)
 void removeDatabase(const Text& path)
 {
     withFileErrors([&] {
+        const auto alone = aloneWith(path);
         const Path file = existingPath(path);
         removeFile(file);
         removeCompanions(file);
+        alone.end();
     });
 }
 
 void renameDatabase(const Text& from, const Text& to)
 {
     withFileErrors([&] {
+        const auto alone = aloneWith(from);
         const Path source = existingPath(from);
         const Path target = existingPath(to);
         renameFile(source, target);
         moveCompanions(source, target);
+        alone.end();
     });
 }
 
@@ -85,9 +95,12 @@ void replaceDatabase(const Text& from, const Text& to)
         const Path source = existingPath(from);
         const Path target = existingPath(to);
         if (!fileExists(source)) throw RuntimeError(53);
+        const auto alone = aloneWith(from), aloneWithOld = aloneWith(to);
         removeCompanions(target);
         replaceFile(source, target);
         moveCompanions(source, target);
+        alone.end();
+        aloneWithOld.end();
     });
 }
 

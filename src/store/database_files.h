@@ -2,7 +2,8 @@
 //
 // A journal that an interrupted run left beside a database belongs to that
 // very file: it goes with it, or the engine would play it into the next file
-// of the same name. Failures are RuntimeError with the platform's numbers.
+// of the same name. A file that another program has at work isn't moved or removed:
+// 3356 after some seconds. Failures are RuntimeError with the platform's numbers.
 #pragma once
 #include "platform/runtime/text.h"
 

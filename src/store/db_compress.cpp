@@ -1,5 +1,6 @@
 #include "store/db_compress.h"
 
+#include "platform/dao/alone.h"
 #include "platform/dao/dao.h"
 #include "platform/forms/do_events.h"
 #include "platform/forms/msg_box.h"
@@ -11,6 +12,8 @@
 #include "store/search_tables.h"
 #include "store/spoilt_texts.h"
 #include "store/table_create.h"
+
+#include <optional>
 
 namespace tolvek {
 
@@ -30,7 +33,7 @@ public:
 
     void run()
     {
-        step([&] { deleteLeftover(); }) && step([&] { compact(); }) &&
+        step([&] { begin(); }) && step([&] { compact(); }) &&
             step([&] { removeDatabase(previous_); }) && step([&] { nameAsPrevious(); }) &&
             step([&] { putInPlace(); });
     }
@@ -102,7 +105,7 @@ private:
         replaceDatabase(side, live_);
         flushFolderOf(live_);
         if (repair_.salvaged > 0) listCorrespondents();
-        deleteLeftover();
+        begin();
         DBEngine::CompactDatabase(live_, fresh_);
     }
 
@@ -131,6 +134,14 @@ private:
         keepBoth();
         removeDatabase(live_);
         Table_Create();
+    }
+
+    // Nobody stores a mail in the database between its copy and the exchange, nor
+    // takes the copy for a leftover of his own.
+    void begin()
+    {
+        alone_.emplace(live_);
+        deleteLeftover();
     }
 
     void deleteLeftover()
@@ -173,6 +184,7 @@ private:
 
     Text live_, fresh_, previous_;
     Repair repair_;
+    std::optional<Alone> alone_;
     bool linked_ = false;
     bool yields_ = true;
 };

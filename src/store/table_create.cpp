@@ -41,12 +41,23 @@ bool mayReplace()
                   MsgIcon::None, MsgAnswer::No) == MsgAnswer::Yes;
 }
 
+// Where nobody was asked about a file, one that another program has put there
+// meanwhile stays: 58.
+void putInPlace(const Text& side, bool replaces)
+{
+    if (replaces)
+        replaceDatabase(side, trim(gDbPath));
+    else
+        renameDatabase(side, trim(gDbPath));
+}
+
 }
 
 void Table_Create()
 {
     leaveOnError(u"Table_Create", [] {
         if (!mayReplace()) return;
+        const bool replaces = databaseExists(trim(gDbPath));
         const Text side = trim(gDbPath) + Text(kSideName);
         if (databaseExists(side)) // of a creation that was cut off
             removeDatabase(side);
@@ -55,7 +66,7 @@ void Table_Create()
         DoEvents();
         createTables();
         gDb.Close();
-        replaceDatabase(side, trim(gDbPath));
+        putInPlace(side, replaces);
         flushFolderOf(gDbPath);
     });
 }

@@ -1,10 +1,12 @@
 #include "store/ver_up300.h"
 
+#include "platform/dao/alone.h"
 #include "platform/dao/dao.h"
 #include "platform/forms/do_events.h"
 #include "platform/forms/msg_box.h"
 #include "platform/runtime/paths.h"
 #include "platform/runtime/runtime_error.h"
+#include "platform/system/file_lock.h"
 #include "platform/system/files.h"
 #include "shell/base/general.h"
 #include "shell/base/guard.h"
@@ -13,6 +15,8 @@
 #include "store/db_compress.h"
 #include "store/table_create.h"
 #include "store/ver_up300_copy.h"
+
+#include <optional>
 
 namespace tolvek {
 
@@ -31,6 +35,14 @@ Text markOf(const Text& path)
 bool isMarked(const Text& path)
 {
     return databaseExists(markOf(path));
+}
+
+// Locked for as long as the upgrade runs, also while one of its boxes waits.
+FileLock lockedMark(const Text& path)
+{
+    FileLock lock(existingPath(markOf(path)), FileLock::Missing::Leave);
+    if (lock.isHeldElsewhere()) throw RuntimeError(3356);
+    return lock;
 }
 
 // Both are on the disk before anything behind them is.
@@ -72,10 +84,12 @@ void dropEarlierOld()
     DoEvents();
 }
 
-void makeWayForNew()
+// A start beside this one finds the mark locked as soon as the database isn't held.
+void makeWayForNew(FileLock& mark)
 {
     flushFolderOf(gDbPath);
     setMark(gDbPath);
+    mark = lockedMark(gDbPath);
     renameDatabase(gDbPath, oldOf(gDbPath));
     flushFolderOf(gDbPath);
 }
@@ -99,9 +113,12 @@ void finish()
 
 void upgrade(const PassOver53& steps, const UpgradeProgress& progress)
 {
+    FileLock mark;
+    std::optional<Alone> alone;
     // The last turn is a real one: flushing the copied rows may take seconds.
     const bool complete =
-        steps([] { dbCompress(gDbPath); }, DoEvents, dropEarlierOld, makeWayForNew, DoEvents,
+        steps([] { dbCompress(gDbPath); }, DoEvents, [&] { alone.emplace(gDbPath); },
+              dropEarlierOld, [&] { makeWayForNew(mark); }, [&] { alone.reset(); }, DoEvents,
               Table_Create, DoEvents, [&] { Ver300_DBUpGrade(progress); }, DoEventsNow, finish);
     if (complete)
         steps([] { removeMark(gDbPath); });
@@ -151,6 +168,7 @@ void Ver300_DBUpGrade(const UpgradeProgress& progress)
 
 void settleCutOffUpgrade(const Text& path, bool stillNeeded)
 {
+    const FileLock undoing = lockedMark(path);
     const bool marked = isMarked(path);
     const bool cutOff = databaseExists(oldOf(path)) && (marked || !databaseExists(path));
     if (cutOff && stillNeeded)

@@ -6,7 +6,7 @@
 // after a success. While the new one isn't complete, a mark beside it says so
 // (path + ".Upgrade"): it is set before the renaming and goes once `Ver` is
 // written, so that a start after a cut-off upgrade knows which of the two files
-// is the whole one.
+// is the whole one. The upgrade holds a lock on the mark: without one it was cut off.
 #pragma once
 #include "platform/runtime/text.h"
 
@@ -32,7 +32,8 @@ void Ver300_DBUpGrade(const UpgradeProgress& progress);
 // (where no database stands, a whole .New is newer than any .V300): an upgrade
 // that was cut off (the mark stands; or there is no database but a .V300) is
 // undone, as a failed one is, when the upgrade is still needed. When it isn't,
-// `Ver` had been written and only the mark is left to be removed. Asks and tells
+// `Ver` had been written and only the mark is left to be removed. An upgrade that
+// another program is at is 3356. Asks and tells
 // nothing; after a failure no start may go on to the upgrade, which would delete
 // the .V300.
 void settleCutOffUpgrade(const Text& path, bool stillNeeded);

@@ -1,0 +1,222 @@
+// While a box waits, for a night perhaps, the archive is at rest: no log beside it,
+// nothing of it that isn't in the file, and every other program may have it. For
+// each routine that reports, and each of its statements that may fail.
+#include "platform/dao/alone.h"
+#include "platform/dao/connection.h"
+#include "browse/delete_mail.h"
+#include "browse/mail_view.h"
+#include "browse/navigator.h"
+#include "browse/subject_list.h"
+#include "filter/filter_load.h"
+#include "friend/friend_book_file.h"
+#include "friend/friend_names.h"
+#include "friend/set_name.h"
+#include "import/tolvek_db.h"
+#include "shell/backup_fixture.h"
+#include "store/fault_injection.h"
+#include "store/text_dump.h"
+#include "support/other_program.h"
+
+#include <fcntl.h>
+#include <sqlite3.h>
+
+namespace tolvek::test {
+namespace {
+
+// Makes the n-th statement fail that reads or changes a table of the archive, on any
+// connection.
+class FailingStatement {
+public:
+    explicit FailingStatement(int number)
+    {
+        left_ = number;
+        sqlite3_auto_extension(reinterpret_cast<void (*)()>(watch));
+    }
+    ~FailingStatement() { sqlite3_reset_auto_extension(); }
+    FailingStatement(const FailingStatement&) = delete;
+    FailingStatement& operator=(const FailingStatement&) = delete;
+    static bool hasFailed() { return left_ < 0; }
+    static void arm(bool armed) { armed_ = armed; }
+
+private:
+    static int watch(sqlite3* handle, char**, const sqlite3_api_routines*)
+    {
+        return sqlite3_set_authorizer(handle, allows, nullptr);
+    }
+    static int allows(void*, int action, const char* table, const char*, const char*, const char*)
+    {
+        const bool changes =
+            action == SQLITE_INSERT || action == SQLITE_DELETE || action == SQLITE_UPDATE;
+        const bool reads = action == SQLITE_READ && isNew_; // of the first column
+        isNew_ = action == SQLITE_SELECT;
+        if (!armed_ || !(changes || reads) || !std::string(table).starts_with("tbl"))
+            return SQLITE_OK;
+        return left_-- == 0 ? SQLITE_DENY : SQLITE_OK;
+    }
+    static inline int left_ = 0;
+    static inline bool armed_ = false;
+    static inline bool isNew_ = false;
+};
+
+struct Routine {
+    const char* name;
+    std::function<void(frmTolvek&)> run;
+};
+
+const MailBlocks& someText()
+{
+    static MailBlocks text;
+    return text;
+}
+
+const std::vector<Routine>& routines()
+{
+    static const std::vector<Routine> all{
+        {"duplMailCheck",
+         [](frmTolvek&) {
+             Int16 found = 0;
+             duplMailCheck(u"花", u"a@b.jp", u"太", u"c@d.jp", u"20010101", u"101112", u"題", found);
+         }},
+        {"TolvekDB_Edit",
+         [](frmTolvek&) {
+             TolvekDB_Edit(0, u"花", u"a@b.jp", u"太", u"c@d.jp", u"題", u"20010101", u"101112",
+                           someText());
+         }},
+        {"TolvekDB_Insert",
+         [](frmTolvek&) {
+             TolvekDB_Insert(0, u"花", u"a@b.jp", u"太", u"c@d.jp", u"題", u"20010101", u"101112", 0,
+                             someText());
+         }},
+        {"edSearch_Name", [](frmTolvek&) { edSearch_Name(); }},
+        {"edSearch_Addr", [](frmTolvek&) { edSearch_Addr(); }},
+        {"tblFilter_Get", [](frmTolvek&) { tblFilter_Get(); }},
+        {"tblFilter_UpDate", [](frmTolvek&) { tblFilter_UpDate(); }},
+        {"tblFilterData_Sel", [](frmTolvek&) { tblFilterData_Sel(); }},
+        {"edFriendName", [](frmTolvek&) { edFriendName(); }},
+        {"setName",
+         [](frmTolvek&) {
+             Text name;
+             setName(u"hanako@example.jp", name);
+         }},
+        {"dspSearch_Addr", [](frmTolvek& form) { dspSearch_Addr(form); }},
+        {"dspSearch_Name", [](frmTolvek& form) { dspSearch_Name(form); }},
+        {"dspSearch_Date", [](frmTolvek& form) { dspSearch_Date(form); }},
+        {"dspSearch_Filter", [](frmTolvek& form) { dspSearch_Filter(form); }},
+        {"dspSubject", [](frmTolvek& form) { dspSubject(form, u"hanako@example.jp"); }},
+        {"dspSubject_Filter", [](frmTolvek& form) { dspSubject_Filter(form, 0); }},
+        {"dspMail",
+         [](frmTolvek& form) {
+             dspSubject(form, u"hanako@example.jp");
+             dspMail(form, 0);
+         }},
+        {"delOneMail",
+         [](frmTolvek& form) {
+             dspSubject(form, u"hanako@example.jp");
+             delOneMail(0);
+         }},
+        {"delMail", [](frmTolvek&) { delMail(0, u"hanako@example.jp"); }},
+        {"delFilter", [](frmTolvek&) { delFilter(0); }},
+        {"tblTolvek_UnLoad", [](frmTolvek&) { tblTolvek_UnLoad(); }},
+        {"tblFriend_UnLoad", [](frmTolvek&) { tblFriend_UnLoad(); }},
+        {"tblFilter_UnLoad", [](frmTolvek&) { tblFilter_UnLoad(); }},
+        {"tblFilterData_UnLoad", [](frmTolvek&) { tblFilterData_UnLoad(); }},
+        {"tblTolvek_Load",
+         [](frmTolvek&) {
+             tblTolvek_UnLoad();
+             tblTolvek_Load();
+         }},
+        {"tblFriend_Load",
+         [](frmTolvek&) {
+             tblFriend_UnLoad();
+             tblFriend_Load();
+         }},
+        {"memBackUp_FileEdit", [](frmTolvek& form) { memBackUp_FileEdit_Click(form); }},
+    };
+    return all;
+}
+
+class AtRestInBoxesTest : public BackUpTest, public ::testing::WithParamInterface<Routine> {
+protected:
+    AtRestInBoxesTest()
+        : others([this] { return isLocked() ? 1 : 0; }) // before anything is open here
+    {
+    }
+    void SetUp() override
+    {
+        BackUpTest::SetUp();
+        setBeforeWait(putAllAtRest);
+        setMsgBoxHandler([this](const MsgBoxRequest& box) {
+            lookInBox(box);
+            return box.buttons == MsgButtons::YesNo ? MsgAnswer::Yes : MsgAnswer::Ok;
+        });
+        kept.keep();
+    }
+    void TearDown() override
+    {
+        setBeforeWait({});
+        BackUpTest::TearDown();
+    }
+
+    // The bytes on which the engine's locks lie, as another program sees them.
+    bool isLocked() const
+    {
+        struct flock lock {};
+        lock.l_type = F_WRLCK;
+        lock.l_start = 0x40000000;
+        lock.l_len = 512;
+        const int descriptor = open(file("Tolvek.Mdb").c_str(), O_RDWR);
+        const bool answered = fcntl(descriptor, F_GETLK, &lock) == 0;
+        close(descriptor);
+        return !answered || lock.l_type != F_UNLCK;
+    }
+    void lookInBox(const MsgBoxRequest& box)
+    {
+        if (box.icon != MsgIcon::Critical) return;
+        ++reports;
+        lastBox = toUtf8(box.title + box.text);
+        EXPECT_FALSE(exists("Tolvek.Mdb-wal")) << toUtf8(box.title);
+        EXPECT_FALSE(exists("Tolvek.Mdb-journal")) << toUtf8(box.title);
+        EXPECT_EQ(readBytes(file("Tolvek.Mdb")).at(18), 1) << toUtf8(box.title);
+        EXPECT_EQ(others.run(), 0) << "locked: " << toUtf8(box.title);
+    }
+    // In the middle of a command that has written already.
+    bool failsAt(int statement)
+    {
+        const FailingStatement failing(statement);
+        const DBEngine::Session command;
+        addFriend(u"jiro@example.jp", u"次郎", u"ポチ");
+        FailingStatement::arm(true);
+        tillEnd([this] { GetParam().run(form); });
+        FailingStatement::arm(false);
+        return FailingStatement::hasFailed();
+    }
+    template <class Work> void tillEnd(const Work& work)
+    {
+        try {
+            work();
+        } catch (const ProgramEnd&) { // of a locked database, which none is here
+            ADD_FAILURE() << "the program ended: " << lastBox;
+        }
+    }
+
+    OtherProgram others;
+    KeptFolder kept{folder.path()};
+    int reports = 0;
+    std::string lastBox;
+};
+
+TEST_P(AtRestInBoxesTest, WhicheverStatementFails)
+{
+    constexpr int kMany = 60;
+    for (int statement = 0; statement < kMany && failsAt(statement); ++statement) {
+        gDb.Close();
+        kept.putBack();
+    }
+    EXPECT_GT(reports, 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(OfEachRoutine, AtRestInBoxesTest, ::testing::ValuesIn(routines()),
+                         [](const auto& routine) { return std::string(routine.param.name); });
+
+}
+}
