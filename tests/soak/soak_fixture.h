@@ -1,0 +1,68 @@
+// Works of the program over a small archive, each to be disturbed at one of its
+// file operations, and what must be true of the mails afterwards.
+//
+// A run of ./test takes some operations of each work, always the same ones;
+// with TOLVEK_SOAK=1 in the environment it is every one. See README.md.
+#pragma once
+#include "import/tolvek_db.h"
+#include "platform/dao/connection.h"
+#include "shell/backup_fixture.h"
+#include "shell/tolvek_main.h"
+#include "soak/held_program.h"
+#include "soak/power_cut.h"
+#include "store/db_compress.h"
+#include "store/upgrade_fixture.h"
+
+#include <set>
+
+namespace tolvek::test {
+
+// How many operations are left out between two that are disturbed.
+inline int soakStep(int inShort)
+{
+    return std::getenv("TOLVEK_SOAK") ? 1 : inShort;
+}
+
+using Subjects = std::set<Text>;
+
+inline Subjects subjectsAt(const Text& path)
+{
+    Database opened = DBEngine::OpenDatabase(path);
+    Subjects found;
+    for (Recordset row = opened.OpenRecordset(Statement{u"SELECT tblTolvek_Subject FROM tblTolvek"});
+         !row.Eof(); row.MoveNext())
+        found.insert(row.field(0).text());
+    opened.Close();
+    return found;
+}
+
+// As a read stores a mail, without its boxes: the number of its failure.
+inline int errorOfStoring(const Text& subject)
+{
+    try {
+        const DBEngine::Session session;
+        gDb = DBEngine::OpenDatabase(gDbPath);
+        Statement sql{u"INSERT INTO tblTolvek (tblTolvek_YMD, tblTolvek_HMS, tblTolvek_SubKey, "
+                      u"tblTolvek_SndRcvFlag, tblTolvek_SndName, tblTolvek_SndAdd, "
+                      u"tblTolvek_RcvName, tblTolvek_RcvAdd, tblTolvek_Subject ) VALUES( "
+                      u"'20010101', '101112', 0, False, '花', 'a@b.jp', '太', 'c@d.jp', '"};
+        sql << subject << u"' )";
+        inTransaction([&] { gDb.Execute(sql, dbFailOnError); });
+        gDb.Close();
+        return 0;
+    } catch (const RuntimeError& error) {
+        gDb.Close();
+        return error.number();
+    }
+}
+
+// Ends where the program does; every question is answered with Yes.
+inline void tillItsEnd(const std::function<void()>& work)
+{
+    try {
+        work();
+    } catch (const ProgramEnd&) { // as where going on would cost mail
+    }
+}
+
+}

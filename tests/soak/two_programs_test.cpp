@@ -1,0 +1,188 @@
+// Two programs on one archive, as if no lock in the folder kept them apart: one is
+// stopped before each of its file operations while the other reads, backs up or
+// starts. No mail is lost, neither one that was there nor one that was stored
+// meanwhile.
+#include "shell/store_commands.h"
+#include "soak/soak_fixture.h"
+#include "store/text_dump.h"
+
+namespace tolvek::test {
+namespace {
+
+struct TwoWorks {
+    const char* held;
+    const char* beside;
+};
+
+class TwoProgramsTest : public BackUpTest, public ::testing::WithParamInterface<TwoWorks> {
+protected:
+    void SetUp() override
+    {
+        BackUpTest::SetUp();
+        form.Hide(); // the threads that paint don't go along into a child process
+        Connection::setPatience(20);
+        setMsgBoxHandler([](const MsgBoxRequest& box) {
+            return box.buttons == MsgButtons::YesNo ? MsgAnswer::Yes : MsgAnswer::Ok;
+        });
+        writeBytes(file("TOLVEK.ini"), "[Tolvek Environment]\r\nVer=331\r\n");
+        dbUnLoad();
+        DBEngine::Rest();
+        kept.keep();
+    }
+    void TearDown() override
+    {
+        Connection::setPatience(5000);
+        BackUpTest::TearDown();
+    }
+
+    void start()
+    {
+        tillItsEnd([] { prepareDatabase(u"331", [](TextView) {}); });
+    }
+    void read()
+    {
+        if (errorOfStoring(u"meanwhile") == 0) stored = true;
+    }
+    void backUpByForm()
+    {
+        tillItsEnd([this] { memBackUp_FileEdit_Click(form); });
+    }
+    void work(const std::string& name)
+    {
+        if (name == "start") start();
+        if (name == "read") read();
+        if (name == "backup") backUpByForm();
+        if (name == "load") tillItsEnd([this] { memInport_Click(form); });
+    }
+    // In the archive, in the dated backup, or in what a load has put aside.
+    Subjects everywhere()
+    {
+        Subjects found = subjectsAt(gDbPath);
+        for (const TextView name : {u"Tolvek_20000225.Mdb", u"Tolvek.Mdb.BeforeLoad"})
+            if (databaseExists(pathOf(name))) found.merge(subjectsAt(pathOf(name)));
+        return found;
+    }
+    void expectNothingLost(int operation)
+    {
+        start(); // the next one, beside nobody
+        Subjects expected{u"first", u"second"};
+        if (stored) expected.insert(u"meanwhile");
+        ASSERT_TRUE(databaseExists(gDbPath)) << "operation " << operation;
+        Subjects found = everywhere();
+        if (!stored) found.erase(u"meanwhile"); // the held one may have stored it
+        EXPECT_EQ(found, expected) << "operation " << operation;
+        EXPECT_EQ(rows(u"tblFriend"), 1) << "operation " << operation;
+    }
+    // False when the held work has fewer operations.
+    bool disturbed(int operation)
+    {
+        stored = false;
+        HeldProgram held(operation, [this] { work(GetParam().held); }, isOfNote);
+        const bool stopped = held.isStopped();
+        if (stopped) work(GetParam().beside);
+        EXPECT_EQ(stopped ? held.finish() : 0, 0) << "operation " << operation;
+        if (stopped) expectNothingLost(operation);
+        kept.putBack();
+        return stopped;
+    }
+    // Reading and writing of pages follow each other by hundreds.
+    static bool isOfNote(const Path& path)
+    {
+        const std::string name = path.filename().string();
+        return std::getenv("TOLVEK_SOAK") || !name.ends_with(".Compact");
+    }
+
+    KeptFolder kept{folder.path()};
+    bool stored = false;
+};
+
+TEST_P(TwoProgramsTest, LoseNoMailWhereverOneIsStopped)
+{
+    int operation = 0;
+    while (disturbed(operation))
+        operation += soakStep(17);
+    EXPECT_GT(operation, 20);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    OnOneArchive, TwoProgramsTest,
+    ::testing::Values(TwoWorks{"start", "read"}, TwoWorks{"start", "start"},
+                      TwoWorks{"start", "backup"}, TwoWorks{"backup", "read"},
+                      TwoWorks{"backup", "start"}, TwoWorks{"backup", "backup"},
+                      TwoWorks{"read", "start"}, TwoWorks{"read", "backup"},
+                      TwoWorks{"read", "read"}, TwoWorks{"load", "read"},
+                      TwoWorks{"load", "start"}),
+    [](const auto& works) {
+        return std::string(works.param.held) + "_" + works.param.beside;
+    });
+
+// Two upgrades of one archive: one of them wins, and the other leaves it alone.
+class TwoUpgradesTest : public UpgradeFixture {
+protected:
+    void SetUp() override
+    {
+        UpgradeFixture::SetUp();
+        Connection::setPatience(20);
+        setMsgBoxHandler([](const MsgBoxRequest& box) {
+            return box.buttons == MsgButtons::YesNo ? MsgAnswer::Yes : MsgAnswer::Ok;
+        });
+        givenOldArchive();
+        givenOldRows();
+        givenVersion("210");
+        before = oldFieldsOf(gDbPath);
+        kept.keep();
+    }
+    void TearDown() override
+    {
+        Connection::setPatience(5000);
+        UpgradeFixture::TearDown();
+    }
+    void start()
+    {
+        tillItsEnd([this] { prepareDatabase(version(), [](TextView) {}); });
+    }
+    // The program's end writes the version; here what the upgrade wrote counts.
+    bool disturbed(int operation)
+    {
+        const auto counts = [](const Path& path) {
+            const std::string name = path.filename().string();
+            return std::getenv("TOLVEK_SOAK") || (!name.ends_with(".Compact") &&
+                                                  !name.ends_with(".Create"));
+        };
+        const Text old = version();
+        HeldProgram held(operation, [&] {
+            tillItsEnd([&] { prepareDatabase(old, [](TextView) {}); });
+        }, counts);
+        const bool stopped = held.isStopped();
+        if (stopped) start();
+        const bool stored = stopped && errorOfStoring(u"meanwhile") == 0;
+        EXPECT_EQ(stopped ? held.finish() : 0, 0) << "operation " << operation;
+        start();
+        start();
+        expectWhole(operation, stored);
+        kept.putBack();
+        return stopped;
+    }
+    void expectWhole(int operation, bool stored)
+    {
+        ASSERT_TRUE(isUpgraded(gDbPath)) << "operation " << operation;
+        EXPECT_EQ(subjectsAt(gDbPath).contains(u"meanwhile"), stored) << "operation " << operation;
+        execute(Statement{u"DELETE FROM tblTolvek WHERE tblTolvek_Subject = 'meanwhile'"});
+        EXPECT_EQ(oldFieldsOf(gDbPath), before) << "operation " << operation;
+        EXPECT_FALSE(exists("Tolvek.Mdb.Upgrade")) << "operation " << operation;
+    }
+
+    Archive before;
+    KeptFolder kept{folder.path()};
+};
+
+TEST_F(TwoUpgradesTest, OneWinsWhereverTheOtherIsStopped)
+{
+    int operation = 0;
+    while (disturbed(operation))
+        operation += soakStep(23);
+    EXPECT_GT(operation, 20);
+}
+
+}
+}
