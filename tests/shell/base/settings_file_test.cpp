@@ -139,6 +139,20 @@ TEST_F(SettingsFileTest, OnAVeryLargeScreenTheFriendEditorsCornerStopsAtSixteenB
     EXPECT_EQ(gFriendLeft, 32767);
 }
 
+// However many keys there are: a file of 60 MB once took that as often as there are keys.
+TEST_F(SettingsFileTest, TheFileIsReadOnce)
+{
+    givenFile(u"[Tolvek Environment]\r\nVer=331\r\n");
+    int openings = 0;
+    setFileProbe([&](FileOperation operation, const Path& at) {
+        if (operation == FileOperation::Open && at.filename() == "TOLVEK.ini") ++openings;
+    });
+    iniRead(window);
+    setFileProbe({});
+    EXPECT_EQ(openings, 1);
+    EXPECT_EQ(gVer, 331);
+}
+
 TEST_F(SettingsFileTest, AnEmptyFontSizeGivesNineAMissingOneTen)
 {
     givenFile(u"[Mail Font]\r\nMail Text Font Size=\r\n");
