@@ -46,10 +46,14 @@ function(tolvek_library name)
   endif()
 endfunction()
 
-# tolvek_test(NAME SOURCES file... LINKS target...)
-# One test program for one folder; every test case is a ctest of its own.
+# tolvek_test(NAME SOURCES file... LINKS target... [PATIENCE seconds])
+# One test program for one folder; every test case is a ctest of its own, given
+# up after PATIENCE, 300 without one.
 function(tolvek_test name)
-  cmake_parse_arguments(ARG "QT" "" "SOURCES;LINKS" ${ARGN})
+  cmake_parse_arguments(ARG "QT" "PATIENCE" "SOURCES;LINKS" ${ARGN})
+  if(NOT ARG_PATIENCE)
+    set(ARG_PATIENCE 300)
+  endif()
   add_executable(${name} ${ARG_SOURCES})
   target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/src" "${PROJECT_SOURCE_DIR}/tests"
                              "${PROJECT_BINARY_DIR}/generated")
@@ -62,5 +66,5 @@ function(tolvek_test name)
   endif()
   include(GoogleTest)
   gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST
-    PROPERTIES TIMEOUT 300 ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8")
+    PROPERTIES TIMEOUT ${ARG_PATIENCE} ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8")
 endfunction()
