@@ -167,7 +167,8 @@ std::string rewrittenWord(std::string_view rest, std::size_t& length)
     constexpr std::size_t kLongestWord = 1000;
     const std::string_view near = rest.substr(0, kLongestWord);
     const std::size_t kind = near.find('?', 2);
-    if (kind == std::string_view::npos || near.substr(kind + 2, 1) != "?") return {};
+    if (kind == std::string_view::npos || near.size() < kind + 3 || near[kind + 2] != '?')
+        return {};
     const std::size_t end = near.find("?=", kind + 3);
     if (end == std::string_view::npos) return {};
     const std::string_view content = near.substr(kind + 3, end - kind - 3);
