@@ -43,7 +43,7 @@ std::string tempGroup(const TempMail& mail)
 }
 
 TempFile::TempFile(std::filesystem::path path)
-    : path_(std::move(path)), side_(sidePath(path_)), file_(side_, OpenFile::Mode::Create)
+    : path_(std::move(path)), side_(sidePath(path_)), file_(side_, OpenFile::Mode::Anew)
 {
 }
 

@@ -14,6 +14,7 @@
 #include "shell/base/frm_tolvek.h"
 #include "shell/base/general.h"
 #include "shell/base/guard.h"
+#include "store/database_files.h"
 #include "store/db_compress.h"
 #include "store/search_tables.h"
 #include "store/spoilt_texts.h"
@@ -27,11 +28,6 @@ namespace {
 // Also the name of the other backup command's reports.
 constexpr TextView kRoutine = u"memBackUp_FileEdit_Click";
 constexpr TextView kCaption = u"PostPet Mail 表示";
-
-Text livePath()
-{
-    return joinPath(appPath(), u"Tolvek.Mdb");
-}
 
 Text todaysPath()
 {
@@ -85,16 +81,14 @@ void emptyTable(const Statement& sql)
 bool moveMails(const PassOver53& steps, const Text& backUp)
 {
     std::optional<Alone> alone;
-    return steps([] { gDbPath = livePath(); }, [] { gDb.Close(); }, [] { dbCompress(gDbPath); },
-                 [&] { alone.emplace(gDbPath); },
-                 [&] { DBEngine::CompactDatabase(gDbPath, backUp); },
-                 [] { gWs = DBEngine::Workspaces(0); },
-                 [] { gDb = DBEngine::OpenDatabase(gDbPath); },
-                 [&] { alone->confirm(); },
-                 [] { emptyTable(Statement{u"DELETE FROM tblFilterData"}); },
-                 [] { emptyTable(Statement{u"DELETE FROM tblTolvek"}); },
-                 [] { emptyTable(Statement{u"DELETE FROM tblSearch_Addresses"}); },
-                 [] { emptyTable(Statement{u"DELETE FROM tblSearch_Name"}); }, [] { gDb.Close(); });
+    return steps(
+        [] { gDbPath = liveDatabasePath(); }, [] { gDb.Close(); }, [] { dbCompress(gDbPath); },
+        [&] { alone.emplace(gDbPath); }, [&] { DBEngine::CompactDatabase(gDbPath, backUp); },
+        [] { gWs = DBEngine::Workspaces(0); }, [] { gDb = DBEngine::OpenDatabase(gDbPath); },
+        [&] { alone->confirm(); }, [] { emptyTable(Statement{u"DELETE FROM tblFilterData"}); },
+        [] { emptyTable(Statement{u"DELETE FROM tblTolvek"}); },
+        [] { emptyTable(Statement{u"DELETE FROM tblSearch_Addresses"}); },
+        [] { emptyTable(Statement{u"DELETE FROM tblSearch_Name"}); }, [] { gDb.Close(); });
 }
 
 // As after every change of the mails, here of none at all.
@@ -149,7 +143,7 @@ void memNomalDisp_Click(frmTolvek& form)
     const ResumeNext on{u"memNomalDisp_Click"};
     on([&] { dspEnable(form, false, 0); });
     on([&] { form.setCaption(kCaption); });
-    on([] { gDbPath = livePath(); });
+    on([] { gDbPath = liveDatabasePath(); });
     on([&] { dspSelData(form); });
     on([] { tblFilter_Get(); });
     on([] { gBackUpDisp = 0; });

@@ -10,6 +10,7 @@
 #include "shell/base/general.h"
 #include "shell/base/guard.h"
 #include "shell/base/settings.h"
+#include "store/archive_tables.h"
 #include "store/before_load.h"
 #include "store/database_files.h"
 #include "store/db_compress.h"
@@ -34,30 +35,39 @@ void refuseSecondCopy(const ResumeNext& on)
     endProgram();
 }
 
-Text databasePath()
+Text folderOf(const Text& path)
 {
-    return joinPath(appPath(), u"Tolvek.Mdb");
+    return pathText(existingPath(path).parent_path());
 }
 
-// What another program has at work isn't touched. What can't be settled is told and ends the program, with the files as they
-// are: the steps behind would delete the very file that is still to be put back.
+// What another program has at work isn't touched. What can't be settled is reported
+// and ends the program, with the files as they are: the steps after it would delete
+// the very file that is still to be put back.
 void settleEarlierRun(const ResumeNext& on, bool upgrade)
 {
     std::optional<Alone> alone;
-    const auto take = [&] { alone.emplace(databasePath(), Alone::With::File); };
+    const auto take = [&] { alone.emplace(liveDatabasePath(), Alone::With::File); };
     const bool settled =
-        on(take) && on([] { undoCutOffLoads(appPath()); }) && on(take) && // of the file that is there now
-        on([] { restoreFromNew(databasePath()); }) &&
-        on([&] { settleCutOffUpgrade(databasePath(), upgrade); }) &&
-        (databaseExists(databasePath()) || on([] { keepBackUpAside(databasePath()); }));
+        on(take) && on([] { undoCutOffLoads(folderOf(liveDatabasePath())); }) &&
+        on(take) && // of the file that is there now
+        on([] { restoreFromNew(liveDatabasePath()); }) &&
+        on([&] { settleCutOffUpgrade(liveDatabasePath(), upgrade); }) &&
+        (databaseExists(liveDatabasePath()) || on([] { keepBackUpAside(liveDatabasePath()); }));
     if (!settled) endProgram();
-    on([] { removeUnfinished(databasePath()); });
+    on([] { removeUnfinished(liveDatabasePath()); });
+}
+
+// The tables say so: the settings file may be missing, or another archive's.
+bool isUpgradeDue(TextView Ver)
+{
+    const Text path = liveDatabasePath();
+    return databaseExists(path) ? isOldArchive(path) : upgradeNeeded(Ver);
 }
 
 void findDatabase(const ResumeNext& on)
 {
     on([] { gHelpPath = joinPath(appPath(), u"Tolvek.hlp"); });
-    on([] { gDbPath = databasePath(); });
+    on([] { gDbPath = liveDatabasePath(); });
     if (FileNameCheck(gDbPath) == 0) on([] { Table_Create(); });
 }
 
@@ -86,12 +96,12 @@ bool upgradeNeeded(TextView Ver)
 void prepareDatabase(TextView Ver, const UpgradeProgress& progress)
 {
     const ResumeNext on{u"Main"};
-    const bool upgrade = upgradeNeeded(Ver);
-    settleEarlierRun(on, upgrade);
+    settleEarlierRun(on, upgradeNeeded(Ver));
     on([] { settleTextFiles(); });
-    if (upgrade) on([&] { VerUp300(progress); });
+    if (isUpgradeDue(Ver)) on([&] { VerUp300(progress); });
     findDatabase(on);
     on([] { dbCompress(gDbPath); });
+    if (isOldArchive(gDbPath)) on([&] { VerUp300(progress); }); // a repair gave an old one
 }
 
 void Main(frmSplash& splash, frmTolvek& window)

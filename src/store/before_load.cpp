@@ -134,7 +134,7 @@ void endLoad(const Text& copy, bool withErrors)
 
 void undoCutOffLoads(const Text& folder)
 {
-    for (const Text& copy : runningCopies(folder, u"Tolvek*.Mdb")) {
+    for (const Text& copy : runningCopies(folder, u"*")) {
         if (databaseExists(copy)) putBack(copy, copy.substr(0, copy.rfind(kCopy)));
         endRunning(copy, databaseExists(copy));
     }

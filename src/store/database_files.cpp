@@ -61,6 +61,31 @@ bool isNoLinks(const std::error_code& code)
 
 }
 
+Text linkedDatabase(const Text& path)
+{
+    constexpr int kLongestChain = 40;
+    Path file = existingPath(path);
+    std::error_code none;
+    for (int i = 0; i < kLongestChain && std::filesystem::is_symlink(file, none); ++i)
+        file = file.parent_path() / std::filesystem::read_symlink(file, none);
+    return file == existingPath(path) ? path : pathText(file.lexically_normal());
+}
+
+Text liveDatabasePath()
+{
+    return linkedDatabase(joinPath(appPath(), u"Tolvek.Mdb"));
+}
+
+bool isReadOnlyDatabase(const Text& path)
+{
+    return isReadOnly(existingPath(path));
+}
+
+void keepMode(const Text& from, const Text& to)
+{
+    withFileErrors([&] { copyOwnerAndMode(existingPath(from), existingPath(to)); });
+}
+
 bool databaseExists(const Text& path)
 {
     return fileExists(existingPath(path));
@@ -96,6 +121,7 @@ void replaceDatabase(const Text& from, const Text& to)
         const Path target = existingPath(to);
         if (!fileExists(source)) throw RuntimeError(53);
         const auto alone = aloneWith(from), aloneWithOld = aloneWith(to);
+        if (fileExists(target)) copyOwnerAndMode(target, source);
         removeCompanions(target);
         replaceFile(source, target);
         moveCompanions(source, target);

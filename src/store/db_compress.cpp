@@ -7,6 +7,7 @@
 #include "shell/base/general.h"
 #include "shell/base/guard.h"
 #include "store/database_files.h"
+#include "store/db_start.h"
 #include "store/kept_files.h"
 #include "store/repair.h"
 #include "store/search_tables.h"
@@ -27,14 +28,14 @@ constexpr TextView kAnew = u"DBの読み込み中にエラーが発生しまし�
 class Compaction {
 public:
     explicit Compaction(const Text& path)
-        : live_(path), fresh_(path + u".New"), previous_(path + u".Bak")
+        : live_(linkedDatabase(path)), fresh_(live_ + u".New"), previous_(live_ + u".Bak")
     {
     }
 
     void run()
     {
-        step([&] { begin(); }) && step([&] { compact(); }) &&
-            step([&] { removeDatabase(previous_); }) && step([&] { nameAsPrevious(); }) &&
+        step([&] { begin(); }) && step([&] { compact(); }) && !staysAsItIs() &&
+            step([&] { removePrevious(); }) && step([&] { nameAsPrevious(); }) &&
             step([&] { putInPlace(); });
     }
 
@@ -97,7 +98,7 @@ private:
             putRepaired(side);
     }
 
-    // The rotation deletes the .Bak. Compacted twice, so that it finds a copy to
+    // Compacted twice, so that the rotation, which deletes the .Bak, finds a copy to
     // move into place.
     void putRepaired(const Text& side)
     {
@@ -109,6 +110,7 @@ private:
         DBEngine::CompactDatabase(live_, fresh_);
     }
 
+    // Before anything takes their names.
     void keepBoth()
     {
         keepDamaged(live_, live_);
@@ -132,6 +134,7 @@ private:
     void makeAnew()
     {
         keepBoth();
+        if (databaseExists(previous_)) removeDatabase(previous_);
         removeDatabase(live_);
         Table_Create();
     }
@@ -152,7 +155,27 @@ private:
     void compact()
     {
         DBEngine::CompactDatabase(live_, fresh_);
+        keepMode(live_, fresh_);
         keepJetOriginal(live_, live_);
+    }
+
+    // A file that its user doesn't want to be written isn't exchanged either.
+    bool staysAsItIs()
+    {
+        if (!databaseExists(live_) || !isReadOnlyDatabase(live_)) return false;
+        step([&] { deleteLeftover(); });
+        return true;
+    }
+
+    // Mails that are gone from the database may be gone by mistake, or it may be
+    // another one than it was.
+    void removePrevious()
+    {
+        const Text& current = databaseExists(fresh_) ? fresh_ : live_;
+        if (databaseExists(previous_) && !holdsMail(current) && mayHoldMail(previous_))
+            moveAside(previous_, live_ + u".Kept");
+        else
+            removeDatabase(previous_);
     }
 
     void nameAsPrevious()

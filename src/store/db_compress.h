@@ -9,16 +9,21 @@
 // names, plain renames leave a short gap in which P + ".New" is the whole one;
 // a start that finds no P puts it in place (see db_start.h). A Jet file, which
 // the compaction turns into this program's format, stays as P + ".Jet" too.
+//
+// P is the file itself where the path given is a link. A read-only P is checked
+// and stays. A .Bak with mail beside a P without any becomes P + ".Kept".
 #pragma once
 #include "platform/runtime/text.h"
 
 namespace tolvek {
 
-// The database must be closed. Error 53 passes. A file that can't be read as a
-// database (3343) is told, and the user decides: from the .Bak, or without one a
-// new database; a refusal ends the program with nothing touched. What fails in
-// the mending goes to the caller. Any other error is reported under "dbCompress"
-// and ends the routine, with the files as they stand then.
+// The database must be closed. Error 53 passes. A damaged file (3343) is reported,
+// and the user decides: from the .Bak and what can still be read (repair.h), or
+// without one, or when neither gives anything, a new database; a refusal ends the
+// program with nothing touched. What was damaged stays as P + ".Damaged"
+// (kept_files.h). What fails in the mending goes to the caller. Any other error,
+// also that of a file which isn't this program's (3041), is reported under
+// "dbCompress" and ends the routine, with the files as they are then.
 //
 // A new database made here ends as .Bak, with nothing at P: users know it so,
 // and the next opening of the store creates one.

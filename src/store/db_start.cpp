@@ -6,7 +6,6 @@
 #include "platform/runtime/runtime_error.h"
 #include "store/database_files.h"
 #include "store/kept_files.h"
-#include "store/schema.h"
 
 #include <algorithm>
 
@@ -14,44 +13,16 @@ namespace tolvek {
 
 namespace {
 
-bool hasAllTables(const Text& path)
-{
-    Database database = DBEngine::OpenDatabase(path);
-    const std::vector<Text> names = database.TableDefs().names();
-    database.Close();
-    const TableSpec wanted[] = {tblTolvekSpec(), tblSearch_AddressesSpec(), tblSearch_NameSpec(),
-                                tblFriendSpec(), tblFilterSpec(),           tblFilterDataSpec()};
-    return std::all_of(std::begin(wanted), std::end(wanted), [&](const TableSpec& table) {
-        return std::find(names.begin(), names.end(), table.name) != names.end();
-    });
-}
-
 // A compaction reads every page of its source and checks what it wrote: what
 // comes through it is whole. False for a file that can't be read as a database.
 bool copiedWhole(const Text& source, const Text& target)
 {
     try {
-        if (!hasAllTables(source)) return false;
         DBEngine::CompactDatabase(source, target);
         return true;
     } catch (const RuntimeError& error) {
-        if (error.number() != 3343) throw;
+        if (error.number() != 3343 && error.number() != 3041) throw;
         return false;
-    }
-}
-
-// What can't be read may hold mail all the same.
-bool mayHoldMail(const Text& path)
-{
-    try {
-        Database database = DBEngine::OpenDatabase(path);
-        const bool hasRows =
-            database.OpenRecordset(Statement{u"SELECT tblTolvek_YMD FROM tblTolvek"})
-                .RecordCount() != 0;
-        database.Close();
-        return hasRows;
-    } catch (const RuntimeError&) {
-        return true;
     }
 }
 
@@ -94,6 +65,29 @@ void restoreFromNew(const Text& path)
     renameDatabase(side, path);
     flushFolderOf(path);
     removeDatabase(fresh);
+}
+
+bool holdsMail(const Text& path)
+{
+    Database database = DBEngine::OpenDatabase(path);
+    const bool holds = database.HasRows(u"tblTolvek");
+    database.Close();
+    return holds;
+}
+
+bool isReadable(const Text& path)
+{
+    try {
+        holdsMail(path);
+        return true;
+    } catch (const RuntimeError&) {
+        return false;
+    }
+}
+
+bool mayHoldMail(const Text& path)
+{
+    return !isReadable(path) || holdsMail(path);
 }
 
 void keepBackUpAside(const Text& path)

@@ -16,6 +16,12 @@ void restoreFromNew(const Text& path);
 // overwritten.
 void keepBackUpAside(const Text& path);
 
+// Whether an archive that can be read has a mail in it; one that can't be read may
+// have one.
+bool isReadable(const Text& path);
+bool holdsMail(const Text& path);
+bool mayHoldMail(const Text& path);
+
 // Deletes the side files that a run which was cut off left in the database's
 // folder: what a compaction, a backup, a repair, a creation or a copy was being
 // written into before it got its name. To be called when nothing is left to be

@@ -1,28 +1,15 @@
 #include "store/kept_files.h"
 
-#include "platform/dao/jet_head.h"
+#include "platform/dao/jet_import.h"
 #include "platform/runtime/numbers.h"
 #include "platform/runtime/paths.h"
 #include "platform/runtime/runtime_error.h"
 #include "platform/system/files.h"
 #include "store/database_files.h"
 
-#include <algorithm>
-#include <array>
-
 namespace tolvek {
 
 namespace {
-
-bool isJetFile(const Path& file)
-{
-    OpenFile opened(file, OpenFile::Mode::Read);
-    FileHead head{};
-    std::array<char, sizeof(FileHead)> bytes{};
-    if (opened.read(bytes.data(), bytes.size()) < bytes.size()) return false;
-    std::copy(bytes.begin(), bytes.end(), head.begin());
-    return isJet(head);
-}
 
 bool sameBytes(const Path& one, const Path& other)
 {
@@ -48,8 +35,8 @@ void keepCompanions(const Text& original, const Text& kept)
 {
     for (const TextView suffix : {u"-wal", u"-journal"})
         if (databaseExists(original + Text(suffix)))
-            copyFileContents(existingPath(original + Text(suffix)),
-                             targetPath(kept + Text(suffix)), false);
+            copyFileContents(existingPath(original + Text(suffix)), targetPath(kept + Text(suffix)),
+                             false);
 }
 
 void keep(const Text& original, const Text& wanted)

@@ -1,6 +1,6 @@
 #include "store/known_tables.h"
 
-#include "store/schema.h"
+#include "store/archive_tables.h"
 
 #include <algorithm>
 
@@ -74,6 +74,7 @@ bool areWhole(const std::vector<TableDef>& found)
 void registerKnownTables()
 {
     DBEngine::setKnownTables({ownTable, areWhole});
+    registerArchiveTables();
 }
 
 }

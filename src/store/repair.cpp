@@ -1,8 +1,8 @@
 #include "store/repair.h"
 
 #include "platform/dao/dao.h"
+#include "store/archive_tables.h"
 #include "store/database_files.h"
-#include "store/schema.h"
 
 namespace tolvek {
 
@@ -23,24 +23,7 @@ bool isCopied(const Text& previous, const Text& side)
         DBEngine::CompactDatabase(previous, side);
         return true;
     } catch (const RuntimeError& error) {
-        if (error.number() != 3343) throw;
-        return false;
-    }
-}
-
-bool hasNoRules(Database& database)
-{
-    return database.OpenRecordset(Statement{u"SELECT tblFilter_No FROM tblFilter"})
-               .RecordCount() == 0;
-}
-
-bool hasCurrentTables(Database& database)
-{
-    try {
-        database.OpenRecordset(Statement{u"SELECT tblTolvek_SubKey FROM tblTolvek"});
-        return true;
-    } catch (const RuntimeError& error) {
-        if (error.number() != 3061 && error.number() != 3078) throw;
+        if (error.number() != 3343 && error.number() != 3041) throw;
         return false;
     }
 }
@@ -49,12 +32,11 @@ bool hasCurrentTables(Database& database)
 // belong together. The other tables are made from these.
 std::vector<TableDef> tablesToSalvage(const Text& target)
 {
-    std::vector<TableDef> tables;
+    if (isOldArchive(target)) return {};
+    std::vector<TableDef> tables{tableDefinition(tblTolvekSpec()),
+                                 tableDefinition(tblFriendSpec())};
     Database database = DBEngine::OpenDatabase(target);
-    if (hasCurrentTables(database)) {
-        tables = {tableDefinition(tblTolvekSpec()), tableDefinition(tblFriendSpec())};
-        if (hasNoRules(database)) tables.push_back(tableDefinition(tblFilterSpec()));
-    }
+    if (!database.HasRows(u"tblFilter")) tables.push_back(tableDefinition(tblFilterSpec()));
     database.Close();
     return tables;
 }

@@ -5,6 +5,8 @@
 #include "shell/base/general.h"
 #include "shell/base/guard.h"
 #include "store/database_files.h"
+#include "store/db_start.h"
+#include "store/kept_files.h"
 #include "store/schema.h"
 
 namespace tolvek {
@@ -51,6 +53,16 @@ void putInPlace(const Text& side, bool replaces)
         renameDatabase(side, trim(gDbPath));
 }
 
+// What can't be read may be the only copy of a mail all the same.
+void keepUnreadable(const Text& path)
+{
+    if (!databaseExists(path)) return;
+    if (isReadable(path))
+        keepJetOriginal(path, path);
+    else
+        keepDamaged(path, path);
+}
+
 }
 
 void Table_Create()
@@ -66,6 +78,7 @@ void Table_Create()
         DoEvents();
         createTables();
         gDb.Close();
+        keepUnreadable(trim(gDbPath));
         putInPlace(side, replaces);
         flushFolderOf(gDbPath);
     });

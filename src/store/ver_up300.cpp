@@ -11,6 +11,7 @@
 #include "shell/base/general.h"
 #include "shell/base/guard.h"
 #include "shell/base/settings.h"
+#include "store/archive_tables.h"
 #include "store/database_files.h"
 #include "store/db_compress.h"
 #include "store/table_create.h"
@@ -48,7 +49,7 @@ FileLock lockedMark(const Text& path)
 // Both are on the disk before anything behind them is.
 void setMark(const Text& path)
 {
-    OpenFile mark(targetPath(markOf(path)), OpenFile::Mode::Create);
+    OpenFile mark(targetPath(markOf(path)), OpenFile::Mode::Anew);
     mark.write("While this file stands, the .V300 beside it is the whole archive.\r\n");
     mark.flush();
     mark.close();
@@ -94,10 +95,11 @@ void makeWayForNew(FileLock& mark)
     flushFolderOf(gDbPath);
 }
 
-// The rows are on the disk before the version says that they are there.
+// The rows are on the disk before the mark goes, which says that they are there.
 void finish()
 {
     DBEngine::Rest();
+    removeMark(gDbPath);
     writeVersion();
 }
 
@@ -113,17 +115,16 @@ void finish()
 
 void upgrade(const PassOver53& steps, const UpgradeProgress& progress)
 {
+    steps([] { dbCompress(gDbPath); }, DoEvents);
+    if (!isOldArchive(gDbPath)) return; // a damaged one was replaced by a newer
     FileLock mark;
     std::optional<Alone> alone;
     // The last turn is a real one: flushing the copied rows may take seconds.
-    const bool complete =
-        steps([] { dbCompress(gDbPath); }, DoEvents, [&] { alone.emplace(gDbPath); },
-              dropEarlierOld, [&] { makeWayForNew(mark); }, [&] { alone.reset(); }, DoEvents,
-              Table_Create, DoEvents, [&] { Ver300_DBUpGrade(progress); }, DoEventsNow, finish);
-    if (complete)
-        steps([] { removeMark(gDbPath); });
-    else
-        leaveUnfinished(steps);
+    const bool complete = steps([&] { alone.emplace(gDbPath); }, dropEarlierOld,
+                                [&] { makeWayForNew(mark); }, [&] { alone.reset(); }, DoEvents,
+                                Table_Create, [] { keepMode(oldOf(gDbPath), gDbPath); }, DoEvents,
+                                [&] { Ver300_DBUpGrade(progress); }, DoEventsNow, finish);
+    if (!complete) leaveUnfinished(steps);
 }
 
 void copyFromOld(const UpgradeProgress& progress)
@@ -151,7 +152,7 @@ void copyFromOld(const UpgradeProgress& progress)
 void VerUp300(const UpgradeProgress& progress)
 {
     const PassOver53 steps{u"VerUp300"};
-    steps(tellBeginning, DoEvents, [] { gDbPath = joinPath(appPath(), u"Tolvek.Mdb"); });
+    steps(tellBeginning, DoEvents, [] { gDbPath = liveDatabasePath(); });
     if (FileNameCheck(gDbPath) == 0)
         steps(Table_Create);
     else
@@ -166,12 +167,12 @@ void Ver300_DBUpGrade(const UpgradeProgress& progress)
     if (!copied) wayBack();
 }
 
-void settleCutOffUpgrade(const Text& path, bool stillNeeded)
+void settleCutOffUpgrade(const Text& path, bool isOldVersion)
 {
     const FileLock undoing = lockedMark(path);
     const bool marked = isMarked(path);
-    const bool cutOff = databaseExists(oldOf(path)) && (marked || !databaseExists(path));
-    if (cutOff && stillNeeded)
+    const bool isLost = !databaseExists(path) && isOldVersion;
+    if (databaseExists(oldOf(path)) && (marked || isLost))
         putOldBack(path);
     else if (marked)
         removeMark(path);

@@ -4,9 +4,11 @@
 //
 // The old file stands as path + ".V300" from the renaming on and stays there
 // after a success. While the new one isn't complete, a mark beside it says so
-// (path + ".Upgrade"): it is set before the renaming and goes once `Ver` is
-// written, so that a start after a cut-off upgrade knows which of the two files
-// is the whole one. The upgrade holds a lock on the mark: without one it was cut off.
+// (path + ".Upgrade"): it is set before the renaming and goes once every row is on
+// the disk, so that a start after a cut-off upgrade knows which of the two files
+// is the whole one. Whether an archive is to be upgraded is seen from its tables
+// (isOldArchive), whatever `Ver` says. The upgrade holds a lock on the mark: without one it was cut
+// off.
 #pragma once
 #include "platform/runtime/text.h"
 
@@ -30,12 +32,10 @@ void Ver300_DBUpGrade(const UpgradeProgress& progress);
 
 // At a start, before anything looks at the database and after restoreFromNew
 // (where no database stands, a whole .New is newer than any .V300): an upgrade
-// that was cut off (the mark stands; or there is no database but a .V300) is
-// undone, as a failed one is, when the upgrade is still needed. When it isn't,
-// `Ver` had been written and only the mark is left to be removed. An upgrade that
-// another program is at is 3356. Asks and tells
-// nothing; after a failure no start may go on to the upgrade, which would delete
-// the .V300.
-void settleCutOffUpgrade(const Text& path, bool stillNeeded);
+// that was cut off (the mark is there; or there is no database but a .V300, and
+// `Ver` is an old one) is undone, as a failed one is. An upgrade that another
+// program is at is 3356. Asks and reports nothing; after a failure no start may go
+// on to the upgrade, which would delete the .V300.
+void settleCutOffUpgrade(const Text& path, bool isOldVersion);
 
 }

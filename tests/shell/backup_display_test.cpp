@@ -150,7 +150,7 @@ TEST_F(BackUpTest, AForeignFileIsOpenedAsChosenAndBackToNormalWorks)
          "hundred bytes: the quick brown fox",
          {"dspSearch_Addr 3343"}},
         {"short.Mdb", "x", {"dspSearch_Addr 3343"}},
-        {"other.MDB", "", {"dspSearch_Addr 3078"}},
+        {"other.MDB", "", {"dspSearch_Addr 3343"}},
     };
     for (const Foreign& foreign : foreigners) {
         const Text path = pathOf(fromUtf8(foreign.name));

@@ -76,21 +76,43 @@ INSTANTIATE_TEST_SUITE_P(OfTheSettings, OldVersionTest,
                          ::testing::Values("Ver=200\r\n", "Ver=210\r\n", "Ver=1000\r\n",
                                            "Ver=0\r\n", "Ver=\r\n"));
 
-class NewVersionTest : public UpgradeStartTest,
-                       public ::testing::WithParamInterface<const char*> {};
+// Without its settings file, too: what the tables are decides.
+INSTANTIATE_TEST_SUITE_P(OfNewerSettings, OldVersionTest,
+                         ::testing::Values("Ver=211\r\n", "Ver=331\r\n", "Ver=999\r\n",
+                                           "Ver=99\r\n", ""));
 
-TEST_P(NewVersionTest, DoesntUpgrade)
+class CurrentArchiveTest : public UpgradeStartTest,
+                           public ::testing::WithParamInterface<const char*> {};
+
+TEST_P(CurrentArchiveTest, IsntUpgradedWhateverTheVersionSays)
 {
+    removeDatabase(gDbPath);
+    Table_Create();
+    store(Mail{});
     givenSettings(GetParam());
     const std::vector<Text> told = start();
     EXPECT_EQ(std::find(told.begin(), told.end(), u"Tolvek: " + Text(kUpgradeBegins)), told.end());
-    EXPECT_FALSE(isUpgraded(gDbPath));
     EXPECT_FALSE(exists("Tolvek.Mdb.V300"));
     EXPECT_EQ(rows(u"tblTolvek"), 1);
+    EXPECT_TRUE(window.Visible());
 }
 
-INSTANTIATE_TEST_SUITE_P(OfTheSettings, NewVersionTest,
-                         ::testing::Values("Ver=211\r\n", "Ver=999\r\n", "Ver=99\r\n", ""));
+INSTANTIATE_TEST_SUITE_P(OfTheSettings, CurrentArchiveTest,
+                         ::testing::Values("Ver=331\r\n", "Ver=210\r\n", "Ver=1000\r\n", "Ver=\r\n",
+                                           ""));
+
+TEST_F(UpgradeStartTest, AnOldBakThatReplacedADamagedArchiveIsUpgraded)
+{
+    givenSettings("Ver=331\r\n");
+    renameDatabase(gDbPath, gDbPath + u".Bak");
+    writeBytes(file("Tolvek.Mdb"), "ruined");
+    setMsgBoxHandler([](const MsgBoxRequest& box) {
+        return box.buttons == MsgButtons::YesNo ? MsgAnswer::Yes : MsgAnswer::Ok;
+    });
+    Main(splash, window);
+    EXPECT_TRUE(isUpgraded(gDbPath));
+    EXPECT_EQ(rows(u"tblTolvek"), 1);
+}
 
 TEST_F(UpgradeStartTest, TheSplashShowsTheProgressAndTheMainWindowTheMails)
 {

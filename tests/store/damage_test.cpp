@@ -90,11 +90,11 @@ const Damage kDamages[] = {
     {"SchemaGarbled", [](Pages& p) { p.garble(100, kPage - 100); }, 300, 300},
     {"ListOfFreePagesGarbled", [](Pages& p) { p.garble(32, 8); }, 300, 300},
     {"LastPageMissing", [](Pages& p) { p.bytes().resize(p.bytes().size() - kPage); }, 290, 290},
-    {"CutInTheMiddleOfAPage",
-     [](Pages& p) { p.bytes().resize(p.bytes().size() * 3 / 4 + 1000); }, 205, 200},
+    {"CutInTheMiddleOfAPage", [](Pages& p) { p.bytes().resize(p.bytes().size() * 3 / 4 + 1000); },
+     205, 200},
     {"CutAtHalf", [](Pages& p) { p.bytes().resize(p.bytes().size() / 2); }, 200, 100},
-    {"SecondHalfZeroed",
-     [](Pages& p) { p.fill(p.bytes().size() / 2, p.bytes().size() / 2, 0); }, 200, 100},
+    {"SecondHalfZeroed", [](Pages& p) { p.fill(p.bytes().size() / 2, p.bytes().size() / 2, 0); },
+     200, 100},
     {"NoBytesAtAll", [](Pages& p) { p.bytes().clear(); }, 200, 0},
 };
 

@@ -7,11 +7,17 @@
 namespace tolvek::test {
 namespace {
 
+using Permissions = std::filesystem::perms;
+
 class DbCompressTest : public ArchiveFixture {
 protected:
     Text live() const { return gDbPath; }
     Text fresh() const { return gDbPath + u".New"; }
     Text previous() const { return gDbPath + u".Bak"; }
+    Permissions modeOf(const std::string& name) const
+    {
+        return std::filesystem::status(file(name)).permissions();
+    }
 };
 
 TEST_F(DbCompressTest, AFirstStartGivesADatabaseAndItsBak)
@@ -74,6 +80,79 @@ TEST_F(DbCompressTest, AnyOtherErrorIsReportedAndEndsTheRoutine)
                  u"エラーメッセージ (dbCompress)");
     dbCompress(gDbPath);
     EXPECT_EQ(readBytes(file("Tolvek.Mdb.Bak")), "stays");
+}
+
+TEST_F(DbCompressTest, ABakWithMailBesideADatabaseWithoutAnyIsKeptAside)
+{
+    store(mail(u"a@b.jp", u"c@d.jp", u"一通目"));
+    dbCompress(gDbPath);
+    removeDatabase(gDbPath);
+    Table_Create();
+    dbCompress(gDbPath);
+    EXPECT_EQ(rows(u"tblTolvek", gDbPath + u".Kept"), 1);
+    EXPECT_EQ(rows(u"tblTolvek", previous()), 0);
+    dbCompress(gDbPath);
+    EXPECT_EQ(fileNames(folder.path()).size(), 3u) << "kept once";
+}
+
+TEST_F(DbCompressTest, AReadOnlyDatabaseStaysAsItIs)
+{
+    store(Mail{});
+    dbCompress(gDbPath);
+    const std::string live = readBytes(file("Tolvek.Mdb")), bak = readBytes(file("Tolvek.Mdb.Bak"));
+    std::filesystem::permissions(file("Tolvek.Mdb"), Permissions::owner_read);
+    const auto time = std::filesystem::last_write_time(file("Tolvek.Mdb"));
+    dbCompress(gDbPath);
+    EXPECT_EQ(modeOf("Tolvek.Mdb"), Permissions::owner_read);
+    EXPECT_EQ(std::filesystem::last_write_time(file("Tolvek.Mdb")), time);
+    EXPECT_EQ(readBytes(file("Tolvek.Mdb")), live);
+    EXPECT_EQ(readBytes(file("Tolvek.Mdb.Bak")), bak);
+    EXPECT_EQ(fileNames(folder.path()).size(), 2u);
+}
+
+TEST_F(DbCompressTest, ALinkedDatabaseIsCompactedWhereItLies)
+{
+    store(Mail{});
+    const TempFolder elsewhere;
+    const Path target = elsewhere / "Archive.Mdb";
+    std::filesystem::rename(file("Tolvek.Mdb"), target);
+    std::filesystem::create_symlink(target, file("Tolvek.Mdb"));
+    dbCompress(gDbPath);
+    EXPECT_EQ(std::filesystem::read_symlink(file("Tolvek.Mdb")), target);
+    EXPECT_EQ(rows(u"tblTolvek", pathText(target)), 1);
+    EXPECT_EQ(rows(u"tblTolvek", pathText(target) + u".Bak"), 1);
+    EXPECT_FALSE(std::filesystem::equivalent(target, elsewhere / "Archive.Mdb.Bak"));
+    EXPECT_EQ(fileNames(elsewhere.path()).size(), 2u);
+    EXPECT_EQ(fileNames(folder.path()).size(), 1u);
+}
+
+TEST_F(DbCompressTest, TheModeOfTheDatabaseIsKeptAndANewOneIsItsOwnersAlone)
+{
+    constexpr auto owner = Permissions::owner_read | Permissions::owner_write;
+    EXPECT_EQ(modeOf("Tolvek.Mdb"), owner);
+    for (const auto mode : {owner, owner | Permissions::group_read}) {
+        std::filesystem::permissions(file("Tolvek.Mdb"), mode);
+        dbCompress(gDbPath);
+        EXPECT_EQ(modeOf("Tolvek.Mdb"), mode);
+        EXPECT_EQ(modeOf("Tolvek.Mdb.Bak"), mode);
+    }
+    DBEngine::CompactDatabase(gDbPath, gDbPath + u".Copy");
+    EXPECT_EQ(modeOf("Tolvek.Mdb.Copy"), owner);
+}
+
+// Somebody else's file under one of our names is another file, whatever it leads to.
+TEST_F(DbCompressTest, ALinkUnderTheNameOfASideFileIsntFollowed)
+{
+    store(Mail{});
+    const TempFolder elsewhere;
+    writeBytes(elsewhere / "precious", "precious");
+    std::filesystem::create_symlink(elsewhere / "precious", file("Tolvek.Mdb.New"));
+    std::filesystem::create_symlink(elsewhere / "none", file("Tolvek.Mdb.New.Compact"));
+    dbCompress(gDbPath);
+    EXPECT_EQ(readBytes(elsewhere / "precious"), "precious");
+    EXPECT_FALSE(fileExists(elsewhere / "none"));
+    EXPECT_EQ(rows(u"tblTolvek"), 1);
+    EXPECT_FALSE(std::filesystem::is_symlink(file("Tolvek.Mdb")));
 }
 
 TEST_F(DbCompressTest, AJournalGoesWithItsDatabase)

@@ -1,5 +1,6 @@
 // What must never happen to the rows of an old archive, wherever its upgrade is
 // cut off or fails: that one is lost, or that half a new archive is taken for it.
+#include "store/archive_tables.h"
 #include "store/db_compress.h"
 #include "store/db_start.h"
 #include "store/fault_injection.h"
@@ -35,13 +36,12 @@ protected:
         const std::string name = path.filename().string();
         return name.find(".Create") == std::string::npos && name.find(".New") == std::string::npos;
     }
-    bool isNeeded() const { return version() != u"331"; }
     // What a run left: whether its version is the old one, and the files.
     std::string state() const
     {
         std::vector<std::string> names = fileNames(folder.path());
         std::sort(names.begin(), names.end());
-        std::string all = isNeeded() ? "old" : "new";
+        std::string all = version() == u"331" ? "new" : "old";
         for (const std::string& name : names)
             if (name.starts_with("Tolvek.")) all += " " + name.substr(6);
         return all;
@@ -50,9 +50,9 @@ protected:
     void beginNextStart()
     {
         restoreFromNew(gDbPath);
-        settleCutOffUpgrade(gDbPath, isNeeded());
+        settleCutOffUpgrade(gDbPath, version() != u"331");
         ASSERT_TRUE(databaseExists(gDbPath));
-        EXPECT_EQ(isUpgraded(gDbPath), !isNeeded());
+        EXPECT_EQ(isOldArchive(gDbPath), !isUpgraded(gDbPath));
         EXPECT_EQ(oldFieldsOf(gDbPath), before);
     }
     void expectUpgraded()
@@ -60,7 +60,6 @@ protected:
         EXPECT_TRUE(isUpgraded(gDbPath));
         EXPECT_EQ(oldFieldsOf(gDbPath), before);
         EXPECT_EQ(oldFieldsOf(old()), before);
-        EXPECT_FALSE(isNeeded());
         EXPECT_FALSE(exists("Tolvek.Mdb.Upgrade"));
     }
     // The upgrade that follows is the same for all moments that left the same.
@@ -70,7 +69,7 @@ protected:
         const ::testing::ScopedTrace where(__FILE__, __LINE__, std::to_string(operation) + left);
         beginNextStart();
         if (states[left]++ == 0) {
-            if (isNeeded()) runUpgrade();
+            if (isOldArchive(gDbPath)) runUpgrade();
             expectUpgraded();
         }
         kept.putBack();
@@ -92,7 +91,8 @@ TEST_F(UpgradeFaultsTest, AnEndAtAnyMomentLosesNoRow)
                        isOfTheUpgrade);
     EXPECT_GT(leftAs("old .Mdb.Bak .Mdb.Upgrade .Mdb.V300"), 0) << "between the databases";
     EXPECT_GT(leftAs("old .Mdb .Mdb.Bak .Mdb.Upgrade .Mdb.V300"), 10) << "at the copy";
-    EXPECT_GT(leftAs("new .Mdb .Mdb.Bak .Mdb.Upgrade .Mdb.V300"), 0) << "behind the version";
+    EXPECT_GT(leftAs("old .Mdb .Mdb.Bak .Mdb.V300"), 0) << "before the version";
+    EXPECT_EQ(leftAs("new .Mdb .Mdb.Bak .Mdb.Upgrade .Mdb.V300"), 0);
 }
 
 TEST_F(UpgradeFaultsTest, AFailureOfAnyOperationLosesNoRow)
@@ -135,7 +135,8 @@ TEST_F(SettleFaultsTest, AWayBackThatIsCutOffOrFailsIsTakenUpAgain)
     }
 }
 
-// Rows are on the disk before the version says so, and the mark before the old
+// Rows are on the disk before the mark goes, and it before the version is written;
+// the mark is there before the old
 // archive leaves its name.
 TEST_F(UpgradeFaultsTest, WhatALaterStepRestsOnIsForcedToTheDiskBefore)
 {
@@ -164,8 +165,8 @@ TEST_F(UpgradeFaultsTest, WhatALaterStepRestsOnIsForcedToTheDiskBefore)
     EXPECT_NE(std::find(at("mark"), at("rename"), "folder"), at("rename"));
     EXPECT_EQ(*std::next(at("rename")), "folder");
     EXPECT_LT(at("rename"), lastRows);
-    EXPECT_LE(lastRows, at("version"));
-    EXPECT_NE(std::find(at("version"), at("unmark"), "folder"), at("unmark"));
+    EXPECT_LE(lastRows, at("unmark"));
+    EXPECT_NE(std::find(at("unmark"), at("version"), "folder"), at("version"));
 }
 
 }

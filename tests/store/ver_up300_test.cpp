@@ -1,5 +1,6 @@
 // The upgrade of an archive of an older version: what it carries over, what it
 // shows, and where it goes back.
+#include "store/archive_tables.h"
 #include "store/upgrade_fixture.h"
 
 namespace tolvek::test {
@@ -209,7 +210,7 @@ TEST_F(VerUp300Test, WithoutADatabaseANewOneIsMadeAndTheVersionStays)
     EXPECT_FALSE(exists("Tolvek.Mdb.Bak"));
 }
 
-TEST_F(VerUp300Test, AVersionThatCantBeWrittenEndsTheProgramAndTheNextStartTriesAgain)
+TEST_F(VerUp300Test, AVersionThatCantBeWrittenEndsTheProgramWithTheArchiveUpgraded)
 {
     givenOldRows();
     const Archive before = oldFieldsOf(gDbPath);
@@ -217,9 +218,12 @@ TEST_F(VerUp300Test, AVersionThatCantBeWrittenEndsTheProgramAndTheNextStartTries
     const std::vector<MsgBoxRequest> told = upgradeThatEnds();
     ASSERT_EQ(told.size(), 2u);
     EXPECT_EQ(told[1].text, gIniPath + u"　書き込みエラー");
-    EXPECT_TRUE(exists("Tolvek.Mdb.Upgrade"));
     settleCutOffUpgrade(gDbPath, true);
-    expectOldInPlace(before);
+    EXPECT_TRUE(isUpgraded(gDbPath));
+    EXPECT_EQ(oldFieldsOf(gDbPath), before);
+    EXPECT_EQ(oldFieldsOf(old()), before);
+    EXPECT_FALSE(exists("Tolvek.Mdb.Upgrade"));
+    EXPECT_FALSE(isOldArchive(gDbPath)) << "nothing is left for the next start";
 }
 
 // A start that went on would stamp the version and never come back to this.
@@ -244,10 +248,11 @@ TEST_F(VerUp300Test, ADamagedArchiveThatTheUserGivesUpLeavesNoMarkBehind)
         return box.buttons == MsgButtons::YesNo ? MsgAnswer::Yes : MsgAnswer::Ok;
     });
     runUpgrade();
-    EXPECT_EQ(titles, (std::vector<Text>{u"Tolvek", u"Tolvek", kTitle}));
-    EXPECT_EQ(version(), u"331");
+    EXPECT_EQ(titles, (std::vector<Text>{u"Tolvek", u"Tolvek"}));
+    EXPECT_EQ(version(), u"210");
     EXPECT_FALSE(exists("Tolvek.Mdb.Upgrade"));
-    EXPECT_EQ(rows(u"tblTolvek"), 0);
+    EXPECT_TRUE(exists("Tolvek.Mdb.Damaged"));
+    EXPECT_FALSE(databaseExists(gDbPath)) << "the start makes one";
 }
 
 class SettleTest : public VerUp300Test {
@@ -272,12 +277,13 @@ TEST_F(SettleTest, WithTheMarkTheOldArchiveComesBackOverTheHalfNewOne)
     EXPECT_FALSE(exists("Tolvek.Mdb.Upgrade"));
 }
 
-TEST_F(SettleTest, OnceTheVersionIsWrittenOnlyTheMarkGoes)
+// An old archive may lie beside the settings of a newer version.
+TEST_F(SettleTest, WithTheMarkItComesBackWhateverTheVersionSays)
 {
     givenCutOff();
     settleCutOffUpgrade(gDbPath, false);
-    EXPECT_TRUE(isUpgraded(gDbPath));
-    EXPECT_EQ(rows(u"tblTolvek", old()), 1);
+    EXPECT_FALSE(isUpgraded(gDbPath));
+    EXPECT_EQ(rows(u"tblTolvek"), 1);
     EXPECT_FALSE(exists("Tolvek.Mdb.Upgrade"));
 }
 
@@ -290,7 +296,7 @@ TEST_F(SettleTest, AMarkWithoutAnOldArchiveGoes)
     EXPECT_FALSE(exists("Tolvek.Mdb.Upgrade"));
 }
 
-TEST_F(SettleTest, WithoutADatabaseTheOldArchiveComesBackWhileTheUpgradeIsNeeded)
+TEST_F(SettleTest, WithoutADatabaseTheOldArchiveComesBackWhileTheVersionIsAnOldOne)
 {
     storeOld(Mail{});
     renameDatabase(gDbPath, old());

@@ -43,6 +43,7 @@ void requireSound(Connection& connection, TextView check)
 void writeCopy(Connection& source, const path& side)
 {
     requireSound(source, u"PRAGMA integrity_check");
+    onDisk([&] { OpenFile(side, OpenFile::Mode::Anew).close(); });
     const auto query = source.query(u"VACUUM INTO ?1");
     query->bind(1, TextView(pathText(side))).run();
 }
@@ -73,10 +74,12 @@ void copyOwn(const std::shared_ptr<Connection>& source, const path& side)
 
 void copyTo(const path& source, const path& side)
 {
-    if (const auto own = Engine::instance().acquireOwn(source))
+    if (const auto own = Engine::instance().acquireOwn(source, 3041))
         copyOwn(own, side);
-    else
+    else if (isJetFile(source))
         importJet(source, side);
+    else
+        copyOwn(Engine::instance().acquire(source), side);
     verify(side);
     Engine::instance().rest(); // the callers rename the source next
 }

@@ -59,6 +59,8 @@ std::shared_ptr<Connection> Connection::open(const std::filesystem::path& path)
     opened->readOnly_ = isReadOnly(path) || isReadOnly(folderOf(path));
     opened->openHandle(opened->readOnly_ ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE);
     if (isJet(opened->head())) return nullptr;
+    const bool hasJournal = opened->needsRecovery() || fileExists(opened->beside("-wal"));
+    if (opened->readOnly_ && hasJournal) return nullptr;
     opened->look();
     return opened;
 }
@@ -79,6 +81,7 @@ std::shared_ptr<Connection> Connection::create(const std::filesystem::path& path
 {
     std::shared_ptr<Connection> created(new Connection(path));
     if (!folderExists(folderOf(path))) throw RuntimeError(76);
+    onDisk([&] { OpenFile(path, OpenFile::Mode::Anew).close(); });
     created->openHandle(SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
     created->pragma(u"PRAGMA encoding = 'UTF-16le'");
     created->pragma(u"PRAGMA application_id = 1416590923");
@@ -124,13 +127,31 @@ void Connection::configure()
     sqlite3_db_config(handle_, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
     sqlite3_db_config(handle_, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
     sqlite3_db_config(handle_, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
+    sqlite3_db_config(handle_, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
+    sqlite3_db_config(handle_, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+    limit();
     sqlite3_busy_timeout(handle_, 0);
+}
+
+// Far above what this program's own statements need, so that a file made for it
+// can't have the engine work without end. (Its compaction attaches one file.)
+void Connection::limit()
+{
+    constexpr int kMegabyte = 1 << 20;
+    for (const auto& [what, most] : {std::pair{SQLITE_LIMIT_SQL_LENGTH, kMegabyte},
+                                     {SQLITE_LIMIT_COLUMN, 300},
+                                     {SQLITE_LIMIT_COMPOUND_SELECT, 10},
+                                     {SQLITE_LIMIT_ATTACHED, 1},
+                                     {SQLITE_LIMIT_TRIGGER_DEPTH, 10},
+                                     {SQLITE_LIMIT_WORKER_THREADS, 0}})
+        sqlite3_limit(handle_, what, most);
 }
 
 void Connection::setManner()
 {
     pragma(u"PRAGMA synchronous = FULL");
     pragma(u"PRAGMA temp_store = MEMORY");
+    pragma(u"PRAGMA cell_size_check = ON");
     pragma(u"PRAGMA cache_size = -16384");
     sqlite3_busy_timeout(handle_, patienceSet);
 }
@@ -143,7 +164,7 @@ void Connection::setManner()
 void Connection::look()
 {
     if (!hasOwnHeader() && !fileExists(beside("-journal"))) throw RuntimeError(3343, name_);
-    const bool mayHaveLog = headerSaysLog() || fileExists(beside("-journal"));
+    const bool mayHaveLog = needsRecovery();
     if (mayHaveLog)
         pragma(u"PRAGMA locking_mode = EXCLUSIVE");
     else if (!readOnly_ && headerSaysRest())
@@ -175,6 +196,11 @@ FileHead Connection::head() const
     if (code == SQLITE_IOERR_SHORT_READ) return {};
     if (code != SQLITE_OK) throw sqliteError(code, TextView(), name_);
     return head;
+}
+
+bool Connection::needsRecovery() const
+{
+    return headerSaysLog() || fileExists(beside("-journal"));
 }
 
 bool Connection::headerSaysLog() const

@@ -20,8 +20,10 @@ namespace tolvek {
 
 class Connection {
 public:
-    // Missing file 3024, no database 3343, held by another program 3356. A file of
-    // the home platform's engine (Jet) gives none and isn't touched.
+    // Missing file 3024, no database 3343, held by another program 3356. A file that
+    // can only be shown through a private copy gives none and isn't touched: one of
+    // the home platform's engine (Jet), and one with a journal to be taken back where
+    // nothing can be written.
     static std::shared_ptr<Connection> open(const std::filesystem::path& path);
     // A copy that stands in for another file: read-only, told under that one's name.
     static std::shared_ptr<Connection> openCopy(const std::filesystem::path& copy,
@@ -81,6 +83,8 @@ private:
     explicit Connection(std::filesystem::path path);
     void openHandle(int flags);
     void configure();
+    void limit();
+    bool needsRecovery() const;
     void setManner();
     void look();
     void shareLock();

@@ -140,6 +140,7 @@ public:
     void Execute(const Statement& sql, int options);
     TableDef CreateTableDef(TextView name) const;
     TableDefList TableDefs();
+    bool HasRows(TextView table); // without reading any; no such table: 3078
     // The workspace's open transaction is rolled back and ends, if this
     // database took part in it or nothing was done in it yet.
     void Close();
@@ -175,16 +176,18 @@ public:
 class DBEngine {
 public:
     static Workspace Workspaces(int index); // 0 alone, else 3265
-    // A missing file: 3024; not a database: 3343; held exclusively by another
-    // program: 3356, at once. A file on a read-only medium can be read.
-    // A Jet file of the home platform is shown through a private copy: it stays
-    // as it is, and writing is 3027. Damaged: 3343, here already. Of a form that
+    // A missing file: 3024; not a database, or not one of this program's archives
+    // (setArchiveTables): 3343; held exclusively by another program: 3356, at once. A file on a
+    // read-only medium can be read. A Jet file of the home platform is shown through a private
+    // copy: it stays as it is, and writing is 3027. Damaged: 3343, here already. Of a form that
     // isn't known, which says nothing against the file: 3041. Where Jet files
     // can't be read at all for now (no reader, no memory for one): 429.
     static Database OpenDatabase(TextView path);
     // Writes a new file, checks it, and forces file and folder to the disk.
     // Source missing 3024, target present 3204, source damaged 3343. A Jet file
-    // becomes one of this format; 429 and 3041 as above.
+    // becomes one of this format; 429 and 3041 as above; 3041 also
+    // for another program's database: nothing is known to be wrong with it, but no
+    // other may take its place.
     static void CompactDatabase(TextView source, TextView target);
     // Adds to `target`, a sound database, the rows of these tables that can still
     // be read in damaged files of this format: those whose primary key it doesn't
@@ -208,6 +211,10 @@ public:
     // U+0000 in them. They are taken over as they are; but no version of the
     // program wrote such a text: it is what a zeroed part of the file leaves.
     static int takeSpoiltTexts();
+    // From here on only archives are opened: files that hold these tables, or
+    // others that `isArchive` takes for one's, and nothing that acts by itself.
+    using IsArchive = std::function<bool(const std::vector<TableDef>&)>;
+    static void setArchiveTables(std::vector<TableDef> tables, IsArchive isArchive);
 
     // The time of one command: the connection is kept between openings.
     // Sessions may nest; the outermost one's end puts the file at rest.

@@ -61,6 +61,13 @@ TableDef Database::CreateTableDef(TextView name) const
     return TableDef(name);
 }
 
+bool Database::HasRows(TextView table)
+{
+    Connection& connection = connectionOf(state_);
+    if (!tableExists(connection, table)) throw RuntimeError(3078, table);
+    return connection.query(TextView(u"SELECT 1 FROM " + quotedName(table) + u" LIMIT 1"))->step();
+}
+
 TableDefList Database::TableDefs()
 {
     TableDefList list;

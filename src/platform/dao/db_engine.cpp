@@ -1,6 +1,7 @@
 #include "platform/dao/engine.h"
 #include "platform/dao/jet_import.h"
 #include "platform/dao/no_such_item.h"
+#include "platform/dao/schema_check.h"
 
 namespace tolvek {
 
@@ -25,6 +26,11 @@ void DBEngine::setKnownTables(KnownTables known)
 int DBEngine::takeSpoiltTexts()
 {
     return takeSpoiltJetTexts();
+}
+
+void DBEngine::setArchiveTables(std::vector<TableDef> tables, IsArchive isArchive)
+{
+    tolvek::setArchiveTables(std::move(tables), std::move(isArchive));
 }
 
 DBEngine::Session::Session()

@@ -1,5 +1,6 @@
 #include "platform/dao/engine.h"
 
+#include "platform/dao/schema_check.h"
 #include "platform/runtime/paths.h"
 #include "platform/system/files.h"
 
@@ -72,7 +73,7 @@ Engine& Engine::instance()
 
 std::shared_ptr<Connection> Engine::acquire(const std::filesystem::path& path)
 {
-    if (const auto own = acquireOwn(path)) return own;
+    if (const auto own = acquireOwn(path, 3343)) return own;
     return jetCopy_.of(path);
 }
 
@@ -88,13 +89,14 @@ std::shared_ptr<Connection> Engine::knownAs(const std::filesystem::path& path)
     return nullptr;
 }
 
-std::shared_ptr<Connection> Engine::acquireOwn(const std::filesystem::path& path)
+std::shared_ptr<Connection> Engine::acquireOwn(const std::filesystem::path& path, int ifForeign)
 {
     if (const auto known = knownAs(path)) return known;
     if (const auto held = holdOn(path)) held->letGo(); // it would keep this program out too
     const auto opened = Connection::open(path);
-    if (opened) open_.push_back(opened);
-    return opened;
+    if (!opened) return nullptr;
+    requireArchive(*opened, ifForeign);
+    return open_.emplace_back(opened);
 }
 
 std::shared_ptr<Connection> Engine::created(const std::filesystem::path& path)
@@ -153,7 +155,7 @@ std::shared_ptr<Hold> Engine::holdOn(const std::filesystem::path& path)
 std::shared_ptr<Connection> Engine::openForHold(const std::filesystem::path& path)
 {
     try {
-        return fileExists(path) ? acquireOwn(path) : nullptr;
+        return fileExists(path) ? acquireOwn(path, 3343) : nullptr;
     } catch (const RuntimeError& error) {
         if (error.number() == 3356) throw;
         return nullptr;

@@ -22,8 +22,10 @@ public:
     static Engine& instance();
 
     std::shared_ptr<Connection> acquire(const std::filesystem::path& path);
-    // The same for a file of this engine's own format; none for a Jet file.
-    std::shared_ptr<Connection> acquireOwn(const std::filesystem::path& path);
+    // The same for a file of this engine's own format; none for one that can only be
+    // shown through a private copy: a Jet file, and one that was left with a journal
+    // where nothing can be written. Somebody else's database is error `ifForeign`.
+    std::shared_ptr<Connection> acquireOwn(const std::filesystem::path& path, int ifForeign);
     std::shared_ptr<Connection> created(const std::filesystem::path& path);
     // A database of this connection was closed. Ends the transaction that it
     // took part in, and one in which nothing was done yet: left open, it would

@@ -2,6 +2,7 @@
 
 #include "platform/dao/jet_import.h"
 #include "platform/dao/on_disk.h"
+#include "platform/dao/schema_check.h"
 #include "platform/system/files.h"
 #include "platform/system/private_folder.h"
 
@@ -28,10 +29,27 @@ private:
     std::filesystem::path path_;
 };
 
+// The engine takes the journal in, or back, at the first opening.
+void recover(const std::filesystem::path& source, const std::filesystem::path& copy)
+{
+    onDisk([&] {
+        copyFileContents(source, copy, true);
+        for (const char* suffix : {"-wal", "-journal"})
+            if (fileExists(source.string() + suffix))
+                copyFileContents(source.string() + suffix, copy.string() + suffix, true);
+    });
+    const auto recovered = Connection::open(copy);
+    requireArchive(*recovered, 3343);
+    recovered->close();
+}
+
 std::shared_ptr<Connection> copied(const std::filesystem::path& source)
 {
     const PrivateFolder folder;
-    importJet(source, folder.file());
+    if (onDisk([&] { return isJetFile(source); }))
+        importJet(source, folder.file());
+    else
+        recover(source, folder.file());
     return Connection::openCopy(folder.file(), source);
 }
 

@@ -148,21 +148,25 @@ private:
     int spoilt_ = 0;
 };
 
-int versionOf(const std::filesystem::path& path)
+FileHead headOf(const std::filesystem::path& path)
 {
-    return onDisk([&] {
-        OpenFile file(path, OpenFile::Mode::Read);
-        FileHead head{};
-        file.read(reinterpret_cast<char*>(head.data()), head.size());
-        return jetVersion(head);
-    });
+    OpenFile file(path, OpenFile::Mode::Read);
+    FileHead head{};
+    file.read(reinterpret_cast<char*>(head.data()), head.size());
+    return head;
 }
 
+}
+
+bool isJetFile(const std::filesystem::path& path)
+{
+    return isJet(headOf(path));
 }
 
 void importJet(const std::filesystem::path& source, const std::filesystem::path& target)
 {
-    if (versionOf(source) > kNewestJet) throw RuntimeError(kJetNotUnderstood, pathText(source));
+    const FileHead head = onDisk([&] { return headOf(source); });
+    if (jetVersion(head) > kNewestJet) throw RuntimeError(kJetNotUnderstood, pathText(source));
     Import import(target);
     readJet(source, import);
 }

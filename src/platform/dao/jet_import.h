@@ -16,6 +16,9 @@ namespace tolvek {
 // what stands at `target` then is for the caller to remove.
 void importJet(const std::filesystem::path& source, const std::filesystem::path& target);
 
+// By its first bytes; std::system_error where they can't be read.
+bool isJetFile(const std::filesystem::path& path);
+
 void setKnownTables(DBEngine::KnownTables known);
 
 // Of all files that were read whole since it was last asked.

@@ -21,7 +21,8 @@ public:
         }
         const Text name = quotedName(table.Name);
         lookUp_ = u"SELECT 1 FROM " + name + u" WHERE rowid = ?1";
-        insert_ = u"INSERT OR IGNORE INTO " + name + u"(rowid" + names + u") VALUES(?" + gaps + u")";
+        insert_ =
+            u"INSERT OR IGNORE INTO " + name + u"(rowid" + names + u") VALUES(?" + gaps + u")";
     }
 
     const std::vector<DataType>& columns() const { return columns_; }

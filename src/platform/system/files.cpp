@@ -54,7 +54,7 @@ public:
     explicit SideFile(const fs::path& target) : target_(target), path_(target)
     {
         path_ += ".side";
-        file_.emplace(path_, OpenFile::Mode::Create);
+        file_.emplace(path_, OpenFile::Mode::Anew);
     }
     ~SideFile()
     {

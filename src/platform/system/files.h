@@ -43,8 +43,10 @@ class OpenFile {
 public:
     // Read takes plain files alone: a folder is is_a_directory, a pipe or a device
     // invalid_argument, and nothing of them makes it wait. Create empties an
-    // existing file; CreateNew is file_exists then.
-    enum class Mode { Read, Create, CreateNew };
+    // existing file; CreateNew is file_exists then; Anew makes another file of that
+    // name (of a link the name goes, not what it leads to). New files are open to
+    // their owner alone.
+    enum class Mode { Read, Create, CreateNew, Anew };
     OpenFile(const std::filesystem::path& path, Mode mode);
     ~OpenFile(); // closes without a word; call close() to hear of a failure
     OpenFile(OpenFile&&) noexcept;
@@ -69,9 +71,9 @@ bool entryExists(const std::filesystem::path& path); // one of the two
 // Also what this user can't write for any other reason. Nothing there: false.
 bool isReadOnly(const std::filesystem::path& path);
 // The names are UTF-8 on every system; bytes that aren't come as they are.
-std::vector<std::string> fileNames(const std::filesystem::path& folder);  // files only, unsorted
+std::vector<std::string> fileNames(const std::filesystem::path& folder);   // files only, unsorted
 std::vector<std::string> folderNames(const std::filesystem::path& folder); // links to folders too
-std::vector<std::string> entryNames(const std::filesystem::path& folder); // files and folders
+std::vector<std::string> entryNames(const std::filesystem::path& folder);  // files and folders
 
 std::string readFile(const std::filesystem::path& path);
 void removeFile(const std::filesystem::path& path); // a folder is is_a_directory
@@ -84,6 +86,8 @@ void linkFile(const std::filesystem::path& existing, const std::filesystem::path
 // what was there. Copy is asked first (with `from`), then the steps.
 void copyFileContents(const std::filesystem::path& from, const std::filesystem::path& to,
                       bool failIfExists);
+// `to` gets the permissions of `from`, and its owner where this user may give it.
+void copyOwnerAndMode(const std::filesystem::path& from, const std::filesystem::path& to);
 void flushFileToDisk(const std::filesystem::path& path);
 void flushFolder(const std::filesystem::path& folder);
 // Side file, flush, replace, flush of the folder; keeps the old file's mode, and

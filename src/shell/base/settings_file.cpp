@@ -141,7 +141,8 @@ void writeNumber(TextView section, TextView key, std::int32_t value)
 
 void writePostPetOptions()
 {
-    writeValue(kPostPet, u"PostPet Dir", gPostPetDir);
+    // Written empty, it would end every later start; the last one stays.
+    if (!trim(gPostPetDir).empty()) writeValue(kPostPet, u"PostPet Dir", gPostPetDir);
     writeValue(kPostPet, u"My Mail Addr", gMyMailAddr);
     writeValue(kPostPet, u"My Mail Handle", gMyMailHandle);
     writeValue(kPostPet, u"My Pet Name", gMyPetName);

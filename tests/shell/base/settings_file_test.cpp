@@ -193,6 +193,25 @@ TEST_F(SettingsFileTest, AnEmptyPostPetFolderEndsTheProgram)
     EXPECT_EQ(gPostPetDir, u"C:\\Program Files\\So-net\\PostPet for Windows ver. 2.0");
 }
 
+// Nothing was read of it: after a bad value before it, at a first start.
+TEST_F(SettingsFileTest, AnEmptyPostPetFolderIsNeverWritten)
+{
+    givenFile(u"[Tolvek Environment]\r\nVer=x\r\n");
+    EXPECT_EQ(numberOfRead(), 13);
+    gPostPetDir = u" ";
+    iniWrite(window);
+    EXPECT_EQ(fileText().find(u"PostPet Dir"), Text::npos);
+    EXPECT_EQ(numberOfRead(), 0) << "the next start goes on";
+}
+
+TEST_F(SettingsFileTest, AnEmptyPostPetFolderLeavesTheOneInTheFile)
+{
+    givenFile(u"[PostPet Mail Option]\r\nPostPet Dir=C:\\Mail\r\n");
+    gPostPetDir.clear();
+    iniWrite(window);
+    EXPECT_TRUE(fileHolds(u"PostPet Dir=C:\\Mail"));
+}
+
 struct BadValue {
     TextView section, line;
 };

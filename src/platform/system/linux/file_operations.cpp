@@ -117,6 +117,16 @@ void linkFile(const fs::path& existing, const fs::path& added)
     systemCall(added, [&] { return link(existing.c_str(), added.c_str()); });
 }
 
+void copyOwnerAndMode(const fs::path& from, const fs::path& to)
+{
+    struct stat status {};
+    systemCall(from, [&] { return stat(from.c_str(), &status); });
+    const bool given = chown(to.c_str(), status.st_uid, status.st_gid) == 0;
+    // Only the superuser gives files away.
+    if (!given && errno != EPERM) throwSystemError(errno, to);
+    systemCall(to, [&] { return chmod(to.c_str(), status.st_mode & 07777); });
+}
+
 void flushFileToDisk(const fs::path& path)
 {
     probeFile(FileOperation::Flush, path);

@@ -10,7 +10,7 @@ namespace tolvek {
 
 namespace {
 
-constexpr mode_t kNewFileMode = 0666; // less the user's mask
+constexpr mode_t kNewFileMode = 0600; // mail is nobody else's
 
 int openFlags(OpenFile::Mode mode)
 {
@@ -20,9 +20,15 @@ int openFlags(OpenFile::Mode mode)
     case OpenFile::Mode::Create:
         return O_WRONLY | O_CREAT | O_TRUNC;
     case OpenFile::Mode::CreateNew:
+    case OpenFile::Mode::Anew:
         break;
     }
     return O_WRONLY | O_CREAT | O_EXCL;
+}
+
+void giveUpName(const std::filesystem::path& path)
+{
+    if (unlink(path.c_str()) != 0 && errno != ENOENT) throwSystemError(errno, path);
 }
 
 // The system opens a folder for reading and fails at the first read only; a
@@ -58,6 +64,7 @@ struct OpenFile::Handle {
 OpenFile::OpenFile(const std::filesystem::path& path, Mode mode)
 {
     probeFile(mode == Mode::Read ? FileOperation::Open : FileOperation::Create, path);
+    if (mode == Mode::Anew) giveUpName(path);
     handle_ = std::make_unique<Handle>(path, mode);
     if (mode == Mode::Read) refuseAllButFiles(handle_->descriptor, path);
 }
@@ -82,7 +89,7 @@ std::size_t OpenFile::readAt(std::uint64_t place, char* buffer, std::size_t size
     while (done < size) {
         const auto read = systemCall(handle_->path, [&] {
             return ::pread(handle_->descriptor, buffer + done, size - done,
-                         static_cast<off_t>(place + done));
+                           static_cast<off_t>(place + done));
         });
         if (read == 0) break;
         done += static_cast<std::size_t>(read);
