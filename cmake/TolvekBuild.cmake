@@ -1,5 +1,7 @@
-# Options, warnings and the two functions by which every folder declares itself.
+# Options, warnings and the functions by which every folder declares itself.
 include_guard()
+include(CheckCXXCompilerFlag)
+include(CheckPIESupported)
 
 option(TOLVEK_TESTS "Build the tests" ON)
 option(TOLVEK_BENCH "Build the benchmarks" OFF)
@@ -27,6 +29,17 @@ if(TOLVEK_SANITIZE)
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all
                       -fno-omit-frame-pointer -g1 -O1)
   add_link_options(-fsanitize=address,undefined)
+else()
+  # What a mistake in memory would otherwise give away. The sanitizers see such
+  # mistakes themselves, and fortified functions would hide them from them.
+  add_compile_options(-fstack-protector-strong)
+  add_compile_options($<$<CONFIG:Release>:-U_FORTIFY_SOURCE> $<$<CONFIG:Release>:-D_FORTIFY_SOURCE=2>)
+  add_link_options(-Wl,-z,relro -Wl,-z,now)
+  check_cxx_compiler_flag(-fcf-protection TOLVEK_HAS_CF_PROTECTION)
+  if(TOLVEK_HAS_CF_PROTECTION)
+    add_compile_options(-fcf-protection)
+  endif()
+  check_pie_supported(LANGUAGES CXX)
 endif()
 if(BUILD_SHARED_LIBS)
   # With shared libraries the linker itself refuses a call into a higher layer.
@@ -67,4 +80,17 @@ function(tolvek_test name)
   include(GoogleTest)
   gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST
     PROPERTIES TIMEOUT ${ARG_PATIENCE} ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8")
+endfunction()
+
+# tolvek_hardened(target...)
+# A test for each that the delivered file has what the options above are for.
+function(tolvek_hardened)
+  if(TOLVEK_SANITIZE)
+    return()
+  endif()
+  foreach(target ${ARGN})
+    add_test(NAME Hardening.${target}
+      COMMAND "${CMAKE_COMMAND}" "-DFILE=$<TARGET_FILE:${target}>"
+              -P "${PROJECT_SOURCE_DIR}/cmake/check_hardening.cmake")
+  endforeach()
 endfunction()
