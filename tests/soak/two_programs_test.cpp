@@ -100,7 +100,7 @@ TEST_P(TwoProgramsTest, LoseNoMailWhereverOneIsStopped)
 {
     int operation = 0;
     while (disturbed(operation))
-        operation += soakStep(17);
+        operation += soakStep(37);
     EXPECT_GT(operation, 20);
 }
 
@@ -180,7 +180,7 @@ TEST_F(TwoUpgradesTest, OneWinsWhereverTheOtherIsStopped)
 {
     int operation = 0;
     while (disturbed(operation))
-        operation += soakStep(23);
+        operation += soakStep(61);
     EXPECT_GT(operation, 20);
 }
 
