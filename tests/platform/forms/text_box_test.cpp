@@ -39,20 +39,20 @@ TEST(TextBoxTest, CodeMaySetMoreThanAUserMayType)
     EXPECT_EQ(box.Text(), u"한");
 }
 
-TEST(TextBoxTest, WhatTheUserEntersIsHeldAndToldOnceItIs)
+TEST(TextBoxTest, AChangeIsReportedOnceTheEntryIsHeld)
 {
     ShownForm form;
     auto& box = form.add<TextBox>(u"txt");
-    std::vector<Text> told;
-    onEvent(&box, &TextBox::Change, [&] { told.push_back(box.Text()); });
+    std::vector<Text> reported;
+    onEvent(&box, &TextBox::Change, [&] { reported.push_back(box.Text()); });
     QGuiApplication::clipboard()->setText(QStringLiteral("か\u3099〜\r\nb"));
     QTest::keySequence(&box, QKeySequence::Paste);
-    EXPECT_EQ(told, std::vector<Text>{u"が～"});
+    EXPECT_EQ(reported, std::vector<Text>{u"が～"});
     box.clear();
-    told.clear();
+    reported.clear();
     box.paste(); // as the context menu does
     EXPECT_EQ(box.Text(), u"が～");
-    for (const Text& text : told)
+    for (const Text& text : reported)
         EXPECT_EQ(text, u"が～");
 }
 
