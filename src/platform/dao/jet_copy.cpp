@@ -46,7 +46,7 @@ void recover(const std::filesystem::path& source, const std::filesystem::path& c
 std::shared_ptr<Connection> copied(const std::filesystem::path& source)
 {
     const PrivateFolder folder;
-    if (onDisk([&] { return isJetFile(source); }))
+    if (isJetFile(source))
         importJet(source, folder.file());
     else
         recover(source, folder.file());

@@ -150,10 +150,12 @@ private:
 
 FileHead headOf(const std::filesystem::path& path)
 {
-    OpenFile file(path, OpenFile::Mode::Read);
-    FileHead head{};
-    file.read(reinterpret_cast<char*>(head.data()), head.size());
-    return head;
+    return onDisk([&] {
+        OpenFile file(path, OpenFile::Mode::Read);
+        FileHead head{};
+        file.read(reinterpret_cast<char*>(head.data()), head.size());
+        return head;
+    });
 }
 
 }
@@ -165,7 +167,7 @@ bool isJetFile(const std::filesystem::path& path)
 
 void importJet(const std::filesystem::path& source, const std::filesystem::path& target)
 {
-    const FileHead head = onDisk([&] { return headOf(source); });
+    const FileHead head = headOf(source);
     if (jetVersion(head) > kNewestJet) throw RuntimeError(kJetNotUnderstood, pathText(source));
     Import import(target);
     readJet(source, import);
