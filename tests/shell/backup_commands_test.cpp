@@ -234,7 +234,7 @@ TEST_F(BackUpTest, ADeleteThatFailsEndsTheCommandBehindAWholeBackUp)
             throw std::system_error(std::make_error_code(std::errc::io_error));
     });
     boxes.expect(kBackUpQuestion, MsgAnswer::Yes);
-    expectDbReport(u"memBackUp_FileEdit_Click", 75);
+    expectDbReport(u"memBackUp_FileEdit_Click", 57);
     choose(form.memBackUp_FileEdit);
     setFileProbe({});
     EXPECT_EQ(subjectsIn(gDbPath), kBothSubjects);

@@ -86,7 +86,7 @@ TEST_F(TableCreateTest, ACreationThatFailsLeavesTheOldArchive)
             throw std::system_error(std::make_error_code(std::errc::io_error));
     });
     boxes.expect(kQuestion, MsgAnswer::Yes);
-    boxes.expect(u"エラー番号： 75\r\n（" + errorText(75) + u"）", MsgAnswer::Ok,
+    boxes.expect(u"エラー番号： 57\r\n（" + errorText(57) + u"）", MsgAnswer::Ok,
                  u"エラーメッセージ (Table_Create)");
     Table_Create();
     setFileProbe({});
