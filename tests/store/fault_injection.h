@@ -46,26 +46,30 @@ inline constexpr int kManyOperations = 5000; // more than any work here has
 // Whose operations count; an empty one takes every file.
 using FaultFilter = std::function<bool(const std::filesystem::path&)>;
 
+enum class Reads { Count, DontCount };
+
 // Runs `fault` at the operation with that number, counted from 0. `always` is
 // asked at every operation before.
 inline void faultAt(int number, std::function<void()> fault, FileProbe always = {},
-                    FaultFilter counts = {})
+                    FaultFilter counts = {}, Reads reads = Reads::Count)
 {
-    setFileProbe([number, fault, always, counts,
+    setFileProbe([number, fault, always, counts, reads,
                   next = 0](FileOperation operation, const std::filesystem::path& path) mutable {
         if (always) always(operation, path);
         if (counts && !counts(path)) return;
+        if (reads == Reads::DontCount && operation == FileOperation::Read) return;
         if (next++ == number) fault();
     });
 }
 
 // True when the work got through in a process that was to end at that operation.
+// Before a read the disk is as before the operation that follows it.
 inline bool gotThrough(int operation, const std::function<void()>& work, const FileProbe& always,
                        const FaultFilter& counts = {})
 {
     ChildProcess child([&] {
         faultAt(
-            operation, [] { leaveProcess(kCutOff); }, always, counts);
+            operation, [] { leaveProcess(kCutOff); }, always, counts, Reads::DontCount);
         work();
         return 0;
     });
