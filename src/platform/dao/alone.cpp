@@ -5,7 +5,7 @@
 namespace tolvek {
 
 Alone::Alone(TextView path, With with)
-    : hold_(Engine::instance().hold(absoluteOf(path), with == With::Database))
+    : name_(absoluteOf(path)), hold_(Engine::instance().hold(name_, with == With::Database))
 {
 }
 
@@ -16,7 +16,7 @@ void Alone::confirm() const
 
 void Alone::end() const
 {
-    hold_->end();
+    hold_->end(name_);
 }
 
 void putAllAtRest()

@@ -5,6 +5,7 @@
 #pragma once
 #include "platform/runtime/text.h"
 
+#include <filesystem>
 #include <memory>
 
 namespace tolvek {
@@ -26,6 +27,7 @@ public:
     void end() const;
 
 private:
+    std::filesystem::path name_;
     std::shared_ptr<Hold> hold_;
 };
 

@@ -46,8 +46,7 @@ public:
 private:
     int locked()
     {
-        for (const int level :
-             {SQLITE_LOCK_SHARED, SQLITE_LOCK_RESERVED, SQLITE_LOCK_EXCLUSIVE}) {
+        for (const int level : {SQLITE_LOCK_SHARED, SQLITE_LOCK_RESERVED, SQLITE_LOCK_EXCLUSIVE}) {
             const int code = file_->pMethods->xLock(file_, level);
             if (code == SQLITE_OK) continue;
             letGo();
@@ -125,9 +124,9 @@ void Hold::letGo()
     if (own_ && own_->isOpen()) own_->connection->letOthersIn();
 }
 
-void Hold::end()
+void Hold::end(const std::filesystem::path& name)
 {
-    ended_ = true;
+    ended_ = ended_ || name == path_;
 }
 
 }

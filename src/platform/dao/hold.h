@@ -31,8 +31,9 @@ public:
     bool isOn(const std::filesystem::path& path) const;
     void confirm(); // 3356 when it isn't the file that it was
     void letGo();
-    // The program itself has moved or exchanged the file.
-    void end();
+    // The program itself has moved or exchanged what had this name. Another name of
+    // the held file (a .Bak that is still linked to it) may go without an end.
+    void end(const std::filesystem::path& name);
 
 private:
     bool isUnchanged();
