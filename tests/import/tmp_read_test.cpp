@@ -519,14 +519,15 @@ TEST_F(TmpReadTest, TellsTheProgressOfTheMailBeingRead)
     EXPECT_EQ(seen.back(), u"   1 / 12  のデータを処理中です。");
 }
 
-TEST_F(TmpReadTest, ReportsTheMailThatSixteenBitsCannotCount)
+// The converter's count ends there too; no mail is left out for it.
+TEST_F(TmpReadTest, AMailThatSixteenBitsCannotCountKeepsTheLastNumber)
 {
     std::vector<Text> lines(32768, u"<End>");
     lines.insert(lines.begin(), u"<Start>");
     append(lines, at(10));
     givenTmpLines(lines);
     read();
-    EXPECT_EQ(takeReports(), (Reports{"tmpRead 6", "tmpRead 6"}));
+    EXPECT_EQ(takeReports(), Reports{});
     EXPECT_EQ(gStatusLines[5], u"   32767 / 12  のデータを処理中です。");
     EXPECT_EQ(rows(u"tblTolvek"), 1);
 }
