@@ -48,8 +48,7 @@ void settleEarlierRun(const ResumeNext& on, bool upgrade)
     std::optional<Alone> alone;
     const auto take = [&] { alone.emplace(liveDatabasePath(), Alone::With::File); };
     const bool settled =
-        on(take) && on([] { undoCutOffLoads(folderOf(liveDatabasePath())); }) &&
-        on(take) && // of the file that is there now
+        on([] { undoCutOffLoads(folderOf(liveDatabasePath())); }) && on(take) &&
         on([] { restoreFromNew(liveDatabasePath()); }) &&
         on([&] { settleCutOffUpgrade(liveDatabasePath(), upgrade); }) &&
         (databaseExists(liveDatabasePath()) || on([] { keepBackUpAside(liveDatabasePath()); }));
