@@ -51,7 +51,8 @@ private:
         for (const std::string& word : more)
             words.push_back(word.c_str());
         words.push_back(nullptr);
-        freopen("/dev/null", "w", stderr); // open, or a file of the server would take its place
+        // Open, or a file of the server would take its place.
+        if (!freopen("/dev/null", "w", stderr)) _exit(127);
         execvp(words[0], const_cast<char* const*>(words.data()));
         _exit(127);
     }
