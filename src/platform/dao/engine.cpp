@@ -151,13 +151,14 @@ std::shared_ptr<Hold> Engine::holdOn(const std::filesystem::path& path)
     return nullptr;
 }
 
-// What can't be opened is for whoever works on the file next to report.
+// What is no archive is for whoever works on the file next to report. A disk that
+// fails isn't that: a lock of another kind would keep this program out as well.
 std::shared_ptr<Connection> Engine::openForHold(const std::filesystem::path& path)
 {
     try {
         return fileExists(path) ? acquireOwn(path, 3343) : nullptr;
     } catch (const RuntimeError& error) {
-        if (error.number() == 3356) throw;
+        if (error.number() != 3343 && error.number() != 3041) throw;
         return nullptr;
     }
 }
