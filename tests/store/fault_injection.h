@@ -86,7 +86,7 @@ inline void endAtEachOperation(const std::function<void()>& work,
     int operation = 0;
     for (; operation < kManyOperations && !gotThrough(operation, work, always, counts); ++operation)
         check(operation);
-    EXPECT_GT(operation, 10);
+    EXPECT_GT(operation, 5);
     EXPECT_LT(operation, kManyOperations);
 }
 
