@@ -128,6 +128,10 @@ Text decodeEncodedWords(TextView text)
 {
     Text out;
     for (std::size_t at = 0; at < text.size();) {
+        const std::size_t next = std::min(text.find(u"=?", at), text.size());
+        out += text.substr(at, next - at);
+        at = next;
+        if (at == text.size()) break;
         EncodedWord word = encodedWordAt(text, at);
         if (word.length > 0)
             at += appendRow(out, text, at, std::move(word));

@@ -136,10 +136,10 @@ bool isBrokenFold(std::string_view before, std::string_view line)
 
 bool isCutJis(std::string_view before, std::string_view line)
 {
-    const std::size_t last = before.rfind(kEsc);
     const std::size_t next = line.find(kEsc);
-    return last != std::string_view::npos && before.substr(last + 1).starts_with("$") &&
-           next != std::string_view::npos && returnsToAscii(line.substr(next + 1));
+    if (next == std::string_view::npos || !returnsToAscii(line.substr(next + 1))) return false;
+    const std::size_t last = before.rfind(kEsc);
+    return last != std::string_view::npos && before.substr(last + 1).starts_with("$");
 }
 
 }

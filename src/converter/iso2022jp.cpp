@@ -4,7 +4,9 @@
 
 #include <unicode/ucnv.h>
 
+#include <algorithm>
 #include <array>
+#include <bitset>
 #include <memory>
 
 namespace tolvek {
@@ -134,11 +136,28 @@ private:
     bool shifted_ = false;
 };
 
+constexpr std::size_t kRow = 94; // cells
+constexpr unsigned char kFirst = 0x21;
+
+std::bitset<kRow * kRow> assignedPairs()
+{
+    std::bitset<kRow * kRow> assigned;
+    for (std::size_t at = 0; at < assigned.size(); ++at) {
+        const auto row = static_cast<unsigned char>(kFirst + at / kRow);
+        const auto cell = static_cast<unsigned char>(kFirst + at % kRow);
+        const Text one = fromAnsi(ansiOfJis(row, cell));
+        const bool middleDot = row == '!' && cell == '&';
+        assigned[at] = one.size() == 1 && (one[0] != u'\u30FB' || middleDot);
+    }
+    return assigned;
+}
+
+// Asked for each character of a text, so each is looked up once for all texts.
 bool isAssigned(std::string_view pair)
 {
-    const auto row = static_cast<unsigned char>(pair[0]);
-    const Text one = fromAnsi(ansiOfJis(row, static_cast<unsigned char>(pair[1])));
-    return one.size() == 1 && (one[0] != u'\u30FB' || pair == "!&");
+    static const std::bitset<kRow * kRow> assigned = assignedPairs();
+    const auto place = [&](std::size_t at) { return static_cast<std::size_t>(pair[at] - kFirst); };
+    return assigned[place(0) * kRow + place(1)];
 }
 
 // Kana, or what isn't a word of letters alone: $Bar(Baz) is a program's.
@@ -193,8 +212,11 @@ bool looksLikeIso2022Jp(std::string_view bytes)
 std::string restoreEscapes(std::string_view bytes)
 {
     std::string restored;
+    restored.reserve(bytes.size());
     for (std::size_t at = 0; at < bytes.size();) {
-        const Stripped found = bytes[at] == '$' ? strippedAt(bytes.substr(at)) : Stripped{1, false};
+        const std::size_t next = std::min(bytes.find('$', at), bytes.size());
+        const Stripped found =
+            next == at ? strippedAt(bytes.substr(at)) : Stripped{next - at, false};
         const std::string_view run = bytes.substr(at, found.length);
         at += run.size();
         if (!found.whole) {

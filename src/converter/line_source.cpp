@@ -104,7 +104,7 @@ bool LineSource::next(std::string& line)
 {
     lineBegin_ = position();
     if (queue_.empty()) {
-        Line read;
+        Line read{std::move(line), 0}; // its room is used again
         const bool found = readLine(read);
         line = std::move(read.text);
         return found;

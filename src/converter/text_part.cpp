@@ -55,7 +55,7 @@ TextPart readTextPart(const HeaderFields& fields, const ContentType& content, st
         part.text = htmlText(decodeCharset(bytes, charset));
         return part;
     }
-    if (bytes.find("begin ") != std::string::npos) bytes = withoutUuencoded(bytes, part.files);
+    if (mayHoldUuencoded(bytes)) bytes = withoutUuencoded(bytes, part.files);
     part.text = decodeCharset(bytes, charset);
     if (equalsAscii(content.parameter("format"), "flowed"))
         part.text = unflowed(part.text, equalsAscii(content.parameter("delsp"), "yes"));

@@ -83,6 +83,11 @@ bool isUuencodeName(std::string_view transferEncoding)
     return name.starts_with("x-uue") || name.starts_with("uue") || name.starts_with("x-uuencode");
 }
 
+bool mayHoldUuencoded(std::string_view text)
+{
+    return text.starts_with("begin ") || text.find("\nbegin ") != std::string_view::npos;
+}
+
 std::string withoutUuencoded(std::string_view text, std::vector<UuencodedFile>& files)
 {
     std::string rest;

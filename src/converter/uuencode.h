@@ -17,6 +17,9 @@ struct UuencodedFile {
     std::string bytes;
 };
 
+// Whether a line begins as the first one of a file does; quick, for each text.
+bool mayHoldUuencoded(std::string_view text);
+
 // The text without its files; they are appended to `files`, without their bytes.
 std::string withoutUuencoded(std::string_view text, std::vector<UuencodedFile>& files);
 
