@@ -46,8 +46,9 @@ protected:
     {
         ChildProcess child([&] {
             const auto end = [&] {
+                const auto words = lastWords; // this function goes with the probe
                 setFileProbe({});
-                lastWords();
+                words();
                 leaveProcess(kCutOff);
             };
             faultAt(operation, end, always);
