@@ -35,21 +35,6 @@ bool equalsAscii(std::string_view a, std::string_view b)
                       [](char x, char y) { return lowerOf(x) == lowerOf(y); });
 }
 
-bool isAsciiSpace(char32_t c)
-{
-    return c == ' ' || c == '\t' || c == '\r' || c == '\n';
-}
-
-bool isAsciiDigit(char32_t c)
-{
-    return c >= '0' && c <= '9';
-}
-
-bool isAsciiLetter(char32_t c)
-{
-    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
-}
-
 std::string_view trimSpace(std::string_view text)
 {
     return trimmed(text);

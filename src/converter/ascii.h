@@ -11,9 +11,22 @@ namespace tolvek {
 
 std::string lowerAscii(std::string_view text);
 bool equalsAscii(std::string_view a, std::string_view b); // A-Z and a-z are one
-bool isAsciiSpace(char32_t c);                            // blank, TAB, CR, LF
-bool isAsciiDigit(char32_t c);
-bool isAsciiLetter(char32_t c);
+
+// Asked for every character of a mail, so they are written out here.
+constexpr bool isAsciiSpace(char32_t c) // blank, TAB, CR, LF
+{
+    return c == ' ' || c == '\t' || c == '\r' || c == '\n';
+}
+
+constexpr bool isAsciiDigit(char32_t c)
+{
+    return c >= '0' && c <= '9';
+}
+
+constexpr bool isAsciiLetter(char32_t c)
+{
+    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+}
 
 std::string_view trimSpace(std::string_view text);
 TextView trimSpace(TextView text);

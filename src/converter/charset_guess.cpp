@@ -75,18 +75,18 @@ template <class StepOf> bool isWhole(std::string_view bytes, StepOf stepOf)
 struct Counts {
     int characters = 0; // of two bytes
     int kana = 0;       // of two bytes
-    int broken = 0;
+    bool broken = false;
 };
 
 template <class StepOf, class IsKana>
 Counts countsOf(std::string_view bytes, StepOf stepOf, IsKana isKana)
 {
     Counts counts;
-    while (!bytes.empty()) {
+    while (!bytes.empty() && !counts.broken) {
         const Step step = stepOf(bytes);
-        counts.broken += step.score == kBroken ? 1 : 0;
-        counts.characters += step.score != kBroken && step.length >= 2 ? 1 : 0;
-        counts.kana += step.score != kBroken && isKana(bytes) ? 1 : 0;
+        counts.broken = step.score == kBroken;
+        counts.characters += step.length >= 2 ? 1 : 0;
+        counts.kana += step.length >= 2 && isKana(bytes) ? 1 : 0;
         bytes.remove_prefix(step.length);
     }
     return counts;
@@ -120,7 +120,7 @@ bool isHalfKanaAlone(std::string_view bytes)
 
 bool isJapanese(const Counts& counts, int least)
 {
-    return counts.broken == 0 && counts.kana >= least && counts.kana * 8 >= counts.characters;
+    return !counts.broken && counts.kana >= least && counts.kana * 8 >= counts.characters;
 }
 
 bool isHalfKana(unsigned char c)
@@ -209,8 +209,11 @@ bool isSurelyEucJp(std::string_view bytes)
 
 bool isAscii(std::string_view bytes)
 {
-    return std::all_of(bytes.begin(), bytes.end(),
-                       [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+    // No early end: so the compiler takes many bytes at a time.
+    unsigned char high = 0;
+    for (const char c : bytes)
+        high |= static_cast<unsigned char>(c);
+    return high < 0x80;
 }
 
 bool isMostlyUtf8(std::string_view bytes)

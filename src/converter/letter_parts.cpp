@@ -77,6 +77,7 @@ private:
             const RawPart part = splitPart(raw);
             const HeaderFields fields(part.head);
             LetterReader form;
+            form.skipsHtml_ = plainChosen || skipsHtml_;
             form.visit(fields, part.body, depth + 1);
             takeRest(form.letter);
             const bool plain =
@@ -106,7 +107,9 @@ private:
             !name.empty() ||
             lowerAscii(fields.value("content-disposition")).starts_with("attachment");
         const bool isText = kind == PartKind::Text || kind == PartKind::Html;
-        if (isText && (!attached || depth == 0))
+        const bool isOwn = isText && (!attached || depth == 0);
+        if (isOwn && kind == PartKind::Html && skipsHtml_) return;
+        if (isOwn)
             append(read(fields, content, body));
         else if (kind == PartKind::Message && depth < kDeepest)
             takeMail(fields, body, depth);
@@ -180,6 +183,7 @@ private:
     }
 
     bool hasHtml_ = false;
+    bool skipsHtml_ = false; // its text is there already in a better form
 };
 
 }

@@ -1,6 +1,7 @@
 #include "converter/line_source.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace tolvek {
 
@@ -50,9 +51,10 @@ bool LineSource::readBytes(std::string& line)
     while (line.size() < kLongestLine && fill()) {
         const char* first = buffer_.data() + begin_;
         const char* last = buffer_.data() + end_;
-        const char* stop = std::find(first, last, mark);
+        const void* place = std::memchr(first, mark, static_cast<std::size_t>(last - first));
+        const bool found = place != nullptr;
+        const char* stop = found ? static_cast<const char*>(place) : last;
         line.append(first, stop);
-        const bool found = stop != last;
         const auto taken = static_cast<std::size_t>(stop - first) + (found ? 1 : 0);
         begin_ += taken;
         read_ += taken;

@@ -1,5 +1,6 @@
 #include "converter/nearest_forms.h"
 
+#include "platform/runtime/ansi_forms.h"
 #include "platform/runtime/codepage932.h"
 
 #include <unicode/normalizer2.h>
@@ -32,13 +33,6 @@ constexpr std::array<Nearest, 31> kNearest{
 bool isPrivate(UChar32 c)
 {
     return (c >= 0xE000 && c <= 0xF8FF) || c >= 0xF0000;
-}
-
-// Kana and the kanji of every day need no look into the tables.
-bool isOrdinary(char16_t c)
-{
-    return c < 0x80 || (c >= 0x3000 && c <= 0x30FF) || (c >= 0x4E00 && c <= 0x9FFF) ||
-           (c >= 0xFF00 && c <= 0xFFEF);
 }
 
 bool fits(UChar32 c)

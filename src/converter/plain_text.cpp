@@ -3,6 +3,8 @@
 #include "converter/nearest_forms.h"
 #include "platform/runtime/ansi_forms.h"
 
+#include <algorithm>
+
 namespace tolvek {
 
 namespace {
@@ -10,6 +12,12 @@ namespace {
 bool isControl(char16_t c)
 {
     return (c < 0x20 && c != u'\t') || (c >= 0x7F && c < 0xA0) || c == 0x2028 || c == 0x2029;
+}
+
+// Nothing is done to these.
+bool isPlain(char16_t c)
+{
+    return isOrdinary(c) && !isControl(c) && c != u'\'';
 }
 
 bool isLineEnd(char16_t unit)
@@ -31,6 +39,7 @@ Text withoutControls(Text text)
 
 Text plainLine(TextView text)
 {
+    if (std::all_of(text.begin(), text.end(), isPlain)) return Text(text);
     return withoutControls(nearestForms(ansiForms(text)));
 }
 

@@ -47,15 +47,6 @@ UChar32 canonical(UChar32 c)
     return single && fits(mapped.char32At(0)) ? mapped.char32At(0) : c;
 }
 
-// ASCII, kana, the kanji of every day and what stands between them: no marks,
-// and forms of their own. Nearly all of a text, so they aren't looked up.
-bool isOrdinary(char16_t c)
-{
-    return c < 0x80 || (c >= 0x3000 && c <= 0x301B) || (c >= 0x3041 && c <= 0x3096) ||
-           (c >= 0x30A1 && c <= 0x30FC) || (c >= 0x4E00 && c <= 0x9FFF) ||
-           (c >= 0xFF01 && c <= 0xFF5E);
-}
-
 UChar32 form(UChar32 c)
 {
     switch (c) {
