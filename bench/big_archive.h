@@ -1,9 +1,9 @@
 // A big archive to measure with: mails of about 2 KB each of 300 friends and one
 // user, at different times. The same number gives the same rows.
 #pragma once
+#include "app/database.h"
 #include "platform/dao/dao.h"
 #include "platform/runtime/numbers.h"
-#include "shell/base/general.h"
 
 namespace tolvek::bench {
 

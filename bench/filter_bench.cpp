@@ -3,17 +3,17 @@
 // the processor, and the longest time that the window got no turn.
 //
 //     tolvek_filter_bench [N]
-#include "browse/filter_run.h"
+#include "app/database.h"
+#include "app/settings.h"
 #include "filter/filter_results.h"
 #include "filter/filter_rules.h"
 #include "platform/dao/dao.h"
-#include "platform/forms/do_events.h"
+#include "platform/runtime/do_events.h"
 #include "platform/runtime/paths.h"
-#include "shell/base/frm_tolvek.h"
-#include "shell/base/general.h"
-#include "shell/base/settings.h"
+#include "shell/filter_commands.h"
 #include "store/table_create.h"
 #include "support/temp_folder.h"
+#include "window/frm_tolvek.h"
 
 #include <QApplication>
 #include <QTimer>

@@ -4,12 +4,12 @@
 // many times a plain pass over all rows that is.
 //
 //     tolvek_friend_bench [N]
+#include "app/database.h"
+#include "app/settings.h"
 #include "bench/big_archive.h"
 #include "friend/friend_names.h"
 #include "platform/dao/dao.h"
 #include "platform/runtime/paths.h"
-#include "shell/base/general.h"
-#include "shell/base/settings.h"
 #include "store/table_create.h"
 #include "support/temp_folder.h"
 

@@ -3,6 +3,10 @@
 // step's share of the whole, and the most memory that the process ever had.
 //
 //     tolvek_read_bench [N]
+#include "app/converter_library.h"
+#include "app/database.h"
+#include "app/settings.h"
+#include "app/state.h"
 #include "browse/navigator.h"
 #include "browse/subject_list.h"
 #include "demo/big_box.h"
@@ -10,14 +14,10 @@
 #include "import/mail_box_table.h"
 #include "platform/dao/dao.h"
 #include "platform/runtime/paths.h"
-#include "shell/base/converter_library.h"
-#include "shell/base/frm_tolvek.h"
-#include "shell/base/general.h"
-#include "shell/base/settings.h"
-#include "shell/base/state.h"
 #include "store/search_tables.h"
 #include "store/table_create.h"
 #include "support/temp_folder.h"
+#include "window/frm_tolvek.h"
 
 #include <QApplication>
 

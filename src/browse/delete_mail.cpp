@@ -1,12 +1,12 @@
 #include "browse/delete_mail.h"
 
-#include "browse/subject_keys.h"
+#include "app/database.h"
+#include "app/guard.h"
 #include "filter/filter_results.h"
 #include "filter/filter_rules.h"
-#include "platform/forms/do_events.h"
-#include "platform/forms/msg_box.h"
-#include "shell/base/general.h"
-#include "shell/base/guard.h"
+#include "platform/runtime/do_events.h"
+#include "platform/runtime/msg_box.h"
+#include "store/subject_keys.h"
 
 namespace tolvek {
 

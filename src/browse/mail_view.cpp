@@ -1,11 +1,11 @@
 #include "browse/mail_view.h"
 
-#include "browse/subject_keys.h"
+#include "app/database.h"
+#include "app/guard.h"
 #include "browse/subject_line.h"
-#include "platform/forms/do_events.h"
-#include "shell/base/frm_tolvek.h"
-#include "shell/base/general.h"
-#include "shell/base/guard.h"
+#include "platform/runtime/do_events.h"
+#include "store/subject_keys.h"
+#include "window/frm_tolvek.h"
 
 namespace tolvek {
 
@@ -47,15 +47,6 @@ Text headerLine(TextView label, const Text& name, const Text& address)
     Text line = Text(label) + trim(name);
     padToAnsiLength(line, kNameColumn);
     return line + u"　" + trim(address);
-}
-
-Statement ofRow(Statement select, const SubjectKey& key)
-{
-    return select << u" WHERE ( tblTolvek_YMD = '" << key.YMD << u"' AND " << u"tblTolvek_HMS = '"
-                  << key.HMS << u"' AND " << u"tblTolvek_SubKey = " << key.SubKey << u" AND "
-                  << u"tblTolvek_SndName = '" << key.SndName << u"' AND " << u"tblTolvek_SndAdd = '"
-                  << key.SndAdd << u"' AND " << u"tblTolvek_RcvName = '" << key.RcvName << u"' AND "
-                  << u"tblTolvek_RcvAdd = '" << key.RcvAdd << u"' )";
 }
 
 void dspMail(frmTolvek& form, Int16 row)

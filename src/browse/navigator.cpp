@@ -1,14 +1,13 @@
 #include "browse/navigator.h"
 
+#include "app/guard.h"
+#include "app/settings.h"
+#include "app/state.h"
 #include "browse/subject_list.h"
-#include "platform/forms/do_events.h"
 #include "platform/forms/input_hold.h"
-#include "shell/base/frm_tolvek.h"
-#include "shell/base/frm_tolvek_work.h"
-#include "shell/base/general.h"
-#include "shell/base/guard.h"
-#include "shell/base/settings.h"
-#include "shell/base/state.h"
+#include "platform/runtime/do_events.h"
+#include "window/frm_tolvek.h"
+#include "window/status.h"
 
 namespace tolvek {
 

@@ -1,11 +1,11 @@
 // What the navigator lists, from the store to the list box.
+#include "app/database.h"
+#include "app/guard.h"
 #include "browse/navigator.h"
 #include "filter/filter_rules.h"
-#include "platform/forms/do_events.h"
-#include "shell/base/frm_tolvek.h"
-#include "shell/base/general.h"
-#include "shell/base/guard.h"
+#include "platform/runtime/do_events.h"
 #include "store/open_or_create.h"
+#include "window/frm_tolvek.h"
 
 namespace tolvek {
 

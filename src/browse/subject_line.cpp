@@ -1,6 +1,6 @@
 #include "browse/subject_line.h"
 
-#include "shell/base/guard.h"
+#include "app/guard.h"
 
 namespace tolvek {
 

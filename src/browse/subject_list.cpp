@@ -1,16 +1,17 @@
 #include "browse/subject_list.h"
 
+#include "app/database.h"
+#include "app/guard.h"
+#include "app/settings.h"
+#include "app/state.h"
 #include "browse/mail_view.h"
-#include "browse/subject_keys.h"
 #include "browse/subject_line.h"
 #include "filter/filter_rules.h"
-#include "platform/forms/do_events.h"
-#include "platform/forms/msg_box.h"
-#include "shell/base/frm_tolvek.h"
-#include "shell/base/general.h"
-#include "shell/base/guard.h"
-#include "shell/base/settings.h"
-#include "shell/base/state.h"
+#include "platform/runtime/do_events.h"
+#include "platform/runtime/msg_box.h"
+#include "store/subject_keys.h"
+#include "window/frm_tolvek.h"
+#include "window/status.h"
 
 namespace tolvek {
 

@@ -1,8 +1,8 @@
 #include "dialogs/frm_about.h"
 
+#include "app/settings.h"
 #include "dialogs/sys_info.h"
 #include "platform/forms/events.h"
-#include "shell/base/settings.h"
 
 namespace tolvek {
 

@@ -11,8 +11,6 @@
 
 namespace tolvek {
 
-class frmTolvek;
-
 class frmAbout : public Form {
 public:
     frmAbout();
@@ -30,8 +28,5 @@ private:
     void buildButtons();
     void layRules();
 };
-
-// The command of the main window that shows it.
-void memVar_Click(frmTolvek& form);
 
 }

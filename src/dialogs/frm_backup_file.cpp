@@ -1,10 +1,10 @@
 #include "dialogs/frm_backup_file.h"
 
+#include "app/file_routines.h"
+#include "app/state.h"
 #include "platform/forms/events.h"
-#include "platform/forms/msg_box.h"
+#include "platform/runtime/msg_box.h"
 #include "platform/runtime/paths.h"
-#include "shell/base/general.h"
-#include "shell/base/state.h"
 
 #include <algorithm>
 

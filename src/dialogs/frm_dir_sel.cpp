@@ -1,8 +1,8 @@
 #include "dialogs/frm_dir_sel.h"
 
+#include "app/guard.h"
+#include "app/settings.h"
 #include "platform/forms/events.h"
-#include "shell/base/guard.h"
-#include "shell/base/settings.h"
 
 namespace tolvek {
 

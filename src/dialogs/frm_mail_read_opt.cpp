@@ -1,9 +1,9 @@
 #include "dialogs/frm_mail_read_opt.h"
 
+#include "app/settings.h"
+#include "app/state.h"
 #include "platform/forms/events.h"
-#include "platform/forms/msg_box.h"
-#include "shell/base/settings.h"
-#include "shell/base/state.h"
+#include "platform/runtime/msg_box.h"
 
 #include <algorithm>
 

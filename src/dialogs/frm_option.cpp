@@ -1,13 +1,13 @@
 #include "dialogs/frm_option.h"
 
+#include "app/guard.h"
+#include "app/settings.h"
 #include "dialogs/frm_dir_sel.h"
 #include "platform/forms/events.h"
-#include "platform/forms/msg_box.h"
 #include "platform/runtime/directory.h"
+#include "platform/runtime/msg_box.h"
 #include "platform/runtime/numbers.h"
 #include "platform/runtime/paths.h"
-#include "shell/base/guard.h"
-#include "shell/base/settings.h"
 
 #include <cmath>
 #include <functional>

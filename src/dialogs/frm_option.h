@@ -20,8 +20,6 @@
 
 namespace tolvek {
 
-class frmTolvek;
-
 class frmOption : public Form {
 public:
     frmOption();
@@ -59,9 +57,5 @@ private:
     std::int32_t fontSize_ = 0;
     Text fontStyle_; // as in gMailTextFontStyle
 };
-
-// The command of the main window: shows the dialog, and applies the font fields
-// to the mail text however it was left.
-void memEnv_Click(frmTolvek& form);
 
 }

@@ -1,11 +1,12 @@
 #include "dialogs/frm_splash.h"
 
+#include "app/guard.h"
+#include "app/settings.h"
+#include "app/settings_file.h"
 #include "dialogs/pictures.h"
-#include "platform/forms/do_events.h"
 #include "platform/forms/events.h"
-#include "platform/forms/msg_box.h"
-#include "shell/base/guard.h"
-#include "shell/base/settings.h"
+#include "platform/runtime/do_events.h"
+#include "platform/runtime/msg_box.h"
 
 namespace tolvek {
 

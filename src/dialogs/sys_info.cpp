@@ -1,6 +1,6 @@
 #include "dialogs/sys_info.h"
 
-#include "platform/forms/msg_box.h"
+#include "platform/runtime/msg_box.h"
 #include "platform/runtime/numbers.h"
 #include "platform/runtime/paths.h"
 #include "platform/system/files.h"

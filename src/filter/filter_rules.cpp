@@ -1,10 +1,10 @@
 #include "filter/filter_rules.h"
 
-#include "platform/forms/do_events.h"
+#include "app/database.h"
+#include "app/guard.h"
+#include "app/state.h"
 #include "platform/forms/input_hold.h"
-#include "shell/base/general.h"
-#include "shell/base/guard.h"
-#include "shell/base/state.h"
+#include "platform/runtime/do_events.h"
 #include "store/open_or_create.h"
 
 namespace tolvek {

@@ -1,9 +1,9 @@
 #include "filter/frm_filter.h"
 
+#include "app/state.h"
 #include "filter/filter_grid.h"
-#include "platform/forms/msg_box.h"
+#include "platform/runtime/msg_box.h"
 #include "platform/runtime/numbers.h"
-#include "shell/base/state.h"
 
 namespace tolvek {
 

@@ -1,8 +1,8 @@
 #include "filter/frm_filter_dsp_chenge.h"
 
 #include "filter/filter_grid.h"
-#include "platform/forms/do_events.h"
-#include "platform/forms/msg_box.h"
+#include "platform/runtime/do_events.h"
+#include "platform/runtime/msg_box.h"
 
 namespace tolvek {
 

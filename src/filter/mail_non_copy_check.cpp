@@ -1,7 +1,7 @@
 #include "filter/mail_non_copy_check.h"
 
+#include "app/guard.h"
 #include "filter/filter_rules.h"
-#include "shell/base/guard.h"
 
 namespace tolvek {
 

@@ -1,15 +1,15 @@
 #include "friend/ed_friend.h"
 
+#include "app/converter_library.h"
+#include "app/database.h"
+#include "app/guard.h"
+#include "app/settings.h"
 #include "friend/friend_row.h"
 #include "friend/pet_kind.h"
-#include "platform/forms/do_events.h"
 #include "platform/runtime/directory.h"
+#include "platform/runtime/do_events.h"
 #include "platform/runtime/paths.h"
 #include "platform/runtime/text_files.h"
-#include "shell/base/converter_library.h"
-#include "shell/base/general.h"
-#include "shell/base/guard.h"
-#include "shell/base/settings.h"
 
 namespace tolvek {
 

@@ -1,12 +1,12 @@
 #include "friend/friend_book_file.h"
 
+#include "app/database.h"
+#include "app/state.h"
 #include "friend/ed_friend.h"
 #include "platform/runtime/file_failure.h"
 #include "platform/runtime/paths.h"
 #include "platform/runtime/text_files.h"
 #include "platform/system/files.h"
-#include "shell/base/general.h"
-#include "shell/base/state.h"
 
 #include <exception>
 

@@ -1,14 +1,14 @@
 #include "friend/friend_names.h"
 
-#include "browse/subject_keys.h"
+#include "app/database.h"
+#include "app/guard.h"
+#include "app/settings.h"
 #include "friend/friend_row.h"
-#include "platform/forms/do_events.h"
 #include "platform/forms/input_box.h"
 #include "platform/forms/input_hold.h"
-#include "platform/forms/msg_box.h"
-#include "shell/base/general.h"
-#include "shell/base/guard.h"
-#include "shell/base/settings.h"
+#include "platform/runtime/do_events.h"
+#include "platform/runtime/msg_box.h"
+#include "store/subject_keys.h"
 
 namespace tolvek {
 

@@ -1,6 +1,6 @@
 #include "friend/friend_row.h"
 
-#include "shell/base/general.h"
+#include "app/database.h"
 
 namespace tolvek {
 

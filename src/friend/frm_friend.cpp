@@ -1,14 +1,17 @@
 #include "friend/frm_friend.h"
 
+#include "app/database.h"
+#include "app/guard.h"
+#include "app/settings.h"
+#include "app/state.h"
 #include "friend/friend_book_file.h"
 #include "friend/pet_kind.h"
-#include "platform/forms/do_events.h"
+#include "platform/runtime/do_events.h"
+#include "platform/runtime/msg_box.h"
 #include "platform/runtime/numbers.h"
 #include "platform/runtime/text_files.h"
-#include "shell/base/general.h"
-#include "shell/base/guard.h"
-#include "shell/base/settings.h"
-#include "shell/base/state.h"
+#include "reply/postpet_search.h"
+#include "reply/send_mail.h"
 
 #include <algorithm>
 
@@ -238,6 +241,19 @@ void frmFriend::cmdOK_Click()
         emptyFriendTable();
         Unload();
     });
+}
+
+// The clipboard isn't touched: what stands on it is what PostPet's paste brings.
+void cmdSndMail_Click(Form& editor, const Text& address)
+{
+    const Text receiver = trim(address);
+    if (receiver.empty()) return;
+    findPostPet(editor);
+    if (gPostPetPid != 0)
+        MsgBox(kOtherScreens);
+    else
+        startPostPet();
+    SendMail(editor, 0, receiver, 0);
 }
 
 }

@@ -73,4 +73,7 @@ private:
 // own failures.
 void dspFriend(frmFriend& form);
 
+// The mail button: a new mail in PostPet. Its own failures are untrapped.
+void cmdSndMail_Click(Form& editor, const Text& address);
+
 }

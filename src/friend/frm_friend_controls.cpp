@@ -2,7 +2,6 @@
 // the buttons under them, the book below it, and what ends the dialog last.
 #include "friend/frm_friend.h"
 #include "platform/forms/events.h"
-#include "reply/send_mail.h"
 
 namespace tolvek {
 

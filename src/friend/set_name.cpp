@@ -1,8 +1,8 @@
 #include "friend/set_name.h"
 
+#include "app/database.h"
+#include "app/guard.h"
 #include "friend/friend_row.h"
-#include "shell/base/general.h"
-#include "shell/base/guard.h"
 
 namespace tolvek {
 

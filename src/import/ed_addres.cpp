@@ -1,9 +1,9 @@
+#include "app/guard.h"
+#include "app/settings.h"
+#include "app/text_routines.h"
 #include "friend/set_name.h"
 #include "import/blank_text.h"
 #include "import/mail_fields.h"
-#include "shell/base/general.h"
-#include "shell/base/guard.h"
-#include "shell/base/settings.h"
 
 #include <algorithm>
 

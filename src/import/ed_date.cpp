@@ -1,6 +1,6 @@
+#include "app/state.h"
 #include "import/mail_fields.h"
 #include "platform/runtime/numbers.h"
-#include "shell/base/state.h"
 
 namespace tolvek {
 namespace {

@@ -1,12 +1,12 @@
+#include "app/guard.h"
+#include "app/reports.h"
+#include "app/text_routines.h"
 #include "import/blank_text.h"
 #include "import/mail_fields.h"
-#include "platform/forms/do_events.h"
 #include "platform/runtime/dates.h"
+#include "platform/runtime/do_events.h"
 #include "platform/runtime/numbers.h"
 #include "platform/runtime/text_files.h"
-#include "shell/base/general.h"
-#include "shell/base/guard.h"
-#include "shell/base/report_watch.h"
 
 namespace tolvek {
 namespace {

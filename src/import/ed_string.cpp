@@ -1,5 +1,5 @@
+#include "app/guard.h"
 #include "import/mail_fields.h"
-#include "shell/base/guard.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
+#include "app/guard.h"
+#include "app/text_routines.h"
 #include "import/mail_fields.h"
-#include "shell/base/general.h"
-#include "shell/base/guard.h"
 
 namespace tolvek {
 namespace {

@@ -1,22 +1,13 @@
 #include "import/mail_box_read.h"
 
-#include "browse/navigator.h"
-#include "dialogs/frm_mail_read_opt.h"
-#include "filter/filter_results.h"
-#include "friend/ed_friend.h"
-#include "friend/friend_names.h"
+#include "app/converter_library.h"
+#include "app/reports.h"
+#include "app/settings.h"
+#include "app/state.h"
 #include "import/mail_box_table.h"
 #include "import/tmp_read.h"
-#include "platform/forms/do_events.h"
+#include "platform/runtime/do_events.h"
 #include "platform/runtime/paths.h"
-#include "shell/base/converter_library.h"
-#include "shell/base/frm_tolvek.h"
-#include "shell/base/frm_tolvek_work.h"
-#include "shell/base/guard.h"
-#include "shell/base/report_watch.h"
-#include "shell/base/settings.h"
-#include "shell/base/state.h"
-#include "store/search_tables.h"
 
 namespace tolvek {
 
@@ -92,39 +83,6 @@ private:
     Int16 status_ = 0;
 };
 
-void chooseMailBoxes(frmTolvek& form)
-{
-    frmMailReadOpt dialog;
-    dialog.ShowModal(&form);
-}
-
-// The status text goes up first and the pane is emptied right behind it; the
-// next tick of the clock brings it back.
-void beginReading(const ResumeNext& on, frmTolvek& form)
-{
-    on([] {
-        setStatusLines(u"ＰｏｓｔＰｅｔ の ", u"　Ｍａｉｌを読み込んでいます。",
-                       u"　少々お待ちください。", u"", u"", u"");
-    });
-    on([] { gBusyFlag = -1; });
-    on([&] { dspStatus(form, true, gStatusLines); });
-    emptyPanes(on, form);
-    on([&] { dspEnable(form, false, 0); });
-}
-
-void updateData(const ResumeNext& on, frmTolvek& form)
-{
-    on([] {
-        setStatusLines(u"", u"　Ｔｏｌｖｅｋの各データを", u"　　　更新しています。",
-                       u"　少々お待ちください。", u"", u"");
-    });
-    on([] { edFriendName(); });
-    on([] { edSearch_Name(); });
-    on([] { edSearch_Addr(); });
-    on([] { tblFilterData_Sel(); });
-    on([&] { dspNavigator(form); });
-}
-
 }
 
 void MailBoxRead()
@@ -136,20 +94,6 @@ void MailBoxRead()
     BoxWalk walk;
     walk.readSide(receive);
     walk.readSide(send);
-}
-
-void comMailRead_Click(frmTolvek& form)
-{
-    const ResumeNext on{u"comMailRead_Click"};
-    on([&] { chooseMailBoxes(form); });
-    if (gMailReadCancel == -1) return;
-    beginReading(on, form);
-    // First, so that new friends' names are there when their mails come in.
-    on([] { edFriend(); });
-    on([] { MailBoxRead(); });
-    updateData(on, form);
-    endWork(on, form);
-    on([&] { form.comMailRead->SetFocus(); });
 }
 
 }

@@ -1,15 +1,15 @@
 #include "import/tmp_read.h"
 
+#include "app/guard.h"
+#include "app/reports.h"
+#include "app/state.h"
 #include "filter/mail_non_copy_check.h"
 #include "import/blank_text.h"
 #include "import/mail_fields.h"
-#include "platform/forms/do_events.h"
 #include "platform/runtime/directory.h"
+#include "platform/runtime/do_events.h"
 #include "platform/runtime/paths.h"
 #include "platform/runtime/text_files.h"
-#include "shell/base/guard.h"
-#include "shell/base/report_watch.h"
-#include "shell/base/state.h"
 
 namespace tolvek {
 namespace {

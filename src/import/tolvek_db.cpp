@@ -1,8 +1,8 @@
 #include "import/tolvek_db.h"
 
+#include "app/database.h"
+#include "app/guard.h"
 #include "platform/dao/dao.h"
-#include "shell/base/general.h"
-#include "shell/base/guard.h"
 
 #include <algorithm>
 

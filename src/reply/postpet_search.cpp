@@ -1,14 +1,14 @@
-// PostPet among the programs that run, and its start.
+#include "reply/postpet_search.h"
+
+#include "app/program_end.h"
+#include "app/settings.h"
+#include "app/state.h"
 #include "platform/forms/form.h"
-#include "platform/forms/msg_box.h"
 #include "platform/runtime/file_failure.h"
+#include "platform/runtime/msg_box.h"
 #include "platform/runtime/paths.h"
 #include "platform/system/process.h"
 #include "platform/system/process_list.h"
-#include "reply/send_mail.h"
-#include "shell/base/general.h"
-#include "shell/base/settings.h"
-#include "shell/base/state.h"
 
 #include <string_view>
 #include <system_error>

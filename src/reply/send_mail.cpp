@@ -1,13 +1,14 @@
 #include "reply/send_mail.h"
 
-#include "browse/mail_view.h"
-#include "browse/subject_keys.h"
+#include "app/database.h"
+#include "app/guard.h"
+#include "app/sleep_ex.h"
+#include "app/state.h"
+#include "app/text_routines.h"
 #include "platform/forms/input_hold.h"
-#include "platform/forms/msg_box.h"
 #include "platform/forms/send_keys.h"
-#include "shell/base/general.h"
-#include "shell/base/guard.h"
-#include "shell/base/state.h"
+#include "platform/runtime/msg_box.h"
+#include "store/subject_keys.h"
 
 namespace tolvek {
 

@@ -4,10 +4,10 @@
 // Every event procedure reports a failure under its own name and goes on with
 // its next statement, so that the closing steps of each are always reached.
 #pragma once
+#include "app/guard.h"
 #include "filter/frm_filter.h"
 #include "friend/frm_friend.h"
-#include "shell/base/frm_tolvek.h"
-#include "shell/base/guard.h"
+#include "window/frm_tolvek.h"
 
 namespace tolvek {
 

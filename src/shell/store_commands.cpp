@@ -1,20 +1,21 @@
 #include "shell/store_commands.h"
 
+#include "app/database.h"
+#include "app/guard.h"
+#include "app/reports.h"
+#include "app/state.h"
 #include "browse/navigator.h"
 #include "filter/filter_load.h"
 #include "friend/ed_friend.h"
 #include "platform/dao/alone.h"
-#include "platform/forms/do_events.h"
-#include "platform/forms/msg_box.h"
-#include "shell/base/frm_tolvek.h"
-#include "shell/base/frm_tolvek_work.h"
-#include "shell/base/general.h"
-#include "shell/base/guard.h"
-#include "shell/base/report_watch.h"
+#include "platform/runtime/do_events.h"
+#include "platform/runtime/msg_box.h"
 #include "store/before_load.h"
 #include "store/table_create.h"
 #include "store/text_dump.h"
 #include "store/text_dump_set.h"
+#include "window/frm_tolvek.h"
+#include "window/status.h"
 
 namespace tolvek {
 

@@ -1,15 +1,17 @@
 #include "shell/tolvek_main.h"
 
+#include "app/database.h"
+#include "app/file_routines.h"
+#include "app/guard.h"
+#include "app/program_end.h"
+#include "app/settings.h"
+#include "app/state.h"
 #include "dialogs/frm_splash.h"
 #include "platform/dao/alone.h"
-#include "platform/forms/msg_box.h"
+#include "platform/runtime/msg_box.h"
 #include "platform/runtime/numbers.h"
 #include "platform/runtime/paths.h"
 #include "platform/runtime/profile.h"
-#include "shell/base/frm_tolvek.h"
-#include "shell/base/general.h"
-#include "shell/base/guard.h"
-#include "shell/base/settings.h"
 #include "store/archive_tables.h"
 #include "store/before_load.h"
 #include "store/database_files.h"
@@ -17,6 +19,7 @@
 #include "store/db_start.h"
 #include "store/table_create.h"
 #include "store/text_dump_set.h"
+#include "window/frm_tolvek.h"
 
 #include <optional>
 

@@ -1,7 +1,7 @@
 #include "shell/win_help.h"
 
-#include "platform/forms/msg_box.h"
 #include "platform/forms/qt_text.h"
+#include "platform/runtime/msg_box.h"
 #include "platform/runtime/paths.h"
 #include "platform/system/files.h"
 

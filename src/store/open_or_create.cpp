@@ -1,8 +1,8 @@
 #include "store/open_or_create.h"
 
+#include "app/database.h"
 #include "platform/dao/dao.h"
-#include "platform/forms/msg_box.h"
-#include "shell/base/general.h"
+#include "platform/runtime/msg_box.h"
 #include "store/table_create.h"
 
 #include <functional>

@@ -1,8 +1,8 @@
 #include "store/search_tables.h"
 
-#include "platform/forms/do_events.h"
-#include "shell/base/general.h"
-#include "shell/base/guard.h"
+#include "app/database.h"
+#include "app/guard.h"
+#include "platform/runtime/do_events.h"
 
 namespace tolvek {
 namespace {

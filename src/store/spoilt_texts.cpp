@@ -1,7 +1,7 @@
 #include "store/spoilt_texts.h"
 
 #include "platform/dao/dao.h"
-#include "platform/forms/msg_box.h"
+#include "platform/runtime/msg_box.h"
 #include "platform/runtime/numbers.h"
 
 namespace tolvek {

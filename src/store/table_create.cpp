@@ -1,9 +1,9 @@
 #include "store/table_create.h"
 
-#include "platform/forms/do_events.h"
-#include "platform/forms/msg_box.h"
-#include "shell/base/general.h"
-#include "shell/base/guard.h"
+#include "app/database.h"
+#include "app/guard.h"
+#include "platform/runtime/do_events.h"
+#include "platform/runtime/msg_box.h"
 #include "store/database_files.h"
 #include "store/db_start.h"
 #include "store/kept_files.h"

@@ -1,10 +1,10 @@
 #include "store/text_dump.h"
 
-#include "platform/forms/do_events.h"
+#include "app/database.h"
+#include "app/guard.h"
+#include "platform/runtime/do_events.h"
 #include "platform/runtime/paths.h"
 #include "platform/runtime/text_files.h"
-#include "shell/base/general.h"
-#include "shell/base/guard.h"
 #include "store/database_files.h"
 #include "store/open_or_create.h"
 #include "store/text_dump_set.h"

@@ -1,9 +1,9 @@
 #include "store/ver_up300_copy.h"
 
-#include "platform/forms/do_events.h"
+#include "app/database.h"
+#include "platform/runtime/do_events.h"
 #include "platform/runtime/numbers.h"
 #include "platform/runtime/runtime_error.h"
-#include "shell/base/general.h"
 #include "store/schema.h"
 
 namespace tolvek {

@@ -1,8 +1,8 @@
+#include "app/database.h"
 #include "browse/delete_mail.h"
-
-#include "browse/subject_keys.h"
 #include "filter/filter_results.h"
 #include "filter/filter_rules.h"
+#include "store/subject_keys.h"
 #include "support/archive_fixture.h"
 #include "support/report_list.h"
 

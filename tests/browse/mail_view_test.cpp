@@ -1,6 +1,5 @@
+#include "app/database.h"
 #include "browse/mail_view.h"
-
-#include "browse/subject_keys.h"
 #include "support/window_fixture.h"
 
 namespace tolvek {

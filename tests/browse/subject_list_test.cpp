@@ -1,8 +1,9 @@
+#include "app/database.h"
+#include "app/settings.h"
+#include "app/state.h"
 #include "browse/subject_list.h"
-
-#include "browse/mail_view.h"
-#include "browse/subject_keys.h"
 #include "filter/filter_rules.h"
+#include "store/subject_keys.h"
 #include "support/window_fixture.h"
 
 namespace tolvek {

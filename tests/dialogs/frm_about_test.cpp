@@ -1,9 +1,7 @@
 #include "dialogs/frm_about.h"
-
 #include "platform/forms/screen.h"
 #include "platform/runtime/runtime_error.h"
 #include "platform/system/registry.h"
-#include "shell/base/frm_tolvek.h"
 #include "support/modal_script.h"
 #include "support/msg_box_script.h"
 #include "support/screen_driver.h"
@@ -141,42 +139,6 @@ TEST_F(AboutTest, ItsTextsFitAndNothingOverlaps)
         for (const CommandButton* button : {dialog.cmdOK, dialog.cmdSysInfo})
             EXPECT_TRUE(dialog.client().rect().contains(button->geometry()));
     });
-}
-
-class AboutCommandTest : public AboutTest {
-protected:
-    void TearDown() override
-    {
-        setBeforeWait({});
-        AboutTest::TearDown();
-    }
-    frmTolvek form;
-};
-
-TEST_F(AboutCommandTest, ShowsItModallyAboveTheMainWindow)
-{
-    form.Show();
-    for (int opening = 0; opening < 2; ++opening) {
-        const ModalScript script("frmAbout", [&](QWidget& shown) {
-            EXPECT_EQ(shown.windowModality(), Qt::ApplicationModal);
-            EXPECT_EQ(shown.windowHandle()->transientParent(), form.window()->windowHandle());
-            test::press(shown, "cmdOK");
-        });
-        memVar_Click(form);
-        EXPECT_EQ(Forms::Count(), 1) << "the main window alone";
-    }
-}
-
-TEST_F(AboutCommandTest, AFailureIsReportedUnderItsName)
-{
-    setBeforeWait([] {
-        setBeforeWait({}); // the report is a wait too
-        throw RuntimeError(7, u"メモリが不足しています。", nullptr);
-    });
-    boxes.expect(u"エラー番号： 7\r（メモリが不足しています。）", MsgAnswer::Ok,
-                 u"エラーメッセージ (memVar_Click)");
-    memVar_Click(form);
-    EXPECT_EQ(Forms::Count(), 0);
 }
 
 }

@@ -1,12 +1,12 @@
+#include "app/state.h"
 #include "dialogs/frm_backup_file.h"
-
 #include "platform/runtime/paths.h"
-#include "shell/base/frm_tolvek.h"
 #include "support/dialog_checks.h"
 #include "support/modal_script.h"
 #include "support/msg_box_script.h"
 #include "support/screen_driver.h"
 #include "support/temp_folder.h"
+#include "window/frm_tolvek.h"
 
 #include <cstdio>
 

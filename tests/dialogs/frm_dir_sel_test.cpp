@@ -1,9 +1,8 @@
+#include "app/settings.h"
 #include "dialogs/frm_dir_sel.h"
-
 #include "platform/forms/screen.h"
 #include "platform/runtime/paths.h"
 #include "platform/system/volumes.h"
-#include "shell/base/settings.h"
 #include "support/dialog_checks.h"
 #include "support/modal_script.h"
 #include "support/report_list.h"

@@ -1,8 +1,7 @@
+#include "app/settings.h"
+#include "app/state.h"
 #include "dialogs/frm_mail_read_opt.h"
-
 #include "platform/forms/screen.h"
-#include "shell/base/settings.h"
-#include "shell/base/state.h"
 #include "support/modal_script.h"
 #include "support/msg_box_script.h"
 

@@ -1,11 +1,10 @@
+#include "app/settings.h"
 #include "dialogs/frm_option.h"
-
 #include "platform/forms/dir_lists.h"
 #include "platform/forms/screen.h"
 #include "platform/runtime/numbers.h"
 #include "platform/runtime/paths.h"
 #include "platform/system/volumes.h"
-#include "shell/base/settings.h"
 #include "support/dialog_checks.h"
 #include "support/modal_script.h"
 #include "support/msg_box_script.h"

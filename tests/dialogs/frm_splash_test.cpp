@@ -1,10 +1,9 @@
+#include "app/settings.h"
 #include "dialogs/frm_splash.h"
-
 #include "platform/forms/screen.h"
 #include "platform/runtime/paths.h"
 #include "platform/system/files.h"
 #include "platform/system/process.h"
-#include "shell/base/settings.h"
 #include "support/msg_box_script.h"
 #include "support/temp_folder.h"
 

@@ -1,7 +1,7 @@
 // Rules that aren't all in memory are never written: neither while they are
 // being read, nor after a reading that failed.
 #include "filter/frm_filter_fixture.h"
-#include "platform/forms/yield_hook.h"
+#include "platform/runtime/yield_hook.h"
 #include "support/report_list.h"
 
 namespace tolvek::test {

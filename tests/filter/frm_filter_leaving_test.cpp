@@ -1,6 +1,6 @@
 // The ways out of the filter editor: to the display order, by OK, by Cancel.
+#include "app/state.h"
 #include "filter/frm_filter_fixture.h"
-#include "shell/base/state.h"
 
 namespace tolvek::test {
 namespace {

@@ -1,8 +1,6 @@
 #include "filter/frm_filter.h"
-
 #include "filter/frm_filter_fixture.h"
 #include "platform/forms/screen.h"
-#include "shell/base/state.h"
 
 namespace tolvek::test {
 namespace {

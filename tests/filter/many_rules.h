@@ -1,7 +1,7 @@
 // A table of so many rules that it comes to the end of their memory.
 #pragma once
+#include "app/database.h"
 #include "platform/dao/dao.h"
-#include "shell/base/general.h"
 
 namespace tolvek::test {
 

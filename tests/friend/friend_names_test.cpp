@@ -1,9 +1,10 @@
+#include "app/database.h"
+#include "app/settings.h"
 #include "friend/friend_names.h"
-
-#include "browse/subject_keys.h"
 #include "platform/dao/connection.h"
 #include "platform/forms/input_box.h"
 #include "store/database_files.h"
+#include "store/subject_keys.h"
 #include "support/report_list.h"
 #include "support/window_fixture.h"
 

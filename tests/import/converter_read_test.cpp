@@ -1,5 +1,8 @@
 // Mails as they were really sent, from a box through the built converter
 // library to rows: what one side writes the other must take apart.
+#include "app/database.h"
+#include "app/settings.h"
+#include "app/state.h"
 #include "import/mail_box_read.h"
 #include "import/mail_box_table.h"
 #include "support/archive_fixture.h"

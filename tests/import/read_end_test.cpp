@@ -1,4 +1,6 @@
 // How a read of mail ends when nothing more can be stored: after the first box.
+#include "app/database.h"
+#include "app/settings.h"
 #include "import/import_fixture.h"
 #include "import/mail_box_read.h"
 #include "import/mail_box_table.h"

@@ -1,5 +1,8 @@
 // The sample folder from PostPet's files to rows, through the built converter
 // library: what a first day stores, and that no second one changes it.
+#include "app/database.h"
+#include "app/settings.h"
+#include "app/state.h"
 #include "demo/sample_folder.h"
 #include "import/mail_box_read.h"
 #include "import/mail_box_table.h"

@@ -1,7 +1,9 @@
-#include "lasting_program.h"
-#include "reply/send_mail.h"
-#include "shell/base/frm_tolvek.h"
+#include "app/settings.h"
+#include "app/state.h"
+#include "reply/postpet_search.h"
 #include "support/archive_fixture.h"
+#include "support/lasting_program.h"
+#include "window/frm_tolvek.h"
 
 namespace tolvek::test {
 namespace {

@@ -11,15 +11,15 @@
 //
 // Each is answered "done" when it is over. Boxes really stand on the screen; each
 // is written as "box TEXT", with its line breaks as "|".
+#include "app/converter_library.h"
+#include "app/program_end.h"
 #include "dialogs/frm_splash.h"
 #include "friend/frm_friend.h"
 #include "platform/dao/dao.h"
 #include "platform/forms/events.h"
-#include "platform/forms/msg_box.h"
 #include "platform/forms/send_keys.h"
+#include "platform/runtime/msg_box.h"
 #include "platform/runtime/paths.h"
-#include "shell/base/converter_library.h"
-#include "shell/base/general.h"
 #include "shell/frm_tolvek_events.h"
 #include "shell/tolvek_main.h"
 #include "store/known_tables.h"

@@ -1,9 +1,9 @@
 // A reply on a screen of its own: the window manager, the program in its
 // driver's hands, and PostPet's stand-ins, each test with its own.
 #pragma once
-#include "lasting_program.h"
 #include "store/search_tables.h"
 #include "support/archive_fixture.h"
+#include "support/lasting_program.h"
 #include "support/test_screen.h"
 
 #include <QJsonArray>

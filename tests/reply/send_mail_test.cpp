@@ -1,9 +1,10 @@
+#include "app/database.h"
+#include "app/state.h"
 #include "reply/send_mail.h"
-
-#include "browse/subject_keys.h"
-#include "sent_keys.h"
-#include "shell/base/frm_tolvek.h"
+#include "store/subject_keys.h"
 #include "support/archive_fixture.h"
+#include "support/sent_keys.h"
+#include "window/frm_tolvek.h"
 
 #include <QTimer>
 

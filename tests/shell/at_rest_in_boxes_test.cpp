@@ -1,8 +1,7 @@
 // While a box waits, for a night perhaps, the archive is at rest: no log beside it,
 // nothing of it that isn't in the file, and every other program may have it. For
 // each routine that reports, and each of its statements that may fail.
-#include "platform/dao/alone.h"
-#include "platform/dao/connection.h"
+#include "app/database.h"
 #include "browse/delete_mail.h"
 #include "browse/mail_view.h"
 #include "browse/navigator.h"
@@ -12,6 +11,8 @@
 #include "friend/friend_names.h"
 #include "friend/set_name.h"
 #include "import/tolvek_db.h"
+#include "platform/dao/alone.h"
+#include "platform/dao/connection.h"
 #include "shell/backup_fixture.h"
 #include "store/fault_injection.h"
 #include "store/text_dump.h"
@@ -75,7 +76,8 @@ const std::vector<Routine>& routines()
         {"duplMailCheck",
          [](frmTolvek&) {
              Int16 found = 0;
-             duplMailCheck(u"花", u"a@b.jp", u"太", u"c@d.jp", u"20010101", u"101112", u"題", found);
+             duplMailCheck(u"花", u"a@b.jp", u"太", u"c@d.jp", u"20010101", u"101112", u"題",
+                           found);
          }},
         {"TolvekDB_Edit",
          [](frmTolvek&) {
@@ -84,8 +86,8 @@ const std::vector<Routine>& routines()
          }},
         {"TolvekDB_Insert",
          [](frmTolvek&) {
-             TolvekDB_Insert(0, u"花", u"a@b.jp", u"太", u"c@d.jp", u"題", u"20010101", u"101112", 0,
-                             someText());
+             TolvekDB_Insert(0, u"花", u"a@b.jp", u"太", u"c@d.jp", u"題", u"20010101", u"101112",
+                             0, someText());
          }},
         {"edSearch_Name", [](frmTolvek&) { edSearch_Name(); }},
         {"edSearch_Addr", [](frmTolvek&) { edSearch_Addr(); }},

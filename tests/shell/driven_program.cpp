@@ -10,16 +10,16 @@
 //   hold N      reads, says so at mail N, and stays there to be killed
 //   idle        starts, says so, and stays
 //   start       starts and closes the window
+#include "app/converter_library.h"
+#include "app/program_end.h"
+#include "app/state.h"
 #include "dialogs/frm_splash.h"
 #include "platform/dao/alone.h"
-#include "platform/forms/do_events.h"
 #include "platform/forms/events.h"
-#include "platform/forms/msg_box.h"
+#include "platform/runtime/do_events.h"
+#include "platform/runtime/msg_box.h"
 #include "platform/runtime/paths.h"
 #include "platform/system/process.h"
-#include "shell/base/converter_library.h"
-#include "shell/base/general.h"
-#include "shell/base/settings.h"
 #include "shell/frm_tolvek_events.h"
 #include "shell/tolvek_main.h"
 

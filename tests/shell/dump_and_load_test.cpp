@@ -1,5 +1,8 @@
 // The whole way through the text files: a first day's archive comes back as it
 // was, and a load that is cut off anywhere costs no mail.
+#include "app/database.h"
+#include "app/settings.h"
+#include "app/state.h"
 #include "demo/sample_folder.h"
 #include "filter/filter_results.h"
 #include "filter/filter_rules.h"

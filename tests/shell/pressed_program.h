@@ -16,11 +16,11 @@
 #include "platform/forms/events.h"
 #include "platform/forms/input_hold.h"
 #include "platform/forms/wait_scope.h"
-#include "platform/forms/yield_hook.h"
-#include "support/queued_press.h"
+#include "platform/runtime/yield_hook.h"
 #include "shell/frm_tolvek_events.h"
 #include "store/schema.h"
 #include "support/archive_fixture.h"
+#include "support/queued_press.h"
 
 #include <QAbstractEventDispatcher>
 #include <QApplication>

@@ -1,6 +1,9 @@
 // A second press of every control of every form, before the first one's command
 // has begun and at each of its yields: what is left is what one press leaves, or
 // two in a row.
+#include "app/database.h"
+#include "app/settings.h"
+#include "app/state.h"
 #include "browse/navigator.h"
 #include "dialogs/frm_about.h"
 #include "dialogs/frm_backup_file.h"
@@ -12,10 +15,10 @@
 #include "platform/runtime/dates.h"
 #include "platform/system/volumes.h"
 #include "pressed_program.h"
-#include "reply/sent_keys.h"
 #include "shell/win_help.h"
 #include "store/fault_injection.h"
 #include "store/search_tables.h"
+#include "support/sent_keys.h"
 
 #include <set>
 
@@ -129,12 +132,12 @@ protected:
                      const std::string& when)
     {
         if (allowed.contains(left)) return;
-        ADD_FAILURE() << when << "\n--- left:\n" << left << "\n--- instead of:\n"
+        ADD_FAILURE() << when << "\n--- left:\n"
+                      << left << "\n--- instead of:\n"
                       << *allowed.begin();
     }
     // `first` after its path, and at every moment of it one of `seconds`, by turns.
-    void pressAtEachMoment(const Steps& path, const Press& first,
-                           const std::vector<Press>& seconds)
+    void pressAtEachMoment(const Steps& path, const Press& first, const std::vector<Press>& seconds)
     {
         Plan plan{path, {}, 0};
         plan.steps.push_back(first);
@@ -197,16 +200,32 @@ struct Command {
     std::vector<Way> ways;
 };
 
-const Command kCommands[] = {
-    {"comMailRead", kButton},   {"cmdAddrDel", kButton},         {"comMailDel", kButton},
-    {"comSendMail", kButton},   {"comEnd", kButton},             {"lstNameOrAddr", kList},
-    {"lstSubject", kList},      {"lblNameOrAddr", {Way::Mouse}}, {"memExport", kEntry},
-    {"memInport", kEntry},      {"memDBEdit", kEntry},           {"memEnd", kEntry},
-    {"memNomalDisp", kEntry},   {"memBackUp_FileEdit", kEntry},  {"memBackUp_FileSelect", kEntry},
-    {"memFriend_F", kEntry},    {"memFriend_P", kEntry},         {"memFriend_A", kEntry},
-    {"memAddressAdd", kEntry},  {"memFriendEd", kEntry},         {"memFilter", kEntry},
-    {"memFilterGo", kEntry},    {"memEnv", kEntry},              {"memNameOrAddr", kEntry},
-    {"memHelp", kEntry},        {"memVar", kEntry}};
+const Command kCommands[] = {{"comMailRead", kButton},
+                             {"cmdAddrDel", kButton},
+                             {"comMailDel", kButton},
+                             {"comSendMail", kButton},
+                             {"comEnd", kButton},
+                             {"lstNameOrAddr", kList},
+                             {"lstSubject", kList},
+                             {"lblNameOrAddr", {Way::Mouse}},
+                             {"memExport", kEntry},
+                             {"memInport", kEntry},
+                             {"memDBEdit", kEntry},
+                             {"memEnd", kEntry},
+                             {"memNomalDisp", kEntry},
+                             {"memBackUp_FileEdit", kEntry},
+                             {"memBackUp_FileSelect", kEntry},
+                             {"memFriend_F", kEntry},
+                             {"memFriend_P", kEntry},
+                             {"memFriend_A", kEntry},
+                             {"memAddressAdd", kEntry},
+                             {"memFriendEd", kEntry},
+                             {"memFilter", kEntry},
+                             {"memFilterGo", kEntry},
+                             {"memEnv", kEntry},
+                             {"memNameOrAddr", kEntry},
+                             {"memHelp", kEntry},
+                             {"memVar", kEntry}};
 
 std::string nameOf(const testing::TestParamInfo<Command>& info)
 {
@@ -243,7 +262,7 @@ TEST_F(SecondPressTest, TheCloseBox)
 
 // A dialog that loads isn't modal yet; a mail that is written to a friend and a
 // name that is asked for leave the commands on.
-const Command kBeginning[] = {{"memFilter", {}},   {"memFriend_A", {}}, {"memEnv", {}},
+const Command kBeginning[] = {{"memFilter", {}},     {"memFriend_A", {}}, {"memEnv", {}},
                               {"memAddressAdd", {}}, {"memFilterGo", {}}, {"comSendMail", {}},
                               {"lstNameOrAddr", {}}};
 
@@ -338,7 +357,8 @@ TEST_F(SecondPressTest, AnotherButtonOfTheDisplayOrder)
                                      {"frmFilterDspChenge", kCloseBox},
                                      {kMain, "comEnd", Way::Call}};
     for (const char* first : {"cmdAllUp", "cmdApply", "cmdOK", "cmdCancel"})
-        pressAtEachMoment({{kMain, "memFilter"}, {"frmFilter", "cmdDspChenge"},
+        pressAtEachMoment({{kMain, "memFilter"},
+                           {"frmFilter", "cmdDspChenge"},
                            {"frmFilterDspChenge", "cmdAllUp"}},
                           {"frmFilterDspChenge", first}, inOrder);
 }

@@ -9,14 +9,15 @@
 // Fill the archive with `store(mail(...))`, `addFriend`, `addFilter`; look at
 // it with `rows`, `column` and `value`. Every look opens the file itself.
 #pragma once
+#include "app/converter_library.h"
+#include "app/database.h"
+#include "app/program_end.h"
+#include "app/settings.h"
+#include "app/state.h"
 #include "platform/dao/dao.h"
 #include "platform/runtime/paths.h"
 #include "platform/runtime/text_files.h"
 #include "platform/system/files.h"
-#include "shell/base/converter_library.h"
-#include "shell/base/general.h"
-#include "shell/base/settings.h"
-#include "shell/base/state.h"
 #include "store/known_tables.h"
 #include "store/table_create.h"
 #include "support/msg_box_script.h"

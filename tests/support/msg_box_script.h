@@ -7,7 +7,7 @@
 // A box that wasn't foreseen fails the test and is answered No, Cancel or OK; an
 // expected box that never came fails it at the end. Without a title any does.
 #pragma once
-#include "platform/forms/msg_box.h"
+#include "platform/runtime/msg_box.h"
 
 #include <gtest/gtest.h>
 

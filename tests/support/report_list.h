@@ -7,7 +7,7 @@
 // Any other box is gathered as "title: text". Questions are answered No unless
 // told otherwise.
 #pragma once
-#include "platform/forms/msg_box.h"
+#include "platform/runtime/msg_box.h"
 
 #include <string>
 #include <utility>

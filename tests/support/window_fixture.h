@@ -1,12 +1,15 @@
 // An archive with the main window really on the (offscreen) screen, its lists
 // answering to their clicks, and boxes that report failures.
 #pragma once
+#include "app/database.h"
+#include "app/settings.h"
+#include "app/state.h"
 #include "browse/navigator.h"
 #include "browse/subject_list.h"
-#include "platform/forms/do_events.h"
 #include "platform/forms/events.h"
-#include "shell/base/frm_tolvek.h"
+#include "platform/runtime/do_events.h"
 #include "support/archive_fixture.h"
+#include "window/frm_tolvek.h"
 
 namespace tolvek::test {
 

@@ -6,7 +6,7 @@
 //
 // What `look` throws is a failure of that yield.
 #pragma once
-#include "platform/forms/yield_hook.h"
+#include "platform/runtime/yield_hook.h"
 
 #include <functional>
 

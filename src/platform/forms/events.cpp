@@ -1,7 +1,8 @@
 #include "platform/forms/events.h"
+
 #include "platform/forms/fonts.h"
-#include "platform/forms/msg_box.h"
 #include "platform/forms/wait_scope.h"
+#include "platform/runtime/msg_box.h"
 
 #include <QApplication>
 

@@ -1,11 +1,13 @@
 #include "platform/forms/form.h"
-#include "platform/forms/do_events.h"
+
 #include "platform/forms/events.h"
 #include "platform/forms/form_window.h"
 #include "platform/forms/input_hold.h"
-#include "platform/forms/msg_box.h"
+#include "platform/forms/on_screen.h"
 #include "platform/forms/screen.h"
 #include "platform/forms/wait_scope.h"
+#include "platform/runtime/do_events.h"
+#include "platform/runtime/msg_box.h"
 #include "platform/runtime/runtime_error.h"
 
 #include <QApplication>
@@ -22,6 +24,13 @@
 namespace tolvek {
 
 namespace {
+
+// Whoever has a form has boxes and yields on the screen.
+[[maybe_unused]] const bool isOnScreen = [] {
+    showBoxesOnTheScreen();
+    yieldToTheScreen();
+    return true;
+}();
 
 std::vector<Form*>& loadedForms()
 {

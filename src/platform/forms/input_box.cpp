@@ -1,9 +1,10 @@
 #include "platform/forms/input_box.h"
+
 #include "platform/forms/entry_filter.h"
 #include "platform/forms/events.h"
-#include "platform/forms/msg_box.h"
 #include "platform/forms/qt_text.h"
 #include "platform/forms/wait_scope.h"
+#include "platform/runtime/msg_box.h"
 
 #include <QApplication>
 #include <QDialog>

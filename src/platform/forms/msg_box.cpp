@@ -1,5 +1,6 @@
-#include "platform/forms/msg_box.h"
+#include "platform/runtime/msg_box.h"
 #include "platform/forms/events.h"
+#include "platform/forms/on_screen.h"
 #include "platform/forms/qt_text.h"
 #include "platform/forms/wait_scope.h"
 
@@ -11,9 +12,6 @@
 namespace tolvek {
 
 namespace {
-
-MsgBoxHandler msgBoxHandler;
-std::function<void()> beforeWaitHook;
 
 class MessageBox : public QMessageBox {
 public:
@@ -80,27 +78,9 @@ MsgAnswer showBox(const MsgBoxRequest& request)
 
 }
 
-void setMsgBoxHandler(MsgBoxHandler handler)
+void showBoxesOnTheScreen()
 {
-    msgBoxHandler = std::move(handler);
-}
-
-void setBeforeWait(std::function<void()> hook)
-{
-    beforeWaitHook = std::move(hook);
-}
-
-void beforeWait()
-{
-    if (beforeWaitHook) beforeWaitHook();
-}
-
-MsgAnswer MsgBox(TextView text, MsgButtons buttons, TextView title, MsgIcon icon,
-                 MsgAnswer defaultAnswer)
-{
-    beforeWait();
-    const MsgBoxRequest request{Text(text), buttons, Text(title), icon, defaultAnswer};
-    return msgBoxHandler ? msgBoxHandler(request) : showBox(request);
+    setMsgBoxScreen(showBox);
 }
 
 }

@@ -1,9 +1,9 @@
 #include "platform/forms/send_keys.h"
 
-#include "platform/forms/do_events.h"
 #include "platform/forms/events.h"
 #include "platform/forms/input_hold.h"
 #include "platform/forms/qt_text.h"
+#include "platform/runtime/do_events.h"
 #include "platform/runtime/key_notation.h"
 #include "platform/runtime/runtime_error.h"
 #include "platform/system/desktop.h"

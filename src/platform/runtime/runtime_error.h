@@ -2,7 +2,7 @@
 // that this system's routines compare with, and the text the user sees for it.
 //
 // Thrown by runtime, dao and forms and by checked 16-bit arithmetic. The logic
-// above answers it in exactly two ways (see shell/base/guard.h).
+// above answers it in exactly two ways (see app/guard.h).
 #pragma once
 #include <cstddef>
 #include <exception>

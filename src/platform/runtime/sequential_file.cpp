@@ -13,7 +13,7 @@ constexpr char kEndOfText = '\x1a';
 
 }
 
-std::size_t InputFile::readPiece()
+std::size_t MappedInput::readPiece()
 {
     try {
         return file_.read(piece_.data(), kPieceSize);
@@ -24,7 +24,7 @@ std::size_t InputFile::readPiece()
     }
 }
 
-bool InputFile::readMore()
+bool MappedInput::readMore()
 {
     if (ended_) return false;
     buffer_.erase(0, std::exchange(position_, 0));
@@ -38,19 +38,19 @@ bool InputFile::readMore()
     return buffer_.size() > before;
 }
 
-bool InputFile::have(std::size_t count)
+bool MappedInput::have(std::size_t count)
 {
     while (rest().size() < count)
         if (!readMore()) return false;
     return true;
 }
 
-bool InputFile::isNext(std::string_view bytes)
+bool MappedInput::isNext(std::string_view bytes)
 {
     return have(bytes.size()) && rest().starts_with(bytes);
 }
 
-std::size_t InputFile::lengthUpTo(std::string_view stops)
+std::size_t MappedInput::lengthUpTo(std::string_view stops)
 {
     std::size_t searched = 0;
     for (;;) {
@@ -62,7 +62,7 @@ std::size_t InputFile::lengthUpTo(std::string_view stops)
     }
 }
 
-std::string_view InputFile::upTo(std::string_view stops)
+std::string_view MappedInput::upTo(std::string_view stops)
 {
     const std::size_t length = lengthUpTo(stops); // may read, and so move what is there
     const std::string_view bytes = rest().substr(0, length);
@@ -70,7 +70,7 @@ std::string_view InputFile::upTo(std::string_view stops)
     return bytes;
 }
 
-std::string_view InputFile::line()
+std::string_view MappedInput::line()
 {
     const std::size_t length = lengthUpTo("\r");
     have(length + 2); // a reading for the LF would move what is handed out
@@ -80,7 +80,7 @@ std::string_view InputFile::line()
     return bytes;
 }
 
-void InputFile::dropDelimiter()
+void MappedInput::dropDelimiter()
 {
     if (isNext("\r\n"))
         take(2);

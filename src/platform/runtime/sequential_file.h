@@ -15,9 +15,9 @@ namespace tolvek {
 // A byte 1A is its end, and so is a failed read: what stands after a gap can't be
 // told from what stands before it, and a reader that asks for the end would ask
 // for ever. What it hands out is valid until the next call.
-class InputFile {
+class MappedInput {
 public:
-    explicit InputFile(const Path& path) : file_(path, OpenFile::Mode::Read) {}
+    explicit MappedInput(const Path& path) : file_(path, OpenFile::Mode::Read) {}
 
     bool atEnd() { return !have(1); }
     bool isNext(std::string_view bytes);

@@ -16,7 +16,7 @@ namespace {
 constexpr int kLastNumber = 255;
 constexpr std::string_view kWideBlank = "\x81\x40"; // U+3000
 
-using Slot = std::variant<std::monostate, InputFile, OutputFile>;
+using Slot = std::variant<std::monostate, MappedInput, OutputFile>;
 
 bool isOpen(const Slot& slot)
 {
@@ -72,7 +72,7 @@ Text decoded(std::string_view bytes)
     return isAscii(bytes) ? Text(bytes.begin(), bytes.end()) : fromAnsi(bytes);
 }
 
-void skipBlanks(InputFile& file)
+void skipBlanks(MappedInput& file)
 {
     for (;;) {
         if (file.isNext(" ") || file.isNext("\t"))
@@ -85,7 +85,7 @@ void skipBlanks(InputFile& file)
 }
 
 // Before every item: what is left must be more than blanks.
-void beginItem(InputFile& file)
+void beginItem(MappedInput& file)
 {
     skipBlanks(file);
     if (file.atEnd()) throw RuntimeError(62);
@@ -93,7 +93,7 @@ void beginItem(InputFile& file)
 
 // What stands between the closing quote and the next delimiter is left for the
 // next item, as the platform leaves it.
-Text quotedItem(InputFile& file)
+Text quotedItem(MappedInput& file)
 {
     file.take(1);
     Text item = decoded(file.upTo("\""));
@@ -102,7 +102,7 @@ Text quotedItem(InputFile& file)
     return item;
 }
 
-Text plainItem(InputFile& file)
+Text plainItem(MappedInput& file)
 {
     Text item = rtrim(decoded(file.upTo(",\r")));
     file.dropDelimiter();
@@ -110,7 +110,7 @@ Text plainItem(InputFile& file)
 }
 
 // The text of a number; blanks between it and its delimiter belong to neither.
-Text numberItem(InputFile& file)
+Text numberItem(MappedInput& file)
 {
     beginItem(file);
     Text item = decoded(file.upTo(" \t,\r"));
@@ -122,7 +122,7 @@ Text numberItem(InputFile& file)
 
 template <class Number> Number inputNumber(int number, Number (*convert)(TextView))
 {
-    Text item = asFileError([&] { return numberItem(openFile<InputFile>(number)); });
+    Text item = asFileError([&] { return numberItem(openFile<MappedInput>(number)); });
     try {
         return convert(item);
     } catch (const RuntimeError& error) {
@@ -148,7 +148,7 @@ Int16 freeFile()
 
 void openForInput(TextView path, Int16 number)
 {
-    openAs<InputFile>(existingPath(path), number);
+    openAs<MappedInput>(existingPath(path), number);
 }
 
 void openForOutput(TextView path, Int16 number)
@@ -160,12 +160,12 @@ void openForOutput(TextView path, Int16 number)
 
 bool endOfFile(Int16 number)
 {
-    return asFileError([&] { return openFile<InputFile>(number).atEnd(); });
+    return asFileError([&] { return openFile<MappedInput>(number).atEnd(); });
 }
 
 Text lineInput(Int16 number)
 {
-    InputFile& file = openFile<InputFile>(number);
+    MappedInput& file = openFile<MappedInput>(number);
     return asFileError([&] {
         if (file.atEnd()) throw RuntimeError(62);
         return decoded(file.line());
@@ -174,7 +174,7 @@ Text lineInput(Int16 number)
 
 Text inputText(Int16 number)
 {
-    InputFile& file = openFile<InputFile>(number);
+    MappedInput& file = openFile<MappedInput>(number);
     return asFileError([&] {
         beginItem(file);
         return file.isNext("\"") ? quotedItem(file) : plainItem(file);

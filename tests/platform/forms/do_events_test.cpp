@@ -1,4 +1,4 @@
-#include "platform/forms/do_events.h"
+#include "platform/runtime/do_events.h"
 
 #include <QCoreApplication>
 #include <QPointer>

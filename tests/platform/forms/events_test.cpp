@@ -1,6 +1,6 @@
 #include "platform/forms/buttons.h"
-#include "platform/forms/do_events.h"
 #include "platform/forms/events.h"
+#include "platform/runtime/do_events.h"
 #include "support/msg_box_script.h"
 #include "support/screen_driver.h"
 #include "test_form.h"

@@ -1,12 +1,11 @@
-#include "platform/forms/input_hold.h"
-
 #include "platform/forms/buttons.h"
-#include "platform/forms/do_events.h"
 #include "platform/forms/events.h"
-#include "platform/forms/msg_box.h"
+#include "platform/forms/input_hold.h"
 #include "platform/forms/text_box.h"
 #include "platform/forms/timer.h"
 #include "platform/forms/wait_scope.h"
+#include "platform/runtime/do_events.h"
+#include "platform/runtime/msg_box.h"
 #include "support/queued_press.h"
 #include "test_form.h"
 
@@ -62,9 +61,9 @@ protected:
     {
         const QPointF pos = widget.rect().center();
         for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease})
-            QCoreApplication::postEvent(
-                &widget, new QMouseEvent(type, pos, widget.mapToGlobal(pos), Qt::LeftButton,
-                                         Qt::LeftButton, Qt::NoModifier));
+            QCoreApplication::postEvent(&widget, new QMouseEvent(type, pos, widget.mapToGlobal(pos),
+                                                                 Qt::LeftButton, Qt::LeftButton,
+                                                                 Qt::NoModifier));
     }
     // Every way in which the buttons and the entry may be reached.
     void pressAll()

@@ -1,4 +1,4 @@
-#include "platform/forms/msg_box.h"
+#include "platform/runtime/msg_box.h"
 #include "support/msg_box_script.h"
 #include "test_form.h"
 

@@ -29,7 +29,7 @@ void requireDistinctPages(std::vector<JetFile::Entry> tables)
 
 }
 
-JetFile::JetFile(const InputFile& input)
+JetFile::JetFile(const MappedInput& input)
     : handle_(mdb_open_buffer(input.bytes(), input.size(), MDB_NOFLAGS), mdb_close),
       size_(input.size())
 {

@@ -4,7 +4,7 @@
 //
 // Everything that isn't sound is Damage.
 #pragma once
-#include "platform/dao/jet_reader/input_file.h"
+#include "platform/system/mapped_input.h"
 
 #include <cstdint>
 #include <functional>
@@ -18,7 +18,7 @@ namespace tolvek::jet {
 
 class JetFile {
 public:
-    explicit JetFile(const InputFile& input); // of a form the library refuses: NotUnderstood
+    explicit JetFile(const MappedInput& input); // of a form the library refuses: NotUnderstood
 
     struct Entry {
         std::string name;

@@ -2,7 +2,7 @@
 // (see stream_format.h). A program of its own, because a damaged file may do
 // anything to the library: crash it, hang it, eat all memory, or turn it against
 // its user. So the process can open nothing any more when it first looks at it.
-#include "platform/dao/jet_reader/complaints.h"
+#include "platform/system/captured_errors.h"
 #include "platform/dao/jet_reader/damage.h"
 #include "platform/dao/jet_reader/values.h"
 #include "platform/system/lock_down.h"
@@ -49,7 +49,7 @@ void tellTable(JetFile& file, const JetFile::Entry& entry, StreamWriter& to)
     });
 }
 
-void tellFile(const InputFile& input, const Complaints& complaints, StreamWriter& to)
+void tellFile(const MappedInput& input, const CapturedErrors& complaints, StreamWriter& to)
 {
     JetFile file(input);
     for (const JetFile::Entry& entry : file.userTables()) {
@@ -61,7 +61,7 @@ void tellFile(const InputFile& input, const Complaints& complaints, StreamWriter
     to.flush();
 }
 
-int told(const InputFile& input, const Complaints& complaints, StreamWriter& to)
+int told(const MappedInput& input, const CapturedErrors& complaints, StreamWriter& to)
 {
     if (!input.isReadable()) return kNoInput;
     try {
@@ -79,8 +79,8 @@ int run()
 {
     settleEnvironment();
     loadConversions();
-    const InputFile input;
-    const Complaints complaints;
+    const MappedInput input;
+    const CapturedErrors complaints;
     StreamWriter result(kResult);
     lockDown();
     result.item(Item::Hello, kHello);

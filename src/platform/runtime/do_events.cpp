@@ -1,0 +1,54 @@
+#include "platform/runtime/do_events.h"
+
+#include "platform/runtime/yield_hook.h"
+
+#include <chrono>
+#include <utility>
+
+namespace tolvek {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+constexpr std::chrono::milliseconds kTurnEvery{5};
+
+constinit EventLoop eventLoop{[] { return true; }, [] {}};
+constinit Clock::time_point lastTurn{};
+
+std::function<void()>& yieldHook()
+{
+    static std::function<void()> hook;
+    return hook;
+}
+
+// Counted from the turn's end, or a slow turn would be followed by another.
+struct TurnEnd {
+    ~TurnEnd() { lastTurn = Clock::now(); }
+};
+
+}
+
+void setEventLoop(const EventLoop& loop)
+{
+    eventLoop = loop;
+}
+
+void DoEventsNow()
+{
+    if (!eventLoop.isRunning()) return;
+    if (const auto hook = yieldHook()) hook(); // which may take itself away
+    const TurnEnd end;
+    eventLoop.turn();
+}
+
+void DoEvents()
+{
+    if (yieldHook() || Clock::now() - lastTurn >= kTurnEvery) DoEventsNow();
+}
+
+void setYieldHook(std::function<void()> hook)
+{
+    yieldHook() = std::move(hook);
+}
+
+}

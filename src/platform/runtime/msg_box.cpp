@@ -1,0 +1,61 @@
+#include "platform/runtime/msg_box.h"
+
+#include "platform/runtime/runtime_error.h"
+
+#include <utility>
+
+namespace tolvek {
+
+namespace {
+
+constinit MsgBoxScreen msgBoxScreen = nullptr;
+
+MsgBoxHandler& msgBoxHandler()
+{
+    static MsgBoxHandler handler;
+    return handler;
+}
+
+std::function<void()>& beforeWaitHook()
+{
+    static std::function<void()> hook;
+    return hook;
+}
+
+MsgAnswer shown(const MsgBoxRequest& request)
+{
+    if (!msgBoxScreen) throw RuntimeError(51, u"内部エラーです。(" + request.text + u")", nullptr);
+    return msgBoxScreen(request);
+}
+
+}
+
+void setMsgBoxScreen(MsgBoxScreen screen)
+{
+    msgBoxScreen = screen;
+}
+
+void setMsgBoxHandler(MsgBoxHandler handler)
+{
+    msgBoxHandler() = std::move(handler);
+}
+
+void setBeforeWait(std::function<void()> hook)
+{
+    beforeWaitHook() = std::move(hook);
+}
+
+void beforeWait()
+{
+    if (beforeWaitHook()) beforeWaitHook()();
+}
+
+MsgAnswer MsgBox(TextView text, MsgButtons buttons, TextView title, MsgIcon icon,
+                 MsgAnswer defaultAnswer)
+{
+    beforeWait();
+    const MsgBoxRequest request{Text(text), buttons, Text(title), icon, defaultAnswer};
+    return msgBoxHandler() ? msgBoxHandler()(request) : shown(request);
+}
+
+}

@@ -1,0 +1,115 @@
+#include "shell/delete_commands.h"
+
+#include "app/guard.h"
+#include "app/settings.h"
+#include "app/state.h"
+#include "browse/delete_mail.h"
+#include "browse/navigator.h"
+#include "browse/subject_list.h"
+#include "filter/filter_results.h"
+#include "filter/filter_rules.h"
+#include "platform/runtime/msg_box.h"
+#include "store/search_tables.h"
+#include "window/frm_tolvek.h"
+#include "window/status.h"
+
+namespace tolvek {
+
+namespace {
+
+constexpr TextView kQuestions[] = {
+    u"選択されているアドレスのメールを削除します",
+    u"選択されている方のメールを削除します",
+    u"選択されている日付のメールを削除します",
+    u"選択されている抽出条件のメールを削除します",
+};
+
+bool isFilterView()
+{
+    return gDisplayType < 0 || gDisplayType > 2;
+}
+
+// The line feed stands before the carriage return. No is the answer of Enter.
+bool isConfirmed(const ResumeNext& on, TextView question)
+{
+    MsgAnswer answer = MsgAnswer::No;
+    on([&] {
+        answer = MsgBox(Text(question) + u"\n\r     よろしいでしょうか？", MsgButtons::YesNo,
+                        kApplicationTitle, MsgIcon::None, MsgAnswer::No);
+    });
+    return answer == MsgAnswer::Yes;
+}
+
+void showStatus(const ResumeNext& on, frmTolvek& form)
+{
+    on([] {
+        setStatusLines(u"Ｔｏｌｖｅｋ の ", u"　データベースを整理しています。",
+                       u"　少々お待ちください。", u"", u"", u"");
+    });
+    on([] { gBusyFlag = -1; });
+    on([&] { dspStatus(form, true, gStatusLines); });
+}
+
+void emptyMailPane(const ResumeNext& on, frmTolvek& form)
+{
+    on([&] { form.txtMail->setText({}); });
+    on([&] { form.lblHead->setCaption({}); });
+}
+
+// The refilled navigator has nothing selected, so its text is empty and the
+// subject list becomes so too.
+void relist(const ResumeNext& on, frmTolvek& form)
+{
+    on([] { tblFilter_Get(); });
+    on([] { tblFilterData_Sel(); });
+    on([&] { dspSelData(form); });
+    on([&] { dspSubject(form, form.lstNameOrAddr->Text()); });
+}
+
+void endDeleting(const ResumeNext& on, frmTolvek& form)
+{
+    endWork(on, form);
+    on([&] { form.comMailRead->SetFocus(); });
+}
+
+void deleteEntry(frmTolvek& form)
+{
+    if (isFilterView())
+        delFilter(form.lstNameOrAddr->ListIndex());
+    else
+        delMail(gDisplayType, form.lstNameOrAddr->Text());
+}
+
+}
+
+void comMailDel_Click(frmTolvek& form)
+{
+    const ResumeNext on{u"comMailDel_Click"};
+    if (form.lstSubject->SelCount() == 0) return;
+    if (!isConfirmed(on, u"選択されているメールを削除します")) return;
+    showStatus(on, form);
+    on([&] { dspEnable(form, false, 0); });
+    emptyMailPane(on, form);
+    on([&] { delOneMail(form.lstSubject->ListIndex()); });
+    relist(on, form);
+    endDeleting(on, form);
+}
+
+// Here the mails are gone before the status text comes up.
+void cmdAddrDel_Click(frmTolvek& form)
+{
+    const ResumeNext on{u"cmdAddrDel_Click"};
+    if (form.lstNameOrAddr->SelCount() == 0) return;
+    if (!isConfirmed(on, kQuestions[isFilterView() ? 3 : int(gDisplayType)])) return;
+    on([&] { dspEnable(form, false, 0); });
+    on([&] { deleteEntry(form); });
+    showStatus(on, form);
+    emptyMailPane(on, form);
+    on([&] { form.lstSubject->Clear(); });
+    on([] { edSearch_Name(); });
+    on([] { edSearch_Addr(); });
+    relist(on, form);
+    endDeleting(on, form);
+}
+
+}

@@ -1,0 +1,78 @@
+#include "shell/filter_commands.h"
+
+#include "app/guard.h"
+#include "app/settings.h"
+#include "app/state.h"
+#include "browse/navigator.h"
+#include "filter/filter_results.h"
+#include "filter/filter_rules.h"
+#include "filter/frm_filter.h"
+#include "platform/forms/input_hold.h"
+#include "window/frm_tolvek.h"
+#include "window/status.h"
+
+namespace tolvek {
+
+namespace {
+
+constexpr int kLastOtherType = 2; // 0 to 2 list no rules, any other value does
+
+bool rulesListed()
+{
+    return gDisplayType < 0 || gDisplayType > kLastOtherType;
+}
+
+void takeEdit(const ResumeNext& on, frmTolvek& form)
+{
+    on([] { tblFilter_UpDate(); });
+    on([&] { memFilterGo_Click(form); });
+}
+
+// The editor has read the rules anew, and may have stored some before the
+// Cancel: titles left standing would lead to the mails of other rules.
+void dropEdit(const ResumeNext& on, frmTolvek& form)
+{
+    const InputHold hold; // the lists are refilled while the commands are on
+    on([] { gEditCancel = 0; });
+    if (rulesListed()) on([&] { dspSelData(form); });
+}
+
+}
+
+// Rules that couldn't be read whole aren't written, however the editor is left.
+void memFilter_Click(frmTolvek& form, frmFilter& editor)
+{
+    if (editor.Loaded()) return;
+    const ResumeNext on{u"memFilter_Click"};
+    on([] { gEditCancel = 0; });
+    on([&] { editor.ShowModal(&form); });
+    emptyPanes(on, form);
+    if (gEditCancel == 0 && gFilterRulesWhole)
+        takeEdit(on, form);
+    else
+        dropEdit(on, form);
+    on([&] { form.comMailRead->SetFocus(); });
+}
+
+// The filter titles are listed first whatever is on display: that reads the
+// rules anew. The list of the display type then takes their place.
+void memFilterGo_Click(frmTolvek& form)
+{
+    const ResumeNext on{u"memFilterGo_Click"};
+    on([] {
+        setStatusLines(u"　振り分け処理を行っています。", u"　少々お待ちください。", u"", u"", u"",
+                       u"");
+    });
+    on([] { gBusyFlag = -1; });
+    on([&] { dspStatus(form, true, gStatusLines); });
+    emptyPanes(on, form);
+    on([] { gBusyFlag = -1; });
+    on([&] { dspEnable(form, false, 0); });
+    on([] { tblFilterData_Sel(); });
+    on([&] { dspSearch_Filter(form); });
+    on([&] { dspSelData(form); });
+    endWork(on, form);
+    on([&] { form.comMailRead->SetFocus(); });
+}
+
+}

@@ -1,0 +1,146 @@
+// The layers as they are in the sources, against the picture in docs/architecture.md:
+// an include of a header that its folder may not know doesn't fail the build, because
+// a library's headers are seen by whoever links it from above or below.
+#include "support/test_data.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <regex>
+#include <set>
+#include <sstream>
+#include <string>
+
+namespace tolvek::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+using Rooms = std::set<std::string>;
+using Arrows = std::map<std::string, Rooms>; // from a folder to those that it uses
+
+const fs::path kSources = fs::path(TOLVEK_CHECKOUT) / "src";
+const char* const kToolkit = "Qt";
+
+std::string contents(const fs::path& path)
+{
+    std::ostringstream text;
+    text << std::ifstream(path).rdbuf();
+    return text.str();
+}
+
+// The folder of src that a path below it belongs to: the reader of Jet files and
+// the systems are folders in their own right, platform is none.
+std::string roomOf(const std::string& path)
+{
+    std::string room;
+    for (const char* const name :
+         {"platform/system", "platform/runtime", "platform/dao", "platform/dao/jet_reader",
+          "platform/forms", "converter", "app", "store", "filter", "reply", "friend", "import",
+          "dialogs", "window", "browse", "shell"})
+        if (path.starts_with(std::string(name) + "/") && std::string(name).size() > room.size())
+            room = name;
+    return room;
+}
+
+std::vector<fs::path> sourceFiles()
+{
+    std::vector<fs::path> files;
+    for (const auto& entry : fs::recursive_directory_iterator(kSources))
+        if (entry.path().extension() == ".h" || entry.path().extension() == ".cpp")
+            files.push_back(entry.path());
+    return files;
+}
+
+// Each include of a file: group 1 is what stands in quotes, group 2 what stands
+// in angle brackets.
+template <class Look> void eachInclude(const fs::path& file, Look look)
+{
+    static const std::regex kInclude("#include (?:\"([^\"]+)\"|<([^>]+)>)");
+    const std::string text = contents(file);
+    for (std::sregex_iterator found(text.begin(), text.end(), kInclude), end; found != end; ++found)
+        look(found->str(1), found->str(2));
+}
+
+Arrows arrowsInTheSources()
+{
+    Arrows arrows;
+    for (const fs::path& file : sourceFiles()) {
+        const std::string room = roomOf(fs::relative(file, kSources).string());
+        EXPECT_NE(room, "") << file << " is in no folder of the picture";
+        Rooms& used = arrows[room];
+        eachInclude(file, [&](const std::string& ours, const std::string& others) {
+            if (others.starts_with("Q")) used.insert(kToolkit);
+            if (const std::string to = roomOf(ours); !to.empty() && to != room) used.insert(to);
+        });
+    }
+    return arrows;
+}
+
+// The table in the documentation: `folder -> folder folder`, the way it is printed.
+Arrows arrowsInThePicture()
+{
+    Arrows arrows;
+    const std::string page = contents(fs::path(TOLVEK_CHECKOUT) / "docs/architecture.md");
+    const std::regex line("\n([a-z/_]+) ->([^\n]*)");
+    for (std::sregex_iterator found(page.begin(), page.end(), line), end; found != end; ++found) {
+        std::istringstream words(found->str(2));
+        for (std::string word; words >> word;)
+            arrows[found->str(1)].insert(word);
+        arrows[found->str(1)];
+    }
+    return arrows;
+}
+
+TEST(LayersTest, AreThoseOfTheArchitecturePage)
+{
+    const Arrows real = arrowsInTheSources(), picture = arrowsInThePicture();
+    for (const auto& [room, used] : real) {
+        ASSERT_TRUE(picture.contains(room)) << room << " is missing in the table";
+        EXPECT_EQ(used, picture.at(room)) << room;
+    }
+    EXPECT_EQ(real.size(), picture.size());
+}
+
+// A folder is above all that it uses.
+bool standsOn(const Arrows& arrows, const std::string& upper, const std::string& lower)
+{
+    if (upper == lower) return true;
+    const auto used = arrows.find(upper);
+    return used != arrows.end() && std::ranges::any_of(used->second, [&](const std::string& next) {
+               return standsOn(arrows, next, lower);
+           });
+}
+
+TEST(LayersTest, HaveNoCircle)
+{
+    const Arrows picture = arrowsInThePicture();
+    for (const auto& [room, used] : picture)
+        for (const std::string& lower : used)
+            ASSERT_FALSE(standsOn(picture, lower, room)) << room << " and " << lower;
+}
+
+TEST(LayersTest, OnlyBrowseWindowAndShellSeeTheMainWindow)
+{
+    for (const auto& [room, used] : arrowsInThePicture())
+        EXPECT_EQ(used.contains("window"), room == "browse" || room == "shell") << room;
+}
+
+// What only one system has is behind the system layer's headers.
+TEST(LayersTest, TheSystemsOwnHeadersStayInItsFolder)
+{
+    const std::regex systems("sys/.*|linux/.*|X11/.*|windows\\.h|unistd\\.h|fcntl\\.h|dlfcn\\.h|"
+                             "poll\\.h|pthread\\.h|signal\\.h|seccomp\\.h|spawn\\.h|pwd\\.h");
+    for (const fs::path& file : sourceFiles()) {
+        if (file.string().find("/system/linux/") != std::string::npos) continue;
+        eachInclude(file, [&](const std::string&, const std::string& others) {
+            EXPECT_FALSE(std::regex_match(others, systems)) << file << " includes " << others;
+        });
+    }
+}
+
+}
+}
