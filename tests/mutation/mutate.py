@@ -27,19 +27,19 @@ PROJECT = pathlib.Path(__file__).resolve().parents[2]
 MEMORY = '/dev/shm' if os.path.isdir('/dev/shm') else None
 # Folder: what is linked anew with a change, and the test programs, the nearest first.
 FOLDERS = {
-    'src/store': ('tolvek_store', ['store/store_test', 'shell/shell_test']),
-    'src/import': ('tolvek_import', ['import/tolvek_import_tests', 'shell/shell_test']),
-    'src/browse': ('tolvek_browse', ['browse/tolvek_browse_tests', 'shell/shell_test']),
-    'src/filter': ('tolvek_filter', ['filter/filter_test', 'shell/shell_test']),
-    'src/friend': ('tolvek_friend', ['friend/friend_test', 'friend/friend_editor_test',
-                                     'shell/shell_test']),
+    'src/app': ('tolvek_app', ['app/tolvek_app_tests', 'shell/tolvek_shell_tests']),
+    'src/store': ('tolvek_store', ['store/tolvek_store_tests', 'shell/tolvek_shell_tests']),
+    'src/filter': ('tolvek_filter', ['filter/tolvek_filter_tests', 'shell/tolvek_shell_tests']),
     'src/reply': ('tolvek_reply', ['reply/tolvek_reply_tests', 'reply/tolvek_reply_screen_tests',
-                                   'shell/shell_test']),
-    'src/shell': ('tolvek_shell', ['shell/shell_test']),
-    'src/shell/base': ('tolvek_base', ['shell/base/shell_base_test', 'shell/shell_test']),
+                                   'shell/tolvek_shell_tests']),
+    'src/friend': ('tolvek_friend', ['friend/tolvek_friend_tests', 'shell/tolvek_shell_tests']),
+    'src/import': ('tolvek_import', ['import/tolvek_import_tests', 'shell/tolvek_shell_tests']),
+    'src/window': ('tolvek_window', ['window/tolvek_window_tests', 'shell/tolvek_shell_tests']),
+    'src/browse': ('tolvek_browse', ['browse/tolvek_browse_tests', 'shell/tolvek_shell_tests']),
+    'src/shell': ('tolvek_shell', ['shell/tolvek_shell_tests']),
     'src/converter': ('tolvek_converter_tests', ['converter/tolvek_converter_tests']),
-    'src/platform/dao': ('tolvek_dao', ['platform/dao/tolvek_dao_tests', 'store/store_test',
-                                        'shell/shell_test']),
+    'src/platform/dao': ('tolvek_dao', ['platform/dao/tolvek_dao_tests', 'store/tolvek_store_tests',
+                                        'shell/tolvek_shell_tests']),
 }
 
 
