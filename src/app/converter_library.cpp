@@ -27,8 +27,8 @@ RuntimeError missingExport(const char* name)
     return {453, u"DLL エントリ ポイント " + fromUtf8(name) + u" が見つかりません。", nullptr};
 }
 
-// Kept for the rest of the run once it is there; a missing one is looked for
-// again at the next call, since it may be put in place meanwhile.
+// Stays loaded for the rest of the run. A missing library is looked for again at the
+// next call, since it may have been put in place meanwhile.
 std::unique_ptr<SharedLibrary> library;
 
 SharedLibrary& loadedLibrary()
@@ -46,7 +46,7 @@ SharedLibrary& loadedLibrary()
     return *library;
 }
 
-// None when the library doesn't have it.
+// nullptr when the library doesn't export the name.
 template <class Function> Function* exportedIfAny(const char* name)
 {
     SharedLibrary& loaded = loadedLibrary();
@@ -64,7 +64,8 @@ template <class Function> Function* exported(const char* name)
     throw missingExport(name);
 }
 
-// Only this program's own library has it.
+// Only this program's own library exports it. A replacement library with the three
+// documented exports is called with fixed-size records instead.
 decltype(::Tolvek_EditFiles)* ownEdit()
 {
     return exportedIfAny<decltype(::Tolvek_EditFiles)>("Tolvek_EditFiles");
@@ -75,7 +76,7 @@ std::string pathBytes(const Text& path)
     return existingPath(cutAtNul(path)).string();
 }
 
-// The text, a NUL if there is room for it, blanks to the end.
+// The text, a NUL if there is room for it, then blanks to the end.
 template <class Record> Record filled(const std::string& bytes)
 {
     Record record;
@@ -85,7 +86,7 @@ template <class Record> Record filled(const std::string& bytes)
     return record;
 }
 
-// A cut name would be another file's name: what doesn't fit is refused.
+// A truncated path would name another file, so a path that doesn't fit is refused.
 template <class Record> Record pathRecord(const Text& path)
 {
     const std::string bytes = pathBytes(path);
@@ -103,8 +104,8 @@ void editByRecords(const Text& list, const Text& mail, const Text& temp, std::in
     call(&listFile, &mailFile, &tempFile, &count, &status);
 }
 
-// A box that can't be read is a status, and passed over. What fails for every
-// box is a failure.
+// A mail box that can't be read only sets the status, and the walk goes on. An error
+// that every box would meet, such as a full disk, is returned and thrown.
 void editByNames(decltype(::Tolvek_EditFiles)* call, const Text& list, const Text& mail,
                  const Text& temp, std::int16_t& count, std::int16_t& status)
 {
@@ -143,13 +144,14 @@ void callTolvekFriendEdit(const Text& folder, const Text& temp, Int16& count, In
     second = other;
 }
 
-// As many characters as the length says lie within twice as many bytes; the
-// caller takes them off the front.
+// The output holds `length` characters, which take at most twice as many bytes. The
+// caller cuts the result to that many characters.
 void callMailStrChange(const Text& source, Text& result, Int16& length)
 {
     auto* const call = exported<decltype(::Mail_StrChange)>("Mail_StrChange");
     auto input = filled<StrChangeRec>(ansiPrefix(source, kTextRecordSize));
     auto output = filled<StrChangeRec>({});
+    // filled() puts a NUL first when the text is empty; an output record is all blanks.
     output.bytes[0] = ' ';
     std::int16_t characters = 0;
     call(&input, &output, &characters);

@@ -16,7 +16,7 @@ void GET_RECCNT(Recordset& recordset, Int16& count)
         count = 0;
         if (recordset.NoMatch() || recordset.RecordCount() == 0) return;
         while (!recordset.Eof()) {
-            ++count; // a 16-bit integer: beyond 32767 this is the routine's own failure
+            ++count; // throws error 6 (overflow) beyond 32767
             recordset.MoveNext();
             DoEvents();
         }

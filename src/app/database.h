@@ -1,4 +1,4 @@
-// The database objects that the routines share, and the count of a recordset's rows.
+// The database objects shared by all routines, and the row count of a recordset.
 #pragma once
 #include "platform/dao/dao.h"
 #include "platform/runtime/int16.h"
@@ -6,15 +6,17 @@
 
 namespace tolvek {
 
-// Valid inside one routine only: whoever needs one opens it on gDbPath, works,
-// and closes it.
+// Valid inside one routine only: each routine opens what it needs on gDbPath and closes
+// it when it is done.
 extern Database gDb;
+// The default workspace, which runs the transactions.
 extern Workspace gWs;
+// The recordset of the routine that runs.
 extern Recordset gRs;
 extern Text gDbPath; // the live database, or the backup on display
 
-// The true number of rows; the recordset is on its first row afterwards.
-// Reports its own failures (beyond 32767 rows: error 6, gDb closed, count 32767).
+// Counts all rows; the recordset is on its first row afterwards. Reports its own
+// failures. Beyond 32767 rows that is error 6: gDb is closed and count stays 32767.
 void GET_RECCNT(Recordset& recordset, Int16& count);
 
 }

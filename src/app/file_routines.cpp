@@ -11,7 +11,7 @@ namespace tolvek {
 
 namespace {
 
-// More than `limit` names end the listing, so one name beyond it is taken.
+// The listing stops after `limit` + 1 names, as it always has.
 void takeNames(const std::vector<Text>& found, std::int32_t limit, std::vector<Text>& list,
                std::int32_t& count)
 {
@@ -41,6 +41,8 @@ void FileNameGet(const Text& folder, const Text& extension, std::int32_t limit,
     on([&] { std::sort(list.begin(), list.end(), std::greater<>()); });
 }
 
+// The folder is empty outside the classic platform; callers then skip the old settings
+// file.
 Text GetWinDir()
 {
     ResumeNext on{u"GetWinDir"};

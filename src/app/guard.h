@@ -1,23 +1,23 @@
-// The two answers to a failure, each one line at the place where it is used.
+// The two ways to handle a failure, each one line where it is used.
 //
 //     ResumeNext on{u"comMailRead_Click"};      report and go on
 //     on([&] { edFriend(); });                  one call holds one statement
 //
 //     leaveOnError(u"edSearch_Addr", [&] { ... });    report (database) and leave
 //
-// and one between them, for routines among whose statements a missing file is
-// the normal case:
+// A third one serves routines in which a missing file is expected:
 //
 //     const PassOver53 steps{u"dbCompress"};
 //     steps([&] { removeDatabase(previous); },  53: the next statement
 //           [&] { rename(); });                 any other: report (database) and leave
 //
-// Every event procedure runs under ResumeNext or PassOver53; as the outermost
-// one it also is the length of one command for the database engine.
+// Every event procedure runs under ResumeNext or PassOver53. The outermost one also
+// marks the duration of one command for the database engine, which keeps its connection
+// open until the command ends.
 //
-// What the standard library and the system layer throw is reported like the
-// platform's own errors. An exception that isn't a std::exception passes
-// through: tests leave a program's end by one.
+// Exceptions of the standard library and of the system layer are converted and reported
+// like RuntimeErrors. An exception that isn't a std::exception passes through: tests
+// use one to leave a program's end.
 #pragma once
 #include "platform/dao/dao.h"
 #include "platform/runtime/runtime_error.h"
@@ -28,11 +28,11 @@
 
 namespace tolvek {
 
-// Reports by ErrReport under `routine` and goes on with the next statement.
+// Reports a failure by ErrReport under `routine` and goes on with the next statement.
 class ResumeNext {
 public:
     explicit ResumeNext(TextView routine) : routine_(routine) {}
-    // True when the statement went through.
+    // True when the statement succeeded.
     bool operator()(const std::function<void()>& statement) const;
 
 private:
@@ -40,12 +40,12 @@ private:
     DBEngine::Session session_;
 };
 
-// Goes through the statements one by one. Error 53 passes to the next one; any
-// other is reported by ErrReportDb under `routine` and ends them.
+// Runs the statements in order. Error 53 skips to the next one. Any other error is
+// reported by ErrReportDb under `routine`, and the statements after it don't run.
 class PassOver53 {
 public:
     explicit PassOver53(TextView routine) : routine_(routine) {}
-    // False when the routine ends here.
+    // False when the routine has to end here.
     template <class... Statements> bool operator()(const Statements&... statements) const
     {
         return (passed(statements) && ...);
@@ -58,13 +58,13 @@ private:
     DBEngine::Session session_;
 };
 
-// Runs the routine's body; a failure is reported by ErrReport / ErrReportDb
-// under `routine` and ends the body. True when it went through to its end.
+// Runs the routine's body. A failure ends the body and is reported under `routine`, by
+// ErrReportDb or ErrReport. True when the body ran to its end.
 bool leaveOnError(TextView routine, const std::function<void()>& body);      // ErrReportDb
 bool leavePlainOnError(TextView routine, const std::function<void()>& body); // ErrReport
 
-// Any failure as the platform numbers it: no memory is 7, a failed file
-// operation as fileError has it, anything else an inner error, 51.
+// Converts any failure to its error number: out of memory is 7, a failed file operation
+// gets the number fileError gives it, anything else is the internal error 51.
 RuntimeError asRuntimeError(const std::exception& failure);
 
 }

@@ -13,8 +13,7 @@ namespace {
 
 std::function<void(int)> endHook;
 
-// The program ends whatever happens here; only the error stream is left to
-// hear of a failure.
+// The program ends whatever happens here, so a failure can only go to the error stream.
 template <class Step> void lastStep(const char* name, Step step)
 {
     try {
@@ -26,6 +25,8 @@ template <class Step> void lastStep(const char* name, Step step)
 
 }
 
+// The database comes first: it is the one thing that must be rolled back and closed
+// before the process goes.
 void endProgram(int code)
 {
     lastStep("DBEngine::Abandon", [] { DBEngine::Abandon(); });

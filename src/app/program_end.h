@@ -4,10 +4,10 @@
 
 namespace tolvek {
 
-// Ends the program at once, in the middle of anything: database rolled back,
-// closed and on the disk, text files closed, no destructor run.
+// Ends the program at once, from any call depth. Open transactions are rolled back, the
+// database is closed and flushed, text files are closed. No destructor runs.
 [[noreturn]] void endProgram(int code = 0);
-// Tests take the end over; the hook must throw or not return.
+// For tests: called instead of leaving the process. The hook must throw or not return.
 void setEndHook(std::function<void(int)> hook);
 
 }

@@ -14,6 +14,7 @@ namespace {
 int reportsShown = 0;
 int lastingReportsShown = 0;
 
+// Errors that would fail every later mail in the same way; see ReportWatch::lasting.
 bool isLasting(int number)
 {
     constexpr int kLasting[] = {57, 61, 75, 3024, 3027, 3343};
@@ -33,7 +34,8 @@ Text numberAndDescription(const RuntimeError& error, TextView lineEnd)
            error.description() + u"）";
 }
 
-// Nothing can be done about these two: what the box adds, and then the end.
+// The program can't recover from these two errors. Returns the explanation added to the
+// report before the program ends; empty for any other error.
 Text endingExplanation(int number)
 {
     if (number == 429)
@@ -45,7 +47,8 @@ Text endingExplanation(int number)
 
 }
 
-// The line end here is a carriage return alone, unlike in ErrReportDb.
+// Kept quirk: the lines are separated by a carriage return alone, unlike in
+// ErrReportDb.
 void ErrReport(TextView routine, const RuntimeError& error)
 {
     showReport(routine, error, numberAndDescription(error, u"\r"));
@@ -55,6 +58,7 @@ void ErrReportDb(TextView routine, const RuntimeError& error)
 {
     const Text explanation = endingExplanation(error.number());
     showReport(routine, error, numberAndDescription(error, kCrLf) + explanation);
+    // A routine that failed leaves gDb open; its caller expects it closed.
     if (!explanation.empty()) endProgram();
     gDb.Close();
 }

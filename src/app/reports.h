@@ -1,28 +1,29 @@
-// The common error report in its two forms, and the question whether a routine
-// that reports for itself has reported.
+// The common error report in its two forms, and a way to find out whether a routine
+// that reports for itself has done so.
 #pragma once
 #include "platform/runtime/runtime_error.h"
 #include "platform/runtime/text.h"
 
 namespace tolvek {
 
-// Box "エラーメッセージ (routine)" with number and description.
+// Shows the box "エラーメッセージ (routine)" with the error's number and description.
 void ErrReport(TextView routine, const RuntimeError& error);
-// The same; on 429 and 3356 the program ends, otherwise gDb is closed.
+// The same. Errors 429 and 3356 then end the program; any other closes gDb.
 void ErrReportDb(TextView routine, const RuntimeError& error);
 
-// What was reported since this was made, by whatever routine.
+// Watches the reports shown since its construction, by any routine.
 class ReportWatch {
 public:
     ReportWatch();
     bool any() const;
-    // A failure that will hold for every mail to come: the device (57), a full disk
-    // (61), no access (75), no database (3024), a read-only one (3027), a damaged
-    // one (3343). Going on would bring one box a mail, and store none.
+    // True after a failure that every later mail would meet too: device error (57),
+    // disk full (61), access denied (75), no database (3024), read-only database
+    // (3027), corrupt database (3343). Going on would show one box a mail and store
+    // nothing.
     bool lasting() const;
 
 private:
-    int any_, lasting_; // counts, as they were then
+    int any_, lasting_; // the counts at construction
 };
 
 }

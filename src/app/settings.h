@@ -1,6 +1,6 @@
-// All that the program remembers outside its database: plain fields, filled by
-// iniRead when the main window starts and written back by iniWrite when it
-// unloads. In between the fields alone are the truth.
+// Everything the program remembers outside its database: plain global fields. iniRead
+// fills them when the main window starts, iniWrite writes them when it unloads. In
+// between, only the fields count; nobody reads the file.
 #pragma once
 #include "platform/runtime/int16.h"
 #include "platform/runtime/text.h"
@@ -24,14 +24,15 @@ extern Text gMailTextFontStyle;                                    // italic fla
 extern Int16 gFriendTop, gFriendLeft, gFriendWidth, gFriendHeight; // twips
 extern CheckedArray<Int16, 6> gFriendColWidth;                     // 1 to 5, twips
 
-// The program's own version: App.Major, App.Minor, App.Revision.
+// The program's own version (App.Major, App.Minor, App.Revision on the classic
+// platform).
 inline constexpr int kAppMajor = 3;
 inline constexpr int kAppMinor = 3;
 inline constexpr int kAppRevision = 1;
 Text versionText(); // "3.3.1"
 
-// A measure of the friend editor as its fields hold it: on a very large or a
-// second screen it may lie beyond 16 bits and stops at their end.
+// Rounds a position or size of the friend editor to 16 bits. On a very large or a
+// second screen the value may lie outside that range; it is clamped.
 Int16 friendTwips(double twips);
 
 }

@@ -18,7 +18,7 @@ namespace tolvek {
 namespace {
 
 const Text kSettingsName = u"TOLVEK.ini";
-constexpr int kBufferSize = 255; // one buffer serves all reads: values end at 254 bytes
+constexpr int kBufferSize = 255; // bytes, as on the classic platform: a value has at most 254
 constexpr int kDigits = 16;
 
 constexpr TextView kEnvironment = u"Tolvek Environment";
@@ -35,6 +35,7 @@ Text readValue(const Profile& file, TextView section, TextView key, TextView fal
     return cutAtNul(file.get(section, key, fallback, kBufferSize));
 }
 
+// `fallback` stands for a missing key, `ifEmpty` for a key without a value.
 Int16 readInt16(const Profile& file, TextView section, TextView key, TextView fallback,
                 double ifEmpty)
 {
@@ -55,7 +56,7 @@ std::int32_t readInt32(const Profile& file, TextView section, TextView key, Text
     endProgram();
 }
 
-// The one key that may not be empty: every path of a read hangs on it.
+// The only key that may not be empty: every path of a read is built from it.
 void readPostPetDir(const Profile& file)
 {
     int returnedLength = 0;
@@ -75,8 +76,8 @@ void readPostPetOptions(const Profile& file)
     DoEvents();
 }
 
-// The corner comes before the size: a first start centres the window by its
-// designed size and then gives it the size below.
+// The corner is set before the size. At a first start the window is therefore centred
+// by its designed size, and only then gets the size below.
 void readPosition(const Profile& file, WindowPlacement& window)
 {
     window.setTop(readInt32(file, kPosition, u"Form Top    Position", u"",
@@ -88,7 +89,7 @@ void readPosition(const Profile& file, WindowPlacement& window)
     DoEvents();
 }
 
-// Every second character is a digit; the commas between are never looked at.
+// Every second character is a digit. The commas in between are never checked.
 void readDigits(const Profile& file, TextView key, CheckedArray<Int16, 17>& digits)
 {
     const Text value = readValue(file, kOptions, key, kNoDigits);
@@ -99,7 +100,7 @@ void readDigits(const Profile& file, TextView key, CheckedArray<Int16, 17>& digi
 void readFont(const Profile& file)
 {
     gMailTextFont = readValue(file, kFont, u"Mail Text Font", u"ＭＳ ゴシック");
-    // A missing key gives 10, an empty one 9.
+    // Kept quirk: a missing key gives 10, an empty value 9.
     gMailTextFontSize = readInt32(file, kFont, u"Mail Text Font Size", u"10", 9);
     gMailTextFontStyle = readValue(file, kFont, u"Mail Text Font Style", u"0,0");
     DoEvents();
@@ -147,7 +148,8 @@ void writeNumber(TextView section, TextView key, std::int32_t value)
 
 void writePostPetOptions()
 {
-    // Written empty, it would end every later start; the last one stays.
+    // An empty value would end every later start, so the previous one stays in the
+    // file.
     if (!trim(gPostPetDir).empty()) writeValue(kPostPet, u"PostPet Dir", gPostPetDir);
     writeValue(kPostPet, u"My Mail Addr", gMyMailAddr);
     writeValue(kPostPet, u"My Mail Handle", gMyMailHandle);
@@ -156,8 +158,8 @@ void writePostPetOptions()
     DoEvents();
 }
 
-// A maximised window's values are written like any others; a minimised one
-// leaves the last values in the file.
+// A maximised window's values are written like any others. A minimised window writes
+// none, so the file keeps the previous ones.
 void writePosition(const WindowPlacement& window)
 {
     if (window.WindowState() == 1) return;
@@ -196,10 +198,10 @@ void writeFriendEditor()
 
 }
 
-// An early version kept the file in the Windows folder. It goes from there
-// whether or not the copy was made: a file that stands beside the executable
-// already is never overwritten. The steps are the splash form's load and are
-// reported as such; gIniPath is set whatever happens to the old file.
+// An early version kept the file in the Windows folder. It is deleted there whether or
+// not the copy succeeded: a file that already is beside the executable is never
+// overwritten. The statements belong to the splash form's load and are reported under
+// that name. gIniPath is set in any case.
 void findSettingsFile()
 {
     const ResumeNext on{u"Form_Load"};
@@ -220,6 +222,8 @@ void iniRead(WindowPlacement& window)
     try {
         readAll(window);
     } catch (const std::exception&) {
+        // The exit writes all fields, also those that weren't read. The copy saves
+        // their values.
         CopyFileA(gIniPath, gIniPath + u".Old", 0);
         throw;
     }
@@ -227,6 +231,7 @@ void iniRead(WindowPlacement& window)
 
 void writeVersion()
 {
+    // Same form as in the file: 3.3.1 is 331.
     gVer = Int16(kAppMajor * 100 + kAppMinor * 10 + kAppRevision);
     writeNumber(kEnvironment, u"Ver", gVer);
 }

@@ -1,14 +1,14 @@
-// TOLVEK.ini: where it is, its full read and its full write.
+// TOLVEK.ini: where it is, and how it is read and written as a whole.
 #pragma once
 #include <cstdint>
 
 namespace tolvek {
 
-// Looks for an old settings file in the Windows folder, moves it beside the
-// executable, and sets gIniPath.
+// Moves an old settings file from the Windows folder to the executable's folder, if
+// there is one, and sets gIniPath.
 void findSettingsFile();
 
-// What the settings know of the main window and its screen, all in twips.
+// The settings' view of the main window and its screen. All values are in twips.
 class WindowPlacement {
 public:
     virtual ~WindowPlacement() = default;
@@ -25,13 +25,15 @@ public:
     virtual std::int32_t ScreenHeight() const = 0;
 };
 
-// Fills every field and the window's position and size. A value that doesn't
-// convert goes up to the caller; what stands behind it stays unread. The file
-// is then kept as TOLVEK.ini.Old, since the exit writes empty fields over it.
+// Fills every field and the window's position and size. A value that doesn't convert
+// throws; the values after it stay unread. The file is then copied to TOLVEK.ini.Old,
+// since the exit will overwrite it with empty fields.
 void iniRead(WindowPlacement& window);
-// Writes everything; the first refused key is told and ends the program.
+// Writes everything. The first key that can't be written is reported and ends the
+// program.
 void iniWrite(const WindowPlacement& window);
-// The running version into gVer and the file; a refusal is told in the same way.
+// Sets gVer to the running version and writes it. A failure is reported and ends the
+// program.
 void writeVersion();
 
 }

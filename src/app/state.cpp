@@ -19,6 +19,7 @@ void fillMonthNames()
 {
     static constexpr TextView names[] = {u"Jan", u"Feb", u"Mar", u"Apr", u"May", u"Jun",
                                          u"Jul", u"Aug", u"Sep", u"Oct", u"Nov", u"Dec"};
+    // Element 12 stays empty, as the array is one longer than the year.
     gMonthName = {};
     int month = 0;
     for (TextView name : names)

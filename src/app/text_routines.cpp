@@ -21,9 +21,10 @@ Text lengthFault(Int16 length, TextView what, const Text& value)
            u"）の相関エラーです。";
 }
 
-// The loop counts bytes of the code page of the trimmed text but walks the
-// text as it came: with wide characters it runs past the end, where nothing is
-// equal; with leading blanks it stops short of the end.
+// Kept quirk: the loop bound is the length in code page 932 bytes of the trimmed text,
+// but positions count characters of the untrimmed text. With double-byte characters the
+// loop runs past the end, where nothing matches. With leading blanks it stops before
+// the end.
 Text replacedInPlace(Text text, int lastPosition, TextView search, TextView replacement, int length)
 {
     const auto size = static_cast<std::size_t>(length);
@@ -33,7 +34,7 @@ Text replacedInPlace(Text text, int lastPosition, TextView search, TextView repl
     return text;
 }
 
-// False when the lengths don't fit together; the user has been told then.
+// False when the lengths don't fit together; the user has been informed then.
 bool lengthsFit(const Text& source, const Text& search, Int16 length)
 {
     if (ansiLength(trim(search)) < length) {
@@ -58,6 +59,8 @@ void Mail_StrChange_Sub(const Text& source, Text& result)
         result.clear();
         return;
     }
+    // Blanks are trimmed, line ends aren't: a block of one empty line is passed through
+    // as it is.
     if (trimmed == kCrLf) {
         result = source;
         return;
@@ -73,7 +76,7 @@ void StrChange(const Text& source, const Text& search, const Text& replacement, 
                Text& result)
 {
     ResumeNext on{u"StrChange"};
-    // The caller may take the result in the very text that is searched.
+    // The caller may pass the same object as source and result.
     const Text text = source;
     result = text;
     if (trim(text).empty() || trim(search).empty() || trim(replacement).empty() || length < 1)
@@ -86,7 +89,7 @@ void StrChange(const Text& source, const Text& search, const Text& replacement, 
 
 void SendKeyEscape(const Text& source, Text& result)
 {
-    constexpr TextView kSpecial = u"+^%~()[{}"; // "]" isn't among them and is sent bare
+    constexpr TextView kSpecial = u"+^%~()[{}"; // kept quirk: "]" isn't escaped
     Text escaped;
     for (const char16_t c : source)
         if (kSpecial.find(c) != TextView::npos)

@@ -9,6 +9,8 @@ bool isBlank(const Text& text)
     return trim(text).empty();
 }
 
+// An untouched area isn't a fault worth a message: the button was probably hit by
+// accident.
 bool isUntouched(const FilterEditArea& area)
 {
     return area.TermsCode == kNoneSet && area.ActionCode == kNoneSet && isBlank(area.Header) &&

@@ -1,36 +1,36 @@
-// The rule that stands in the filter editor's edit area, apart from its
-// controls: what it lacks, and the entry that is made of it.
+// The rule in the filter editor's edit area, without its controls: what is missing, and
+// the entry made of it.
 //
-// The ban on ' and | keeps the statement valid by which a rule is written: a
-// rule's texts go into it as they stand.
+// Banning ' and | keeps the SQL statement valid that stores a rule: the rule's texts
+// are put into it unescaped.
 #pragma once
 #include "filter/filter_rules.h"
 
 namespace tolvek {
 
-inline constexpr int kNoneSet = -1; // no button of an array of option buttons
+inline constexpr int kNoneSet = -1; // no option button is set
 
 struct FilterEditArea {
     Text Header;              // as typed
-    int TermsCode = kNoneSet; // the option button that is set
+    int TermsCode = kNoneSet; // index of the option button that is set
     int ActionCode = kNoneSet;
     Text Data; // as typed
 };
 
 enum class EditFault { None, Untouched, Header, Terms, Action, Data, Special };
 
-// The first thing that keeps the area from being a rule, in the order in which
-// the user is asked for them. Special characters are looked for in text mode,
-// so that their full-width forms are refused as well.
+// The first fault of the area, in the order in which the user is asked for the fields.
+// Special characters are searched in text mode, so their full-width forms are refused
+// too.
 EditFault editFault(const FilterEditArea& area);
 
-// What the user is told of it; nothing for None and for an untouched area.
+// The message for a fault; empty for None and for an untouched area.
 TextView faultMessage(EditFault fault);
 
-// What a change says when it finds an array without a button set.
+// The message of a change when no option button is set; empty when both are.
 TextView missingChoice(const FilterEditArea& area);
 
-// The entry of gFilterRule: texts trimmed, No 0 until the rules are written.
+// The entry for gFilterRule: texts trimmed, No 0 until the rules are written.
 FilterRule editedRule(const FilterEditArea& area);
 
 }

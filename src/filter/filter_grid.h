@@ -1,8 +1,8 @@
-// The grid of rules as the filter editor and the display order dialog have it:
-// title, rule, action, condition, under a fixed row of headings.
+// The grid of rules in the filter editor and in the display order dialog: title, rule,
+// action, condition, below a fixed row of headings.
 //
-// All of these move Row or Col, since that is how cells are reached. The row on
-// which a grid is left counts: the display order dialog checks up to it.
+// All of these functions change Row or Col, since that is how cells are addressed. The
+// final Row of a grid matters: the display order dialog checks the rows up to it.
 #pragma once
 #include "filter/filter_rules.h"
 #include "platform/forms/grid.h"
@@ -17,11 +17,11 @@ using FilterGridWidths = float[kFilterCols]; // twips
 void setFilterWidths(Grid& grid, const FilterGridWidths& widths);
 void setFilterHeadings(Grid& grid); // leaves Row on the headings
 
-// Into the row at Row; codes as plain digits.
+// Writes to the current row; codes appear as plain digits.
 void setFilterRow(Grid& grid, const FilterRule& rule);
 void blankFilterRow(Grid& grid);
 
-// The row is made the last one, and Row set on it.
+// Resizes the grid so that `row` is the last row, and makes it the current one.
 void appendFilterRow(Grid& grid, int row, const FilterRule& rule);
 
 }

@@ -13,8 +13,8 @@ void reset()
     gFilterRuleCnt = 0;
 }
 
-// Error 9 at the 257th: its row isn't stored then, so that the table never
-// holds more than memory can take.
+// Throws error 9 at the 257th record. That record isn't stored then, so the table never
+// holds more rules than the array can.
 void take(const FilterRecord& record)
 {
     gFilterRule[gFilterRuleCnt] = {record.no, record.termsCode, record.actionCode, record.header,

@@ -4,6 +4,8 @@ namespace tolvek {
 
 namespace {
 
+// An entry that was moved is blank, so a condition tells whether the rule is still
+// there.
 bool hasCondition(const FilterRule& rule)
 {
     return !trim(rule.Data).empty();
@@ -29,6 +31,7 @@ void FilterOrder::moveOne(const ShowRow& show)
     FilterRule& moved = FilterBefore[BeforeRow - 1];
     FilterAfter[AfterRow - 1] = moved;
     FilterRule shown = FilterBefore[AfterRow - 1];
+    // Kept quirk: only the title comes from the moved rule; see the header.
     shown.Header = moved.Header;
     show(AfterRow, shown);
     ++AfterRow;
@@ -41,6 +44,8 @@ void FilterOrder::moveAll(const ShowRow& show)
     for (int i = 0; i < gFilterRuleCnt; ++i) {
         if (!hasCondition(FilterBefore[i])) continue;
         FilterAfter[AfterRow - 1] = FilterBefore[i];
+        // Rules that don't sort get an entry but no row, hence two counters: AfterRow
+        // counts entries, `row` counts rows.
         if (FilterBefore[i].ActionCode == 0) {
             show(row, FilterAfter[row - 1]);
             FilterBefore[i] = FilterRule{};

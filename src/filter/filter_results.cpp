@@ -13,15 +13,15 @@ std::int32_t gFilterDataId;
 
 namespace {
 
-// A field without a value goes into a statement as nothing at all.
+// The field's text; Null becomes an empty text.
 Text stored(TextView name)
 {
     const Value value = gRs.field(name);
     return value.isNull() ? Text() : value.text();
 }
 
-// The part of the statement that both families have in common, up to the
-// opening quote of the subject.
+// The part of the statement that both families share, up to the opening quote of the
+// subject.
 Statement insertUpToSubject(Int16 number)
 {
     Statement sql{u"INSERT INTO tblFilterData ( tblFilterDt_Id, tblFilterDt_No, tblFilterDt_Date, "
@@ -41,7 +41,7 @@ void insertRow(const Statement& sql)
     inTransaction([&] { gDb.Execute(sql, dbFailOnError); });
 }
 
-// The search inside texts, of the current row.
+// Searches inside the texts of the current row.
 class PartialMatch {
 public:
     explicit PartialMatch(const FilterRule& rule) : rule_(rule), wide_(toWide(rule.Data)) {}
@@ -61,8 +61,8 @@ public:
     }
 
 private:
-    // Bytes know neither case nor width; the full-width form is looked for in
-    // subjects alone. A field without a value holds nothing, not even nothing.
+    // Subjects are compared byte by byte, so case and width count; for subjects alone the
+    // full-width form is searched too. Null contains no text, not even the empty one.
     bool holdsBytes(TextView name) const
     {
         const Value value = gRs.field(name);
@@ -80,7 +80,7 @@ private:
     Text wide_;
 };
 
-// The frame of both families; `takeRow` is given each row in turn.
+// The loop common to both families; `takeRow` is called for each row.
 template <class TakeRow> void walkRows(TextView createTitle, const Statement& sql, TakeRow takeRow)
 {
     gWs = DBEngine::Workspaces(0);
@@ -90,6 +90,8 @@ template <class TakeRow> void walkRows(TextView createTitle, const Statement& sq
     Int16 count = 0;
     GET_RECCNT(gRs, count);
     if (count != 0) {
+        // The id counts every row visited, stored or not. Set13 therefore leaves gaps,
+        // which is kept.
         while (!gRs.Eof()) {
             takeRow();
             gRs.MoveNext();
@@ -120,7 +122,7 @@ void tellProgress(int index, Int16 count)
     gStatusLines[4] = u"     処理中です。";
 }
 
-// A code that isn't known walks all mails and finds none.
+// An unknown code walks all mails and selects none.
 void listMails(Int16 index)
 {
     Statement sql{u""};
@@ -134,8 +136,8 @@ void listMails(Int16 index)
 
 }
 
-// The subject is trimmed and has a blank behind it, and in the other family
-// stands as it is: views and dumps have always shown both.
+// Kept quirk: here the subject is trimmed and followed by a blank, in
+// tblFilterData_Set13 it is stored unchanged. Views and dumps have always shown this.
 void tblFilterData_Set024(Int16 index, const Statement& sql)
 {
     leaveOnError(u"tblFilterData_Set024", [&] {
@@ -168,6 +170,8 @@ void tblFilterData_Sel()
         inTransaction([] { gDb.Execute(Statement{u"DELETE FROM tblFilterData"}, dbFailOnError); });
         gDb.Close();
         const Int16 count = countSortingRules();
+        // The rows are deleted first and rebuilt rule by rule; they can be rebuilt at
+        // any time, so a cut-off loses nothing.
         gFilterDataId = 0;
         for (int i = 0; i < gFilterRuleCnt; ++i) {
             if (!isSorting(i)) continue;

@@ -1,4 +1,4 @@
-// The statements behind a rule. Its condition goes in as it stands.
+// The SQL statements of a rule. The rule's condition is inserted unescaped.
 #include "filter/filter_results.h"
 #include "filter/filter_rules.h"
 
@@ -6,8 +6,8 @@ namespace tolvek {
 
 namespace {
 
-// The engine's = makes no allowance for width, so listing looks for the
-// full-width form too. Deleting doesn't: a view may list what it won't reach.
+// The engine's = distinguishes half and full width, so listing also compares with the
+// full-width form. Deleting doesn't: a view may list mails that deleting won't remove.
 void whereSubject(Statement& sql, Int16 mode, const Text& condition)
 {
     if (mode == 0)
@@ -48,7 +48,8 @@ Statement statementOf(const FilterRule& rule, Int16 mode)
         whereName(sql, rule.Data);
         return sql;
     default:
-        // Without a condition: every mail is looked at, but never deleted.
+        // No WHERE clause: listing visits every mail. Deleting must never run without
+        // one.
         return mode == 0 ? sql : Statement{u""};
     }
 }

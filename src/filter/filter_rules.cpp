@@ -33,6 +33,7 @@ void takeRow()
 {
     FilterRule& rule = gFilterRule[gFilterRuleCnt]; // error 9 at the 257th row
     rule = currentFilterRule();
+    // The rules to keep mails out at import have an array of their own.
     if (rule.ActionCode != 0) {
         gNonCopyRule[gNonCopyRuleCnt] = rule;
         ++gNonCopyRuleCnt;
@@ -42,8 +43,8 @@ void takeRow()
     DoEvents();
 }
 
-// The count reports its own failures; asking the recordset for its end fails
-// after one, so that no half-read table passes for a whole or an empty one.
+// GET_RECCNT reports its own failures and closes gDb. The Eof() below then throws, so a
+// half-read table can't pass for a complete or an empty one.
 void readRules()
 {
     Statement sql{u"SELECT * FROM tblFilter"};
@@ -56,7 +57,7 @@ void readRules()
         takeRow();
 }
 
-// The texts go in as they stand: the editor keeps ' and | out of them.
+// The texts are inserted unescaped: the editor refuses ' and |.
 void insertRule(const FilterRule& rule)
 {
     Statement sql{u"INSERT INTO tblFilter ( tblFilter_No,tblFilter_TermsCode,tblFilter_ActionCode,"
@@ -66,12 +67,13 @@ void insertRule(const FilterRule& rule)
     inTransaction([&] { gDb.Execute(sql, dbFailOnError); });
 }
 
-// The number of entries that weren't written.
+// Returns the number of entries that weren't written.
 Int16 writeRules()
 {
     Int16 blank = 0;
     Int16 number = 0;
     for (int i = 0; i < gFilterRuleCnt; ++i) {
+        // A blank entry uses up its number; this is kept.
         number += 10;
         if (trim(gFilterRule[i].Header).empty()) {
             ++blank;
@@ -100,8 +102,8 @@ void tblFilter_Get()
     });
 }
 
-// Each statement is a transaction of its own: the delete stands even if an
-// insert behind it fails.
+// Kept: each statement is a transaction of its own, so the delete stays even if a later
+// insert fails.
 void tblFilter_UpDate()
 {
     if (!gFilterRulesWhole) return;

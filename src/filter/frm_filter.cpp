@@ -26,7 +26,8 @@ template <std::size_t N> void clearAll(CheckedArray<OptionButton*, N>& options)
         option->setValue(false);
 }
 
-// A rule from elsewhere may have a code that no button stands for.
+// A rule loaded from a dump may have a code without an option button: error 340, as on
+// the classic platform.
 template <std::size_t N> void setOption(CheckedArray<OptionButton*, N>& options, int index)
 {
     if (index < 0 || index >= options.size()) throw RuntimeError(340);
@@ -63,6 +64,7 @@ void frmFilter::Form_Load()
 
 void frmFilter::enableWriting()
 {
+    // OK would write back only what was read; see the header.
     comOk->setEnabled(gFilterRulesWhole);
     cmdDspChenge->setEnabled(gFilterRulesWhole);
 }
@@ -95,6 +97,7 @@ Int16 frmFilter::EditAreaChack()
     if (fault == EditFault::None) return 0;
     if (fault == EditFault::Untouched) return 1;
     MsgBox(faultMessage(fault));
+    // Kept: only a missing text clears its box and takes the focus.
     if (fault == EditFault::Header) askAgain(*txtFilterHeader);
     if (fault == EditFault::Data) askAgain(*txtTerms);
     return 1;
@@ -115,7 +118,7 @@ void frmFilter::EditAreaClear()
     EditRow = 0;
 }
 
-// A row that was deleted loads nothing, but it is the chosen one from then on.
+// A deleted row is blank and loads nothing, but it is the selected row from now on.
 void frmFilter::grdFilter_Click()
 {
     EditRow = grdFilter->Row();
@@ -135,7 +138,7 @@ void frmFilter::showRow()
     txtTerms->setText(grdFilter->Text());
 }
 
-// The grid shows the texts as typed, the entry holds them trimmed.
+// The grid shows the texts as typed; the entry holds them trimmed.
 void frmFilter::keepEditArea(Int16 row)
 {
     const FilterEditArea area = editArea();
@@ -144,9 +147,9 @@ void frmFilter::keepEditArea(Int16 row)
     gFilterRule[row - 1] = editedRule(area);
 }
 
-// The new rule stands last, behind any do-not-read rules, until the next load
-// sorts it into its group. The count and the grid grow first, so they have
-// grown when there is no room for one more rule.
+// The new rule is last, after any do-not-read rules, until the next load sorts it into
+// its group. The count and the grid grow first, so they stay grown when the array has
+// no room for the rule.
 void frmFilter::comAdd_Click()
 {
     if (EditAreaChack() != 0) return;
@@ -156,7 +159,7 @@ void frmFilter::comAdd_Click()
     EditAreaClear();
 }
 
-// The check before has excluded it: a last guard for an entry that stands already.
+// Unreachable after EditAreaChack; kept as a last guard for an existing entry.
 bool frmFilter::tellMissingChoice() const
 {
     const TextView missing = missingChoice(editArea());
@@ -164,7 +167,7 @@ bool frmFilter::tellMissingChoice() const
     return !missing.empty();
 }
 
-// On a deleted row this writes a new rule there, and so revives the entry.
+// On a deleted row this writes a new rule and so revives the entry.
 void frmFilter::comUp_Click()
 {
     if (EditRow < 1) return;
@@ -174,7 +177,7 @@ void frmFilter::comUp_Click()
     EditAreaClear();
 }
 
-// The row stays, blank, and the count with it: rows go on standing for entries.
+// The row stays, blank, and so does the count: row r keeps its entry r - 1.
 void frmFilter::comDel_Click()
 {
     if (trim(txtFilterHeader->Text()).empty() || EditRow == 0) return;
@@ -184,8 +187,8 @@ void frmFilter::comDel_Click()
     EditAreaClear();
 }
 
-// The order is one of stored rules, so what was edited up to now is saved; a
-// Cancel later doesn't take that back.
+// The display order dialog works on stored rules, so the edits made so far are saved. A
+// later Cancel doesn't undo that.
 void frmFilter::cmdDspChenge_Click()
 {
     tblFilter_UpDate();

@@ -1,17 +1,16 @@
-// The filter editor: adds, changes and deletes rules in gFilterRule, on which
-// it works directly. The store is written by whoever shows the form, once it is
-// closed; only the button for the display order saves first.
+// The filter editor: adds, changes and deletes rules directly in gFilterRule. The
+// caller stores the rules after the form is closed; only the button for the display
+// order saves earlier.
 //
-// How the editor was left stands in gEditCancel: -1 for comCancel alone, any
-// other way of closing it is an OK. Neither Enter nor Escape presses a button,
-// since one would throw typed rules away and the other keep half-typed ones.
+// gEditCancel tells how the editor was closed: -1 for comCancel alone; any other way
+// counts as OK. Neither Enter nor Escape presses a button, since one would discard
+// typed rules and the other keep half-typed ones.
 //
-// What the dialog can't show it must not write: when the rules can't be read to
-// their end, comOk and cmdDspChenge stay off.
+// The dialog must not write what it can't show: when the rules couldn't be read
+// completely, comOk and cmdDspChenge are disabled.
 //
-// The number of rules isn't looked at: one too many is error 9, a click on a
-// rule whose code has no option button error 340, and both, untrapped, end the
-// program.
+// The number of rules isn't checked. One too many is error 9, and a click on a rule
+// whose code has no option button is error 340. Both are untrapped and end the program.
 //
 // Controls are valid while the form is loaded.
 #pragma once
@@ -43,7 +42,7 @@ public:
     Grid* grdFilter = nullptr; // row r is entry r - 1 of gFilterRule
     CommandButton *cmdDspChenge = nullptr, *comOk = nullptr, *comCancel = nullptr;
 
-    // Shown from here and kept here: it remembers its last chosen row.
+    // A member, so that it remembers its last selected row over its closings.
     frmFilterDspChenge displayOrder;
 
 protected:
@@ -58,7 +57,7 @@ private:
     void setTabOrder();
     void connectEvents();
 
-    // 0 when the edit area holds a whole rule; otherwise tells what it lacks.
+    // 0 when the edit area holds a complete rule; otherwise shows what is missing.
     Int16 EditAreaChack();
     void EditAreaClear();
     void dspFilterGrid();

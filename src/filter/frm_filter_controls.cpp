@@ -1,5 +1,5 @@
-// How the filter editor is laid out: the edit area above, in the order in which
-// a rule is made, the list of rules below it.
+// The layout of the filter editor: the edit area above, in the order in which a rule is
+// made, the list of rules below.
 #include "filter/filter_grid.h"
 #include "filter/frm_filter.h"
 #include "platform/forms/events.h"
@@ -18,7 +18,7 @@ constexpr TextView kActCaptions[] = {
     u"（１）メールを読み込まない",
 };
 
-// All in twips; what lies in a frame counts from the frame's corner.
+// All in twips. Positions inside a frame count from the frame's corner.
 constexpr float kMargin = 240;
 constexpr float kWidth = 8745 - kFrameTwipsWide - 2 * kMargin;
 constexpr float kBottom = 9375 - kFrameTwipsHigh - kMargin;
@@ -27,7 +27,7 @@ constexpr float kButtonWidth = 1395;
 constexpr float kButtonGap = 150;
 
 constexpr float kInner = kWidth - 2 * kMargin;
-constexpr float kLabelDrop = 75; // sets a label's text level with the box beside it
+constexpr float kLabelDrop = 75; // aligns a label's text with the box beside it
 constexpr float kBoxLeft = kMargin + 1440;
 constexpr float kBoxWidth = kMargin + kInner - kBoxLeft;
 constexpr float kBoxHeight = 360;

@@ -13,7 +13,7 @@ constexpr int kRowsAtFirst = 2;
 constexpr Int16 kStored = 0;
 constexpr Int16 kNotAllMoved = 9;
 
-// Row ends on the headings: from there the check finds nothing.
+// Row ends on the headings. The check starts there and so finds no rule left.
 void emptyGrid(Grid& grid)
 {
     grid.Clear();
@@ -52,7 +52,7 @@ void frmFilterDspChenge::dspGridInit()
     setFilterHeadings(*grdFilterAfter);
 }
 
-// Row ends on the last rule, which is how far the check then reaches.
+// Row ends on the last rule, so the check covers all rules.
 void frmFilterDspChenge::dspBeforeGrid()
 {
     Int16 row = 1;
@@ -98,8 +98,8 @@ void frmFilterDspChenge::cmdAllDn_Click()
     emptyGrid(*grdFilterAfter);
 }
 
-// The check itself moves Row, and leaves it on the row that it found: the next
-// one reaches only so far.
+// Kept quirk: the check changes Row and leaves it on the row it found. The next check
+// covers only the rows up to there.
 bool frmFilterDspChenge::allMoved()
 {
     const int last = grdFilterBefore->Row();

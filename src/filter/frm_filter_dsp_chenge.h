@@ -1,15 +1,15 @@
-// The order of the filter titles: the sorting rules as they stand, and a second
-// list that takes them in the order in which the user picks them.
+// The dialog for the order of the filter titles: the sorting rules in their old order,
+// and a second list that takes them in the order in which the user picks them.
 //
-// Opened only on rules that were just written and loaded. Rules that don't sort
-// have no place in the navigator and are in neither list.
+// It is opened only after the rules were written and loaded again. Do-not-read rules
+// don't appear in the navigator and are in neither list.
 //
-// The form object keeps its working data over a closing; of these only the row
-// last clicked isn't set anew at each opening. Closing the window stores
+// The form object keeps its working data when it is closed. Only the row clicked last
+// survives to the next opening; everything else is reset. Closing the window stores
 // nothing, and neither Enter nor Escape presses a button.
 //
-// Rules that couldn't be read whole aren't written: cmdOK and cmdApply are off
-// then.
+// Rules that couldn't be read completely aren't written: cmdOK and cmdApply are
+// disabled then.
 //
 // Controls are valid while the form is loaded.
 #pragma once
@@ -31,11 +31,11 @@ public:
     CommandButton *cmdSUp = nullptr, *cmdAllUp = nullptr, *cmdAllDn = nullptr;
     CommandButton *cmdApply = nullptr, *cmdOK = nullptr, *cmdCancel = nullptr;
 
-    // Stores the new order: 0. When a rule is left in the first list the user
-    // is told so: 9. Both the check and the copying go by the first list as it
-    // stands: the check reaches down to the row last touched there, and as many
-    // entries are replaced as the list has rows, plus one. What wasn't moved
-    // may so be lost without a word.
+    // Stores the new order: result 0. When a rule is left in the first list, the user
+    // is informed: result 9. Kept quirk: both the check and the copying go by the state
+    // of the first list. The check ends at its current row, and as many entries are
+    // replaced as the list has rows, plus one. Rules that weren't moved may so be lost
+    // silently.
     void tblFilterBack(Int16& result);
 
     FilterOrder order;

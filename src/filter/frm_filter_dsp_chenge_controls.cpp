@@ -1,5 +1,5 @@
-// How the display order dialog is laid out: from the list above, by the buttons
-// between, to the list below.
+// The layout of the display order dialog: the old order above, the buttons in between,
+// the new order below.
 #include "filter/filter_grid.h"
 #include "filter/frm_filter_dsp_chenge.h"
 #include "platform/forms/events.h"
@@ -8,8 +8,8 @@ namespace tolvek {
 
 namespace {
 
-// All in twips; a grid counts from its frame's corner. A grid is as wide as its
-// columns and a scroll bar.
+// All in twips. A grid's position counts from its frame's corner. A grid is as wide as
+// its columns plus a scroll bar.
 constexpr float kMargin = 240;
 constexpr float kPadding = 180;
 constexpr float kGridWidth = 8400 + 300;

@@ -14,9 +14,9 @@ bool contains(const Text& text, const Text& condition)
 
 }
 
-// Values are taken as they stand, untrimmed and already cut to their stored
-// lengths. The store compares otherwise when it lists a rule's mails; that
-// difference is meant. There is no branch for code 5: such a rule does nothing.
+// The values are compared untrimmed, already cut to their stored lengths. The store
+// compares differently when it lists a rule's mails; the difference is intended. Kept
+// quirk: code 5 has no branch, so such a rule does nothing.
 Int16 MailNonCopyCheck(const Text& SndName, const Text& SndAdd, const Text& RcvName,
                        const Text& RcvAdd, const Text& Subject)
 {

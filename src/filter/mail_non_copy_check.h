@@ -1,12 +1,12 @@
-// The do-not-read rules at import.
+// Applies the do-not-read rules at import.
 #pragma once
 #include "platform/runtime/int16.h"
 #include "platform/runtime/text.h"
 
 namespace tolvek {
 
-// 1 when a do-not-read rule matches the normalised mail, else 0. Reports its
-// own failures (and keeps the mail then).
+// 1 when a do-not-read rule matches the normalised mail, else 0. Reports its own
+// failures and returns 0 then: in doubt the mail is kept.
 Int16 MailNonCopyCheck(const Text& SndName, const Text& SndAdd, const Text& RcvName,
                        const Text& RcvAdd, const Text& Subject);
 
