@@ -1,4 +1,4 @@
-# Options, warnings and the functions by which every folder declares itself.
+# Options, warnings and the functions with which every folder declares itself.
 include_guard()
 include(CheckCXXCompilerFlag)
 include(CheckPIESupported)
@@ -20,8 +20,8 @@ endif()
 
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
-  # GCC 12 sees overlaps and unset bytes inside std::string where there are none
-  # (its bugs 105651 and 105562), in optimised builds alone.
+  # GCC 12 reports overlaps and uninitialised bytes inside std::string where there
+  # are none (its bugs 105651 and 105562), in optimised builds only.
   add_compile_options(-Wno-restrict -Wno-maybe-uninitialized)
 endif()
 if(TOLVEK_SANITIZE)
@@ -30,8 +30,8 @@ if(TOLVEK_SANITIZE)
                       -fno-omit-frame-pointer -g1 -O1)
   add_link_options(-fsanitize=address,undefined)
 else()
-  # What a mistake in memory would otherwise give away. The sanitizers see such
-  # mistakes themselves, and fortified functions would hide them from them.
+  # Hardening against memory errors. The sanitizers find such errors themselves, and
+  # fortified functions would hide them from the sanitizers.
   add_compile_options(-fstack-protector-strong)
   add_compile_options($<$<CONFIG:Release>:-U_FORTIFY_SOURCE> $<$<CONFIG:Release>:-D_FORTIFY_SOURCE=2>)
   add_link_options(-Wl,-z,relro -Wl,-z,now)
@@ -42,12 +42,12 @@ else()
   check_pie_supported(LANGUAGES CXX)
 endif()
 if(BUILD_SHARED_LIBS)
-  # With shared libraries the linker itself refuses a call into a higher layer.
+  # With shared libraries the linker itself rejects a call into a higher layer.
   add_link_options(-Wl,--no-undefined)
 endif()
 
 # tolvek_library(NAME SOURCES file... [LINKS target...] [QT])
-# One folder, one library. LINKS names the layers that the folder may use.
+# One library per folder. LINKS names the layers that the folder may use.
 function(tolvek_library name)
   cmake_parse_arguments(ARG "QT" "" "SOURCES;LINKS" ${ARGN})
   add_library(${name} ${ARG_SOURCES})
@@ -60,8 +60,8 @@ function(tolvek_library name)
 endfunction()
 
 # tolvek_test(NAME SOURCES file... LINKS target... [PATIENCE seconds])
-# One test program for one folder; every test case is a ctest of its own, given
-# up after PATIENCE, 300 without one.
+# One test program per folder. Every test case is a separate ctest; its timeout is
+# PATIENCE seconds, 300 by default.
 function(tolvek_test name)
   cmake_parse_arguments(ARG "QT" "PATIENCE" "SOURCES;LINKS" ${ARGN})
   if(NOT ARG_PATIENCE)
@@ -71,8 +71,8 @@ function(tolvek_test name)
   target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/src" "${PROJECT_SOURCE_DIR}/tests"
                              "${PROJECT_BINARY_DIR}/generated")
   if(TOLVEK_SANITIZE)
-    # Half of the time that the sanitizers' build takes was the optimiser's, over
-    # the expectations of tests; what they call is optimised as before.
+    # Half of the time of a sanitizer build went into optimising the test
+    # expectations. The libraries under test are optimised as usual.
     target_compile_options(${name} PRIVATE -O0)
   endif()
   target_link_libraries(${name} PRIVATE ${ARG_LINKS} GTest::gtest)
@@ -88,7 +88,8 @@ function(tolvek_test name)
 endfunction()
 
 # tolvek_hardened(target...)
-# A test for each that the delivered file has what the options above are for.
+# Adds a test for each target that its file was built with the hardening options
+# above.
 function(tolvek_hardened)
   if(TOLVEK_SANITIZE)
     return()

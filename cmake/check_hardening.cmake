@@ -1,5 +1,5 @@
-# Fails unless FILE has what the build asks of the linker and the compiler
-# against mistakes in memory: called by the tests.
+# Run by the tests: fails unless FILE was built with the hardening options of the
+# compiler and the linker.
 foreach(view -hld --dyn-syms)
   execute_process(COMMAND readelf -W ${view} "${FILE}" OUTPUT_VARIABLE text
                   ERROR_QUIET COMMAND_ERROR_IS_FATAL ANY)

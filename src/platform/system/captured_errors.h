@@ -1,5 +1,6 @@
-// What a library prints on the standard error while this lives: for one that
-// reports damage in no other way. Earlier lines, of the system's loader, don't count.
+// Captures what a library prints on standard error during this object's lifetime,
+// for libraries that report corruption in no other way. Lines printed earlier, by
+// the dynamic loader for example, don't count.
 #pragma once
 
 namespace tolvek {

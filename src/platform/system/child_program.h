@@ -1,11 +1,12 @@
-// A program run as a child on one file, under limits: for work on a file that
-// isn't trusted within this process. Whatever happens to the child, the answer
-// here is a value or an exception.
+// Runs a program as a child process on one file, under limits: for work on a file
+// that this process doesn't trust. Whatever happens to the child, the caller gets a
+// value or an exception.
 //
-// The child has the file as its standard input and writes what it finds out to
-// kResultDescriptor; its other outputs go nowhere, it inherits nothing else, no
-// environment either, can write no file worth the name and gain no rights. It ends with this
-// process, and with the exception that its result's reader throws.
+// The child reads the file as its standard input and writes its result to
+// kResultDescriptor. Its standard output and standard error are discarded. It
+// inherits no other descriptor and no environment, can't write a file larger than 1
+// MB and can't gain privileges. It is killed when this process ends and when the
+// reader of its result throws.
 #pragma once
 #include <chrono>
 #include <cstdint>
@@ -23,36 +24,38 @@ inline constexpr int kResultDescriptor = 3;
 struct ChildLimits {
     std::uintmax_t addressSpace = 0; // bytes; 0 for no limit
     std::uintmax_t processorSeconds = 0;
-    // For the child alone: the time that the result's reader takes doesn't count.
+    // Counts the child's time only, not the time that the reader of the result
+    // takes.
     std::chrono::milliseconds patience = std::chrono::minutes(1);
-    bool isAlone = false; // no process or thread of its own (root can, all the same)
+    bool isAlone = false; // may start no process or thread (root still can)
 };
 
 struct ChildEnd {
     enum class How {
-        Exited,    // by itself, with a code
-        Crashed,   // by a signal that it drew upon itself
-        Stopped,   // by a signal from outside: a user's, the system's when memory is short
+        Exited,    // by itself, with an exit code
+        Crashed,   // by a signal that it caused itself
+        Stopped,   // by a signal from outside: from a user, or from the system when memory is short
         OutOfTime, // at one of its time limits
     };
     How how;
     int code; // Exited: the exit code
 };
 
-// The child didn't come into being: no such program, not one that can be run,
-// no process or memory left.
+// The child couldn't be started: the program is missing or not executable, or no
+// process or memory was available.
 class ChildStartError : public std::system_error {
 public:
     using std::system_error::system_error;
 };
 
-// Runs to the child's end. A file that can't be opened is a std::system_error
-// as of any other file. The probe is asked for the opening of both.
+// Returns when the child has ended. An input file that can't be opened is reported
+// as std::system_error, like any other file. The probe is asked before the input
+// and the program are opened.
 ChildEnd runChild(const std::filesystem::path& program, const std::vector<std::string>& arguments,
                   const std::filesystem::path& input, const ChildLimits& limits,
                   const std::function<void(std::string_view)>& result);
 
-// The file name of a program on this system: "NAME", "NAME.exe".
+// The file name of a program on this system, "NAME" or "NAME.exe" for example.
 std::string programFileName(const std::string& name);
 
 }

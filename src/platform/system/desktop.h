@@ -1,7 +1,7 @@
-// Other programs' windows: brought to the front, and typed into.
+// Activates and types into windows of other programs.
 //
-// No screen, no permission or no such window is std::system_error, never a
-// crash; nothing is typed then.
+// A missing screen, permission or window is reported as std::system_error and never
+// crashes; nothing is typed then.
 #pragma once
 #include "platform/system/keys.h"
 
@@ -11,20 +11,22 @@
 
 namespace tolvek {
 
-// Brings the top window of that process to the front and gives it the keyboard;
-// of a process that has none, one of a process that it started. Returns once it
-// verifiably has it; within the system's patience, or fails.
+// Brings the top window of that process to the front and gives it the keyboard
+// focus. If the process has no window, a window of a process that it started is
+// used. Returns when the window verifiably has the focus; throws if it doesn't get
+// it within two seconds.
 void activateProcess(std::int32_t processId);
 
-// Plays the strokes into the window of that process that has the keyboard, with
-// the pauses that menus need, and returns once the window has worked them off,
-// as far as it tells. Each stroke is played only while the process has the
-// keyboard; when another one takes it, the rest stays unplayed: system_error.
-// A character or key that the keyboard doesn't have: invalid_argument, before
-// the first stroke.
+// Sends the keys to the window of that process that has the keyboard focus, with
+// the pauses that menus need. Returns when the window has processed them, as far as
+// it reports that. Each key is sent only while the process has the focus; if
+// another process takes it, the remaining keys aren't sent and std::system_error is
+// thrown. A character or key that the keyboard doesn't have throws
+// std::invalid_argument before the first key is sent.
 //
-// `meanwhile` is called again and again while the window is awaited, which may
-// itself wait for an answer of this program: for what this has on the clipboard.
+// `meanwhile` is called repeatedly while waiting for the window. The window may
+// itself wait for an answer from this program, for example for the contents of the
+// clipboard.
 void playKeys(std::int32_t processId, std::span<const KeyEvent> keys,
               const std::function<void()>& meanwhile);
 

@@ -1,15 +1,15 @@
-// A lock that keeps programs apart, on a file made for it.
+// A lock between programs, held on a file made for that purpose.
 //
-// It is taken once, without waiting, and held while the object lives; it goes
-// with the process, however that ends. Two locks on one file exclude each other
-// wherever they were taken: in one process, in two sessions, by two users, on two
-// hosts. Network file systems pass the lock on to their server. The paths by which
-// the file is reached don't count, only the file. A program that is started
-// doesn't inherit the lock.
+// The lock is taken once, without waiting, and held for the lifetime of the object.
+// The system releases it when the process ends, however it ends. Two locks on one
+// file exclude each other wherever they were taken: in one process, in two
+// sessions, by two users or on two hosts (network file systems pass the lock on to
+// their server). The file itself counts, not the path by which it is reached. Child
+// programs don't inherit the lock.
 //
-// The file's contents don't count. One that is made here is empty, and stays: to
-// remove it would let two programs lock two files of one name. Whoever may write in its folder
-// may lock it, nobody else.
+// The file's contents don't matter. A file made here is empty and is never removed:
+// after a removal two programs could lock two different files of the same name.
+// Only users who may write to the folder may lock the file.
 #pragma once
 #include <cstdint>
 #include <filesystem>
@@ -18,15 +18,15 @@ namespace tolvek {
 
 class FileLock {
 public:
-    enum class Missing { Make, Leave }; // a file that isn't there
-    FileLock() = default;               // on nothing
+    enum class Missing { Make, Leave }; // what to do if the file is missing
+    FileLock() = default;               // holds no lock
     explicit FileLock(const std::filesystem::path& path, Missing missing = Missing::Make);
     ~FileLock();
     FileLock(FileLock&& other) noexcept;
     FileLock& operator=(FileLock&& other) noexcept;
 
-    // Another lock is on the file. False where no lock can be had at all: in a
-    // folder that can't be written, on a file system without locks.
+    // Another lock is held on the file. False also if no lock can be taken at all:
+    // in a folder without write permission, or on a file system without locks.
     bool isHeldElsewhere() const { return heldElsewhere_; }
     bool isHeld() const { return handle_ != kNone; }
 

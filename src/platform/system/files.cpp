@@ -1,4 +1,4 @@
-// What is put together from single operations, the same on every system.
+// Operations composed of single operations, the same on every system.
 #include "platform/system/files.h"
 
 #include "platform/system/file_identity.h"
@@ -33,7 +33,7 @@ template <class Fits> std::vector<std::string> listedNames(const fs::path& folde
 
 bool isFileEntry(const fs::directory_entry& entry)
 {
-    std::error_code gone; // between the listing and the look, or a link to nothing
+    std::error_code gone; // removed since the listing, or a dangling link
     return entry.exists(gone) && !entry.is_directory(gone);
 }
 
@@ -48,7 +48,8 @@ fs::path folderOf(const fs::path& path)
     return path.has_parent_path() ? path.parent_path() : fs::path(".");
 }
 
-// New contents beside the file, gone again unless they took its place.
+// New contents in a file beside the target. The destructor removes it unless it has
+// replaced the target.
 class SideFile {
 public:
     explicit SideFile(const fs::path& target) : target_(target), path_(target)
@@ -59,7 +60,7 @@ public:
     ~SideFile()
     {
         if (!file_) return;
-        std::error_code beyondHelp; // the failure that led here is the one to tell
+        std::error_code beyondHelp; // the failure that led here is the one to report
         fs::remove(path_, beyondHelp);
     }
     SideFile(const SideFile&) = delete;
@@ -83,6 +84,8 @@ public:
 private:
     void finish()
     {
+        // The mode is set before the flush, so that the file is never visible under
+        // its final name with another mode.
         if (fileExists(target_)) copyMode(target_, path_);
         file_->flush();
         file_->close();
@@ -95,7 +98,7 @@ private:
 
     fs::path target_;
     fs::path path_;
-    std::optional<OpenFile> file_; // one, until it has taken its place
+    std::optional<OpenFile> file_; // empty once it has replaced the target
 };
 
 template <class Sink> void readPieces(const fs::path& path, Sink sink)
@@ -176,7 +179,7 @@ void copyFileContents(const fs::path& from, const fs::path& to, bool failIfExist
     const fs::path target = failIfExists ? to : linkTarget(to);
     if (failIfExists && entryExists(to))
         throw std::system_error(std::make_error_code(std::errc::file_exists), to.string());
-    if (isReadOnly(target)) // the replace would pass over it
+    if (isReadOnly(target)) // the replacement would ignore the mode
         throw std::system_error(std::make_error_code(std::errc::permission_denied), to.string());
     SideFile side(target);
     readPieces(from, [&](std::string_view piece) { side.write(piece); });

@@ -1,10 +1,10 @@
-// Files and folders, the one place where the program's file operations pass.
+// Files and folders. All file operations of the program go through these functions.
 //
-// Every operation first asks the probe, by which a test makes a single one
-// fail (throw std::system_error) or ends the process on the spot. Failures are
-// std::system_error with the system's code; a layer above gives them numbers.
-// An operation that is put together from others has its steps asked one by one,
-// each with the path that it works on.
+// Every operation first asks the probe. Tests use it to make a single operation
+// fail (by throwing std::system_error) or to end the process at that point.
+// Failures are std::system_error with the system's error code; a higher layer maps
+// them to error numbers. A compound operation asks the probe for each of its steps,
+// with the path that the step works on.
 #pragma once
 #include <cstdint>
 #include <filesystem>
@@ -33,30 +33,31 @@ enum class FileOperation {
 };
 
 using FileProbe = std::function<void(FileOperation, const std::filesystem::path&)>;
-// An empty function takes the probe away.
+// An empty function removes the probe.
 void setFileProbe(FileProbe probe);
-// For those who reach the disk by another road (the database engine's own
-// file layer): asks the probe and nothing else.
+// Only asks the probe: for code that accesses the disk in other ways, such as the
+// database engine's file layer.
 void probeFile(FileOperation operation, const std::filesystem::path& path);
 
 class OpenFile {
 public:
-    // Read takes plain files alone: a folder is is_a_directory, a pipe or a device
-    // invalid_argument, and nothing of them makes it wait. Create empties an
-    // existing file; CreateNew is file_exists then; Anew makes another file of that
-    // name (of a link the name goes, not what it leads to). New files are open to
-    // their owner alone.
+    // Read accepts regular files only: a folder throws is_a_directory, a pipe or
+    // device invalid_argument, and opening one never blocks. Create truncates an
+    // existing file; CreateNew throws file_exists for one. Anew first removes an
+    // existing name and makes a new file (of a link, the link is removed and its
+    // target stays). New files are accessible to their owner only.
     enum class Mode { Read, Create, CreateNew, Anew };
     OpenFile(const std::filesystem::path& path, Mode mode);
-    ~OpenFile(); // closes without a word; call close() to hear of a failure
+    ~OpenFile(); // ignores failures; call close() to have them thrown
     OpenFile(OpenFile&&) noexcept;
     OpenFile& operator=(OpenFile&&) noexcept;
 
     std::size_t read(char* buffer, std::size_t size); // 0 at the end
-    // From a place of its own, as much as is there; read() goes on where it was.
+    // Reads up to `size` bytes at `place`, fewer only at the end of the file.
+    // Doesn't move the position of read().
     std::size_t readAt(std::uint64_t place, char* buffer, std::size_t size) const;
     void write(std::string_view bytes);
-    void flush(); // to the disk itself
+    void flush(); // to the disk
     void close();
 
 private:
@@ -64,36 +65,41 @@ private:
     std::unique_ptr<Handle> handle_;
 };
 
-bool fileExists(const std::filesystem::path& path); // a file, not a folder; no failure
+// true for a file, false for a folder; never throws
+bool fileExists(const std::filesystem::path& path);
 bool folderExists(const std::filesystem::path& path);
-bool entryExists(const std::filesystem::path& path); // one of the two
-// By the mode bits; the superuser's right to write all the same doesn't count.
-// Also what this user can't write for any other reason. Nothing there: false.
+bool entryExists(const std::filesystem::path& path); // a file or a folder
+// Judged by the mode bits, so the superuser's right to write to any file doesn't
+// count. Also true if this user can't write to the file for another reason. False
+// if nothing is there.
 bool isReadOnly(const std::filesystem::path& path);
-// The names are UTF-8 on every system; bytes that aren't come as they are.
-std::vector<std::string> fileNames(const std::filesystem::path& folder);   // files only, unsorted
-std::vector<std::string> folderNames(const std::filesystem::path& folder); // links to folders too
-std::vector<std::string> entryNames(const std::filesystem::path& folder);  // files and folders
+// Names are UTF-8 on every system; names that aren't valid UTF-8 are returned
+// unchanged.
+std::vector<std::string> fileNames(const std::filesystem::path& folder); // files only, unsorted
+// includes links to folders
+std::vector<std::string> folderNames(const std::filesystem::path& folder);
+std::vector<std::string> entryNames(const std::filesystem::path& folder); // files and folders
 
 std::string readFile(const std::filesystem::path& path);
-void removeFile(const std::filesystem::path& path); // a folder is is_a_directory
-// Target present: file_exists, and nothing has changed.
+void removeFile(const std::filesystem::path& path); // throws is_a_directory for a folder
+// If the target exists, throws file_exists and changes nothing.
 void renameFile(const std::filesystem::path& from, const std::filesystem::path& to);
-// Atomic; the target may be there. Both in one folder.
+// Atomic. Replaces an existing target. Both paths must be in the same folder.
 void replaceFile(const std::filesystem::path& from, const std::filesystem::path& to);
 void linkFile(const std::filesystem::path& existing, const std::filesystem::path& added);
-// Contents, flushed, through a side file: a copy that fails or is cut off leaves
-// what was there. Copy is asked first (with `from`), then the steps.
+// Copies and flushes the contents through a side file, so a copy that fails or is
+// interrupted leaves the old target untouched. The probe is asked for Copy first
+// (with `from`), then for the steps.
 void copyFileContents(const std::filesystem::path& from, const std::filesystem::path& to,
                       bool failIfExists);
-// `to` gets the permissions of `from`, and its owner where this user may give it.
+// Gives `to` the permissions of `from`, and its owner if this user may change it.
 void copyOwnerAndMode(const std::filesystem::path& from, const std::filesystem::path& to);
 void flushFileToDisk(const std::filesystem::path& path);
 void flushFolder(const std::filesystem::path& folder);
-// Side file, flush, replace, flush of the folder; keeps the old file's mode, and
-// a link stays a link to the file with the new contents. A failure before the
-// replace leaves the old file; one of the last step is told though the new file
-// is in its place.
+// Writes a side file, flushes it, replaces the file and flushes the folder. The old
+// file's mode is kept, and a link stays a link, to the file with the new contents.
+// A failure before the replacement leaves the old file. A failure of the last step
+// is thrown although the new file is already in place.
 void replaceContents(const std::filesystem::path& path, std::string_view bytes);
 
 }

@@ -1,14 +1,15 @@
-// Shuts this process in with what it has open: for a program that is about to
-// work on a file which may have been made to take it over.
+// Restricts this process to what it already has open, before it works on a file
+// that may have been crafted to take it over.
 #pragma once
 
 namespace tolvek {
 
-// From here on the process can compute, take and give back memory, read and
-// write what it has open, and end. Opening anything, by name or by network,
-// starting a program or a thread, and reaching another process all fail as not
-// permitted, for good. False where the system gives no such lock (an older
-// kernel, a container that forbids it): then all is as before.
+// Afterwards the process can compute, allocate and free memory, read and write its
+// open descriptors, and exit. Opening anything, by name or over the network,
+// starting a program or thread, and reaching another process all fail with "not
+// permitted". This can't be undone. Returns false if the system doesn't support
+// such a restriction (an older kernel, a container that forbids it); then nothing
+// has changed.
 bool lockDown();
 
 }

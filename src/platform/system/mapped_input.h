@@ -1,4 +1,5 @@
-// The file on the standard input, mapped: it is read without any more opening.
+// Maps the file on standard input into memory, so that it can be read without
+// opening anything.
 #pragma once
 #include <cstddef>
 
@@ -11,9 +12,11 @@ public:
     MappedInput(const MappedInput&) = delete;
     MappedInput& operator=(const MappedInput&) = delete;
 
-    // False for what is no file, or can't be mapped; says nothing about what is in it.
+    // False if standard input isn't a regular file or can't be mapped. Says nothing
+    // about the contents.
     bool isReadable() const { return isReadable_; }
-    void* bytes() const { return bytes_; } // not const: the library's own old type
+    // not const because the library's C interface takes a plain pointer
+    void* bytes() const { return bytes_; }
     std::size_t size() const { return size_; }
 
 private:

@@ -1,10 +1,11 @@
-// A new folder among the system's temporary files, open to this user alone.
+// Makes a new folder in the system's folder for temporary files, accessible to this
+// user only.
 #pragma once
 #include <filesystem>
 
 namespace tolvek {
 
-// The caller removes it.
+// The caller removes the folder.
 std::filesystem::path makePrivateFolder();
 
 }

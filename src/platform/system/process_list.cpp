@@ -49,7 +49,7 @@ SnapshotHandle CreateToolhelp32Snapshot(std::uint32_t flags, std::uint32_t proce
         openSnapshots()[++lastHandle] = std::move(taken);
         return lastHandle;
     } catch (const std::system_error&) {
-        return kNoSnapshot; // the call's own way to tell it
+        return kNoSnapshot; // how the call reports a failure
     }
 }
 
@@ -68,6 +68,7 @@ bool Process32Next(SnapshotHandle snapshot, PROCESSENTRY32& entry)
     while (next < programs.size()) {
         const RunningProgram& running = programs[next++];
         const std::string path = running.program.string();
+        // A truncated path could name another program, so such an entry is omitted.
         if (!fits(path)) continue;
         fill(entry, running, path);
         return true;

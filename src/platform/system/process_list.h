@@ -1,9 +1,10 @@
-// The processes that run, with the record of the platform's snapshot calls.
+// Lists the running processes in the record format of the classic platform's
+// snapshot calls.
 //
-// szExeFile always holds the full path of the program's file, on every system:
-// where the system knows a program only through a loader (an emulated one), it
-// is the path on its command line, as the host has it. A program that is known
-// by no path isn't listed; neither is one whose path doesn't fit.
+// szExeFile always holds the full path of the program's file, on every system. If
+// the system shows only a loader (for an emulated program), it is the path on the
+// command line, converted to a host path. A program whose path is unknown or
+// doesn't fit isn't listed.
 #pragma once
 #include <cstdint>
 #include <filesystem>
@@ -13,9 +14,9 @@
 namespace tolvek {
 
 struct PROCESSENTRY32 {
-    std::uint32_t dwSize = 0; // 297, or the calls fail
+    std::uint32_t dwSize = 0; // must be 297, otherwise the calls fail
     std::uint32_t th32ProcessID = 0;
-    char szExeFile[260] = {}; // ended by a NUL; in the file system's own encoding
+    char szExeFile[260] = {}; // NUL-terminated, in the file system's encoding
 };
 inline constexpr std::uint32_t kProcessEntrySize = 297;
 inline constexpr std::uint32_t TH32CS_SNAPPROCESS = 2;
@@ -23,8 +24,8 @@ inline constexpr std::uint32_t TH32CS_SNAPPROCESS = 2;
 using SnapshotHandle = std::intptr_t;
 inline constexpr SnapshotHandle kNoSnapshot = -1;
 
-// Of all processes: the flags 2 and the id 0. Whatever fails is kNoSnapshot, and
-// calls with a handle that isn't open fail.
+// Only snapshots of all processes: flags 2 and id 0. Any failure returns
+// kNoSnapshot; calls with a handle that isn't open fail.
 SnapshotHandle CreateToolhelp32Snapshot(std::uint32_t flags, std::uint32_t processId);
 bool Process32First(SnapshotHandle snapshot, PROCESSENTRY32& entry);
 bool Process32Next(SnapshotHandle snapshot, PROCESSENTRY32& entry);
@@ -34,10 +35,11 @@ struct RunningProgram {
     std::int32_t processId = 0;
     std::filesystem::path program;
 };
-// What a snapshot is taken of; std::system_error where the system doesn't tell.
+// The contents of a snapshot. Throws std::system_error if the system doesn't list
+// its processes.
 std::vector<RunningProgram> runningPrograms();
-// Tests: the lister takes the system's place, and may throw std::system_error.
-// An empty one gives it back.
+// For tests: replaces the system's list; the lister may throw std::system_error. An
+// empty function restores the system's list.
 void setProcessLister(std::function<std::vector<RunningProgram>()> lister);
 
 }

@@ -9,7 +9,7 @@ namespace tolvek {
 namespace {
 
 constexpr std::int32_t kNoSuchName = 2;
-constexpr std::int32_t kNoSuchKey = 6; // a key that isn't open
+constexpr std::int32_t kNoSuchKey = 6; // the key isn't open
 constexpr std::int32_t kBufferTooSmall = 234;
 
 struct OpenKey {
@@ -57,6 +57,7 @@ std::int32_t RegOpenKeyExA(std::uint32_t root, const std::string& keyName, std::
                            RegistryKey& key)
 {
     static RegistryKey lastKey = 0;
+    // Handles are never reused, so a closed one can't refer to a key opened later.
     const OpenKey wanted{root, folded(keyName)};
     const auto values = currentValues();
     const bool found = std::any_of(values.begin(), values.end(), [&](const RegistryValue& value) {

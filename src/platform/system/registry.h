@@ -1,8 +1,8 @@
-// The system's registry, as far as the program reads it.
+// The part of the system registry that the program reads.
 //
-// Where the system has none, a stand-in answers: a handful of values that say
-// where a program is installed, looked for at each call. A key is there when it,
-// or one below it, has a value. Tests put values of their own in its place.
+// On a system without a registry a stand-in answers with a few values that say
+// where a program is installed; it looks them up at each call. A key exists if it,
+// or a key below it, has a value. Tests set values of their own.
 #pragma once
 #include <cstdint>
 #include <string>
@@ -12,25 +12,25 @@ namespace tolvek {
 
 inline constexpr std::uint32_t HKEY_LOCAL_MACHINE = 0x80000002;
 inline constexpr std::uint32_t kRegistryString = 1;
-inline constexpr std::uint32_t kRegistryNumber = 4; // 32 bits, lowest byte first
-inline constexpr std::int32_t kRegistryFound = 0;   // any other result is a failure
+inline constexpr std::uint32_t kRegistryNumber = 4; // 32 bits, little-endian
+inline constexpr std::int32_t kRegistryFound = 0;   // any other result means failure
 
 using RegistryKey = std::uintptr_t;
 
-// Names and texts are UTF-8, with "\" between the keys; of names, the case of
-// ASCII letters doesn't count.
+// Names and texts are UTF-8, with "\" between key names. Names match without regard
+// to the case of ASCII letters.
 std::int32_t RegOpenKeyExA(std::uint32_t root, const std::string& keyName, std::uint32_t access,
                            RegistryKey& key);
-// buffer comes with its size and leaves with the bytes of the value, a string's
-// with its NUL. A value that doesn't fit is a failure.
+// On entry the size of `buffer` is the capacity; on return it holds the bytes of
+// the value, a string's with its NUL. A value that doesn't fit is a failure.
 std::int32_t RegQueryValueExA(RegistryKey key, const std::string& valueName, std::uint32_t& type,
                               std::string& buffer);
 std::int32_t RegCloseKey(RegistryKey key);
 
-// Tests: these values alone are then found. Gone with resetRegistry.
+// For tests: only the values set here are found, until resetRegistry.
 void setRegistryValue(std::uint32_t root, const std::string& keyName, const std::string& valueName,
                       std::uint32_t type, const std::string& bytes);
-void clearRegistry(); // no value at all is found
+void clearRegistry(); // no value is found
 void resetRegistry();
 
 struct RegistryValue {
@@ -38,9 +38,9 @@ struct RegistryValue {
     std::string keyName;
     std::string valueName;
     std::uint32_t type = 0;
-    std::string bytes; // a string's with its NUL
+    std::string bytes; // strings include their NUL
 };
-// What the system has at this moment of the values that the program asks for.
+// The system's present values, restricted to those that the program asks for.
 std::vector<RegistryValue> systemRegistry();
 
 }

@@ -1,15 +1,15 @@
-// Where a user's folders begin, on a system that has no drive letters.
+// Where a user's folders begin on a system without drive letters.
 #pragma once
 #include <string>
 #include <vector>
 
 namespace tolvek {
 
-// The root first, then the user's home, the drive C of a Windows environment
-// that the user has set up, and the other mounted volumes by name; each once.
-// UTF-8, without a separator at the end but for the root.
+// The root first, then the user's home, drive C of the user's Windows environment
+// if there is one, and the other mounted volumes by name, each once. UTF-8, without
+// a trailing separator except for the root.
 std::vector<std::string> volumeFolders();
-// Tests: these alone. None: the system's own again.
+// For tests: returns only these folders. An empty list restores the system's own.
 void setVolumeFolders(std::vector<std::string> folders);
 
 }

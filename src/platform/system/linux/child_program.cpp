@@ -21,8 +21,8 @@ using Milliseconds = std::chrono::milliseconds;
 
 constexpr int kFailureDescriptor = kResultDescriptor + 1;
 constexpr int kFirstForeign = kFailureDescriptor + 1;
-constexpr rlim_t kLargestFile = 1 << 20; // its own notes in memory files count, too
-constexpr rlim_t kOpenFiles = 16;        // to be loaded with its libraries
+constexpr rlim_t kLargestFile = 1 << 20; // bytes; the child's own memory files count too
+constexpr rlim_t kOpenFiles = 16;        // enough to load the program and its libraries
 constexpr auto kNap = Milliseconds(2);
 
 struct Pipe {
@@ -43,7 +43,8 @@ Descriptor opened(const std::filesystem::path& path, int flags)
     return low.movedUp(kFirstForeign);
 }
 
-// What the child needs between fork and exec, where nothing may be allocated.
+// Everything that the child needs between fork and exec, where it must not allocate
+// memory.
 struct Start {
     const char* program;
     std::vector<char*> arguments;
@@ -69,12 +70,13 @@ void applyLimits(const ChildLimits& limits)
     if (limits.isAlone) setLimit(RLIMIT_NPROC, 0);
     if (limits.addressSpace) setLimit(RLIMIT_AS, limits.addressSpace);
     if (!limits.processorSeconds) return;
-    // The soft limit's signal says what happened; the hard one's wouldn't.
+    // At the soft limit the child gets SIGXCPU, which endOf() recognises. At the
+    // hard limit it would get SIGKILL, which looks like a kill from outside.
     rlimit processor{limits.processorSeconds, limits.processorSeconds + 5};
     if (setrlimit(RLIMIT_CPU, &processor) != 0) _exit(127);
 }
 
-// What this process ignores or holds back is its own affair.
+// The child must not inherit which signals this process ignores or blocks.
 void restoreSignals()
 {
     for (const int number : {SIGXCPU, SIGXFSZ, SIGPIPE, SIGTERM, SIGINT, SIGHUP, SIGQUIT})
@@ -86,6 +88,8 @@ void restoreSignals()
 
 void takeDescriptors(const Start& start)
 {
+    // The sources are all numbered kFirstForeign or higher, so no dup2 overwrites
+    // one of them.
     dup2(start.input.number(), STDIN_FILENO);
     dup2(start.nowhere.number(), STDOUT_FILENO);
     dup2(start.nowhere.number(), STDERR_FILENO);
@@ -99,7 +103,7 @@ void takeDescriptors(const Start& start)
 {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0);
-    if (getppid() != start.parent) _exit(127); // it ended before the line above
+    if (getppid() != start.parent) _exit(127); // the parent ended before PR_SET_PDEATHSIG was set
     takeDescriptors(start);
     restoreSignals();
     applyLimits(start.limits);
@@ -110,7 +114,7 @@ void takeDescriptors(const Start& start)
     _exit(told > 0 ? 127 : 126);
 }
 
-// The child as long as it isn't waited for; ended with its owner.
+// A child process that hasn't been waited for. The destructor kills it.
 class Child {
 public:
     explicit Child(pid_t id) : id_(id) {}
@@ -139,7 +143,8 @@ private:
     pid_t id_;
 };
 
-// Only the child has the writing end once this process has closed its own.
+// The read ends when the last writing end is closed: on exec (FD_CLOEXEC) or on the
+// child's exit.
 void requireStarted(Pipe& failure)
 {
     failure.writing.close();
@@ -149,8 +154,8 @@ void requireStarted(Pipe& failure)
     if (size > 0) throwSystemError(reason, {});
 }
 
-// Waits on the child's account until something is there to be read; false at
-// the end of its patience.
+// Waits until there is something to read and deducts the time from the child's
+// patience. False when the patience is used up.
 bool awaitBytes(const Descriptor& reading, Milliseconds& patience)
 {
     const auto begin = Clock::now();
@@ -179,13 +184,14 @@ ChildEnd endOf(int status)
     using How = ChildEnd::How;
     if (WIFEXITED(status)) return {How::Exited, WEXITSTATUS(status)};
     const int number = WTERMSIG(status);
+    // The signal of the processor limit.
     if (number == SIGXCPU) return {How::OutOfTime, 0};
     for (const int outer : {SIGKILL, SIGTERM, SIGINT, SIGHUP, SIGQUIT})
         if (number == outer) return {How::Stopped, 0};
     return {How::Crashed, 0};
 }
 
-// It has closed its result, so its end is near, or it hangs.
+// The child has closed its result, so it will end soon, or it hangs.
 ChildEnd awaited(Child& child, Milliseconds patience)
 {
     int status = 0;
@@ -198,7 +204,7 @@ ChildEnd awaited(Child& child, Milliseconds patience)
 
 std::vector<char*> argumentsOf(const std::string& program, const std::vector<std::string>& others)
 {
-    std::vector<char*> all{const_cast<char*>(program.c_str())}; // exec's own old type
+    std::vector<char*> all{const_cast<char*>(program.c_str())}; // exec's interface isn't const
     for (const std::string& argument : others)
         all.push_back(const_cast<char*>(argument.c_str()));
     all.push_back(nullptr);
@@ -228,6 +234,7 @@ ChildEnd runChild(const std::filesystem::path& program, const std::vector<std::s
                   const std::filesystem::path& input, const ChildLimits& limits,
                   const std::function<void(std::string_view)>& result)
 {
+    // O_NONBLOCK: opening a pipe that nobody writes to would otherwise block.
     probeFile(FileOperation::Open, input);
     const Descriptor file = opened(input, O_RDONLY | O_NONBLOCK);
     Pipe answer, failure;
@@ -240,6 +247,7 @@ ChildEnd runChild(const std::filesystem::path& program, const std::vector<std::s
                           nowhere,         answer,
                           failure,         getpid()};
         child = std::make_unique<Child>(started(start));
+        // Otherwise the result would never come to an end for this process.
         answer.writing.close();
         requireStarted(failure);
     });

@@ -1,4 +1,4 @@
-// An open descriptor that is closed with its owner.
+// A file descriptor that is closed by its owner.
 #pragma once
 #include "platform/system/linux/system_failure.h"
 
@@ -26,7 +26,8 @@ public:
     {
         if (number_ >= 0) ::close(std::exchange(number_, -1));
     }
-    // The same with a number that a child's first descriptors don't take.
+    // A duplicate whose number is at least `lowest`, above the descriptors that a
+    // child process uses.
     Descriptor movedUp(int lowest) const
     {
         return Descriptor(systemCall({}, [&] { return fcntl(number_, F_DUPFD_CLOEXEC, lowest); }));

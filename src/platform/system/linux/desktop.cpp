@@ -15,14 +15,16 @@ namespace tolvek {
 namespace {
 
 constexpr std::chrono::milliseconds kPatience{2000};
-constexpr long kAsPager = 2; // as a pager asks: on the user's behalf
-// Measured: a menu that opens loses a letter that comes earlier.
+constexpr long kAsPager = 2; // source indication 2: a pager, acting for the user
+// Milliseconds, measured: a menu that is opening loses a letter that arrives
+// earlier.
 constexpr int kMenuPause = 60;
 constexpr int kKeyPause = 10;
 constexpr int kCharacterPause = 2;
 
-// Nobody keeps the keyboard to himself: a screen lock, another program's menu.
-// Whoever did would get the keys, whatever window has the focus.
+// True if no client has grabbed the keyboard, as a screen lock or another program's
+// menu does. A client with a grab would receive the keys, whichever window has the
+// focus.
 bool isKeyboardFree(const X11Screen& screen)
 {
     Display* display = screen.display();
@@ -40,11 +42,11 @@ void requireTyping(const X11Screen& screen)
         throwDesktopError(std::errc::function_not_supported, "the screen takes no keys");
 }
 
-// The event with the keys for it.
+// An event and the keys that produce it.
 struct Step {
     KeyEvent event;
     KeyPlace place;
-    bool isCommand = false; // with Control or Alt
+    bool isCommand = false; // Control or Alt is held
 };
 
 std::vector<Step> stepsFor(std::span<const KeyEvent> keys, const X11Screen& screen)
@@ -67,7 +69,7 @@ public:
         : screen_(screen), windows_(windows)
     {
     }
-    ~KeyPlayer() // whatever cut it off
+    ~KeyPlayer() // also releases the keys when an exception interrupted the sending
     {
         for (const KeyCode key : held_)
             XTestFakeKeyEvent(screen_.display(), key, False, CurrentTime);
@@ -99,7 +101,8 @@ private:
         return step.event.key == Key::Character ? kCharacterPause : kKeyPause;
     }
 
-    // The server does nothing for anyone else between the look and the key.
+    // The server is grabbed, so the focus can't change between the check and the
+    // key.
     void whileVerified(const std::function<void()>& keys)
     {
         XGrabServer(screen_.display());
@@ -114,7 +117,7 @@ private:
 
     void stroke(const KeyPlace& place)
     {
-        std::vector<KeyCode> own = place.held; // but for those that are down already
+        std::vector<KeyCode> own = place.held; // without those that are already down
         std::erase_if(own, [this](KeyCode key) { return isHeld(key); });
         for (const KeyCode key : own)
             press(key);
@@ -143,21 +146,21 @@ private:
     std::vector<KeyCode> held_;
 };
 
-// A window works its messages off in order, so the answer to one says that the
-// keys before it are done.
+// A window processes its messages in order, so its answer to a ping shows that the
+// keys before it have been processed.
 class Question {
 public:
     Question(const X11Screen& screen, Window window) : screen_(screen), window_(window)
     {
         static long lastNumber = 0;
         number_ = ++lastNumber;
-        // The toolkits don't agree on whom they send the answer to.
+        // Toolkits differ in the event mask with which they send the answer.
         XSelectInput(screen.display(), screen.root(), StructureNotifyMask | SubstructureNotifyMask);
         screen.send(window, window, "WM_PROTOCOLS", {ping(), number_, static_cast<long>(window)},
                     NoEventMask);
     }
 
-    // A window that has gone won't answer any more.
+    // A window that no longer exists won't answer.
     bool isAnswered() const
     {
         while (XPending(screen_.display())) {
@@ -188,9 +191,9 @@ private:
     long number_ = 0;
 };
 
-// Asked twice: a toolkit may answer the first time before it hands the keys on
-// to the program. One that is busy for long, or doesn't know the question, isn't
-// waited for.
+// Pings twice: a toolkit may answer the first ping before it passes the keys on to
+// the program. A window that is busy for long or doesn't support pings isn't waited
+// for.
 void awaitDone(const X11Screen& screen, Window window, const std::function<void()>& meanwhile)
 {
     if (window == None || !Question::isUnderstood(screen, window)) return;
@@ -223,6 +226,8 @@ void playKeys(std::int32_t processId, std::span<const KeyEvent> keys,
     const X11Screen screen;
     requireTyping(screen);
     const X11Windows windows(screen, processId);
+    // All keys are looked up before the first one is sent, so an unknown key leaves
+    // nothing half typed.
     const std::vector<Step> steps = stepsFor(keys, screen);
     const Window asked = windows.active();
     {

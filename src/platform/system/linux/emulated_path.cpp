@@ -17,7 +17,7 @@ char lower(char c)
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
-// ASCII letters alone: the host's file systems know no other folding.
+// ASCII letters only; other letters must match exactly.
 bool sameName(std::string_view a, std::string_view b)
 {
     return std::ranges::equal(a, b, {}, lower, lower);
@@ -35,7 +35,7 @@ std::vector<std::string> namesIn(const fs::path& folder)
     try {
         return entryNames(folder);
     } catch (const std::system_error&) {
-        return {}; // one that may be passed through, but not be read
+        return {}; // a folder that may be entered but not listed
     }
 }
 
@@ -47,7 +47,7 @@ fs::path entryNamed(const fs::path& folder, std::string_view name)
     return folder / name;
 }
 
-// The name up to the next separator, which is taken off the rest with it.
+// Removes the next name and its separator from `rest` and returns the name.
 std::string_view takeName(std::string_view& rest)
 {
     const std::size_t end = std::min(rest.find_first_of("\\/"), rest.size());
@@ -78,6 +78,7 @@ std::optional<fs::path> hostPath(std::string_view path, const fs::path& environm
     if (!isDrivePath(path)) return std::nullopt;
     path = withoutMark(path);
     std::optional<fs::path> found = driveFolder(path[0], environment);
+    // 3: the length of "C:\".
     for (std::string_view rest = path.substr(3); found && !rest.empty();) {
         const std::string_view name = takeName(rest);
         if (name == "..")

@@ -6,14 +6,14 @@
 
 namespace tolvek {
 
-// "C:\Program Files\x.exe", also with "/" or a "\\?\" or "\??\" before it.
+// True for "C:\Program Files\x.exe", also with "/" and with the prefixes "\\?\" and
+// "\??\".
 bool isDrivePath(std::string_view path);
 
-// Such a path as the host has it. The drives are the links "c:", "z:" in the
-// folder dosdevices of the environment's folder; of the names below them the
-// case doesn't count where none is there as written. Nothing for a drive that
-// isn't there and for a path without one; what is missing further down stays as
-// it is written.
+// Converts such a path to a host path. The drives are the links "c:", "z:" and so
+// on in the folder "dosdevices" of `environment`. Names below a drive match without
+// regard to case if no exact match exists. Returns nothing for a missing drive and
+// for a path without a drive; missing parts further down are kept as written.
 std::optional<std::filesystem::path> hostPath(std::string_view path,
                                               const std::filesystem::path& environment);
 

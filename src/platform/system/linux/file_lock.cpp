@@ -7,9 +7,9 @@ namespace tolvek {
 
 namespace {
 
-// A lock of the open file, not of the process: no other descriptor of the file
-// that is closed takes it away. Old systems and some file systems know only the
-// process's own; the two kinds exclude each other.
+// An open-file-description lock. Unlike a lock of the process, it isn't lost when
+// another descriptor of the same file is closed. Old systems and some file systems
+// support only the lock of the process; the two kinds exclude each other.
 int lockCommand(int descriptor, int command)
 {
     struct flock whole {};
@@ -28,7 +28,7 @@ int lockWhole(int descriptor)
     return code == EINVAL ? lockCommand(descriptor, F_SETLK) : code;
 }
 
-// As far as the folder lets others in to write.
+// Whoever may write to the folder gets read and write access to the lock file.
 mode_t modeInFolder(const std::filesystem::path& path)
 {
     struct stat folder {};
@@ -39,22 +39,23 @@ mode_t modeInFolder(const std::filesystem::path& path)
     return mode;
 }
 
-// The mode is set again on a file of ours: the folder may have been opened to
-// others since, and the user's mask is about mails.
+// The mode of our own file is set again: the folder may have been opened to others
+// since, and the user's umask is meant for mails, not for this file.
 Descriptor openedFile(const std::filesystem::path& path, FileLock::Missing missing)
 {
     const int make = missing == FileLock::Missing::Make ? O_CREAT : 0;
     const mode_t mode = modeInFolder(path);
-    Descriptor file(
-        open(path.c_str(), O_RDWR | make | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, mode));
+    Descriptor file(open(path.c_str(), O_RDWR | make | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, mode));
     if (file.number() >= 0) fchmod(file.number(), mode);
     return file;
 }
 
-// The name may lead to another file by now.
+// Checks that the name still leads to this file; another process may have removed
+// or replaced it before the lock was taken.
 bool isStillNamed(int descriptor, const std::filesystem::path& path)
 {
-    struct stat locked {}, named {};
+    struct stat locked {
+    }, named{};
     return fstat(descriptor, &locked) == 0 && stat(path.c_str(), &named) == 0 &&
            locked.st_dev == named.st_dev && locked.st_ino == named.st_ino;
 }
@@ -63,11 +64,12 @@ bool isStillNamed(int descriptor, const std::filesystem::path& path)
 
 FileLock::FileLock(const std::filesystem::path& path, Missing missing)
 {
-    constexpr int kTries = 10; // each after somebody removed the file
+    constexpr int kTries = 10; // each try follows a removal by somebody else
     for (int i = 0; i < kTries && !isHeld(); ++i) {
         Descriptor file = openedFile(path, missing);
         if (file.number() < 0) return;
         const int code = lockWhole(file.number());
+        // POSIX permits either code for a lock that is held.
         heldElsewhere_ = code == EAGAIN || code == EACCES;
         if (code != 0) return;
         if (isStillNamed(file.number(), path)) handle_ = file.release();

@@ -14,7 +14,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// A descriptor for the time of one flush.
+// A descriptor that is open for one flush.
 class FlushHandle {
 public:
     FlushHandle(const fs::path& path, int flags)
@@ -43,11 +43,14 @@ mode_t allWriteBits()
 
 bool noWriteBit(const struct stat& status)
 {
+    // For the owner only the owner's bit decides; for anyone else the file is
+    // read-only if no bit is set.
     const bool owner = status.st_uid == geteuid();
     return (status.st_mode & (owner ? S_IWUSR : allWriteBits())) == 0;
 }
 
-// These say that the file system doesn't know the call, not that it failed.
+// These codes mean that the file system doesn't support the call, not that it
+// failed.
 bool unknownToFileSystem(int code)
 {
     return code == EINVAL || code == ENOSYS || code == EOPNOTSUPP;
@@ -100,6 +103,8 @@ void renameByLink(const fs::path& from, const fs::path& to)
 void renameFile(const fs::path& from, const fs::path& to)
 {
     probeFile(FileOperation::Rename, from);
+    // The check for the target and the rename in one atomic call, where it is
+    // supported.
     if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return;
     if (!unknownToFileSystem(errno)) throwSystemError(errno, errno == EEXIST ? to : from);
     renameByLink(from, to);
@@ -122,7 +127,7 @@ void copyOwnerAndMode(const fs::path& from, const fs::path& to)
     struct stat status {};
     systemCall(from, [&] { return stat(from.c_str(), &status); });
     const bool given = chown(to.c_str(), status.st_uid, status.st_gid) == 0;
-    // Only the superuser gives files away.
+    // Only the superuser may change the owner.
     if (!given && errno != EPERM) throwSystemError(errno, to);
     systemCall(to, [&] { return chmod(to.c_str(), status.st_mode & 07777); });
 }
@@ -139,7 +144,8 @@ void flushFolder(const fs::path& folder)
     try {
         FlushHandle(folder, O_RDONLY | O_DIRECTORY).flush();
     } catch (const std::system_error& error) {
-        // Some file systems have no flush for folders; they order their own names.
+        // Some file systems don't support flushing a folder; they order changes of
+        // names themselves.
         if (!unknownToFileSystem(error.code().value())) throw;
     }
 }

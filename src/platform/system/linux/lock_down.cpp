@@ -13,8 +13,8 @@ namespace {
 
 class Filter {
 public:
-    // What isn't named fails and doesn't kill: a library that tries something
-    // needless may go on without it.
+    // Calls that aren't listed fail with EPERM and don't kill the process, so a
+    // library that tries an unnecessary call can continue.
     Filter() : context_(seccomp_init(SCMP_ACT_ERRNO(EPERM)), seccomp_release) {}
 
     template <class... Conditions> void allow(int call, const Conditions&... conditions)
@@ -23,7 +23,7 @@ public:
                  seccomp_rule_add(context_.get(), SCMP_ACT_ALLOW, call, sizeof...(conditions),
                                   conditions...) == 0;
     }
-    // Memory that code can't be run from.
+    // Memory that isn't executable.
     void allowWithoutCode(int call) { allow(call, SCMP_A2(SCMP_CMP_MASKED_EQ, PROT_EXEC, 0)); }
     bool load() const { return whole_ && seccomp_load(context_.get()) == 0; }
 
@@ -52,12 +52,13 @@ bool lockDown()
         filter.allow(call);
     for (const int call : {SCMP_SYS(mmap), SCMP_SYS(mmap2), SCMP_SYS(mprotect)})
         filter.allowWithoutCode(call);
-    // abort() sends a signal: to this process alone.
+    // abort() sends a signal; only to this process.
     filter.allow(SCMP_SYS(tgkill), SCMP_A0(SCMP_CMP_EQ, static_cast<scmp_datum_t>(getpid())));
-    // How newer C libraries ask about an open file.
+    // Newer C libraries use this call to query an open file.
     filter.allow(SCMP_SYS(newfstatat), SCMP_A3(SCMP_CMP_EQ, AT_EMPTY_PATH));
 #if defined(__SANITIZE_ADDRESS__)
-    // By a pipe to itself the sanitizer finds out whether an address can be read.
+    // The sanitizer writes to a pipe of its own to find out whether an address is
+    // readable.
     filter.allow(SCMP_SYS(pipe2));
 #endif
     return filter.load();

@@ -11,6 +11,7 @@ MappedInput::MappedInput()
     struct stat about {};
     if (fstat(STDIN_FILENO, &about) != 0 || !S_ISREG(about.st_mode)) return;
     size_ = static_cast<std::size_t>(about.st_size);
+    // mmap rejects a length of 0; an empty file is readable all the same.
     if (size_ > 0) bytes_ = mmap(nullptr, size_, PROT_READ, MAP_PRIVATE, STDIN_FILENO, 0);
     isReadable_ = bytes_ != MAP_FAILED;
 }

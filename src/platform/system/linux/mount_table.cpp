@@ -10,8 +10,8 @@ namespace tolvek {
 namespace {
 
 struct Mount {
-    std::string device; // "8:1"
-    std::string root;   // what of the volume is shown
+    std::string device; // major:minor, "8:1" for example
+    std::string root;   // which folder of the volume is shown
     std::string folder;
     std::string type;
     std::string source;
@@ -22,7 +22,8 @@ bool isOctal(char c)
     return c >= '0' && c <= '7';
 }
 
-// Blanks, TABs, line ends and backslashes stand as \ and three octal digits.
+// Decodes spaces, TABs, line ends and backslashes, which are written as "\" and
+// three octal digits.
 std::string unescaped(const std::string& field)
 {
     std::string plain;
@@ -43,6 +44,7 @@ std::optional<Mount> mountOf(const std::string& line)
     std::string skipped;
     Mount mount;
     fields >> skipped >> skipped >> mount.device >> mount.root >> mount.folder;
+    // The number of tags varies; "-" ends them.
     while (fields >> skipped && skipped != "-") {
     }
     if (!(fields >> mount.type >> mount.source)) return std::nullopt;
@@ -59,7 +61,7 @@ bool liesIn(std::string_view folder, std::string_view above)
 
 bool inSystemFolder(std::string_view folder)
 {
-    if (liesIn(folder, "/run/media")) return false; // where desktops put sticks and disks
+    if (liesIn(folder, "/run/media")) return false; // where desktops mount removable media
     constexpr std::string_view kSystem[] = {"/boot", "/dev", "/etc", "/proc", "/run",
                                             "/snap", "/sys", "/usr", "/var"};
     return std::any_of(std::begin(kSystem), std::end(kSystem),
@@ -76,7 +78,8 @@ bool holdsUserFiles(const Mount& mount)
                std::end(kOverTheNet);
 }
 
-// Of most volumes only the whole counts; this kind is divided by nature.
+// Usually only the mount of a whole volume counts. btrfs volumes are divided into
+// subvolumes, which have a root of their own.
 bool isWhole(const Mount& mount)
 {
     return mount.root == "/" || mount.type == "btrfs";

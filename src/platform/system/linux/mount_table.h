@@ -1,4 +1,4 @@
-// The system's table of mounts, as far as it names volumes.
+// Parses the system's mount table for the volumes in it.
 #pragma once
 #include <string>
 #include <string_view>
@@ -6,10 +6,10 @@
 
 namespace tolvek {
 
-// The folders of the volumes that hold files of users, sorted; not the root's.
-// Of a volume that is mounted more than once the first place counts, and what
-// the system mounts for itself (its own file systems, packed programs, single
-// files and folders shown in a second place) is none.
+// The folders of volumes that hold user files, sorted, without the root volume. For
+// a volume that is mounted several times the first mount counts. Mounts that the
+// system makes for itself are omitted (virtual file systems, packed programs,
+// single files and folders that are bind-mounted).
 std::vector<std::string> mountedVolumes(std::string_view mountInfo);
 
 }

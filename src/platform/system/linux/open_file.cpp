@@ -10,13 +10,13 @@ namespace tolvek {
 
 namespace {
 
-constexpr mode_t kNewFileMode = 0600; // mail is nobody else's
+constexpr mode_t kNewFileMode = 0600; // mail is private
 
 int openFlags(OpenFile::Mode mode)
 {
     switch (mode) {
     case OpenFile::Mode::Read:
-        return O_RDONLY | O_NONBLOCK; // or a pipe that nobody writes to would hold the open up
+        return O_RDONLY | O_NONBLOCK; // opening a pipe that nobody writes to would block otherwise
     case OpenFile::Mode::Create:
         return O_WRONLY | O_CREAT | O_TRUNC;
     case OpenFile::Mode::CreateNew:
@@ -31,8 +31,8 @@ void giveUpName(const std::filesystem::path& path)
     if (unlink(path.c_str()) != 0 && errno != ENOENT) throwSystemError(errno, path);
 }
 
-// The system opens a folder for reading and fails at the first read only; a
-// pipe or a device may never come to an end.
+// The system opens a folder for reading and fails only at the first read. A pipe or
+// a device may never end.
 void refuseAllButFiles(int descriptor, const std::filesystem::path& path)
 {
     struct stat status {};
@@ -121,7 +121,8 @@ void OpenFile::close()
     if (!handle_) return;
     const std::unique_ptr<Handle> closing = std::move(handle_);
     const int descriptor = std::exchange(closing->descriptor, -1);
-    // Never again after EINTR: the descriptor is gone already and may be another's.
+    // Never repeat close() after EINTR: the descriptor is already closed and its
+    // number may be in use again.
     if (::close(descriptor) != 0 && errno != EINTR) throwSystemError(errno, closing->path);
 }
 

@@ -19,7 +19,7 @@ namespace {
 
 constexpr std::string_view kLoaders[] = {"wine", "wine64", "wine-preloader", "wine64-preloader"};
 
-// What a process that has ended, or isn't this user's, keeps to itself.
+// Empty if the process has ended or belongs to another user.
 std::string contents(const fs::path& path)
 {
     try {
@@ -47,7 +47,7 @@ std::string variableOf(const fs::path& process, const std::string& name)
     return {};
 }
 
-// The folder in which the emulation layer keeps its drives for that process.
+// The folder in which the emulation layer keeps the drives for that process.
 fs::path environmentOf(const fs::path& process)
 {
     const std::string chosen = variableOf(process, "WINEPREFIX");
@@ -66,7 +66,8 @@ std::optional<fs::path> linkTarget(const fs::path& link)
     return unreadable ? std::nullopt : std::optional(std::move(target));
 }
 
-// A path of the host is as good for the loader as one with a drive.
+// The first word of the command line that isn't the loader itself. The loader
+// accepts a host path as well as a path with a drive.
 std::optional<fs::path> emulatedProgram(const fs::path& process)
 {
     for (const std::string& word : partsOf(contents(process / "cmdline"))) {
@@ -78,7 +79,8 @@ std::optional<fs::path> emulatedProgram(const fs::path& process)
     return std::nullopt;
 }
 
-// The system marks a program whose file has been replaced since its start.
+// The system marks a program whose file has been deleted or replaced since its
+// start.
 fs::path withoutMark(const fs::path& program)
 {
     constexpr std::string_view mark = " (deleted)";
@@ -92,6 +94,7 @@ std::optional<fs::path> programOf(const fs::path& process)
     const auto program = linkTarget(process / "exe");
     if (!program) return std::nullopt;
     const std::string line = contents(process / "cmdline");
+    // The loader may show the emulated program's own path as the first word.
     const bool emulated = isLoader(*program) || isDrivePath(line.substr(0, line.find('\0')));
     return emulated ? emulatedProgram(process) : withoutMark(*program);
 }
@@ -104,8 +107,8 @@ std::optional<std::int32_t> number(std::string_view digits)
     return failure == std::errc() && stop == end ? std::optional(value) : std::nullopt;
 }
 
-// Behind the name, which may hold anything, in the brackets: the state and then
-// the parent's id.
+// The name in brackets may contain anything, so the search is for the last ") ".
+// The state and the parent's id follow.
 std::int32_t parentOf(const fs::path& process)
 {
     const std::string state = contents(process / "stat");
@@ -136,6 +139,7 @@ std::vector<std::int32_t> processFamily(std::int32_t processId, const fs::path& 
     std::vector<std::int32_t> family{processId};
     for (std::size_t at = 0; at < family.size(); ++at)
         for (auto [child, end] = children.equal_range(family[at]); child != end; ++child)
+            // The listing isn't a snapshot: a reused id could make a cycle.
             if (std::ranges::find(family, child->second) == family.end())
                 family.push_back(child->second);
     return family;

@@ -1,14 +1,14 @@
-// The system's folder of processes, read.
+// Reads the system's process folder.
 #pragma once
 #include "platform/system/process_list.h"
 
 namespace tolvek {
 
-// Of the processes below that folder (/proc; a test has one of its own) those
-// whose program's path this user can read. A process may end meanwhile.
+// The processes below that folder (/proc, or a test's own) whose program path this
+// user can read. Processes may end during the call.
 std::vector<RunningProgram> runningProgramsIn(const std::filesystem::path& processFolder);
 
-// The process and those that it started, with all that these have started.
+// The process and all its descendants.
 std::vector<std::int32_t> processFamily(std::int32_t processId,
                                         const std::filesystem::path& processFolder);
 

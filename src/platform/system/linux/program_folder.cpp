@@ -16,7 +16,8 @@ bool isProgram(const fs::path& path)
     return fileExists(path) && access(path.c_str(), X_OK) == 0;
 }
 
-// As the shell looks: folder by folder, an empty one being the current folder.
+// Like the shell: searches one folder after the other; an empty entry means the
+// current folder.
 std::optional<fs::path> foundInPath(std::string_view name)
 {
     const char* variable = std::getenv("PATH");
@@ -38,7 +39,8 @@ std::optional<fs::path> startedProgram(std::string_view name)
     return isProgram(name) ? std::optional(fs::path(name)) : std::nullopt;
 }
 
-// "x/.." may be dropped from a name only where x is no link.
+// "x/.." may be removed from a path only if x isn't a link, so a path with ".." is
+// resolved by the system.
 fs::path tidyFolder(const fs::path& program)
 {
     const bool climbs = std::find(program.begin(), program.end(), "..") != program.end();
@@ -56,7 +58,8 @@ std::optional<fs::path> installedProgram(std::string_view name)
 fs::path programFolder(const char* argv0)
 {
     const auto started = startedProgram(argv0 ? argv0 : "");
-    // A starter that hands over another name than the file's: ask the system.
+    // The starting program may pass any name; if it isn't a program, ask the
+    // system.
     const fs::path program = started ? fs::absolute(*started) : fs::read_symlink("/proc/self/exe");
     return tidyFolder(program);
 }

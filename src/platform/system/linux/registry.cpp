@@ -5,9 +5,9 @@ namespace tolvek {
 
 namespace {
 
-// What the desktops have for showing a computer's hardware and system to its
-// user: the plain information tools first, then the monitors with such a page.
-// All of them open a window when started without arguments.
+// The desktops' tools that show a computer's hardware and system: plain information
+// tools first, then system monitors with such a page. All of them open a window
+// when started without arguments.
 constexpr std::string_view kInformationTools[] = {
     "hardinfo2",
     "hardinfo",

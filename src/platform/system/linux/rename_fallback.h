@@ -1,15 +1,16 @@
-// Renaming without replacing, for file systems that don't know it as one call.
+// Renames without replacing, on file systems that don't support this in one call.
 #pragma once
 #include <filesystem>
 
 namespace tolvek {
 
-// A second name, then the first one goes: the target can't be replaced, and at
-// every moment the file has a name. Where a file can't have two names, or for a
-// folder, the target is looked for before an ordinary rename.
+// Links the file to the new name and then removes the old name, so the target can't
+// be replaced and the file always has a name. If the file can't have two names, or
+// for a folder, falls back to renameAfterLooking.
 void renameByLink(const std::filesystem::path& from, const std::filesystem::path& to);
 
-// The last resort of the above.
+// Checks that the target is free and then renames. Not atomic, therefore the last
+// resort.
 void renameAfterLooking(const std::filesystem::path& from, const std::filesystem::path& to);
 
 }

@@ -19,7 +19,8 @@ namespace {
 SharedLibrary::SharedLibrary(const std::filesystem::path& path)
 {
     if (!fileExists(path)) throwLibraryError(std::errc::no_such_file_or_directory, path.string());
-    // With a whole path: a bare name would be looked for in the system's folders.
+    // dlopen searches the system's folders for a bare name, so the path must be
+    // absolute.
     handle_ = dlopen(std::filesystem::absolute(path).c_str(), RTLD_NOW | RTLD_LOCAL);
     if (!handle_) throwLibraryError(std::errc::executable_format_error, path.string());
 }

@@ -10,8 +10,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// Nobody else may have made the folder or may write in it: he could hold the lock
-// for ever or lead it elsewhere by a link.
+// The folder must belong to this user, and nobody else may write to it: another
+// user could hold the lock for ever or redirect it with a link.
 bool isOwnFolder(const fs::path& folder)
 {
     struct stat status {};
@@ -19,8 +19,8 @@ bool isOwnFolder(const fs::path& folder)
            status.st_uid == geteuid() && (status.st_mode & (S_IWGRP | S_IWOTH)) == 0;
 }
 
-// None without a session, as in a job: then only the lock in the program's
-// folder is left. There is no other place that is surely the user's own.
+// Empty without a session, in a batch job for example; then only the lock in the
+// program's folder remains. No other place is guaranteed to be the user's own.
 fs::path sessionFolder()
 {
     const char* variable = std::getenv("XDG_RUNTIME_DIR");
@@ -40,6 +40,7 @@ SingleInstance::SingleInstance(const std::string& name, const fs::path& home)
 {
     const fs::path session = sessionFolder();
     std::error_code none;
+    // In one folder both locks would be on the same file and exclude each other.
     if (!session.empty() && !fs::equivalent(session, home, none))
         session_ = FileLock(session / lockName(name));
     home_ = FileLock(home / lockName(name));

@@ -21,7 +21,8 @@ void must(int result)
     if (result != 0) throwSystemError(result, {});
 }
 
-// In a session of its own, so that the end of a terminal doesn't reach it.
+// Starts the program in a session of its own, so that closing the terminal doesn't
+// end it.
 class Attributes {
 public:
     Attributes()
@@ -38,7 +39,8 @@ private:
     posix_spawnattr_t attributes_;
 };
 
-// Without this program's files: a lock or a pipe would stay held through it.
+// Closes this program's files in the child; otherwise a lock or a pipe would stay
+// open through it.
 class FileActions {
 public:
     FileActions()
@@ -87,8 +89,8 @@ bool isWindowsProgram(const std::filesystem::path& program)
     return file.read(head, sizeof head) == sizeof head && std::string_view(head, 2) == "MZ";
 }
 
-// The installed emulation layer, for a program that the system takes for none
-// of its own or that isn't marked as a program at all.
+// The installed emulation layer, for a Windows program that the system can't
+// execute or that isn't marked as executable.
 std::optional<std::filesystem::path> emulatorFor(const std::filesystem::path& program,
                                                  const std::system_error& failure)
 {
@@ -97,7 +99,7 @@ std::optional<std::filesystem::path> emulatorFor(const std::filesystem::path& pr
     try {
         return foreign && isWindowsProgram(program) ? installedProgram("wine") : std::nullopt;
     } catch (const std::system_error&) {
-        return std::nullopt; // not readable: the first failure is the one to tell
+        return std::nullopt; // not readable: the first failure is the one to report
     }
 }
 
@@ -121,8 +123,8 @@ void waitForEnd(pid_t id)
 
 }
 
-// Somebody has to take the ended process away, whenever that is: a thread waits
-// for it and goes with this program, if that ends before.
+// An ended child must be waited for, whenever that is. A detached thread does it,
+// and ends with this program if that ends first.
 std::int32_t startProgram(const std::filesystem::path& program,
                           const std::vector<std::string>& arguments)
 {

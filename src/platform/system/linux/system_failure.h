@@ -1,4 +1,4 @@
-// How this folder turns the system's answers into failures.
+// Turns the system's error codes into exceptions.
 #pragma once
 #include <cerrno>
 #include <filesystem>
@@ -12,7 +12,8 @@ namespace tolvek {
     throw std::system_error(code, std::system_category(), path.string());
 }
 
-// Repeats a call that a signal cut off; -1 becomes a failure on `path`.
+// Repeats a call that a signal interrupted. A result of -1 is thrown as a failure
+// on `path`.
 template <class Call> auto systemCall(const std::filesystem::path& path, Call call)
 {
     for (;;) {

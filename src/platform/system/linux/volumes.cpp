@@ -31,15 +31,15 @@ std::string homeFolder()
     return home;
 }
 
-// An outside program of Windows lives there; its folder is a hidden one, which
-// a directory list doesn't show.
+// A Windows program's files are there. The folder is hidden, so a directory list
+// doesn't show it.
 std::string windowsDrive()
 {
     const std::string environment = variable("WINEPREFIX");
     return (environment.empty() ? homeFolder() + "/.wine" : environment) + "/drive_c";
 }
 
-// A system that doesn't tell its mounts still has its root.
+// If the mounts can't be read, the root is still listed.
 std::string mountInfo()
 {
     try {

@@ -13,7 +13,7 @@ namespace tolvek {
 
 namespace {
 
-// For the user to let go of the keys that started a command.
+// The time that the user has to release the keys that started a command.
 constexpr std::chrono::milliseconds kPatience{500};
 constexpr unsigned kHoldable = ShiftMask | ControlMask | Mod1Mask | Mod4Mask | Mod5Mask;
 
@@ -48,7 +48,7 @@ constexpr NamedKey kNamedKeys[] = {
     {Key::Alt, XK_Alt_L},
 };
 
-// The symbols of ASCII are its codes.
+// For ASCII characters the key symbol is the character code.
 KeySym symbolOf(const KeyEvent& event)
 {
     if (event.key == Key::Character)
@@ -95,14 +95,13 @@ KeySym symbolAt(const Description& keyboard, KeyCode code, unsigned modifiers)
     return found ? symbol : NoSymbol;
 }
 
-// A way to hold modifiers, and what it does to the keys.
+// A combination of held keys and its effect on the other keys.
 struct Hold {
     std::vector<KeyCode> keys;
     unsigned modifiers = 0;
 };
 
-// Without anything held, with Shift, with the key for the third level of the
-// layouts that have one, and with both.
+// Nothing held, Shift, the third-level key of layouts that have one, and both.
 std::vector<Hold> holdsOf(const Description& keyboard, unsigned group)
 {
     std::vector<Hold> holds{{}};
@@ -141,7 +140,10 @@ X11Keyboard::X11Keyboard(const X11Screen& screen)
 {
     const Description keyboard = describe(screen);
     const XkbStateRec state = stateOf(screen);
+    // Mod2 is NumLock, which chooses between the symbols of the keypad.
     const unsigned group = XkbBuildCoreState(state.locked_mods & Mod2Mask, state.group);
+    // try_emplace keeps the first entry, and the holds are ordered by the number of
+    // keys.
     for (const Hold& hold : holdsOf(keyboard, group))
         for (unsigned code = keyboard->min_key_code; code <= keyboard->max_key_code; ++code) {
             const auto key = static_cast<KeyCode>(code);

@@ -1,4 +1,4 @@
-// Where the keys are on the keyboard as it is laid out at this moment.
+// Finds the keys in the current keyboard layout.
 #pragma once
 #include "platform/system/keys.h"
 #include "platform/system/linux/x11_screen.h"
@@ -10,7 +10,7 @@
 
 namespace tolvek {
 
-// A key, with those that have to be held for it.
+// A key, and the keys to be held for it.
 struct KeyPlace {
     KeyCode code = 0;
     std::vector<KeyCode> held;
@@ -20,26 +20,27 @@ class X11Keyboard {
 public:
     explicit X11Keyboard(const X11Screen& screen);
 
-    // With CapsLock off. A key that the layout lacks: std::invalid_argument.
+    // Assumes that CapsLock is off. Throws std::invalid_argument for a key that the
+    // layout lacks.
     KeyPlace placeOf(const KeyEvent& key) const;
-    // The same for a command of a program: its letter stands for the key, and
-    // Shift isn't held for a capital.
+    // The same for a keyboard command: a letter means its key, so Shift isn't held
+    // for a capital.
     KeyPlace placeOfCommand(const KeyEvent& key) const;
 
 private:
     void read(const X11Screen& screen);
     KeyPlace placeOfSymbol(KeySym symbol) const;
 
-    std::map<KeySym, KeyPlace> places_; // the ones with the fewest keys to hold
+    std::map<KeySym, KeyPlace> places_; // for each symbol the entry with the fewest held keys
 };
 
-// While it lives, no modifier is down or locked but those that are played:
-// CapsLock is off, and the user's own keys are awaited, then released. What the
-// user has locked in another way is std::system_error.
+// During its lifetime only the modifiers that we send are active: turns CapsLock
+// off, waits for the user to release modifier keys, then forces them up. Throws
+// std::system_error if another modifier is locked.
 class FreeModifiers {
 public:
     explicit FreeModifiers(const X11Screen& screen);
-    ~FreeModifiers(); // CapsLock is as it was
+    ~FreeModifiers(); // restores CapsLock
     FreeModifiers(const FreeModifiers&) = delete;
     FreeModifiers& operator=(const FreeModifiers&) = delete;
 

@@ -16,8 +16,8 @@ using Clock = std::chrono::steady_clock;
 constexpr long kLongestProperty = 1 << 16; // in units of 32 bits
 constexpr std::chrono::milliseconds kLookEvery{2};
 
-// The handlers are the process's, and the toolkit has its own: they are in place
-// only while a connection of this file is open.
+// The error handlers belong to the process, and the toolkit has its own. Ours are
+// installed only while a connection of this class is open.
 Display* ownDisplay = nullptr;
 bool serverHasGone = false;
 XErrorHandler errorsBefore = nullptr;
@@ -52,6 +52,7 @@ X11Screen::X11Screen() : display_(XOpenDisplay(nullptr))
     serverHasGone = false;
     errorsBefore = XSetErrorHandler(onError);
     lossesBefore = XSetIOErrorHandler(onLoss);
+    // The default exit handler would end the process when the server is lost.
     XSetIOErrorExitHandler(display_, stayAlive, nullptr);
     root_ = DefaultRootWindow(display_);
 }

@@ -1,9 +1,9 @@
-// A connection to the X server of its own, beside that of the window toolkit.
+// A connection to the X server, separate from that of the window toolkit.
 //
-// For one operation in one thread. Errors on it end nothing: what a window that
-// has gone doesn't answer is an empty answer, and a server that has gone is a
-// std::system_error at the next check(). Errors on other connections go where
-// they went before.
+// For one operation in one thread. Errors on this connection don't end the program:
+// a request to a window that no longer exists gives an empty answer, and a lost
+// server throws std::system_error at the next check(). Errors on other connections
+// go to the previous handlers.
 #pragma once
 #include <X11/Xlib.h>
 
@@ -27,20 +27,21 @@ public:
     Window root() const { return root_; }
     Atom atom(const char* name) const;
 
-    // Of 32 bits each: windows, atoms or numbers; those that aren't of the type
-    // (AnyPropertyType: any) count as missing.
+    // A property with 32-bit elements: windows, atoms or numbers. A property of
+    // another type counts as missing (AnyPropertyType accepts all).
     std::vector<unsigned long> numbers(Window window, const char* name, Atom type) const;
-    unsigned long number(Window window, const char* name, Atom type) const; // 0: none
+    unsigned long number(Window window, const char* name, Atom type) const; // 0 if missing
     std::string text(Window window, const char* name) const;
 
-    // A message to the window, or about it to all who watch the root's children.
+    // Sends a message to the window `target`, or about the window `about` to all
+    // clients that watch the children of the root window.
     void send(Window target, Window about, const char* type, std::vector<long> values,
               long watchers) const;
 
-    void check() const; // throws once the server has gone
+    void check() const; // throws if the server is gone
 
-    // Until the condition holds; false when that takes too long. Looks every few
-    // milliseconds, with a call of `meanwhile` between.
+    // Waits until the condition holds; returns false after `patience`. Checks every
+    // few milliseconds and calls `meanwhile` in between.
     bool waitFor(std::chrono::milliseconds patience, const std::function<bool()>& condition,
                  const std::function<void()>& meanwhile = {}) const;
 

@@ -18,7 +18,8 @@ void requireManager(const X11Screen& screen)
 {
     constexpr const char* mark = "_NET_SUPPORTING_WM_CHECK";
     const Window manager = screen.number(screen.root(), mark, XA_WINDOW);
-    // One that has gone left its mark on the root, but no window.
+    // A window manager that has exited leaves its mark on the root window, but its
+    // own window is gone.
     if (!manager || screen.number(manager, mark, XA_WINDOW) != manager)
         throwDesktopError(std::errc::function_not_supported, "no window manager");
 }
@@ -49,6 +50,8 @@ X11Windows::X11Windows(const X11Screen& screen, std::int32_t processId)
     requireManager(screen);
     if (processId <= 0) throwDesktopError(std::errc::no_such_process, "no process");
     findOwn();
+    // A start script or a loader has no window; the program that it started has
+    // one.
     if (own_.empty()) {
         processes_ = processFamily(processId, "/proc");
         findOwn();
@@ -64,7 +67,7 @@ void X11Windows::findOwn()
                          [this](Window window) { return isOwn(window); });
 }
 
-// A window from another machine may have the same process id.
+// A window of another machine may have the same process id.
 bool X11Windows::isLocal(Window window) const
 {
     const std::string machine = screen_.text(window, "WM_CLIENT_MACHINE");
@@ -81,7 +84,8 @@ bool X11Windows::isOwn(Window window) const
     return std::ranges::find(processes_, processOf(window)) != processes_.end() && isLocal(window);
 }
 
-// The keyboard is often given to a small window within the one with the name.
+// The focus is often on a small child window of the window that carries the process
+// id.
 bool X11Windows::isInside(Window window) const
 {
     while (window != None && window != screen_.root()) {
@@ -95,6 +99,7 @@ bool X11Windows::hasType(Window window, const char* type) const
 {
     const auto types = screen_.numbers(window, "_NET_WM_WINDOW_TYPE", XA_ATOM);
     const Atom normal = screen_.atom("_NET_WM_WINDOW_TYPE_NORMAL");
+    // A window without a type is a normal one.
     if (types.empty()) return screen_.atom(type) == normal;
     return std::ranges::find(types, screen_.atom(type)) != types.end();
 }

@@ -1,4 +1,4 @@
-// The windows of one process on the screen, as the window manager knows them.
+// The windows of one process, as reported by the window manager.
 #pragma once
 #include "platform/system/linux/x11_screen.h"
 
@@ -8,15 +8,15 @@ namespace tolvek {
 
 class X11Windows {
 public:
-    // No window manager that lists windows, or no window of the process among
-    // them: std::system_error.
+    // Throws std::system_error if no window manager lists windows, or if none of
+    // the windows belongs to the process.
     X11Windows(const X11Screen& screen, std::int32_t processId);
 
-    // The topmost normal one, or failing that the topmost dialog.
+    // The topmost normal window, otherwise the topmost dialog.
     Window top() const;
-    // The window that the manager shows as the active one, if it is one of these.
+    // The window that the manager reports as active, if it is one of these windows.
     Window active() const;
-    // One of these has the keyboard.
+    // True if one of these windows has the keyboard focus.
     bool haveKeyboard() const;
 
 private:
@@ -31,7 +31,7 @@ private:
     const X11Screen& screen_;
     std::vector<std::int32_t> processes_;
     std::vector<Window> own_;         // bottom to top
-    mutable Window lastFocus_ = None; // known to be inside
+    mutable Window lastFocus_ = None; // cached: known to be inside one of the windows
 };
 
 }
