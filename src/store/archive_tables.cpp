@@ -8,7 +8,7 @@ namespace tolvek {
 
 namespace {
 
-// What came to the tables after version 2.10.
+// The fields that were added after version 2.10.
 constexpr TextView kLaterFields[] = {u"tblTolvek_SubKey", u"tblTolvek_Include",
                                      u"tblFilterDt_SubKey"};
 
@@ -58,7 +58,7 @@ bool lacksSubKey(const Text& path)
     try {
         database.OpenRecordset(Statement{u"SELECT tblTolvek_SubKey FROM tblTolvek"});
     } catch (const RuntimeError& error) {
-        if (error.number() == 3061) return true;
+        if (error.number() == 3061) return true; // the statement names an unknown field
         throw;
     }
     return false;

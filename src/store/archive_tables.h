@@ -1,15 +1,17 @@
-// What makes a database an archive of this program's: the six tables, in their
-// newest form or in that of an older version.
+// How a database is recognised as an archive of this program: it has the six
+// tables, in their newest form or in that of an older version.
 #pragma once
 #include "store/schema.h"
 
 namespace tolvek {
 
-// From here on the engine opens no other database. Once, before the first one.
+// Call once, before the first database is opened. From then on the engine refuses
+// databases that aren't archives.
 void registerArchiveTables();
 
-// Of an older version, so that it is to be upgraded: without the sub keys. False
-// for what isn't there or can't be read; whoever opens it next says why.
+// Whether the archive is of an older version (it has no sub keys) and must be
+// upgraded. False when the file is missing or unreadable; the next opening reports
+// why.
 bool isOldArchive(const Text& path);
 
 }

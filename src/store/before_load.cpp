@@ -39,7 +39,8 @@ void setRunning(const Text& copy)
     flushFolderOf(copy);
 }
 
-// Numbered copies are never replaced anyway.
+// Only the copy without a number needs the mark of errors: numbered copies are never
+// replaced.
 void endRunning(const Text& copy, bool withErrors)
 {
     const Path running = markOf(copy, kRunning);
@@ -52,7 +53,7 @@ void endRunning(const Text& copy, bool withErrors)
     flushFolderOf(copy);
 }
 
-// The copies whose imports were never ended.
+// The copies whose imports weren't ended, for all databases that match `database`.
 std::vector<Text> runningCopies(const Text& folder, TextView database)
 {
     std::vector<Text> copies;
@@ -67,7 +68,8 @@ Text folderOf(const Text& path)
     return pathText(existingPath(path).parent_path());
 }
 
-// Left by an import of this run whose end failed.
+// Marks left by an earlier import of this run whose endLoad failed. That import isn't
+// known to be complete, so its copy counts as one with errors.
 void endEarlierLoads(const Text& path)
 {
     const Text name = pathText(existingPath(path).filename());
@@ -75,8 +77,8 @@ void endEarlierLoads(const Text& path)
         endRunning(copy, true);
 }
 
-// Both names stand until the next copy takes the first one, where the file system
-// knows second names.
+// With hard links both names exist until the next copy replaces the first one, so
+// the copy has a name at every moment. Without them it is renamed.
 void keepUnderNumber(const Text& copy)
 {
     const Text aside = freeName(copy);
@@ -84,6 +86,8 @@ void keepUnderNumber(const Text& copy)
     flushFolderOf(copy);
 }
 
+// The name that the fresh copy gets: the plain one if the copy there may be replaced
+// or has been renamed, otherwise a numbered one.
 Text placeFor(const Text& fresh, const Text& copy)
 {
     const Path errors = markOf(copy, kErrors);
@@ -96,6 +100,8 @@ Text placeFor(const Text& fresh, const Text& copy)
     return copy;
 }
 
+// The half-loaded database is kept only if it holds a mail that the copy lacks: the
+// text files may have had mails that the archive hadn't.
 void putBack(const Text& copy, const Text& database)
 {
     const MailSet mails(copy);
@@ -125,7 +131,8 @@ Text beginLoad(const Text& path)
     return copy;
 }
 
-// The rows are on the disk before the mark that doubts them goes.
+// The mark is removed only when the imported rows are on the disk. The other order
+// could lose both the rows and the sign that they are missing.
 void endLoad(const Text& copy, bool withErrors)
 {
     DBEngine::Rest();
@@ -136,6 +143,7 @@ void undoCutOffLoads(const Text& folder)
 {
     for (const Text& copy : runningCopies(folder, u"*")) {
         if (databaseExists(copy)) putBack(copy, copy.substr(0, copy.rfind(kCopy)));
+        // A copy that is still there couldn't be read; it must not be replaced.
         endRunning(copy, databaseExists(copy));
     }
 }

@@ -1,13 +1,15 @@
-// The copy of the archive that a text import leaves beside it, and the way back.
+// The copy of the archive that a text import makes first, and how a start restores
+// it after an import that was cut off.
 //
-// For a database P, P + ".BeforeLoad" is what P was before the last import. It is
-// replaced by the next import's copy unless its own import ended with an error;
-// the new copy is then numbered (".BeforeLoad2" and so on). A copy with a mail that
-// the new one lacks is never given up either: it takes the number itself.
+// For a database P, P + ".BeforeLoad" is P as it was before the last import. The
+// next import replaces that copy, unless the copy's own import ended with an error;
+// the new copy is then numbered (".BeforeLoad2" and so on). A copy that holds a mail
+// which the new one lacks isn't replaced either: the old copy is renamed to the
+// numbered name.
 //
-// Two marks, empty files, say what a copy is:
-//   copy + ".Running"  an import is at work or was cut off: the copy is the archive
-//   copy + ".Errors"   its import ended with an error: it isn't replaced
+// Two marks, which are empty files, give the state of a copy:
+//   copy + ".Running"  an import is running or was cut off: the copy is the archive
+//   copy + ".Errors"   its import ended with an error: the copy isn't replaced
 //
 // Failures are RuntimeError.
 #pragma once
@@ -15,18 +17,19 @@
 
 namespace tolvek {
 
-// To be called before the first row is deleted. Copy and mark are on the disk when
-// this returns. The copy's name; empty, and no mark, when there is no database.
+// Call before the first row is deleted. Copy and mark are on the disk when this
+// returns. Returns the copy's name, or an empty text (and sets no mark) when there
+// is no database.
 Text beginLoad(const Text& path);
 
-// The import is over, and what it made is on the disk when this returns. Without
-// this call the next start takes the import back.
+// Ends the import. Its rows are on the disk when this returns. Without this call
+// the next start undoes the import.
 void endLoad(const Text& copy, bool withErrors);
 
-// At a start, before anything looks at a database of the folder: an import that
-// was cut off is taken back. A mail that is in the half-loaded database alone stays
-// in P + ".HalfLoaded" (numbered). A copy that can't be read any more is left, and
-// the database too. Asks and reports nothing.
+// Undoes imports that were cut off. Call at a start, before any database of the
+// folder is opened. If the half-loaded database holds a mail that the copy lacks,
+// it is kept as P + ".HalfLoaded" (numbered). If the copy is unreadable, copy and
+// database both stay. Asks and reports nothing.
 void undoCutOffLoads(const Text& folder);
 
 }

@@ -14,8 +14,8 @@ namespace {
 
 constexpr TextView kCompanions[] = {u"-journal", u"-wal", u"-shm"};
 
-// The engine may keep a closed database's connection for the length of a
-// command; no file may change its name under it.
+// The engine may keep the connection of a closed database until the command ends.
+// Such a connection is closed first: its file must not be renamed while it is open.
 void withFileErrors(const std::function<void()>& work)
 {
     DBEngine::Rest();
@@ -51,7 +51,7 @@ void moveCompanions(const Path& from, const Path& to)
             replaceFile(companion(from, suffix), companion(to, suffix));
 }
 
-// What a file system without second names answers.
+// The error codes by which file systems refuse a hard link because they have none.
 bool isNoLinks(const std::error_code& code)
 {
     return code == std::errc::operation_not_permitted ||
@@ -63,7 +63,7 @@ bool isNoLinks(const std::error_code& code)
 
 Text linkedDatabase(const Text& path)
 {
-    constexpr int kLongestChain = 40;
+    constexpr int kLongestChain = 40; // the system's own limit; a loop of links ends here
     Path file = existingPath(path);
     std::error_code none;
     for (int i = 0; i < kLongestChain && std::filesystem::is_symlink(file, none); ++i)
@@ -114,6 +114,8 @@ void renameDatabase(const Text& from, const Text& to)
     });
 }
 
+// The old companions are removed before the exchange and the new ones moved after it:
+// at no moment does a journal lie beside a file that it doesn't belong to.
 void replaceDatabase(const Text& from, const Text& to)
 {
     withFileErrors([&] {

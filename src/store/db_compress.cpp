@@ -34,6 +34,8 @@ public:
     {
     }
 
+    // staysAsItIs is the one condition among the steps: it is true for a read-only
+    // database, whose compaction served as a check only.
     void run()
     {
         step([&] { begin(); }) && step([&] { compact(); }) && !staysAsItIs() &&
@@ -54,9 +56,9 @@ private:
         return true;
     }
 
-    // The one judge of all steps. A file that isn't there is the normal case of
-    // the first run, which has no .Bak. What fails while a damaged database is
-    // mended isn't judged here again: it goes to whoever called.
+    // Handles the failure of any step. A missing file (53) is expected on the first
+    // run, which has no .Bak. A failure during the repair itself isn't handled here
+    // again: it propagates to the caller.
     bool goesOn(const RuntimeError& error)
     {
         if (error.number() == 3343) {
@@ -67,7 +69,8 @@ private:
         return error.number() == 53;
     }
 
-    // Whatever the answer throws away for good, an idle key press doesn't.
+    // No is the default: Yes discards something for good, and a key press that was
+    // meant for another window must not do that.
     static bool agreed(TextView question)
     {
         return MsgBox(question, MsgButtons::YesNo, kApplicationTitle, MsgIcon::None,
@@ -88,7 +91,7 @@ private:
         endProgram();
     }
 
-    // A .Bak that gives nothing any more is as none at all.
+    // A .Bak that yields nothing is treated like a missing one.
     void restoreFromPrevious()
     {
         const Text side = live_ + u".Repair";
@@ -100,8 +103,8 @@ private:
             putRepaired(side);
     }
 
-    // Compacted twice, so that the rotation, which deletes the .Bak, finds a copy to
-    // move into place.
+    // The repaired database is compacted once more, so that the rotation, which deletes
+    // the .Bak, has a copy to put in place.
     void putRepaired(const Text& side)
     {
         keepBoth();
@@ -112,7 +115,8 @@ private:
         DBEngine::CompactDatabase(live_, fresh_);
     }
 
-    // Before anything takes their names.
+    // Must run before anything replaces or removes the two files. A .Bak that was
+    // copied whole is in the repaired archive; it is kept only if it is a Jet file.
     void keepBoth()
     {
         keepDamaged(live_, live_);
@@ -123,7 +127,8 @@ private:
             keepDamaged(previous_, live_);
     }
 
-    // Those of the mails that the .Bak didn't have.
+    // Names and addresses of salvaged mails aren't in the .Bak's search tables. The
+    // search tables can be rebuilt only for the store that the program has in use.
     void listCorrespondents() const
     {
         if (gDbPath != live_) return;
@@ -131,8 +136,8 @@ private:
         edSearch_Addr();
     }
 
-    // The rotation then goes on without a copy to put in place: it moves the new
-    // empty database to .Bak, and the next opening offers to create one.
+    // Kept quirk: the rotation goes on without a copy to put in place. It moves the
+    // new empty database to .Bak, and the next opening offers to create one.
     void makeAnew()
     {
         keepBoth();
@@ -141,8 +146,8 @@ private:
         Table_Create();
     }
 
-    // Nobody stores a mail in the database between its copy and the exchange, nor
-    // takes the copy for a leftover of his own.
+    // The lock lasts until the rotation ends. No other program can store a mail between
+    // the copy and the exchange, or delete the copy as its own leftover.
     void begin()
     {
         alone_.emplace(live_);
@@ -161,7 +166,7 @@ private:
         keepJetOriginal(live_, live_);
     }
 
-    // A file that its user doesn't want to be written isn't exchanged either.
+    // A read-only file isn't replaced: its user doesn't want it changed.
     bool staysAsItIs()
     {
         if (!databaseExists(live_) || !isReadOnlyDatabase(live_)) return false;
@@ -169,8 +174,8 @@ private:
         return true;
     }
 
-    // Mails that are gone from the database may be gone by mistake, or it may be
-    // another one than it was.
+    // If only the .Bak has mails, they may have been lost by mistake, or P may have been
+    // replaced by another file. The .Bak is then kept under a name of its own.
     void removePrevious()
     {
         const Text& current = databaseExists(fresh_) ? fresh_ : live_;
@@ -185,7 +190,7 @@ private:
         linked_ = linkDatabase(live_, previous_);
         if (linked_) return;
         renameDatabase(live_, previous_);
-        yields_ = false; // nothing stands under the name until the last step
+        yields_ = false; // there is no P until the last step, so nothing may end the program
     }
 
     void putInPlace()
@@ -200,7 +205,8 @@ private:
         flushFolderOf(live_);
     }
 
-    // Renamed and not merely linked, the old name would be gone by now.
+    // No compacted copy. After a real rename P would be missing by now and the rename of
+    // the copy would fail with 53; the linked exchange must end in the same way.
     [[noreturn]] void missingFresh()
     {
         removeDatabase(live_);

@@ -13,8 +13,8 @@ namespace tolvek {
 
 namespace {
 
-// A compaction reads every page of its source and checks what it wrote: what
-// comes through it is whole. False for a file that can't be read as a database.
+// A compaction reads every page of its source and checks what it wrote, so a file that
+// it can copy is whole. False when the file can't be read as a database.
 bool copiedWhole(const Text& source, const Text& target)
 {
     try {
@@ -26,7 +26,7 @@ bool copiedWhole(const Text& source, const Text& target)
     }
 }
 
-// Those of a backup bear the day on which it was cut off.
+// The side file of a dated backup carries the date of the day on which it was begun.
 bool isBackUpsSide(TextView name)
 {
     constexpr TextView kPattern = u"Tolvek_00000000.Mdb.Compact";
@@ -36,6 +36,8 @@ bool isBackUpsSide(TextView name)
                       });
 }
 
+// Fixed names first, then those that carry a date or a number. Only exact patterns are
+// taken: the user's own files in the folder must not be deleted.
 std::vector<Text> unfinishedFiles(const Text& path)
 {
     std::vector<Text> files;
@@ -63,7 +65,7 @@ void restoreFromNew(const Text& path)
     if (!copiedWhole(fresh, side)) return;
     keepJetOriginal(fresh, path);
     renameDatabase(side, path);
-    flushFolderOf(path);
+    flushFolderOf(path); // the .New is the only other whole copy, so it goes last
     removeDatabase(fresh);
 }
 
@@ -75,6 +77,7 @@ bool holdsMail(const Text& path)
     return holds;
 }
 
+// Opening alone isn't enough: it doesn't read the table of mails.
 bool isReadable(const Text& path)
 {
     try {

@@ -24,6 +24,7 @@ bool sameBytes(const Path& one, const Path& other)
     }
 }
 
+// A kept file may be a hard link to the original or a copy of it.
 bool isKept(const Path& original, const Path& kept)
 {
     return std::filesystem::equivalent(original, kept) ||
@@ -31,6 +32,8 @@ bool isKept(const Path& original, const Path& kept)
             sameBytes(original, kept));
 }
 
+// Committed rows of a corrupt database may be in its journal alone. The -shm file is an
+// index that the engine rebuilds.
 void keepCompanions(const Text& original, const Text& kept)
 {
     for (const TextView suffix : {u"-wal", u"-journal"})
@@ -44,7 +47,7 @@ void keep(const Text& original, const Text& wanted)
     Text name = wanted;
     for (int n = 2; databaseExists(name); ++n) {
         if (isKept(existingPath(original), existingPath(name)))
-            return keepCompanions(original, name); // cut off before
+            return keepCompanions(original, name); // a cut-off run may not have got so far
         name = wanted + decimal(n);
     }
     if (!linkDatabase(original, name))

@@ -1,21 +1,21 @@
-// Files that are kept for good before something takes their place or they are
-// deleted: under a name of their own, numbered (`.Jet`, `.Jet2` ...), none of
-// which is ever overwritten. The folder is flushed when these return.
+// Keeps files for good before they are replaced or deleted. Each gets a name of its
+// own, numbered (`.Jet`, `.Jet2` ...); none is ever overwritten. The folder is flushed
+// when these return.
 #pragma once
 #include "platform/runtime/text.h"
 
 namespace tolvek {
 
-// Where `original` is a Jet file, a copy that can't be told from it is there as
-// database + ".Jet" when this returns; one that is there already isn't kept twice.
-// Any other file: nothing happens.
+// If `original` is a Jet file, an identical copy exists as database + ".Jet" when this
+// returns. An identical copy that exists already is used. Does nothing for any other
+// file.
 void keepJetOriginal(const Text& original, const Text& database);
 
-// The same for any file, as database + ".Damaged"; a Jet file as ".Jet". What an
-// interrupted run left beside it (`-wal`, `-journal`) is kept with it.
+// The same for any file, as database + ".Damaged"; a Jet file as ".Jet". Journals that
+// an interrupted run left beside it (`-wal`, `-journal`) are kept with it.
 void keepDamaged(const Text& damaged, const Text& database);
 
-// `file` leaves its name: it becomes `wanted`, or `wanted` with a number.
+// Renames `file` to `wanted`, or to `wanted` with a number if that name is taken.
 void moveAside(const Text& file, const Text& wanted);
 
 }

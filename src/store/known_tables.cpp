@@ -8,7 +8,7 @@ namespace tolvek {
 
 namespace {
 
-// What came to the tables after version 2.10.
+// The fields that were added after version 2.10.
 constexpr TextView kLaterFields[] = {u"tblTolvek_SubKey", u"tblTolvek_Include",
                                      u"tblFilterDt_SubKey"};
 
@@ -63,6 +63,8 @@ bool isOurs(const TableDef& table)
         allTableSpecs(), [&](const TableSpec& spec) { return isSameName(spec.name, table.Name); });
 }
 
+// A Jet file with none of the six tables isn't an archive and has lost none; opening
+// it is refused elsewhere. One with some of them has lost the others.
 bool areWhole(const std::vector<TableDef>& found)
 {
     return std::ranges::none_of(found, isOurs) || holdsAll(found, allTableSpecs()) ||

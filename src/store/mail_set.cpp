@@ -12,6 +12,7 @@ namespace {
 
 constexpr int kLastField = 24; // the last block of the text; "Include" follows
 
+// The columns SndName and RcvName.
 bool isName(int field)
 {
     return field == 4 || field == 6;
@@ -25,13 +26,13 @@ std::size_t identityOf(const Recordset& row)
     return std::hash<Text>()(all);
 }
 
-// A file that isn't a database, or one without the table or with another one.
+// Not a database, no such table, or a table with other columns.
 bool isUnreadable(const RuntimeError& error)
 {
     return error.number() == 3343 || error.number() == 3078 || error.number() == 3265;
 }
 
-// `take` ends the walk by false. The answer is whether the file could be read.
+// Stops when `take` returns false. Returns whether the file could be read.
 template <class Take> bool eachMail(const Text& database, Take take)
 {
     try {

@@ -1,8 +1,8 @@
-// The mails of one database, to be compared with another's.
+// The mails of one database, for comparison with those of another.
 //
-// Two rows are one mail when date, time, sub key, direction, addresses, subject and
-// text agree; the names over it are set anew all the time. A mail is known by a
-// hash of these, so that the set costs a few bytes a mail.
+// Two rows are the same mail when date, time, sub key, direction, addresses, subject
+// and text agree. The names don't count: the program rewrites them whenever a friend's
+// name changes. The set holds a hash of each mail, so it needs only a few bytes a mail.
 #pragma once
 #include "platform/runtime/text.h"
 
@@ -16,9 +16,9 @@ class MailSet {
 public:
     explicit MailSet(const Text& database);
 
-    // False for a file that can't be read as a database with mails.
+    // False if the file can't be read as a database with mails.
     bool isReadable() const { return mails_.has_value(); }
-    // False when either can't be read.
+    // False if either can't be read.
     bool holdsAllOf(const Text& database) const;
 
 private:

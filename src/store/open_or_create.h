@@ -1,15 +1,15 @@
-// Opening the store in the routines that offer to create a missing one.
+// Opens the store for the routines that offer to create a missing one.
 #pragma once
 #include "platform/runtime/text.h"
 
 namespace tolvek {
 
-// Opens gDb on gDbPath. No file there (3024): asks under `title` whether to
-// create one; Yes creates it and opens it, anything else gives 3024 back to
-// the caller, whose report then ends the routine.
+// Opens gDb on gDbPath. If the file is missing (3024), asks under `title` whether to
+// create it. Yes creates and opens it; any other answer rethrows 3024, and the
+// caller's report ends the routine.
 void openOrAskToCreate(TextView title);
 
-// The same without the question.
+// The same without asking.
 void openOrCreate();
 
 }

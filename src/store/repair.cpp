@@ -16,7 +16,7 @@ void createEmpty(const Text& path)
     made.Close();
 }
 
-// False for a .Bak that can't be read as a database; then there is no `side`.
+// False if the .Bak can't be read as a database; `side` then doesn't exist.
 bool isCopied(const Text& previous, const Text& side)
 {
     try {
@@ -28,8 +28,9 @@ bool isCopied(const Text& previous, const Text& side)
     }
 }
 
-// Rules are numbered anew whenever they are changed: those of two times don't
-// belong together. The other tables are made from these.
+// Rules are renumbered whenever they are changed, so rules from two points in time
+// can't be mixed. The other tables are derived from these. A copy in the older form has
+// other columns, so nothing is added to it.
 std::vector<TableDef> tablesToSalvage(const Text& target)
 {
     if (isOldArchive(target)) return {};

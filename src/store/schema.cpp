@@ -4,11 +4,11 @@ namespace tolvek {
 
 namespace {
 
-const Text kEmpty = u"\"\"";
+const Text kEmpty = u"\"\""; // a default value of an empty text, as the engine writes it
 
-// The identity of a mail. Names and the subject have no part in it: names change
-// afterwards without the mail becoming another; the sub key parts the different
-// subjects of one second.
+// The identity of a mail. Names and the subject aren't part of it: names may change
+// later and the mail stays the same. The sub key separates mails of the same second
+// that have different subjects.
 const std::vector<Text> MailKey{u"tblTolvek_YMD",        u"tblTolvek_HMS",    u"tblTolvek_SubKey",
                                 u"tblTolvek_SndRcvFlag", u"tblTolvek_SndAdd", u"tblTolvek_RcvAdd"};
 
@@ -31,8 +31,8 @@ void appendIndex(TableDef& table, const Text& name, const std::vector<Text>& fie
 
 }
 
-// Texts are wider than what the import writes: 64 against 60, 128 against 100
-// and the continuation mark. The lookups serve the lists by address and name.
+// Texts are wider than what the import writes: 64 instead of 60 characters, 128 instead
+// of 100 and the continuation mark. The lookups are for the lists by address and name.
 TableSpec tblTolvekSpec()
 {
     TableSpec table{u"tblTolvek",
@@ -96,7 +96,7 @@ TableSpec tblFilterSpec()
             {}};
 }
 
-// A row is a copy of a mail's identity and heading fields, under names of its own.
+// A row is a copy of a mail's identity and header fields, under field names of its own.
 TableSpec tblFilterDataSpec()
 {
     return {u"tblFilterData",

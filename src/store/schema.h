@@ -1,4 +1,4 @@
-// The six tables as data.
+// The definitions of the six tables, as data.
 #pragma once
 #include "platform/dao/dao.h"
 
@@ -24,10 +24,10 @@ struct TableSpec {
     Text name;
     std::vector<FieldSpec> fields;
     std::vector<Text> key;          // of the primary index, named as the table
-    std::vector<IndexSpec> lookups; // further indexes, for speed alone
+    std::vector<IndexSpec> lookups; // further indexes, only for speed
 };
 
-// The number of memo fields that take a mail's text.
+// The number of memo fields that hold a mail's text.
 inline constexpr int kMailBlocks = 16;
 
 TableSpec tblTolvekSpec();
@@ -36,9 +36,9 @@ TableSpec tblSearch_NameSpec();
 TableSpec tblFriendSpec();
 TableSpec tblFilterSpec();
 TableSpec tblFilterDataSpec();
-std::vector<TableSpec> allTableSpecs(); // in the order in which they are made
+std::vector<TableSpec> allTableSpecs(); // in the order of creation
 
-// As the engine makes it: fields, primary index, lookups.
+// The engine's definition: fields, primary index, lookups.
 TableDef tableDefinition(const TableSpec& spec);
 
 }

@@ -7,7 +7,7 @@
 namespace tolvek {
 namespace {
 
-// The pieces in which the two tables differ; everything else is one design.
+// The parts in which the two tables differ; the algorithm is the same.
 struct SearchTable {
     TextView routine;
     Statement clear;
@@ -69,8 +69,8 @@ void insertValue(const SearchTable& table, const Text& value)
     inTransaction([&] { gDb.Execute(join(table.insert, value, u"' )"), dbFailOnError); });
 }
 
-// The order brings equal values together, so it is enough to compare each with
-// the one before; the first spelling of them is the one that is listed.
+// The rows are sorted, so equal values are adjacent and each is compared only with the
+// previous one. Of values that differ only in case, the first spelling is listed.
 void listValues(const SearchTable& table, const Statement& source, bool lookUpFirst)
 {
     Int16 count;

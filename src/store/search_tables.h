@@ -1,8 +1,8 @@
-// The two small tables behind the navigator list: every distinct name and
-// every distinct address once. Rebuilt whole from tblTolvek, never updated.
+// The two small tables that the navigator list shows: every distinct name and every
+// distinct address once. They are always rebuilt from tblTolvek, never updated.
 //
-// A failure is reported under the routine's name (ErrReportDb) and leaves the
-// table short until the next rebuild.
+// A failure is reported under the routine's name (ErrReportDb) and leaves the table
+// incomplete until the next rebuild.
 #pragma once
 
 namespace tolvek {

@@ -1,11 +1,12 @@
-// What the user is to know about an archive that came from a Jet file.
+// Reports lost text in an archive that came from a Jet file.
 #pragma once
 
 namespace tolvek {
 
-// A box with the number of fields that hold a U+0000, if any came since the last
-// call: a part of the file was zeroed, and what stood there is lost, although
-// nothing else is wrong with it. Nothing may be open.
+// Shows a box with the number of fields with a U+0000 that were imported since the
+// last call, if there were any. Such a field was zeroed in the Jet file: its text is
+// lost, although the rest of the file is sound. No database may be open, since a box
+// waits.
 void reportSpoiltTexts();
 
 }

@@ -20,8 +20,8 @@ int firstBlockWithRoom()
     return block;
 }
 
-// The later blocks never had a flag of their own: it is written into block 1,
-// over what the row there had, and the block's own stays what it was.
+// Kept quirk: for blocks 2 to 4 the flag is stored in the same row of block 1,
+// overwriting it. The entry's own flag stays unchanged.
 void storeInLaterBlock(SubjectBlock& block, int index, const SubjectKey& key)
 {
     const bool own = block[index].SndRcvFlag;
@@ -32,6 +32,7 @@ void storeInLaterBlock(SubjectBlock& block, int index, const SubjectKey& key)
 
 }
 
+// A row below 0 gives a negative index, which the checked array refuses with error 9.
 SubjectKey& SubjectRowLocate(Int16 row)
 {
     const int index = row % kSubjectBlock;

@@ -1,7 +1,7 @@
-// The row table of the subject list: which mail stands behind which row.
+// The row table of the subject list: which row shows which mail.
 //
-// The table is only as valid as the list on the screen; it is overwritten from
-// the top at the next fill and never cleared.
+// The table is only as valid as the list on the screen. The next fill overwrites it
+// from the top; it is never cleared.
 #pragma once
 #include "platform/dao/statement.h"
 #include "platform/runtime/int16.h"
@@ -20,24 +20,24 @@ inline constexpr int kSubjectBlock = 10240;
 using SubjectBlock = CheckedArray<SubjectKey, kSubjectBlock + 2>;
 
 extern SubjectBlock gSubjectKey1, gSubjectKey2, gSubjectKey3, gSubjectKey4;
-// Rows of each block filled so far in the fill in progress.
+// The number of rows filled so far in each block.
 extern Int16 gSubjectKeyCnt1, gSubjectKeyCnt2, gSubjectKeyCnt3, gSubjectKeyCnt4;
-// Rows of the list now shown.
+// The number of rows in the list on display.
 extern Int16 gSubjectCount;
 
-// The entry of a row (from 0). A row outside the table, -1 among them: error 9.
+// The entry of a row (from 0). Error 9 for a row outside the table, such as -1.
 SubjectKey& SubjectRowLocate(Int16 row);
 
 // Sets the four fill counts to 0.
 void startSubjectKeys();
-// Puts the key into the first block with room. False when the last block is
-// full with it. A row of the blocks 2 to 4 leaves its direction flag in the
-// entry of the same index of block 1; readers of the flag rely on nothing more.
+// Adds the key to the first block that isn't full. False when the last block is full
+// after that. Kept quirk: for blocks 2 to 4 the direction flag is stored in block 1, in
+// the entry of the same index, so the flag is reliable only while block 1 suffices.
 bool addSubjectKey(const SubjectKey& key);
 
-// The select with the condition of a row's mail behind it. Names stand in it too,
-// though they aren't part of the key: a mail whose name was set anew since the
-// list was filled is not found.
+// Appends the condition for the row's mail to the select. The condition includes the
+// names, which aren't part of the key: a mail whose names have changed since the list
+// was filled isn't found.
 Statement ofRow(Statement select, const SubjectKey& key);
 
 }

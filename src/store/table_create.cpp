@@ -13,7 +13,7 @@ namespace tolvek {
 
 namespace {
 
-// The general sort order governs every comparison and every ORDER BY.
+// The general sort order, which applies to every comparison and every ORDER BY.
 constexpr TextView kGeneralOrder = u";LANGID=0x0409;CP=1252;COUNTRY=0";
 constexpr TextView kSideName = u".Create";
 
@@ -35,7 +35,8 @@ void createTables()
     tblFilterData_Create();
 }
 
-// The file is thrown away on Yes, so No is what an idle key press gives.
+// No is the default, because Yes discards the file: a key press that was meant for
+// another window must not do that.
 bool mayReplace()
 {
     return !databaseExists(trim(gDbPath)) ||
@@ -43,8 +44,8 @@ bool mayReplace()
                   MsgIcon::None, MsgAnswer::No) == MsgAnswer::Yes;
 }
 
-// Where nobody was asked about a file, one that another program has put there
-// meanwhile stays: 58.
+// If the user wasn't asked, there was no file. A file that another program has created
+// since then stays, and the rename fails with 58.
 void putInPlace(const Text& side, bool replaces)
 {
     if (replaces)
@@ -53,7 +54,7 @@ void putInPlace(const Text& side, bool replaces)
         renameDatabase(side, trim(gDbPath));
 }
 
-// What can't be read may be the only copy of a mail all the same.
+// A file that can't be read may still be the only copy of a mail.
 void keepUnreadable(const Text& path)
 {
     if (!databaseExists(path)) return;
@@ -99,7 +100,7 @@ void tblSearch_Name_Create()
     createTable(u"tblSearch_Name_Create", tblSearch_NameSpec());
 }
 
-// Reports under the name of a routine of the text dump; users know the box so.
+// Kept quirk: a failure is reported under the name of a routine of the text dump.
 void tblFriend_Create()
 {
     createTable(u"tblFilterData_UnLoad", tblFriendSpec());

@@ -1,18 +1,17 @@
-// The one place where the archive's tables are laid down: every table, each
-// field in its order, each index, and the routine that makes the empty file.
+// Creates an empty archive with its six tables (schema.h has their definitions).
 //
 // The identity of a mail is the primary key of tblTolvek: date, time, sub key,
-// direction, sender's and receiver's address. Names and the subject aren't in
-// it: names change afterwards without the mail changing identity.
+// direction, sender's and receiver's address. Names and the subject aren't part of
+// it: names may change later and the mail stays the same.
 #pragma once
 
 namespace tolvek {
 
-// Creates the file at gDbPath with all six tables and leaves it closed. When a
-// file stands there the user is asked first; any answer but Yes touches
-// nothing. The new file is built under a side name and takes the place of the
-// old one when it is done, so that no crash leaves half of one.
-// Reports its own failures; a table that fails doesn't stop the next.
+// Creates the file at gDbPath with all six tables and leaves it closed. If a file is
+// there, the user is asked first; any answer but Yes changes nothing. The new file is
+// built as a side file and replaces the old one when it is complete, so that a crash
+// never leaves an incomplete one. Reports its own failures; a table that fails doesn't
+// stop the next.
 void Table_Create();
 
 // Each adds its table to the open gDb and reports its own failure.

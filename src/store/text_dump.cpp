@@ -16,8 +16,8 @@ namespace tolvek {
 
 namespace {
 
-// The records of one file; the numbers that stand in place of a field run on
-// from record to record.
+// Writes the records of one file. The counters that replace a field run through the
+// whole file.
 class RecordWriter {
 public:
     RecordWriter(const TextDump& dump, Int16 number)
@@ -53,6 +53,7 @@ private:
         return TextView(texts_[at]);
     }
 
+    // U+001A is the end of the file to the load.
     static Text text(DumpColumn column, const Value& value)
     {
         Text text = value.text();
@@ -63,7 +64,7 @@ private:
 
     const std::vector<DumpColumn>& columns_;
     Int16 number_;
-    std::vector<Text> texts_; // what the items of the record look at
+    std::vector<Text> texts_; // owns the texts that the items refer to
     std::vector<WriteItem> items_;
     Int16 ten_ = 0;
     std::int32_t place_ = 0;
@@ -79,14 +80,14 @@ void writeRecords(const TextDump& dump, Int16 number)
     }
 }
 
-// Users dump, and then throw the database away.
+// Users unload the text files and then delete the database, so the files must be safe.
 void putOnDisk(Int16 number, const Text& path)
 {
     flushFile(number);
     flushFolderOf(path);
 }
 
-// The file is closed after a failure too, or the next try would fail at it.
+// The file is closed after a failure too; otherwise the next try would fail with 55.
 void unLoad(const TextDump& dump)
 {
     Int16 number = 0;

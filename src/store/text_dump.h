@@ -1,19 +1,20 @@
-// The store as text files beside the program, out and back in, a table a file.
+// Writes the store to text files in the program's folder and loads them again, one
+// file per table.
 //
-// Code page 932, texts in double quotes (one inside a text stands as it is, and
-// breaks its record when it is read back), CR LF, no heading. A character that
-// the code page can't hold is written as 〓, and so is U+001A, whose byte would
-// end the file for the load. An unload never alters the database and forces its
-// file to the disk, in its place or beside it (text_dump_set.h); a load replaces
-// the table's content, and a table whose file isn't there keeps what it has.
-// Records are streamed one at a time, with a yield at each.
+// The files are in code page 932 with CR LF and no header line. Texts are in double
+// quotes; a quote inside a text isn't escaped and breaks its record when it is loaded.
+// A character that the code page lacks is written as 〓, and so is U+001A, whose byte
+// would end the file for the load. An unload never changes the database. It flushes
+// its file, which it writes in its place or beside it (text_dump_set.h). A load
+// replaces the rows of the table; a table whose file is missing stays unchanged.
+// Records are processed one at a time, with a yield after each.
 //
-// Every routine opens and closes gDb and its file and reports its own failures:
-// a missing database may be created on asking, anything else ends the routine
-// with the file closed as far as it was written.
+// Every routine opens and closes gDb and its file and reports its own failures. If the
+// database is missing, the user is asked whether to create it. Any other failure ends
+// the routine; what was written of the file until then stays.
 //
-// Two columns are renumbered by an unload: tblFilter's first as 10, 20, 30 in
-// sort order, tblFilterData's first from 0.
+// An unload renumbers two columns: the first of tblFilter as 10, 20, 30 in sort order,
+// the first of tblFilterData from 0.
 #pragma once
 #include "platform/runtime/int16.h"
 #include "platform/runtime/text.h"
@@ -35,11 +36,11 @@ void tblSearch_Name_Load();
 void tblFriend_Load();
 void tblFilterData_Load();
 
-// True when one of the six files is there: the loads would replace something.
+// Whether at least one of the six files exists, so that the loads would replace rows.
 bool hasTextFiles();
 
-// The rules are loaded into the memory of the filters too, which this layer
-// doesn't know: tblFilter_Load (filter/filter_load.h) is made of this.
+// The rules are also loaded into the filters' memory, which this layer can't access.
+// tblFilter_Load (filter/filter_load.h) is built on this.
 struct FilterRecord {
     Int16 no = 0, termsCode = 0, actionCode = 0;
     Text header, data;

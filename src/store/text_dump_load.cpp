@@ -17,6 +17,7 @@ namespace {
 using Item = std::variant<Text, std::int32_t>;
 using Record = std::vector<Item>;
 
+// Hooks for a second target of the records besides the table.
 struct Followers {
     std::function<void()> begin;
     std::function<void(const Record&)> take; // before the row is stored
@@ -65,7 +66,7 @@ void store(const Record& record)
     gRs.Update();
 }
 
-// Each row is a commit of its own: what was read before a failure stays.
+// Each row is committed by itself, so rows read before a failure stay.
 void addRecords(const TextDump& dump, Int16 number, const Followers& followers)
 {
     gRs = gDb.OpenRecordset(dump.all, dbOpenDynaset);
@@ -77,6 +78,7 @@ void addRecords(const TextDump& dump, Int16 number, const Followers& followers)
     }
 }
 
+// The file is opened before the rows are deleted: an unreadable file costs no row.
 void load(const TextDump& dump, const Followers& followers)
 {
     Int16 number = 0;
@@ -91,7 +93,7 @@ void load(const TextDump& dump, const Followers& followers)
         addRecords(dump, number, followers);
         gDb.Close();
     });
-    closeFile(number); // of a file that was read nothing can be lost
+    closeFile(number); // closing a file that was only read can't lose anything
 }
 
 void load(const TextDump& dump)

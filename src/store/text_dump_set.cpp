@@ -20,7 +20,7 @@ std::array<TextView, 6> fileNames()
             tblFriendDump().file, tblFilterDump().file,           tblFilterDataDump().file};
 }
 
-// A link stays a link.
+// If the file is a link, its target is replaced, so the link stays.
 Path placeOf(TextView file)
 {
     return linkTarget(targetPath(joinPath(appPath(), file)));
@@ -52,11 +52,12 @@ void setMark()
     flushFolder(markPath().parent_path());
 }
 
+// May be repeated after a cut-off at any statement: the mark goes last.
 void takePlaces()
 {
     for (const TextView file : fileNames()) {
         const Path place = placeOf(file), beside = besideOf(place);
-        if (!fileExists(beside)) continue; // has taken its place already
+        if (!fileExists(beside)) continue; // replaced before the cut-off
         if (fileExists(place)) copyMode(place, beside);
         replaceFile(beside, place);
     }
@@ -94,7 +95,7 @@ Text unLoadPath(TextView file)
 void exchangeTextFiles()
 {
     asFileError([] {
-        flushFolders(); // the new names, before the mark that speaks of them
+        flushFolders(); // the mark promises six complete files, so their names come first
         setMark();
         takePlaces();
     });

@@ -1,8 +1,9 @@
-// The six text files of one unload as a set: written beside their places, and
-// exchanged when all six are whole. A failed unload leaves the last good set.
+// The six text files of one unload as a set: they are written under side names and
+// replace the old ones when all six are complete. A failed unload leaves the last
+// good set.
 //
-//   file + ".New"           a file on its way; nothing but litter without the mark
-//   tblTolvek.Txt.Whole     the mark: all six are whole, the exchange has begun
+//   file + ".New"           a new file; without the mark it is incomplete litter
+//   tblTolvek.Txt.Whole     the mark: all six are complete, the exchange has begun
 //
 // Failures are RuntimeError.
 #pragma once
@@ -10,7 +11,7 @@
 
 namespace tolvek {
 
-// While one lives, the unloads write beside the files' places.
+// While an object of this class exists, the unloads write under the side names.
 class UnLoadBeside {
 public:
     UnLoadBeside();
@@ -19,15 +20,15 @@ public:
     UnLoadBeside& operator=(const UnLoadBeside&) = delete;
 };
 
-// Where an unload is to write the file of that name. A file that may not be
-// replaced is error 75.
+// The path to which an unload writes the file of that name. Error 75 if the file is
+// read-only and so must not be replaced.
 Text unLoadPath(TextView file);
 
 void exchangeTextFiles();
 void dropNewTextFiles();
 
-// Finishes an exchange that was cut off; without one, removes what a cut-off unload
-// was writing into. For a start, and before a load or an unload.
+// Finishes an exchange that was cut off. If there is none, removes the files of an
+// unload that was cut off. Call at a start, and before a load or an unload.
 void settleTextFiles();
 
 }

@@ -10,7 +10,7 @@ constexpr std::size_t kMailFields = 26;
 
 }
 
-// Also the sub key and the direction go through the text form.
+// All columns are texts here, even the sub key and the direction.
 const TextDump& tblTolvekDump()
 {
     static const TextDump dump{
@@ -92,7 +92,8 @@ const TextDump& tblFilterDump()
     return dump;
 }
 
-// The rule's number isn't renumbered with the rules: it is what stands here.
+// Kept quirk: the rule's number (the second column) is written as stored, although
+// tblFilter's unload renumbers the rules.
 const TextDump& tblFilterDataDump()
 {
     static const TextDump dump{

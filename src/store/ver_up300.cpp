@@ -40,7 +40,7 @@ bool isMarked(const Text& path)
     return databaseExists(markOf(path));
 }
 
-// Locked for as long as the upgrade runs, also while one of its boxes waits.
+// The lock is held as long as the upgrade runs, even while one of its boxes waits.
 FileLock lockedMark(const Text& path)
 {
     FileLock lock(existingPath(markOf(path)), FileLock::Missing::Leave);
@@ -48,7 +48,7 @@ FileLock lockedMark(const Text& path)
     return lock;
 }
 
-// Both are on the disk before anything behind them is.
+// The mark and its name are on the disk before the rename that follows.
 void setMark(const Text& path)
 {
     OpenFile mark(targetPath(markOf(path)), OpenFile::Mode::Anew);
@@ -64,7 +64,7 @@ void removeMark(const Text& path)
     flushFolderOf(path);
 }
 
-// At every moment the mark tells which of the two files is the whole one.
+// The mark is removed last: a second cut-off in here is undone in the same way.
 void putOldBack(const Text& path)
 {
     replaceDatabase(oldOf(path), path);
@@ -79,15 +79,16 @@ void tellBeginning()
            u"多少時間が掛る場合がありますが，そのままお待ち下さい。");
 }
 
-// The mark is set once no .V300 of an earlier upgrade stands there: with the
-// mark, a .V300 is always what stood under the database's own name.
+// Runs before the mark is set. So a .V300 that exists together with the mark is always
+// the database of this upgrade and never that of an earlier one.
 void dropEarlierOld()
 {
     removeDatabase(oldOf(gDbPath));
     DoEvents();
 }
 
-// A start beside this one finds the mark locked as soon as the database isn't held.
+// The mark is locked before the lock on the database is given up, so another start
+// always meets one of the two.
 void makeWayForNew(FileLock& mark)
 {
     flushFolderOf(gDbPath);
@@ -97,7 +98,7 @@ void makeWayForNew(FileLock& mark)
     flushFolderOf(gDbPath);
 }
 
-// The rows are on the disk before the mark goes, which says that they are there.
+// A missing mark means that the copy is complete, so the rows are flushed first.
 void finish()
 {
     DBEngine::Rest();
@@ -105,9 +106,9 @@ void finish()
     writeVersion();
 }
 
-// The report has been shown. A start that went on would work on what the copy
-// has left, or on tables that it doesn't know, and its end would write down that
-// no upgrade is needed any more. So it ends here, and the next one tries again.
+// The failure has been reported. If the start went on, it would work on an incomplete
+// copy or on tables of the older form, and at its end it would store that no upgrade
+// is needed. So the program ends here, and the next start tries again.
 [[noreturn]] void leaveUnfinished(const PassOver53& steps)
 {
     const bool neverLeftItsName = isMarked(gDbPath) && !databaseExists(oldOf(gDbPath));
@@ -118,10 +119,10 @@ void finish()
 void upgrade(const PassOver53& steps, const UpgradeProgress& progress)
 {
     steps([] { dbCompress(gDbPath); }, DoEvents);
-    if (!isOldArchive(gDbPath)) return; // a damaged one was replaced by a newer
+    if (!isOldArchive(gDbPath)) return; // the compaction has replaced a corrupt one by a newer
     FileLock mark;
     std::optional<Alone> alone;
-    // The last turn is a real one: flushing the copied rows may take seconds.
+    // The last yield is unconditional: flushing the copied rows may take seconds.
     const bool complete = steps([&] { alone.emplace(gDbPath); }, dropEarlierOld,
                                 [&] { makeWayForNew(mark); }, [&] { alone.reset(); }, DoEvents,
                                 Table_Create, [] { keepMode(oldOf(gDbPath), gDbPath); }, DoEvents,
@@ -138,8 +139,8 @@ void copyFromOld(const UpgradeProgress& progress)
     gDb.Close();
 }
 
-// Without an old database there is nothing to go back to, and what stands under
-// its name is the new one: the caller passes over that.
+// Without an old database there is nothing to restore, and gDbPath is the new one. The
+// caller ignores error 53.
 [[noreturn]] void wayBack()
 {
     gDb.Close();
@@ -161,8 +162,8 @@ void VerUp300(const UpgradeProgress& progress)
         upgrade(steps, progress);
 }
 
-// Its report is the plain one, with a carriage return alone; no error ends the
-// program before the old database is back.
+// The failure is reported by the plain report, which never ends the program: the old
+// database must get its name back first.
 void Ver300_DBUpGrade(const UpgradeProgress& progress)
 {
     const bool copied = leavePlainOnError(u"Ver300_DBUpGrade", [&] { copyFromOld(progress); });

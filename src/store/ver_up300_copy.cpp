@@ -10,12 +10,12 @@ namespace tolvek {
 
 namespace {
 
-// The values of the row that stands at hand.
+// Access to the fields of the current row.
 class OldRow {
 public:
     explicit OldRow(const Recordset& row) : row_(row) {}
 
-    // What was never filled joins a statement as an empty text.
+    // Null becomes an empty text in the statement.
     Text text(TextView name) const
     {
         const Value value = row_.field(name);
@@ -114,7 +114,7 @@ Statement mailInsert(const OldRow& row)
     return sql;
 }
 
-// In the order of the work.
+// In the order in which they are copied.
 const std::vector<OldTable>& oldTables()
 {
     static const std::vector<OldTable> tables{
@@ -138,9 +138,8 @@ const std::vector<OldTable>& oldTables()
     return tables;
 }
 
-// A count that failed has told so, closed gDb and may say that there is nothing
-// to copy: the table would then be missing from an upgrade that seems to have
-// gone well.
+// GET_RECCNT reports its own failure, closes gDb and may then return 0. The table would
+// be skipped and the upgrade would seem to succeed, so a closed gDb counts as a failure.
 int countOf(Recordset& rows)
 {
     Int16 count;

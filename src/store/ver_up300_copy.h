@@ -1,17 +1,17 @@
-// The rows of an archive of an older version, table by table, as statements on
-// the new database that gDb stands for.
+// Copies the rows of an older archive, table by table, by statements on the new
+// database, which is gDb.
 //
-// A text goes into its statement as it is: one with an apostrophe makes the
-// statement fail, and so does a mail that agrees with another in everything but
-// the sub key, which none has yet. Failures are RuntimeError.
+// Kept quirk: texts aren't escaped in the statements, so a text with an apostrophe
+// makes its statement fail. Two mails that agree in all other key fields fail too,
+// because no old mail has a sub key and all get 0. Failures are RuntimeError.
 #pragma once
 #include "platform/dao/dao.h"
 #include "store/ver_up300.h"
 
 namespace tolvek {
 
-// Empty tables are passed over without a progress line. Each row is one
-// transaction; the count of a table's rows is GET_RECCNT's.
+// An empty table is skipped without a progress line. Each row is one transaction. The
+// rows of a table are counted by GET_RECCNT.
 void copyOldTables(Database& old, const UpgradeProgress& progress);
 
 }
