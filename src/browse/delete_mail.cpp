@@ -29,9 +29,9 @@ void yieldAndClose()
     gDb.Close();
 }
 
-// The names are part of the condition, as where the mail is shown: what can't
-// be shown any more can't be deleted by its row either. The time stands there
-// twice; that has always been so and changes nothing.
+// The names are part of the condition, as they are where the mail is displayed: a mail
+// that can't be displayed any more can't be deleted by its row either. The time is
+// tested twice, which changes nothing; kept.
 Statement deletionOfRow(const SubjectKey& key)
 {
     Statement sql{u"DELETE FROM tblTolvek"};
@@ -61,7 +61,8 @@ Statement deletionOfEntry(Int16 type, const Text& key)
     return sql;
 }
 
-// Of the mail that the current row of the filter results names.
+// For the mail named by the current row of the filter results. Names aren't compared
+// here.
 Statement deletionOfListed()
 {
     Statement sql{u"DELETE FROM tblTolvek"};
@@ -91,6 +92,8 @@ void deleteListed()
 void deleteMailsOfRule(Int16 index)
 {
     const Int16 code = gFilterRule[index].TermsCode;
+    // Codes that compare whole texts have a single DELETE; the others go by the stored
+    // results.
     if (code == 0 || code == 2 || code == 4) {
         Statement sql{u""};
         tblFilterData_SqlEdit(1, index, sql);
@@ -117,6 +120,7 @@ void delMail(Int16 type, const Text& key)
     leaveOnError(u"delMail", [&] {
         openStore();
         if (type < 0 || type > 2) {
+            // Kept: gDb stays open; the next routine opens it anew.
             MsgBox(u"Ｄｅｌｅｔｅ　Ｔｙｐｅ　Ｅｒｒｏｒ");
             return;
         }
@@ -128,6 +132,8 @@ void delMail(Int16 type, const Text& key)
 void delFilter(Int16 index)
 {
     leaveOnError(u"delFilter", [&] {
+        // Reports its own failures, so the rule is deleted even when its mails weren't;
+        // kept.
         deleteMailsOfRule(index);
         Statement sql{u"DELETE FROM tblFilter"};
         sql << u" WHERE tblFilter_No = " << gFilterRule[index].No;

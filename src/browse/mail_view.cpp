@@ -11,7 +11,8 @@ namespace tolvek {
 
 namespace {
 
-constexpr int kNameColumn = 25; // bytes up to the address
+constexpr int kNameColumn = 25; // bytes before the address
+// tblTolvek_Mail1 to tblTolvek_Mail16.
 constexpr int kMailFields = 16;
 
 void showHeader(frmTolvek& form)
@@ -59,6 +60,8 @@ void dspMail(frmTolvek& form, Int16 row)
         form.lblHead->setCaption(u"");
         Int16 count = 0;
         GET_RECCNT(gRs, count);
+        // A mail may have been deleted or renamed since it was listed; the pane then
+        // stays empty.
         if (count != 0) {
             showHeader(form);
             showText(form);

@@ -1,4 +1,4 @@
-// The mail pane: a header of three lines and the stored text as it is.
+// The mail pane: three header lines and the stored text, unchanged.
 #pragma once
 #include "platform/runtime/int16.h"
 #include "platform/runtime/text.h"
@@ -7,11 +7,11 @@ namespace tolvek {
 
 class frmTolvek;
 
-// Shows the mail behind a row of the subject list. A mail that is gone leaves
-// the pane empty without a word. Reports under "dspMail".
+// Shows the mail of a row of the subject list. A mail that no longer exists silently
+// leaves the pane empty. Reports under "dspMail".
 void dspMail(frmTolvek& form, Int16 row);
 
-// "送信者：" or "受信者：" with the name, padded, and the address behind it.
+// `label` ("送信者：" or "受信者：") with the name, padded, followed by the address.
 Text headerLine(TextView label, const Text& name, const Text& address);
 
 }

@@ -27,7 +27,7 @@ constexpr DisplayType kDisplayTypes[] = {
 };
 constexpr int kFilterType = 3;
 
-// A stray value from the settings file lists filters.
+// Kept quirk: an unknown value from the settings file lists filters.
 const DisplayType& displayType()
 {
     return kDisplayTypes[gDisplayType >= 0 && gDisplayType < kFilterType ? int(gDisplayType)
@@ -65,7 +65,7 @@ void lblNameOrAddr_Click(frmTolvek& form)
     on([&] { form.txtMail->setText(u""); });
     on([&] { form.lblHead->setCaption(u""); });
     on([&] { form.lstSubject->Clear(); });
-    // Any value beyond the known ones starts over with addresses.
+    // Any value outside the known ones starts over with addresses.
     on([&] {
         gDisplayType = gDisplayType >= 0 && gDisplayType < kFilterType ? gDisplayType + 1 : 0;
     });
@@ -81,9 +81,9 @@ void memNameOrAddr_Click(frmTolvek& form)
     on([&] { form.comMailRead->SetFocus(); });
 }
 
-// The test for 3 is exact: with a stray value the list shows filters but a
-// click takes the road of the dates. The commands come back on even on a
-// backup; the selection of the last subject repairs that, unless there is none.
+// Kept quirks: the test for 3 is exact, so with an unknown value the list shows filters
+// but a click is handled as a date. The commands are re-enabled even for a backup;
+// selecting the last subject disables them again, if there is one.
 void lstNameOrAddr_Click(frmTolvek& form)
 {
     ResumeNext on{u"lstNameOrAddr_Click"};
@@ -103,6 +103,7 @@ void lstNameOrAddr_Click(frmTolvek& form)
     endWork(on, form);
     on([&] {
         if (form.lstSubject->ListCount() >= 1) {
+            // Fires the click event, which shows the last mail.
             form.lstSubject->setListIndex(form.lstSubject->ListCount() - 1);
             const InputHold hold; // the commands are on
             DoEvents();

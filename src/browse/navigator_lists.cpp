@@ -1,4 +1,4 @@
-// What the navigator lists, from the store to the list box.
+// Fills the navigator's list box from the store.
 #include "app/database.h"
 #include "app/guard.h"
 #include "browse/navigator.h"
@@ -11,7 +11,7 @@ namespace tolvek {
 
 namespace {
 
-// The frame that the four have in common. `prepare` runs once there are rows,
+// The loop common to the four lists. `prepare` is called with the number of rows,
 // `addRow` for each row with the number of the next entry.
 template <class Prepare, class AddRow>
 void listRows(frmTolvek& form, const Statement& sql, Prepare prepare, AddRow addRow)
@@ -33,7 +33,7 @@ void listRows(frmTolvek& form, const Statement& sql, Prepare prepare, AddRow add
 
 void noPreparation(Int16) {}
 
-// Each row is an entry: its one column.
+// Each row becomes an entry: its one column.
 auto entryFrom(frmTolvek& form, TextView column)
 {
     return [&form, column](Int16& entry) {
@@ -64,7 +64,8 @@ void dspSearch_Name(frmTolvek& form)
     });
 }
 
-// There is no table of dates: the whole mail table is walked, newest date first.
+// There is no table of dates: the whole mail table is walked, newest date first. Rows
+// are sorted by date, so comparing with the previous row's date finds each date once.
 void dspSearch_Date(frmTolvek& form)
 {
     leaveOnError(u"dspSearch_Date", [&] {
@@ -97,6 +98,7 @@ void dspSearch_Filter(frmTolvek& form)
             if (count != 0) emptyFilterRules();
         };
         listRows(form, sql, forget, [&](Int16& entry) {
+            // Do-not-read rules have no view.
             if (gRs.field(u"tblFilter_ActionCode").int16() != 0) return;
             form.lstNameOrAddr->setList(entry, gRs.field(u"tblFilter_Header").text());
             gFilterRule[entry] = currentFilterRule();

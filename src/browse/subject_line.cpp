@@ -6,9 +6,10 @@ namespace tolvek {
 
 namespace {
 
-constexpr int kSubjectColumn = 55; // bytes in front of the subject
+constexpr int kSubjectColumn = 55; // bytes before the subject
 
-// Slices, not numbers: a stored time of five digits shows as it is cut.
+// The stored digits are sliced, not parsed: a time of five digits is shown as the
+// slices come out. Kept.
 Text instant(const SubjectLine& line)
 {
     return u" " + mid(line.YMD, 1, 4) + u"/" + mid(line.YMD, 5, 2) + u"/" + mid(line.YMD, 7, 2) +

@@ -1,12 +1,12 @@
-// One row of the subject list as text: date, time, direction, the other party
-// and the subject, the subjects in one column of a fixed-pitch font.
+// The text of one row of the subject list: date, time, direction, the other party and
+// the subject. In a fixed-pitch font the subjects start in the same column.
 #pragma once
 #include "platform/runtime/int16.h"
 #include "platform/runtime/text.h"
 
 namespace tolvek {
 
-// What one row is made from.
+// The fields that make up one row.
 struct SubjectLine {
     Text YMD, HMS;
     Int16 SubKey;
@@ -14,11 +14,12 @@ struct SubjectLine {
     Text SndName, RcvName, Subject;
 };
 
-// Reports under "edmsgSubject" and leaves the result as far as it got.
+// Reports under "edmsgSubject"; the result then holds what was built before the
+// failure.
 void edmsgSubject(const SubjectLine& line, Text& result);
 
-// Blanks behind a text up to `width` bytes of code page 932; a longer text
-// stays as it is.
+// Appends blanks to a text up to `width` bytes of code page 932. A longer text stays
+// unchanged.
 void padToAnsiLength(Text& text, int width);
 
 }

@@ -17,7 +17,7 @@ namespace tolvek {
 
 namespace {
 
-// Where the fields of a row stand: in the mails, or in the filter results.
+// The column names of a row: in the mail table or in the filter results.
 struct SubjectSource {
     TextView ymd, hms, subKey, sndRcvFlag, sndName, sndAdd, rcvName, rcvAdd, subject;
 };
@@ -39,7 +39,7 @@ Statement mailsOfAddress(const Text& key)
     return sql;
 }
 
-// Sub key before time, unlike the other two: both orders are known to users.
+// Kept: the sub key is ordered before the time, unlike in the other two lists.
 Statement mailsOfName(const Text& key)
 {
     Statement sql{u"SELECT * FROM tblTolvek"};
@@ -108,6 +108,7 @@ void fillRows(frmTolvek& form, const SubjectSource& from)
         Text text;
         edmsgSubject(subjectLine(gRs, from), text);
         form.lstSubject->setList(row, text);
+        // The row table has a fixed size; the list ends with the row that fills it.
         if (!addSubjectKey(subjectKey(gRs, from))) {
             tellLimit();
             break;

@@ -28,7 +28,7 @@ namespace tolvek {
 
 namespace {
 
-// Also the name of the other backup command's reports.
+// Both backup commands report under this name; kept.
 constexpr TextView kRoutine = u"memBackUp_FileEdit_Click";
 constexpr TextView kCaption = u"PostPet Mail 表示";
 
@@ -39,7 +39,7 @@ Text todaysPath()
                                    format(today.month, u"00") + format(today.day, u"00") + u".Mdb");
 }
 
-// The mails leave the live store, so No is what an idle key press gives.
+// The backup removes the mails from the live store, so Enter answers No.
 bool isConfirmed(const PassOver53& steps)
 {
     MsgAnswer answer = MsgAnswer::No;
@@ -50,7 +50,7 @@ bool isConfirmed(const PassOver53& steps)
     return answer == MsgAnswer::Yes;
 }
 
-// Once a day, whoever made the file: it is never written over.
+// Once a day: an existing file of that name is never overwritten, whoever made it.
 bool isFirstToday(const PassOver53& steps, const Text& backUp)
 {
     if (FileNameCheck(backUp) == 0) return true;
@@ -77,10 +77,11 @@ void emptyTable(const Statement& sql)
     inTransaction([&] { gDb.Execute(sql, dbFailOnError); });
 }
 
-// Files change their names here, so nothing may be open: a question that was
-// refused has left gDb so. Nobody stores a mail between the copy and the deletion.
-// What the second compaction gives back is a whole file on the disk, or
-// else an error that isn't 53: no row is deleted before every mail stands in the backup.
+// Files are renamed here, so nothing may be open; gDb may be, after a question that was
+// declined. Being alone with the file keeps others from storing a mail between the copy
+// and the deletion. The second compaction either leaves a complete, flushed file or
+// fails with an error other than 53, so no row is deleted before every mail is in the
+// backup.
 bool moveMails(const PassOver53& steps, const Text& backUp)
 {
     std::optional<Alone> alone;
@@ -94,7 +95,7 @@ bool moveMails(const PassOver53& steps, const Text& backUp)
         [] { emptyTable(Statement{u"DELETE FROM tblSearch_Name"}); }, [] { gDb.Close(); });
 }
 
-// As after every change of the mails, here of none at all.
+// The same steps as after every change of the mails; here no mail is left.
 bool rebuildLists(const PassOver53& steps)
 {
     return steps(DoEvents, edFriendName, DoEvents, edSearch_Name, DoEvents, edSearch_Addr, DoEvents,
@@ -120,15 +121,15 @@ void memBackUp_FileEdit_Click(frmTolvek& form)
         endBackUp(steps, form);
 }
 
-// The store on display changes before the commands know of it: nothing may be
-// pressed while the lists fill and yield, or a reading of mail would go into
-// the backup.
+// The displayed store changes before the commands know about it. They stay disabled
+// while the lists are filled and yield, or a read of mail could go into the backup.
 void memBackUp_FileSelect_Click(frmTolvek& form)
 {
     const ResumeNext on{kRoutine};
     frmBackUpFile dialog(form);
     on([] { gBackUpFile.clear(); });
     on([&] { dialog.ShowModal(&form); });
+    // The close box leaves the name empty too, since it was cleared before.
     if (trim(gBackUpFile).empty()) return;
     on([&] { dspEnable(form, false, 0); });
     on([&] { form.setCaption(Text(kCaption) + u" （ ﾊﾞｯｸｱｯﾌﾟ ﾌｧｲﾙ : " + gBackUpFile + u" ）"); });
@@ -139,8 +140,8 @@ void memBackUp_FileSelect_Click(frmTolvek& form)
     on(reportSpoiltTexts);
 }
 
-// A view of the backup's rules has put them in the memory's place, from where
-// the next filter run would take them.
+// Listing the backup's rules has replaced the rules in memory. They are read again, or
+// the next filter run would use the backup's.
 void memNomalDisp_Click(frmTolvek& form)
 {
     const ResumeNext on{u"memNomalDisp_Click"};

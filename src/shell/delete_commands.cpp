@@ -29,7 +29,7 @@ bool isFilterView()
     return gDisplayType < 0 || gDisplayType > 2;
 }
 
-// The line feed stands before the carriage return. No is the answer of Enter.
+// Kept quirk: line feed before carriage return. Enter answers No.
 bool isConfirmed(const ResumeNext& on, TextView question)
 {
     MsgAnswer answer = MsgAnswer::No;
@@ -56,8 +56,8 @@ void emptyMailPane(const ResumeNext& on, frmTolvek& form)
     on([&] { form.lblHead->setCaption({}); });
 }
 
-// The refilled navigator has nothing selected, so its text is empty and the
-// subject list becomes so too.
+// Nothing is selected in the refilled navigator, so its text is empty and the subject
+// list becomes empty as well.
 void relist(const ResumeNext& on, frmTolvek& form)
 {
     on([] { tblFilter_Get(); });
@@ -75,6 +75,7 @@ void endDeleting(const ResumeNext& on, frmTolvek& form)
 void deleteEntry(frmTolvek& form)
 {
     if (isFilterView())
+        // The row is the index of the rule; see navigator.h.
         delFilter(form.lstNameOrAddr->ListIndex());
     else
         delMail(gDisplayType, form.lstNameOrAddr->Text());
@@ -95,7 +96,7 @@ void comMailDel_Click(frmTolvek& form)
     endDeleting(on, form);
 }
 
-// Here the mails are gone before the status text comes up.
+// Kept: unlike above, the mails are deleted before the status text appears.
 void cmdAddrDel_Click(frmTolvek& form)
 {
     const ResumeNext on{u"cmdAddrDel_Click"};

@@ -15,8 +15,9 @@ void memEnv_Click(frmTolvek& form)
     frmOption dialog;
     const ResumeNext on{u"memEnv_Click"};
     on([&] { dialog.ShowModal(&form); });
+    // Kept: the font is applied after a Cancel as well; the fields are unchanged then.
     applyMailFont(form, on, FlagText::Alone);
-    const InputHold hold; // the commands are on
+    const InputHold hold; // the commands are enabled
     on([] { DoEventsNow(); });
     on([&] { form.comMailRead->SetFocus(); });
 }

@@ -15,7 +15,7 @@ namespace tolvek {
 
 namespace {
 
-constexpr int kLastOtherType = 2; // 0 to 2 list no rules, any other value does
+constexpr int kLastOtherType = 2; // only values outside 0 to 2 list rules
 
 bool rulesListed()
 {
@@ -28,18 +28,18 @@ void takeEdit(const ResumeNext& on, frmTolvek& form)
     on([&] { memFilterGo_Click(form); });
 }
 
-// The editor has read the rules anew, and may have stored some before the
-// Cancel: titles left standing would lead to the mails of other rules.
+// The editor has read the rules again and may have stored a new order before the
+// Cancel. The titles listed before that would lead to the mails of other rules.
 void dropEdit(const ResumeNext& on, frmTolvek& form)
 {
-    const InputHold hold; // the lists are refilled while the commands are on
+    const InputHold hold; // the lists are refilled while the commands are enabled
     on([] { gEditCancel = 0; });
     if (rulesListed()) on([&] { dspSelData(form); });
 }
 
 }
 
-// Rules that couldn't be read whole aren't written, however the editor is left.
+// Rules that couldn't be read completely aren't written, however the editor was closed.
 void memFilter_Click(frmTolvek& form, frmFilter& editor)
 {
     if (editor.Loaded()) return;
@@ -54,8 +54,8 @@ void memFilter_Click(frmTolvek& form, frmFilter& editor)
     on([&] { form.comMailRead->SetFocus(); });
 }
 
-// The filter titles are listed first whatever is on display: that reads the
-// rules anew. The list of the display type then takes their place.
+// The filter titles are always listed first, since that rereads the rules. The list of
+// the current display type then replaces them.
 void memFilterGo_Click(frmTolvek& form)
 {
     const ResumeNext on{u"memFilterGo_Click"};

@@ -28,7 +28,7 @@ void beginNaming(const ResumeNext& on, frmTolvek& form)
     on([&] { dspEnable(form, false, 0); });
 }
 
-// The search tables and the filter results hold names too.
+// The search tables and the filter results hold names too, so they are rebuilt.
 void nameAnew(const ResumeNext& on, frmTolvek& form)
 {
     on([] { edFriendName(); });
@@ -56,13 +56,14 @@ void memAddressAdd_Click(frmTolvek& form)
     if (form.lstSubject->ListCount() == 0) return;
     Int16 unchanged = 0;
     on([&] { unchanged = FriendNameAdd(form, form.lstSubject->ListIndex()); });
+    // A failure returns 0, so the names are set again then; kept.
     if (unchanged == 1) return;
     on([&] { memFriendEd_Click(form); });
 }
 
 namespace {
 
-// memFriendEd_Click sets the commands on again.
+// memFriendEd_Click enables the commands again.
 void takeBook(const ResumeNext& on, frmTolvek& form)
 {
     emptyPanes(on, form);
@@ -72,7 +73,7 @@ void takeBook(const ResumeNext& on, frmTolvek& form)
     on([&] { memFriendEd_Click(form); });
 }
 
-// A second choice of the menu while the editor is open does nothing.
+// Choosing the menu entry again while the editor is open does nothing.
 void editBook(frmTolvek& form, frmFriend& editor, Int16 sort, TextView routine)
 {
     if (editor.Loaded()) return;

@@ -1,4 +1,4 @@
-// The commands of the main window around the friend book.
+// The main window's commands for the friend book.
 #pragma once
 
 namespace tolvek {
@@ -6,13 +6,13 @@ namespace tolvek {
 class frmTolvek;
 class frmFriend;
 
-// All names anew, and what is derived from them.
+// Writes the book's names over all mails and rebuilds what is derived from them.
 void memFriendEd_Click(frmTolvek& form);
-// The selected mail's correspondent into the book, and then all names anew.
+// Adds the selected mail's correspondent to the book, then does the same.
 void memAddressAdd_Click(frmTolvek& form);
 
-// The editor, sorted by address, by name, by pet; on anything but Cancel its
-// file is read back in and all names are set anew.
+// Shows the editor, sorted by address, by name or by pet. Unless it was cancelled, its
+// file is read back in and all names are set again.
 void memFriend_A_Click(frmTolvek& form, frmFriend& editor);
 void memFriend_F_Click(frmTolvek& form, frmFriend& editor);
 void memFriend_P_Click(frmTolvek& form, frmFriend& editor);

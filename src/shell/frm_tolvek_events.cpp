@@ -46,8 +46,8 @@ void clearState(const ResumeNext& on)
     on([] { gNonCopyRuleCnt = 0; });
 }
 
-// Only when a file of the program's own is among them: another's *.tmp alone
-// stays as it is.
+// Kept: all *.tmp files are deleted if one of the program's own is among them,
+// otherwise none.
 void removeTempFiles()
 {
     const bool ours = FileNameCheck(joinPath(appPath(), u"Friend.Tmp")) != 0 ||
@@ -55,6 +55,7 @@ void removeTempFiles()
     if (ours) kill(joinPath(appPath(), u"*.tmp"));
 }
 
+// Each unload removes a form from the list, so the search starts over.
 void unloadOthers(const Form& form)
 {
     while (Forms::Count() > 1) {
@@ -131,12 +132,12 @@ void frmTolvekEvents::Form_Initialize()
     applyMailFont(*this, on, FlagText::WithComma);
     clearState(on);
     on([this] { dspSelData(*this); });
-    on([] { completeFriendEdit(); }); // the library is about to write over Friend.Tmp
+    on([] { completeFriendEdit(); }); // before the library overwrites Friend.Tmp
     on([] { edFriend(); });
     on([] { tblFilter_Get(); });
 }
 
-// The empty address is what marks a first start.
+// An empty address marks a first start.
 void frmTolvekEvents::askForSettings(const ResumeNext& on)
 {
     if (!trim(gMyMailAddr).empty()) return;
@@ -168,8 +169,8 @@ void frmTolvekEvents::memEnd_Click()
     on([] { endProgram(); });
 }
 
-// Entered again by the unload inside; the second time only the temporary files
-// are looked for once more.
+// The unload inside enters it again; the second time only the temp files are looked
+// for.
 void frmTolvekEvents::Form_Unload()
 {
     const ResumeNext on{u"Form_Unload"};
@@ -194,8 +195,8 @@ void frmTolvekEvents::lstSubject_RightButton()
     on([this] { PopupMenu(*memOption); });
 }
 
-// The yield and the status text make this the heartbeat of all long work: one
-// that keeps yielding has its text blink and the clock go on.
+// This keeps long work visibly alive: while a command yields, its status text blinks
+// and the clock advances.
 void frmTolvekEvents::Timer1_Timer()
 {
     const ResumeNext on{u"Timer1_Timer"};

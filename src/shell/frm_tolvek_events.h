@@ -1,8 +1,8 @@
-// The main window with its events: each control and menu entry meets its
-// command here, and the window its start, its clock and its end.
+// The main window with its events: connects each control and menu entry to its command,
+// and handles the window's start, clock and end.
 //
-// Every event procedure reports a failure under its own name and goes on with
-// its next statement, so that the closing steps of each are always reached.
+// Every event procedure reports a failure under its own name and goes on with its next
+// statement, so its final steps are always reached.
 #pragma once
 #include "app/guard.h"
 #include "filter/frm_filter.h"
@@ -31,7 +31,7 @@ private:
     void askForSettings(const ResumeNext& on);
     void clearPanes(const ResumeNext& on);
 
-    // Kept, for what they remember from opening to opening.
+    // Members, so that they remember their values between openings.
     frmFilter filterEditor_;
     frmFriend friendEditor_;
 };

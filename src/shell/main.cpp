@@ -1,4 +1,4 @@
-// The process: what must stand before the program's own entry, then its message loop.
+// The process: the set-up that the program's own entry relies on, then the event loop.
 #include "app/guard.h"
 #include "app/program_end.h"
 #include "dialogs/frm_splash.h"
@@ -21,17 +21,20 @@ int main(int argc, char** argv)
     QApplication::setApplicationName(QStringLiteral("Tolvek"));
     QApplication::setWindowIcon(programIcon());
     prepareApplication();
+    // While a box waits for the user, the database is at rest, so a kill then loses
+    // nothing.
     setBeforeWait(putAllAtRest);
     registerKnownTables();
     setEndFunction([] { endProgram(); });
 
     const std::filesystem::path home = programFolder(argv[0]);
+    // Its locks go with the process, however it ends, so a kill leaves none behind.
     const SingleInstance instance("Tolvek", home);
     App.PrevInstance = instance.isFirst() ? 0 : -1;
     setAppPath(pathText(home));
     frmSplash splash;
     frmTolvekEvents window;
     Main(splash, window);
-    if (Forms::Count() == 0) endProgram(); // nothing is left that its user could end
+    if (Forms::Count() == 0) endProgram(); // no window is left that the user could close
     return runApplication();
 }

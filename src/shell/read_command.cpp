@@ -22,8 +22,8 @@ void chooseMailBoxes(frmTolvek& form)
     dialog.ShowModal(&form);
 }
 
-// The status text goes up first and the pane is emptied right behind it; the
-// next tick of the clock brings it back.
+// Kept order: the status text is shown, then the pane is emptied at once; the next
+// timer tick brings the text back.
 void beginReading(const ResumeNext& on, frmTolvek& form)
 {
     on([] {
@@ -57,7 +57,7 @@ void comMailRead_Click(frmTolvek& form)
     on([&] { chooseMailBoxes(form); });
     if (gMailReadCancel == -1) return;
     beginReading(on, form);
-    // First, so that new friends' names are there when their mails come in.
+    // First, so that the names of new friends are known when their mails are read.
     on([] { edFriend(); });
     on([] { MailBoxRead(); });
     updateData(on, form);

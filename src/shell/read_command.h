@@ -5,10 +5,10 @@ namespace tolvek {
 
 class frmTolvek;
 
-// Asks for the boxes, takes in the friend book, reads the boxes, gives the mails
-// the book's names, brings the search tables up to date and lists the navigator
-// anew. Reports its own failures under "comMailRead_Click" and goes on, so that
-// the commands always come back.
+// Asks for the boxes, imports the friend book, reads the boxes, writes the book's names
+// over the mails, rebuilds the search tables and lists the navigator again. Reports its
+// own failures under "comMailRead_Click" and goes on, so that the commands are always
+// enabled again.
 void comMailRead_Click(frmTolvek& form);
 
 }

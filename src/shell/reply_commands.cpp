@@ -21,13 +21,15 @@ bool isMainScreenConfirmed(const ResumeNext& on)
 
 }
 
-// A failed start is told and leads on to SendMail, which then tells that there
-// is no PostPet to be reached.
+// A failed start is reported, and SendMail runs all the same; it then reports that
+// PostPet can't be reached. Kept.
 void comSendMail_Click(frmTolvek& form)
 {
     const ResumeNext on{u"comSendMail_Click"};
     if (form.lstSubject->SelCount() == 0) return;
     on([&] { form.txtMail->SetFocus(); });
+    // The mail text goes to the clipboard, since the reply is made by PostPet's paste
+    // command.
     on([] { Clipboard::Clear(); });
     on([&] { Clipboard::SetText(form.txtMail->Text()); });
     on([&] { findPostPet(form); });

@@ -5,7 +5,7 @@ namespace tolvek {
 
 class frmTolvek;
 
-// Does nothing while no subject is selected.
+// Replies to the selected mail; does nothing while no subject is selected.
 void comSendMail_Click(frmTolvek& form);
 
 }

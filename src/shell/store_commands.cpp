@@ -68,11 +68,13 @@ void load(const ResumeNext& on, frmTolvek& form)
           u"　　　少々お待ちください。");
     on([] { dbLoad(); });
     on([&] { dspNavigator(form); });
+    // A loaded friend table may lack friends that PostPet's book has.
     on([] { edFriend(); });
     endWork(on, form);
 }
 
-// The rules in memory stay as they are until they are next read.
+// Kept: the rules in memory stay until they are read again, and success is reported
+// whatever was answered.
 void rebuild(const ResumeNext& on, frmTolvek& form)
 {
     clearLists(on, form);
@@ -149,6 +151,8 @@ void dbUnLoad()
     settleTextFiles();
     const ReportWatch reports;
     {
+        // The dumps are written under side names and replace the old ones only when all
+        // six are complete.
         const UnLoadBeside beside;
         unLoadTables();
     }
@@ -161,7 +165,8 @@ void dbUnLoad()
     MsgBox(u"メール履歴ＤＢのＵｎＬＯＡＤ（DB → TextFile）が終了しました。");
 }
 
-// Nobody stores a mail between the copy and the deletion that a load begins with.
+// Being alone with the file keeps others from storing a mail between the copy and the
+// deletion that a load begins with.
 void dbLoad()
 {
     const Alone alone(gDbPath);
@@ -170,6 +175,7 @@ void dbLoad()
     alone.confirm();
     const ReportWatch reports;
     loadTables();
+    // The copy replaces an older one only after a load without errors.
     if (!copy.empty()) endLoad(copy, reports.any());
     MsgBox(u"メール履歴ＤＢのＬＯＡＤ（TextFile → DB）が終了しました。");
 }

@@ -1,4 +1,4 @@
-// The commands that take the store as a whole: text dump, load, rebuild.
+// The commands that act on the store as a whole: text dump, load, rebuild.
 #pragma once
 
 namespace tolvek {
@@ -7,15 +7,14 @@ class frmTolvek;
 
 void memExport_Click(frmTolvek& form);
 void memInport_Click(frmTolvek& form);
-// Throws all data away, after asking twice; the second question is that of the
-// creation, and the success is told whatever its answer was.
+// Deletes all data, after asking twice. The second question belongs to the creation;
+// success is reported whatever its answer.
 void memDBEdit_Click(frmTolvek& form);
 
-// All six tables, and then the box that reports the end; it comes whether or not
-// a table failed. An unload puts all six files in place or none. Before a load
-// deletes anything, a flushed copy of the database is beside it (an error of the
-// copy: nothing is loaded), and a load that is cut off is taken back by the next
-// start (store/before_load.h).
+// Dump or load all six tables, then show the box that reports the end, even when a
+// table failed. A dump replaces all six files or none. Before a load deletes anything,
+// a flushed copy of the database is made beside it; if the copy fails, nothing is
+// loaded. A load that was cut off is undone by the next start (store/before_load.h).
 void dbUnLoad();
 void dbLoad();
 

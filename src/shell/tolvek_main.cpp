@@ -31,7 +31,7 @@ namespace {
 
 constexpr int kBufferSize = 255;
 
-// Nothing has been touched yet: the first copy and all files stay as they are.
+// Nothing has been touched yet, so the first copy and all files are unaffected.
 void refuseSecondCopy(const ResumeNext& on)
 {
     on([] { MsgBox(u"Tolvekはすでに実行されています。"); });
@@ -43,9 +43,9 @@ Text folderOf(const Text& path)
     return pathText(existingPath(path).parent_path());
 }
 
-// What another program has at work isn't touched. What can't be settled is reported
-// and ends the program, with the files as they are: the steps after it would delete
-// the very file that is still to be put back.
+// A file that another program has open isn't touched. A step that fails is reported and
+// ends the program with the files unchanged: the steps after it would delete the very
+// file that is still to be restored.
 void settleEarlierRun(const ResumeNext& on, bool upgrade)
 {
     std::optional<Alone> alone;
@@ -59,7 +59,7 @@ void settleEarlierRun(const ResumeNext& on, bool upgrade)
     on([] { removeUnfinished(liveDatabasePath()); });
 }
 
-// The tables say so: the settings file may be missing, or another archive's.
+// The tables decide: the settings file may be missing or belong to another archive.
 bool isUpgradeDue(TextView Ver)
 {
     const Text path = liveDatabasePath();
@@ -73,7 +73,7 @@ void findDatabase(const ResumeNext& on)
     if (FileNameCheck(gDbPath) == 0) on([] { Table_Create(); });
 }
 
-// A splash that failed to come up has no label.
+// If the splash failed to load, it has no label.
 void showProgress(frmSplash& splash, TextView line)
 {
     if (splash.Loaded()) splash.lblWarning->setCaption(line);
@@ -91,6 +91,7 @@ Text lastVersion()
 bool upgradeNeeded(TextView Ver)
 {
     constexpr TextView kLastOld = u"210";
+    // Texts are compared, so "1000" counts as older than "210"; kept.
     const bool newer = Ver != kLastOld && !(compareText(Ver, kLastOld, Compare::Binary) < 0);
     return !newer;
 }
@@ -103,7 +104,8 @@ void prepareDatabase(TextView Ver, const UpgradeProgress& progress)
     if (isUpgradeDue(Ver)) on([&] { VerUp300(progress); });
     findDatabase(on);
     on([] { dbCompress(gDbPath); });
-    if (isOldArchive(gDbPath)) on([&] { VerUp300(progress); }); // a repair gave an old one
+    if (isOldArchive(gDbPath))
+        on([&] { VerUp300(progress); }); // a repair may have restored an old one
 }
 
 void Main(frmSplash& splash, frmTolvek& window)
@@ -115,6 +117,7 @@ void Main(frmSplash& splash, frmTolvek& window)
     Text Ver;
     on([&] { Ver = lastVersion(); });
     prepareDatabase(Ver, [&](TextView line) { showProgress(splash, line); });
+    // Loading runs Form_Initialize: the settings, the first lists, the friend book.
     on([&] { window.Load(); });
     on([&] { window.Show(); });
     on([&] { splash.Unload(); });

@@ -26,7 +26,7 @@ void setHelpViewer(std::function<bool(const Text&)> viewer)
     viewerInUse = viewer ? std::move(viewer) : showOnDesktop;
 }
 
-// The desktop's viewers know neither commands nor owners: a file opens at its
+// The desktop's viewers know neither commands nor owner windows: the file opens at its
 // beginning, which is the index.
 std::int32_t WinHelpA(QWidget*, const Text& file, std::uint32_t, std::uintptr_t)
 {

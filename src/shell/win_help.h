@@ -1,7 +1,6 @@
 // The system's help viewer.
 //
-// A system that has none opens the help file with whatever its desktop has for
-// such files.
+// Where there is none, the desktop's program for such files opens the help file.
 #pragma once
 #include "platform/runtime/text.h"
 
@@ -14,13 +13,13 @@ namespace tolvek {
 
 inline constexpr std::uint32_t HELP_INDEX = 3;
 
-// Non-zero when the help came up. A help file that isn't there, or that nothing
-// can show, is told in a box.
+// Non-zero when the help was shown. If the file is missing or can't be shown, a box
+// says so.
 std::int32_t WinHelpA(QWidget* window, const Text& file, std::uint32_t command,
                       std::uintptr_t data);
 
-// What shows a file; false when nothing could. An empty function gives the
-// system's own back.
+// Sets the function that shows a file; it returns false when it couldn't. An empty
+// function restores the default. For tests.
 void setHelpViewer(std::function<bool(const Text& file)> viewer);
 
 }

@@ -1,4 +1,4 @@
-// The main window's controls and menus, by table.
+// The main window's controls and menus, as tables.
 #include "window/frm_tolvek.h"
 
 namespace tolvek {
@@ -9,7 +9,7 @@ constexpr Colour kLightBlue = 0x00FFC0C0;
 constexpr float kDesignWidth = 11745;
 constexpr float kDesignHeight = 7404;
 
-// What the last button leaves of the count label at the window's least width.
+// The width left to the count label by the last button at the window's minimum width.
 constexpr float kCountRoom = 2840;
 
 struct Place {
@@ -17,7 +17,7 @@ struct Place {
     int tab;
 };
 
-// What the buttons differ in; their places are never changed.
+// What differs from button to button. Buttons never move.
 struct ButtonDesign {
     CommandButton* frmTolvek::*button;
     TextView name, caption, tip;
@@ -144,10 +144,11 @@ frmTolvek::frmTolvek() : Form(u"frmTolvek", BorderStyle::Sizable)
     setHeight(kDesignHeight);
 }
 
-// Labels come first: where the layout rule lets edges overlap, what is made
-// later lies above.
+// Labels are created first: where the layout rule lets controls overlap, the one
+// created later is on top.
 void frmTolvek::buildControls()
 {
+    // The controls of an earlier load are gone.
     focusBefore_ = nullptr;
     buildMenus();
     buildLabels();
@@ -167,8 +168,9 @@ void frmTolvek::buildLabels()
         label->setBackColor(kLightBlue);
         put(*label, design.place);
     }
-    // It begins inside the last button at the window's least width, and five
-    // digits don't fit: so its text runs out to the left, under the mouse.
+    // At the window's minimum width the label starts inside the last button, and a
+    // count of five digits is wider than the label. So its text may overflow to the
+    // left, and clicks pass through to the button.
     lblRecCount->setMouseTransparent(true);
     lblRecCount->setOverflow(kCountRoom);
 }
@@ -194,6 +196,7 @@ void frmTolvek::buildLists()
     put(*lstNameOrAddr, {36, 660, 2592, 6180, 4});
     put(*lstSubject, {2640, 480, 8955, 960, 5});
     txtMail = new MultiLineTextBox(*this, u"txtMail");
+    // The caption of the design; it is emptied before the window is shown.
     txtMail->setText(u"Text1");
     txtMail->setLocked(true);
     put(*txtMail, {2640, 2220, 8955, 4632, 6});

@@ -1,5 +1,5 @@
-// The main window: its controls and its layout rule. What the lists show belongs
-// to src/browse; the commands and the wiring of the events are in src/shell.
+// The main window: its controls and its layout rule. The contents of the lists belong
+// to src/browse; the commands and the event wiring are in src/shell.
 //
 // Controls are valid while the form is loaded.
 #pragma once
@@ -45,7 +45,7 @@ private:
     void buildMenus();
 
     friend void dspEnable(frmTolvek& form, bool enabled, Int16 backupMode);
-    Control* focusBefore_ = nullptr; // taken by a disabling, given back by the enabling
+    Control* focusBefore_ = nullptr; // lost its focus by being disabled; gets it back when enabled
 };
 
 }

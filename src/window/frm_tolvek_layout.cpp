@@ -1,5 +1,6 @@
-// The main window's layout rule. All numbers are twips in single precision; no
-// step rounds, and each reads what the earlier ones left.
+// The main window's layout rule. All numbers are twips in single precision. Nothing is
+// rounded between the steps, and each step reads what the earlier ones have set, so
+// their order matters.
 #include "app/guard.h"
 #include "app/state.h"
 #include "window/frm_tolvek.h"
@@ -25,7 +26,7 @@ void layRows(frmTolvek& f, const ResumeNext& on)
         f.txtMail->setHeight(f.lblNameOrAddr->Height() + f.lstNameOrAddr->Height() -
                              (f.lstSubject->Height() + f.lblHead->Height()) - 390);
     });
-    // 10 twips above the bottom of the header, as its users know it.
+    // Kept: the pane starts 10 twips above the bottom of the header.
     on([&] {
         f.txtMail->setTop(f.lstSubject->Top() + f.lstSubject->Height() + f.lblHead->Height() + 50);
     });
@@ -56,7 +57,8 @@ void layLabels(frmTolvek& f, const ResumeNext& on)
     on([&] { f.lblNameOrAddr->setTop(480); });
     on([&] { f.lblNameOrAddr->setLeft(0); });
     on([&] { f.lblNameOrAddr->setWidth(f.lstNameOrAddr->Width()); });
-    // Takes the place of the 690 above: the list ends 20 twips above the mail pane.
+    // Replaces the 690 above, so that the list ends 20 twips above the end of the mail
+    // pane.
     on([&] {
         f.lstNameOrAddr->setTop(f.lstSubject->Top() + f.lstSubject->Height() + f.lblHead->Height() +
                                 f.txtMail->Height() + 30 - f.lstNameOrAddr->Height());
@@ -66,11 +68,12 @@ void layLabels(frmTolvek& f, const ResumeNext& on)
 
 }
 
-// Setting the window's own size fires the event again; that one falls through.
+// Enforcing the minimum size fires the event again; that nested event returns at once.
 void frmTolvek::Form_Resize()
 {
     constexpr int kMinimized = 1;
     ResumeNext on{u"Form_Resize"};
+    // A minimised window has no useful size to lay out.
     if (WindowState() == kMinimized || gResizeBusy == -1) return;
     gResizeBusy = -1;
     layRows(*this, on);

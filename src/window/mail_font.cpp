@@ -7,7 +7,8 @@
 
 namespace tolvek {
 
-// The comma at the style's second place is a thousands comma to the number rule.
+// In "0,1" the italic flag is followed by a comma, which the number conversion accepts
+// as a thousands separator.
 void applyMailFont(frmTolvek& form, const ResumeNext& on, FlagText flag)
 {
     MultiLineTextBox& pane = *form.txtMail;

@@ -6,10 +6,10 @@ namespace tolvek {
 class ResumeNext;
 class frmTolvek;
 
-// Size, face, bold and italic of the mail text from the settings, each a
-// statement of its caller's routine: a style whose flag is no number is error
-// 13 for that flag alone. How much of the style is read for a flag is the
-// caller's: the start takes the comma with it, the settings command doesn't.
+// Applies size, face, bold and italic from the settings to the mail text. Each is a
+// statement of the caller's routine: a flag that is no number is error 13 for that flag
+// alone. The caller chooses how many characters of the style are parsed for a flag: at
+// start-up the comma is included, in the settings command it isn't.
 enum class FlagText { WithComma, Alone };
 void applyMailFont(frmTolvek& form, const ResumeNext& on, FlagText flag);
 

@@ -10,6 +10,7 @@ namespace tolvek {
 
 namespace {
 
+// The settings file holds whole twips, forms hold fractions of them.
 std::int32_t wholeTwips(float twips)
 {
     return static_cast<std::int32_t>(std::lround(twips));

@@ -1,4 +1,4 @@
-// The settings file read and written with the main window's place on the screen.
+// Reads and writes the settings file together with the main window's position and size.
 #pragma once
 
 namespace tolvek {

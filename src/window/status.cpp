@@ -17,7 +17,7 @@ namespace {
 constexpr Colour kRed = 0x000000FF;
 constexpr float kStatusSize = 20;
 
-// Each list names its controls and entries in the order of the switching.
+// Each list holds its controls and menu entries in switching order.
 using Switches = std::vector<std::function<void(bool)>>;
 
 template <class... Parts> Switches switchesOf(Parts*... parts)
@@ -44,7 +44,7 @@ Switches changingTheStore(frmTolvek& f)
                       f.memBackUp_FileEdit);
 }
 
-// memDBSupport isn't among them: it can't be reached while memFile is off.
+// memDBSupport isn't included (kept): it can't be reached while memFile is disabled.
 Switches duringWork(frmTolvek& f)
 {
     return switchesOf(f.comEnd, f.comMailRead, f.cmdAddrDel, f.comMailDel, f.memFile, f.memOption,
@@ -52,7 +52,8 @@ Switches duringWork(frmTolvek& f)
                       f.lstNameOrAddr, f.lblNameOrAddr);
 }
 
-// With commands on again what the user does waits for the running one's end.
+// When the commands are enabled again, user input waits until the running command has
+// ended.
 void yieldSwitched(bool off)
 {
     if (off) return DoEventsNow();
@@ -64,10 +65,13 @@ void yieldSwitched(bool off)
 
 void dspEnable(frmTolvek& form, bool enabled, Int16 backupMode)
 {
-    // What was clicked while the commands were off falls on commands still off,
-    // and at the beginning of a long command on ones that are off already.
+    // Clicks made while the commands were disabled are delivered while they still are.
+    // When a long command begins they are delivered after the commands have been
+    // disabled.
     const bool begins = !enabled && backupMode != 1;
     if (!begins) DoEventsNow();
+    // Disabling a control takes its focus. It is remembered and restored, or the arrow
+    // keys would stop working after one step.
     Control* const focused = form.ActiveControl();
     all(everything(form), true);
     all(backupMode == 1 ? changingTheStore(form) : duringWork(form), enabled);
@@ -95,8 +99,8 @@ void dspStatus(frmTolvek& form, bool show, CheckedArray<Text, 6>& lines)
         pane.setForeColor(kWindowText);
         setStatusLines(u"", u"", u"", u"", u"", u"");
     }
-    // What follows may be seconds of work without a yield: it is painted here. A
-    // command that begins has its controls still on.
+    // The caller may now work for seconds without a yield, so the text is painted here.
+    // At the beginning of a command the controls are still enabled, hence the hold.
     const InputHold hold;
     DoEventsNow();
 }

@@ -1,5 +1,5 @@
-// What a command does to the main window as a whole: the commands switched off
-// and on, the status text, the panes emptied.
+// What commands do to the main window as a whole: disable and enable the commands, show
+// the status text, empty the panes.
 #pragma once
 #include "platform/runtime/int16.h"
 #include "platform/runtime/text.h"
@@ -9,25 +9,25 @@ namespace tolvek {
 class ResumeNext;
 class frmTolvek;
 
-// Switches the commands: all on, then some (backupMode 1: those that change the
-// store; any other: nearly all) to `enabled`, then one yield; with commands on it
-// keeps the user's input back. A control that lost the focus by it gets it back.
+// Enables all commands, then sets some of them to `enabled` (backupMode 1: those that
+// change the store; any other: nearly all), then yields once. When the commands end up
+// enabled, user input is held during the yield. A control that lost the focus by being
+// disabled gets it back when it is enabled again.
 void dspEnable(frmTolvek& form, bool enabled, Int16 backupMode);
 
-// The mail pane as progress display: six lines in large type, black and red in
-// turn at each call. show false: empty, the mail's own font and colour again,
-// and the lines emptied. Yields, with the user's input kept back.
+// Shows the progress text in the mail pane: six lines in large type, alternately black
+// and red with each call. With show false: empties pane and lines and restores the
+// mail's font and colour. Yields with user input held.
 void dspStatus(frmTolvek& form, bool show, CheckedArray<Text, 6>& lines);
 
-// What the long commands have in common. Each step is a statement of its
-// caller's routine: a failed one is reported under the caller's name, and the
-// next one follows.
+// Steps shared by the long commands. Each is a statement of the caller's routine: a
+// failure is reported under the caller's name, and the next step follows.
 
-// The mail text, the heading above it and the subjects.
+// Empties the mail text, the header above it and the subject list.
 void emptyPanes(const ResumeNext& on, frmTolvek& form);
 
-// The end of the work: the status text goes, the commands come back on as far
-// as the store on display lets them. Where the focus goes is the caller's.
+// Ends a command: removes the status text and enables the commands that the displayed
+// store allows. The caller sets the focus.
 void endWork(const ResumeNext& on, frmTolvek& form);
 
 }
