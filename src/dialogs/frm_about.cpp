@@ -12,8 +12,8 @@ namespace {
 constexpr TextView kComments = u"Tolvek　は　ＰｏｓｔＰｅｔ "
                                u"2001のメールをＤＢにＳａｖｅする為のプログラムです。";
 
-// All in twips. The rule is drawn twice, the light one a pixel below the dark,
-// so that it looks cut into the form.
+// All in twips. The rule consists of two lines, a light one a pixel below a dark one,
+// so that it looks engraved.
 constexpr float kLightRule = 1572;
 constexpr float kDarkRule = 1560;
 constexpr Colour kRuleColours[] = {0xFFFFFF, 0x808080};

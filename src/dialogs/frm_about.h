@@ -1,7 +1,7 @@
 // The version dialog, with a button that starts the system's information tool.
 //
-// A new one is made for each opening. Enter and Escape press OK. Controls are
-// valid while the form is loaded.
+// A new object is made for each opening. Enter and Escape press OK. Controls are valid
+// while the form is loaded.
 #pragma once
 #include "platform/forms/buttons.h"
 #include "platform/forms/form.h"
@@ -16,7 +16,7 @@ public:
     frmAbout();
 
     Label *lblVersion = nullptr, *lblDescription = nullptr, *lblDisclaimer = nullptr;
-    CheckedArray<Line*, 2> Line1; // the rule below the description: its light, its dark
+    CheckedArray<Line*, 2> Line1; // the rule below the description: the light line, the dark line
     CommandButton *cmdOK = nullptr, *cmdSysInfo = nullptr;
 
 protected:

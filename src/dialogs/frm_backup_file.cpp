@@ -28,14 +28,15 @@ constexpr float kOkLeft = kCancelLeft - kButtonGap - kButtonWidth;
 constexpr float kFormWidth = kListWidth + 2 * kMargin;
 constexpr float kFormHeight = kButtonTop + kButtonHeight + kMargin;
 
-// Only this very name is the live store's. Whatever else has the extension may
-// be a backup, renamed or brought from elsewhere.
+// Only the live store has exactly this name. Any other file with the extension may be a
+// backup, renamed or copied from elsewhere.
 std::vector<Text> backUpFiles()
 {
     std::vector<Text> names;
     std::int32_t count = 0;
     FileNameGet(appPath(), u"Mdb", kLimit, names, count);
     std::erase(names, Text(kLiveName));
+    // FileNameGet returns the names in descending order.
     std::reverse(names.begin(), names.end());
     return names;
 }

@@ -1,6 +1,6 @@
-// The choice of a backup file: every database file beside the program but the
-// live one. The choice goes to gBackUpFile, "" for Cancel; the close box leaves
-// there what stood there.
+// The choice of a backup file: lists every database file beside the program except the
+// live one. The choice goes to gBackUpFile, "" for Cancel; the close box leaves it
+// unchanged.
 //
 // Controls are valid while the form is loaded.
 #pragma once

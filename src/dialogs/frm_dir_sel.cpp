@@ -90,7 +90,7 @@ void frmDir_Sel::Dir1_Change()
     txtPet_Dir->setText(Dir1->Path());
 }
 
-// A volume that was taken out since the list was made is told, and the folder
+// If the volume was removed since the list was made, this is reported and the folder
 // list stays where it was.
 void frmDir_Sel::Div1_Change()
 {

@@ -1,9 +1,9 @@
-// The folder chooser of the settings dialog: drive and directory lists and a
-// box for the path. It checks nothing; whoever shows it reads gPostPetDir.
+// The folder chooser of the settings dialog: drive and directory lists, and a box for
+// the path. It checks nothing; the caller reads gPostPetDir.
 //
-// It begins at the first drive, wherever gPostPetDir stands. A change of the
-// drive stores its folder at once, and Cancel doesn't take that back: whoever
-// shows the chooser keeps what was there before. The close box stores nothing.
+// It starts at the first drive, whatever gPostPetDir is. Kept: changing the drive
+// stores its folder at once, and Cancel doesn't undo that, so the caller must save the
+// previous value. The close box stores nothing.
 //
 // Controls are valid while the form is loaded.
 #pragma once

@@ -11,8 +11,8 @@ namespace tolvek {
 
 namespace {
 
-// Element 0 is the main box of a side, whose name the frame has too; the
-// drawers are the same on both sides, as far as a side has them.
+// Element 0 is the main box of a side, whose name is also the frame's. The drawers are
+// the same on both sides, as far as a side has them.
 constexpr TextView kSendCaption = u"送信メール";
 constexpr TextView kRecievCaption = u"受信メール";
 constexpr TextView kDrawers[] = {
@@ -20,7 +20,7 @@ constexpr TextView kDrawers[] = {
     u"水色の引出し",   u"赤の引出し",   u"茶色の引出し", u"橙色の引出し",
 };
 
-// All in twips. The boxes of a frame stand in columns of five.
+// All in twips. The boxes of a frame are in columns of five.
 constexpr float kMargin = 240;
 constexpr float kFrameTop = 780;
 constexpr float kFrameHeight = 2445;
@@ -57,7 +57,7 @@ void buildBoxes(Frame& frame, TextView name, TextView first, CheckedArray<CheckB
     }
 }
 
-// A value is copied as it is, in both directions, whatever it is.
+// Values are copied unchanged in both directions, also unknown ones.
 template <std::size_t N>
 void showOptions(const CheckedArray<Int16, 17>& options, CheckedArray<CheckBox*, N>& boxes)
 {
@@ -135,7 +135,7 @@ void frmMailReadOpt::Form_Load()
     lblPostPetFlder->setToolTipText(gPostPetDir);
 }
 
-// The close box is a Cancel: without a word from it the read would start.
+// The close box counts as Cancel; otherwise the read would start.
 void frmMailReadOpt::Form_QueryUnload(UnloadMode mode)
 {
     if (mode == UnloadMode::ControlMenu) gMailReadCancel = -1;

@@ -1,9 +1,9 @@
-// The choice of the mail boxes to read, asked before each reading of mail.
+// The choice of the mail boxes to read, asked before each read of mail.
 //
-// The ticks live in gSendMailReadOption and gRecievMailReadOption, so they stay
-// from run to run. Only 4 and 10 of their elements have a check box; the others
-// are never touched. How the dialog was left stands in gMailReadCancel: -1 for
-// Cancel, Escape and the close box, 0 for OK.
+// The ticks are kept in gSendMailReadOption and gRecievMailReadOption, and so from run
+// to run. Only 4 and 10 of their elements have a check box; the others are never
+// changed. gMailReadCancel tells how the dialog was closed: -1 for Cancel, Escape and
+// the close box, 0 for OK.
 //
 // Controls are valid while the form is loaded.
 #pragma once

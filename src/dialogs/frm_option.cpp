@@ -21,7 +21,7 @@ constexpr int kTypeMismatch = 13;
 constexpr TextView kReceiveFolder = u"受信フォルダ";
 constexpr TextView kWrongFolder = u"フォルダーの指定が間違っています。";
 
-// Of a style "italic,bold".
+// Positions in a style "italic,bold", counted from 1.
 constexpr int kItalicAt = 1;
 constexpr int kBoldAt = 3;
 
@@ -37,8 +37,8 @@ TextView styleWord(const Text& style)
     return bold ? u"太字" : u"標準";
 }
 
-// Statements that go on after a failure and leave the number of the last one
-// standing: a success doesn't clear it.
+// Runs statements that go on after a failure, and keeps the number of the last failure.
+// A success doesn't clear it.
 class ErrorNumber {
 public:
     void operator()(const std::function<void()>& statement)
@@ -86,7 +86,7 @@ void frmOption::showFontLabels()
     lblFontSize->setCaption(u"サイズ：" + decimal(fontSize_));
 }
 
-// A cancelled chooser may have changed the field too, by its drive list.
+// A cancelled chooser may have changed the field too, through its drive list.
 void frmOption::cmbOpenPostPet_Click()
 {
     frmDir_Sel chooser;
@@ -94,9 +94,9 @@ void frmOption::cmbOpenPostPet_Click()
     txtDisp_PetDir->setText(gPostPetDir);
 }
 
-// A stored style that is no number (13) must not keep the user from choosing
-// another; any other failure, a cancelled dialog among them, leaves the working
-// fields alone. The dialog starts from the stored fields at each use.
+// A stored style that is no number (13) must not keep the user from choosing another.
+// Any other failure, such as a cancelled dialog, leaves the working fields unchanged.
+// The dialog always starts from the stored fields; kept.
 void frmOption::cmdFontSet_Click()
 {
     ErrorNumber on;
@@ -118,8 +118,8 @@ void frmOption::takeFont()
     fontStyle_ = Text(cmFont.FontItalic() ? u"1," : u"0,") + (cmFont.FontBold() ? u"1" : u"0");
 }
 
-// What can't be looked at keeps the dialog open; a file in the folder's place is
-// told, and accepted all the same.
+// A folder that can't be examined keeps the dialog open. A file in its place is
+// reported but accepted; kept.
 bool frmOption::folderPasses() const
 {
     int attributes = 0;

@@ -1,12 +1,11 @@
-// The settings dialog: PostPet's folder, the user's own address, handle and pet
-// name, and the font of the mail text. It changes the fields; the file is
-// written at exit.
+// The settings dialog: PostPet's folder, the user's own address, handle and pet name,
+// and the font of the mail text. It changes the fields; the file is written at exit.
 //
-// OK checks the folder alone, and of what it finds there only a folder that
-// can't be looked at keeps the dialog open.
+// OK only checks the folder, and only a folder that can't be examined keeps the dialog
+// open.
 //
-// The close box leaves it like cmbCancel: a folder that the chooser put into
-// the field would otherwise stay, and an empty one ends every later start.
+// The close box acts like cmbCancel: otherwise a folder that the chooser stored would
+// remain, and an empty one ends every later start.
 //
 // Controls are valid while the form is loaded.
 #pragma once
@@ -31,7 +30,7 @@ public:
     CommandButton *cmbOpenPostPet = nullptr, *cmdFontSet = nullptr;
     Label *lblFont = nullptr, *lblFontStyle = nullptr, *lblFontSize = nullptr;
     CommandButton *cmbOK = nullptr, *cmbCancel = nullptr;
-    FontDialog cmFont; // a fresh one at each load
+    FontDialog cmFont; // reset at each load
 
 protected:
     void buildControls() override;

@@ -1,17 +1,18 @@
-// The settings dialog's controls, by table.
+// The settings dialog's controls, as tables.
 #include "dialogs/frm_option.h"
 
 namespace tolvek {
 
 namespace {
 
-// All in twips. The folder has a row of its own; the names stand in two columns.
+// All in twips. The folder has a row of its own; the names are in two columns, labels
+// and boxes.
 constexpr float kMargin = 240;
 constexpr float kFormWidth = 6840;
 constexpr float kInnerWidth = kFormWidth - 2 * kMargin;
 constexpr float kLabelHeight = 240;
 constexpr float kBoxHeight = 345;
-constexpr float kLabelDrop = 75; // brings a label to the line of the box beside it
+constexpr float kLabelDrop = 75; // aligns a label with the box beside it
 constexpr float kDirTop = 510;
 constexpr float kDirButtonWidth = 900;
 constexpr float kDirWidth = kInnerWidth - kDirButtonWidth - 120;

@@ -16,11 +16,11 @@ constexpr Colour kBlue = 0xFF0000;
 constexpr Colour kBlack = 0;
 constexpr Colour kPaper = 0xFFFFFF;
 
-// Positions count from the frame's corner, in twips.
+// Positions are in twips from the frame's corner.
 struct LabelSpec {
     Label* frmSplash::*member;
     TextView name;
-    TextView caption; // what isn't known before the load is empty
+    TextView caption; // empty if set during the load
     float left, top, width, height;
     float points;
     bool bold;

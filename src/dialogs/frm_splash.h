@@ -1,10 +1,10 @@
-// The window of a start: it stands from the first moment until the main window
-// is up, says that something is going on, and carries the progress lines of
-// long start-up work in lblWarning.
+// The splash window: shown from the first moment of a start until the main window is
+// up. It shows that the program is working, and in lblWarning the progress of long
+// start-up work.
 //
-// Its load finds the settings file: whoever reads the settings shows it first.
-// It isn't kept on top, since boxes may come up beside it, and its user can't
-// close it. Controls are valid while the form is loaded.
+// Its load finds the settings file, so it must be shown before the settings are read.
+// It isn't kept on top, since boxes may appear beside it, and the user can't close it.
+// Controls are valid while the form is loaded.
 #pragma once
 #include "platform/forms/form.h"
 #include "platform/forms/frames.h"

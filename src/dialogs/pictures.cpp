@@ -14,8 +14,8 @@ const QColor kInk(120, 96, 84);
 const QColor kSeal(232, 110, 120);
 const QColor kPawPad(150, 108, 92);
 
-// Brings the painter to a square of 100 by 100 units in the area's middle and
-// gives it back as it was.
+// Maps the painter to a square of 100 by 100 units in the middle of the area, and
+// restores it at the end.
 class UnitSquare {
 public:
     UnitSquare(QPainter& painter, const QRect& area) : painter_(painter)

@@ -1,5 +1,5 @@
-// The program's own pictures, drawn at whatever size is asked for: a letter
-// and the paw print of the one who brought it.
+// The program's own pictures, drawn at any size: a letter, and the paw print of the pet
+// that brought it.
 #pragma once
 #include <QIcon>
 #include <QRect>
@@ -11,7 +11,7 @@ namespace tolvek {
 void drawLetter(QPainter& painter, const QRect& area);
 void drawPaw(QPainter& painter, const QRect& area);
 
-// The letter with a paw on it, in the sizes that desktops ask for.
+// The letter with a paw on it, in the sizes that desktops use.
 QIcon programIcon();
 
 }

@@ -14,10 +14,10 @@ namespace tolvek {
 
 namespace {
 
-constexpr std::uint32_t kAccess = 0x2003F; // read and write, as the tool's own setup has it
+constexpr std::uint32_t kAccess = 0x2003F; // read and write access, as in the tool's own setup
 constexpr std::size_t kBufferSize = 1024;
 
-// Where a tool says itself that it is, and where an older one was put.
+// The tool's own path, and the folder of an older version.
 constexpr TextView kToolKey = u"SOFTWARE\\Microsoft\\Shared Tools\\MSINFO";
 constexpr TextView kToolValue = u"PATH";
 constexpr TextView kFolderKey = u"SOFTWARE\\Microsoft\\Shared Tools Location";
@@ -53,8 +53,9 @@ std::string unpaddedHex(unsigned char byte)
     return {digits, std::to_chars(digits, digits + sizeof digits, unsigned{byte}, 16).ptr};
 }
 
-// The highest byte stands last. Each byte's digits come without a leading zero,
-// so 0x1002 reads as 0x102; nobody is known to keep such a number in a path.
+// The bytes are in little-endian order. Kept quirk: each byte's digits are written
+// without a leading zero, so 0x1002 becomes 0x102. No such number is known to be kept
+// in a path.
 Text numberText(const std::string& bytes)
 {
     if (bytes.find_first_not_of(' ') == std::string::npos) return {};
@@ -88,7 +89,7 @@ bool startedOne()
     try {
         return startTool() || startToolInFolder();
     } catch (const std::exception&) {
-        return false; // the caller's box is the answer to every failure
+        return false; // the caller's box reports every failure
     }
 }
 

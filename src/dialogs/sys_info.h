@@ -1,4 +1,4 @@
-// Starts the system's information tool, where the registry says that it is.
+// Starts the system's information tool from the location in the registry.
 #pragma once
 #include "platform/runtime/text.h"
 
@@ -6,13 +6,13 @@
 
 namespace tolvek {
 
-// Two places of the registry are looked at in turn. Whatever goes wrong, from a
-// missing value to a tool that can't be run, has one answer: a box that says so.
+// Tries two registry entries in turn. Every failure, from a missing value to a tool
+// that can't be started, has the same answer: a box.
 void StartSysInfo();
 
-// True when a value was found; else the result is empty. A text comes as it is,
-// a 32-bit number as its digits; a value of another kind leaves the result as
-// it was.
+// True when a value was found; otherwise the result is empty. A text is returned
+// unchanged, a 32-bit number as its digits. A value of another type leaves the result
+// unchanged.
 bool GetKeyValue(std::uint32_t root, const Text& keyName, const Text& valueName, Text& result);
 
 }

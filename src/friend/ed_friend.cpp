@@ -31,8 +31,9 @@ FriendRecord readRecord(Int16 number)
     return record;
 }
 
-// In text mode, where width doesn't count. Each search begins behind the last
-// replacement: from the front it would find the wide bar just put in for ever.
+// Searches in text mode, so full-width forms match too. Each search continues after the
+// last replacement; from the start it would find the full-width bar just inserted for
+// ever.
 void replaceEach(Text& text, TextView character, TextView replacement)
 {
     for (int p = inStr(text, character, Compare::TextMode); p != 0;
@@ -61,8 +62,8 @@ void insertFriend(FriendRecord record)
     inTransaction([&] { gDb.Execute(sql, dbFailOnError); });
 }
 
-// The address is looked up as it stands and stored trimmed; nothing is replaced
-// in it, so that one with a single quote fails here.
+// Kept: the address is looked up as it is and stored trimmed. Nothing is replaced in
+// it, so an address with a single quote fails here.
 void takeRecords(Int16 number)
 {
     for (; !endOfFile(number); DoEvents())
@@ -72,8 +73,8 @@ void takeRecords(Int16 number)
 
 }
 
-// The count alone says whether the file is this call's work; an old one may
-// stand on the disk.
+// Only the count tells whether the file was written by this call; an old file may
+// exist.
 void edFriend()
 {
     leavePlainOnError(u"edFriend", [] {
@@ -101,6 +102,7 @@ bool tmpFriend(const Text& path)
         gDb.Close();
         readToEnd = true;
     });
+    // Closed whatever happened. If the open failed, this does nothing.
     closeFile(number);
     return readToEnd;
 }

@@ -1,20 +1,20 @@
-// PostPet's friend book into the friend table: what is known already stays as
-// it is, whatever the book says; what isn't is added.
+// Imports PostPet's friend book into the friend table. Known friends stay unchanged,
+// whatever the book says; unknown ones are added.
 #pragma once
 #include "platform/runtime/text.h"
 
 namespace tolvek {
 
-// Has the converter library write PostPet's friend book into Friend.Tmp, and
-// reads that in by tmpFriend when the library counted any. Reports its own
-// failures; a read of mail goes on behind one.
+// Has the converter library write PostPet's friend book to Friend.Tmp and, if it
+// counted any friends, imports the file by tmpFriend. Reports its own failures; a read
+// of mail goes on afterwards.
 void edFriend();
 
-// Adds every friend of the file whose address isn't in the table yet, each in a
-// transaction of its own; nothing without the file. A path that comes from a
-// record is taken up to its NUL. A failure is reported and ends the reading at
-// that record, with the friends before it kept. True when it got to the end of
-// the file (also of an empty one), false after a failure or without a file.
+// Adds every friend in the file whose address isn't in the table yet, each in its own
+// transaction. Does nothing if the file is missing. `path` may come from a record and
+// ends at its NUL. A failure is reported and ends the reading at that record; the
+// friends before it are kept. True when the end of the file was reached (also of an
+// empty one), false after a failure or without a file.
 bool tmpFriend(const Text& path);
 
 }

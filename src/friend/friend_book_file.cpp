@@ -14,13 +14,13 @@ namespace tolvek {
 
 namespace {
 
-// None of them ends in .tmp or .Mdb: the exit sweeps the one, the list of
-// backups shows the other.
+// None of these names ends in .tmp, which the exit deletes, or in .Mdb, which the
+// backup list shows.
 constexpr TextView kNotYetEmptied = u"Friend.Book";
 constexpr TextView kEmptied = u"Friend.Book.Read";
 constexpr TextView kKept = u"Friend.Book.Kept";
 
-constexpr char16_t kEndOfFile = 0x1A; // in the middle of a text it would end the reading
+constexpr char16_t kEndOfFile = 0x1A; // inside a text it would end the reading
 
 Path beside(TextView name)
 {
@@ -41,8 +41,8 @@ void keepCopy()
     });
 }
 
-// The database is put at rest first: the copy may say so only of an emptying
-// that is on the disk.
+// The database is put at rest first: the copy may be marked only when the emptying is
+// on disk.
 void markEmptied()
 {
     if (!stands(kNotYetEmptied)) return;
@@ -59,8 +59,8 @@ void removeIfThere(TextView name)
     if (stands(name)) removeFile(beside(name));
 }
 
-// What was read in is on the disk before its copy goes. The one that may only
-// add goes first: alone, the other one still means the whole new book.
+// The imported friends are on disk before the copies go. Friend.Book.Read is removed
+// first: it only allows adding, while Friend.Book alone still means the whole new book.
 void removeCopies()
 {
     DBEngine::Rest();
@@ -71,7 +71,7 @@ void removeCopies()
     });
 }
 
-// A failure rolls back what there is of it.
+// On failure, closing gDb rolls the transaction back.
 void executeEmptying()
 {
     gWs = DBEngine::Workspaces(0);
@@ -93,8 +93,8 @@ bool tableHoldsRows()
     return holds;
 }
 
-// A commit that failed late may have emptied the table all the same. As long as
-// it isn't sure that the old book stands, the copy does.
+// A commit that failed late may have emptied the table all the same. The copy is
+// removed only when the old book is certain to be there.
 void dropCopyOfUntouchedBook()
 {
     try {
@@ -102,11 +102,11 @@ void dropCopyOfUntouchedBook()
         removeIfThere(kNotYetEmptied);
         flushFolder(nativePath(appPath()));
     } catch (const std::exception&) {
-        gDb.Close(); // the failure that led here is the one to tell
+        gDb.Close(); // the earlier failure is the one to report
     }
 }
 
-// Friend.Tmp may hold another book by now than a copy that was left behind.
+// Friend.Tmp may by now hold a different book than a copy left from earlier.
 bool copyIsOf(const Path& file)
 {
     const Path copy = beside(stands(kNotYetEmptied) ? kNotYetEmptied : kEmptied);
@@ -131,7 +131,7 @@ void writeFriendTmp(const std::function<void(Int16)>& writeRecords)
         try {
             closeFile(number);
         } catch (const RuntimeError&) {
-            std::rethrow_exception(failure); // the first one is the one to tell
+            std::rethrow_exception(failure); // the first failure is the one to report
         }
         throw;
     }
@@ -164,10 +164,11 @@ void emptyFriendTable()
     markEmptied();
 }
 
-// A copy whose mark failed gets it here: at a later start it may only add to
-// the table, in which more has been stored by then.
+// If marking failed before, it is repeated here: at a later start the copy may only add
+// to the table, since more may have been stored by then.
 void readFriendTmp()
 {
+    // Reports its own failures; an import that wasn't complete keeps the copy.
     const bool whole = tmpFriend(friendTmpPath());
     if (gBackUpDisp == 1) return;
     asFileError([&] {

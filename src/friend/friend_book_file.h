@@ -1,20 +1,19 @@
-// Friend.Tmp as the friend editor's road back into the table, and the second
-// copy of it that makes this road safe.
+// Friend.Tmp carries the friend editor's book back into the table. A second copy of it
+// makes this safe.
 //
-// The editor writes the whole book into Friend.Tmp, empties the table and has
-// the file read in again. In between the book exists in that file alone, and
-// the converter library and an orderly exit may take it away. So a flushed copy
-// stands under a name of its own from before the table is emptied until the
-// file has been read in to its end, and the next start completes what was cut
-// off: after a kill at any moment the table holds the old book or the whole new
-// one.
+// The editor writes the whole book to Friend.Tmp, empties the table, and has the file
+// imported again. In between, the book exists only in that file, which the converter
+// library may overwrite and an orderly exit deletes. A flushed copy under a name of its
+// own therefore exists from before the table is emptied until the file has been
+// imported completely, and the next start completes what was cut off. After a kill at
+// any moment the table ends up with the old book or the whole new one.
 //
-//     Friend.Book       the table isn't known to be emptied: whoever finds it
-//                       empties the table (again) and reads the copy in
-//     Friend.Book.Read  the table is emptied and filling: what is missing is
-//                       added, and what has been added since stays
-//     Friend.Book.Kept  a copy that was never read in to its end, put aside by
-//                       a later edit; nothing reads it
+//     Friend.Book       the table may not have been emptied yet: the next start empties
+//                       it (again) and imports the copy
+//     Friend.Book.Read  the table was emptied and is being filled: missing friends are
+//                       added, and friends added since stay
+//     Friend.Book.Kept  a copy that was never imported completely, put aside by a later
+//                       edit; nothing reads it
 #pragma once
 #include "platform/runtime/int16.h"
 #include "platform/runtime/text.h"
@@ -25,27 +24,26 @@ namespace tolvek {
 
 Text friendTmpPath(); // Friend.Tmp beside the program
 
-// Has `writeRecords` fill a fresh Friend.Tmp, open under the file number that it
-// is given. The file is closed in every case; failures go to the caller.
+// Creates Friend.Tmp and calls `writeRecords` with its file number. The file is closed
+// in every case; failures propagate.
 void writeFriendTmp(const std::function<void(Int16)>& writeRecords);
-// A text of the book as a record can hold it: trimmed, without what would end
-// the field (a quote, which becomes the ’ that is stored in the end) or the file.
+// Makes a text safe for a record: trimmed, without the end-of-file character, and with
+// every double quote, which would end the field, replaced by ’.
 Text friendFileText(TextView text);
 
-// Empties the table, with Friend.Tmp and its copy on the disk before. A failure
-// goes to the caller: then the old book stands and the copy is gone, or the
-// table is empty and the copy stands. A backup on display has no copy: the next
-// start knows the live database alone.
+// Empties the table after Friend.Tmp and its copy have been flushed to disk. Failures
+// propagate: then either the old book is still there and the copy is gone, or the table
+// is empty and the copy exists. A backup on display gets no copy: the next start only
+// knows the live database.
 void emptyFriendTable();
 
-// Reads Friend.Tmp in by tmpFriend; when that got to the end of what the copy
-// holds too, the copy goes.
+// Imports Friend.Tmp by tmpFriend. If that reached the end and the copy has the same
+// contents, the copy is removed.
 void readFriendTmp();
 
-// At a start, before anything can write over Friend.Tmp: where a copy stands,
-// completes what was cut off, and removes the copy when that got to its end.
-// Without a copy nothing happens. Failures go to the caller (tmpFriend reports
-// its own).
+// Called at a start, before anything can overwrite Friend.Tmp. If a copy exists,
+// completes what was cut off, and removes the copy if that succeeded. Failures
+// propagate, except those that tmpFriend reports.
 void completeFriendEdit();
 
 }

@@ -25,8 +25,8 @@ void execute(const Statement& sql)
     inTransaction([&] { gDb.Execute(sql, dbFailOnError); });
 }
 
-// What is signed with the name of the friend's pet was written by the pet and
-// stays the pet's.
+// A mail signed with the name of the friend's pet was written by the pet and keeps its
+// name.
 void nameSender(const Text& name, const Text& address, const Text& pet)
 {
     Statement sql{u"UPDATE tblTolvek SET "};
@@ -35,8 +35,7 @@ void nameSender(const Text& name, const Text& address, const Text& pet)
     execute(sql);
 }
 
-// The blank behind the address has always stood there; no comparison of the
-// store counts blanks at the end.
+// Kept: a blank after the address. The store ignores trailing blanks in comparisons.
 void nameReceiver(const Text& name, const Text& address)
 {
     Statement sql{u"UPDATE tblTolvek SET "};
@@ -54,7 +53,7 @@ void nameMailsOfFriend()
     nameReceiver(name, address);
 }
 
-// What the user's address sent to itself was sent by the user's pet.
+// Mail from the user's address to itself was sent by the user's pet.
 void nameOwnPet()
 {
     Statement sql{u"UPDATE tblTolvek SET "};
@@ -70,6 +69,7 @@ struct Correspondent {
 Correspondent correspondentOf(Int16 row)
 {
     const SubjectKey& mail = SubjectRowLocate(row);
+    // SndRcvFlag is set for sent mail, whose other party is the receiver.
     return mail.SndRcvFlag ? Correspondent{trim(mail.RcvName), trim(mail.RcvAdd)}
                            : Correspondent{trim(mail.SndName), trim(mail.SndAdd)};
 }
@@ -84,7 +84,7 @@ bool isConfirmed(bool known, const Correspondent& who)
                   MsgButtons::YesNo, u"おともだち登録") == MsgAnswer::Yes;
 }
 
-// False when the user doesn't want it after all: Cancel, or a name of blanks.
+// False when the user cancels or enters only blanks.
 bool askForName(Text& name)
 {
     name = trim(InputBox(u"おともだちの名前を変えたい場合はここで変更できます。",
@@ -126,11 +126,12 @@ void edFriendName()
     });
 }
 
-// A refusal leaves gDb open; whoever needs it next opens it anew.
+// Kept: when the user declines, gDb stays open; the next routine opens it anew.
 Int16 FriendNameAdd(frmTolvek& /*form*/, Int16 row)
 {
-    const InputHold hold; // the commands are on
+    const InputHold hold; // the commands are enabled
     Int16 unchanged = 0;
+    // Kept: failures are reported under the name of the routine above.
     leaveOnError(u"edFriendName", [&] {
         Correspondent who = correspondentOf(row);
         openStore();

@@ -1,5 +1,5 @@
-// The friend book's names over the mails that are stored already, and the
-// correspondent of a mail into the book.
+// Writes the friend book's names over stored mails, and adds a mail's correspondent to
+// the book.
 #pragma once
 #include "platform/runtime/int16.h"
 
@@ -7,13 +7,13 @@ namespace tolvek {
 
 class frmTolvek;
 
-// Writes the book's names over all mails of its addresses, and the pet's name
-// over what the user's own address sent to itself. Reports its own failures.
+// Writes the book's names over all mails from and to its addresses, and the pet's name
+// over mail from the user's own address to itself. Reports its own failures.
 void edFriendName();
 
-// Takes the correspondent of the subject list's row into the book, or renames
-// it there, after asking. 1 when nothing was changed, 0 when the book was (and
-// after a failure, which it reports under "edFriendName" too).
+// After asking, adds the correspondent of the subject list's row to the book, or
+// renames the existing friend. 1 when nothing was changed, else 0. After a failure,
+// which is reported under "edFriendName", it is 0 too.
 Int16 FriendNameAdd(frmTolvek& form, Int16 row);
 
 }

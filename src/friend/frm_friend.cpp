@@ -33,7 +33,7 @@ constexpr TextView kHeadings[] = {
     u"飼い主のメールアドレス", u"ペットが運んだメール数",
 };
 
-// What columns 1 to 5 show, each text behind one blank.
+// Fills columns 1 to 5, each text with a leading blank.
 void setRow(Grid& grid, Int16 row, const Text (&texts)[4], TextView mails)
 {
     grid.setRow(row);
@@ -52,7 +52,7 @@ Statement bookInOrder()
     else if (gFriendSort == 3)
         sql << u" ORDER By tblFriend_Pet ASC";
     else
-        sql << u" ORDER By tblFriend_Name ASC, "; // no command leads here
+        sql << u" ORDER By tblFriend_Name ASC, "; // unreachable: every command sets 1 to 3
     return sql;
 }
 
@@ -65,8 +65,8 @@ void showFriend(Grid& grid, Int16 row, const Recordset& book)
     grid.setTextMatrix(row, kNumber, decimal(row));
 }
 
-// The count reports its own failures; asking the recordset for its end fails
-// after one, so that no half-read book passes for a whole one.
+// GET_RECCNT reports its own failures and closes gDb. The Eof() below then throws, so a
+// half-read book can't pass for a complete one.
 void showBook(Grid& grid)
 {
     gDb = DBEngine::OpenDatabase(gDbPath);
@@ -75,6 +75,7 @@ void showBook(Grid& grid)
     GET_RECCNT(book, count);
     if (count != 0) {
         grid.setRows(count + 1);
+        // An empty table leaves gFriendRowCnt unchanged; kept.
         gFriendRowCnt = count;
     }
     for (Int16 row = 1; !book.Eof(); ++row) {
@@ -90,8 +91,8 @@ Text cell(const Grid& grid, int row, int col)
     return trim(grid.TextMatrix(row, col));
 }
 
-// Nothing is replaced in an address when the book is read back, and a single
-// quote would end that: the mails have ’ in its place too.
+// The import replaces nothing in an address, and a single quote would make it fail. It
+// becomes ’, as in the mails.
 Text addressText(TextView text)
 {
     Text address = friendFileText(text);
@@ -172,8 +173,8 @@ void frmFriend::keepEditArea(Int16 row)
     setRow(*grdFriend, row, texts, decimal(EditMailCnt));
 }
 
-// The mail count is that of the row last clicked, as in a change. An address
-// that is in the grid already isn't asked about: reading back takes the upper one.
+// Kept: the mail count is that of the row clicked last, as when changing a row. A
+// duplicate address isn't asked about; the import takes the upper one.
 void frmFriend::cmdFriendAdd_Click()
 {
     if (trim(txtAddress->Text()).empty()) return;
@@ -184,7 +185,7 @@ void frmFriend::cmdFriendAdd_Click()
     leaveRow();
 }
 
-// An empty address box makes the row a deleted one.
+// Kept: an empty address makes the row a deleted one.
 void frmFriend::cmdFriendUp_Click()
 {
     if (EditRow < 0) return;
@@ -192,8 +193,8 @@ void frmFriend::cmdFriendUp_Click()
     leaveRow();
 }
 
-// It acts on the grid's own row, to which the keyboard may have moved on from
-// the chosen one.
+// Kept: acts on the grid's current row, which the keyboard may have moved away from the
+// clicked row.
 void frmFriend::cmdFriendDel_Click()
 {
     if (EditRow < 0) return;
@@ -218,7 +219,7 @@ void frmFriend::keepPlacement() const
         gFriendColWidth[col] = friendTwips(grdFriend->ColWidth(col));
 }
 
-// A row without an address is a deleted one.
+// A row without an address is a deleted row.
 void frmFriend::writeBook() const
 {
     writeFriendTmp([this](Int16 number) {
@@ -227,8 +228,8 @@ void frmFriend::writeBook() const
     });
 }
 
-// What is switched off stays so after a failure: then only the close box is
-// left, which counts as not cancelled.
+// After a failure the buttons stay disabled (kept): only the close box is left, which
+// counts as not cancelled.
 void frmFriend::cmdOK_Click()
 {
     leaveOnError(u"cmdOK_Click", [this] {
@@ -243,7 +244,7 @@ void frmFriend::cmdOK_Click()
     });
 }
 
-// The clipboard isn't touched: what stands on it is what PostPet's paste brings.
+// The clipboard isn't touched, so PostPet's paste inserts whatever it holds.
 void cmdSndMail_Click(Form& editor, const Text& address)
 {
     const Text receiver = trim(address);

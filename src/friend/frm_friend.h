@@ -1,13 +1,13 @@
 // The friend editor: the whole book in a grid, edited in the area above it.
 //
-// The grid is the only copy until the dialog is closed. OK writes it to
-// Friend.Tmp and empties the table; whoever shows the form reads the file back
-// in (memFriend_*_Click). How the dialog was left stands in gEditCancel: -1 for
-// cmdCancel alone, any other way of closing it counts as not cancelled. Neither
-// Enter nor Escape presses a button.
+// Until the dialog is closed, the edits exist only in the grid. OK writes them to
+// Friend.Tmp and empties the table; the caller imports the file again
+// (memFriend_*_Click). gEditCancel tells how the dialog was closed: -1 for cmdCancel
+// alone; any other way counts as not cancelled. Neither Enter nor Escape presses a
+// button.
 //
-// What the dialog can't show it must not write: when the book can't be read to
-// its end, cmdOK stays off.
+// The dialog must not write what it can't show: when the book couldn't be read
+// completely, cmdOK is disabled.
 //
 // Controls are valid while the form is loaded.
 #pragma once
@@ -21,7 +21,7 @@
 
 namespace tolvek {
 
-extern Int16 gFriendRowCnt; // grid rows that count, 1 to gFriendRowCnt; an empty table leaves it
+extern Int16 gFriendRowCnt; // number of grid rows in use; unchanged when the table is empty
 extern Int16 gFriendSort;   // 1 address, 2 name, 3 pet while the editor runs, 0 otherwise
 
 class frmFriend : public Form {
@@ -52,7 +52,7 @@ private:
     void FriendLayout();
     void FriendAreaClear();
     void prepareGrid();
-    void leaveRow(); // empties the edit area, which belongs to no row then
+    void leaveRow(); // empties the edit area, which then belongs to no row
     void keepEditArea(Int16 row);
     void keepPlacement() const;
     void writeBook() const;
@@ -65,15 +65,15 @@ private:
     void cmdCancel_Click();
 
     Int16 EditRow = -999;  // the grid row that the edit area belongs to, -999 for none
-    Int16 EditMailCnt = 0; // of the row last clicked, in whatever opening that was
+    Int16 EditMailCnt = 0; // mail count of the row clicked last, also in an earlier opening
     Int16 layoutBusy_ = 0; // -1 while FriendLayout runs, which changes the size itself
 };
 
-// Fills the form's grid from the table in the order of gFriendSort. Reports its
-// own failures.
+// Fills the form's grid from the table, ordered by gFriendSort. Reports its own
+// failures.
 void dspFriend(frmFriend& form);
 
-// The mail button: a new mail in PostPet. Its own failures are untrapped.
+// The mail button: starts a new mail in PostPet. Its own failures are untrapped.
 void cmdSndMail_Click(Form& editor, const Text& address);
 
 }

@@ -1,5 +1,5 @@
-// How the friend editor is laid out: the edit area above, two fields a row with
-// the buttons under them, the book below it, and what ends the dialog last.
+// The layout of the friend editor: the edit area above with two fields a row and the
+// buttons below them, then the book, then the buttons that end the dialog.
 #include "friend/frm_friend.h"
 #include "platform/forms/events.h"
 
@@ -10,18 +10,18 @@ namespace {
 constexpr GridDesign kGridDesign{2, 6, 1, 1};
 constexpr float kNumberWidth = 600;
 
-// All in twips; what lies in the frame counts from the frame's corner.
+// All in twips. Positions inside the frame count from the frame's corner.
 constexpr float kLeastWidth = 9225;
 constexpr float kLeastHeight = 5445;
 constexpr float kMargin = 60;
 constexpr float kFrameWidth = kLeastWidth - 200;
 constexpr float kPadding = 180;
 
-// What the table's fields take: a longer text would end the reading back of the
-// book, and the rows below it would be missing.
+// The size of the table's fields. A longer text would make the import of the book fail
+// at its row, and the rows below would be missing.
 constexpr int kFieldSize = 64;
 
-constexpr float kLabelDrop = 75; // sets a label's text level with the box beside it
+constexpr float kLabelDrop = 75; // aligns a label's text with the box beside it
 constexpr float kBoxHeight = 345;
 constexpr float kRowStep = kBoxHeight + 90;
 constexpr float kFirstRow = 165;
@@ -71,7 +71,8 @@ CommandButton* buildEditButton(Frame& frame, TextView name, TextView caption, in
 
 }
 
-// The layout rule ends its buttons where a menu bar would leave no room for them.
+// A menu bar would leave no room for the buttons at the bottom, so the form has a title
+// only.
 frmFriend::frmFriend() : Form(u"frmFriend", BorderStyle::Sizable)
 {
     setCaption(u"おともだち帳 編集");
@@ -157,6 +158,7 @@ void frmFriend::connectEvents()
 
 void frmFriend::FriendLayout()
 {
+    // Enforcing the minimum size resizes the form and enters this again.
     if (layoutBusy_ == -1) return;
     layoutBusy_ = -1;
     if (Width() < kLeastWidth) setWidth(kLeastWidth);

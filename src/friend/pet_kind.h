@@ -1,12 +1,12 @@
-// The kinds of pets: the outside mail program's codes and their names in words.
+// The kinds of pets: PostPet's codes and their names.
 #pragma once
 #include "platform/runtime/int16.h"
 #include "platform/runtime/text.h"
 
 namespace tolvek {
 
-// toCode: from a kind to its code, "0" for any other text. Otherwise from a
-// code to its kind, "" for any other text. There is no code "5".
+// With toCode, converts a kind to its code, "0" for any other text. Otherwise converts
+// a code to its kind, "" for any other text. There is no code "5".
 void edPetKind(Int16 toCode, const Text& source, Text& result);
 
 }

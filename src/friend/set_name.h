@@ -1,11 +1,11 @@
-// The one look-up of a correspondent whose line gave no name.
+// Finds the name of a correspondent whose header line gave none.
 #pragma once
 #include "platform/runtime/text.h"
 
 namespace tolvek {
 
-// The name that the friend book has for the address; a friend without a name
-// goes by the pet's name. Not in the book: the name stays as it was. Reports
+// Sets `name` to the friend book's name for the address, or to the pet's name if the
+// friend has none. If the address isn't in the book, `name` stays unchanged. Reports
 // its own failures.
 void setName(const Text& address, Text& name);
 

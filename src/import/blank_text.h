@@ -1,4 +1,4 @@
-// Questions about a text that trim() would answer with a copy of it.
+// Questions about a text that trim() could only answer by copying it.
 #pragma once
 #include "platform/runtime/text.h"
 
@@ -6,7 +6,7 @@ namespace tolvek {
 
 inline constexpr TextView kBlanks = u" \u3000";
 
-// True when nothing is left of the text once it is trimmed.
+// True when trimming would leave nothing.
 inline bool isBlank(TextView text)
 {
     return text.find_first_not_of(kBlanks) == TextView::npos;

@@ -15,11 +15,12 @@ constexpr int kNameLimit = 60;
 Text valueOf(const Text& line, TextView label)
 {
     if (trim(line) == label) return {};
+    // One separator character follows the label.
     return mid(line, static_cast<int>(label.size()) + 2);
 }
 
-// Where the second part begins: "(" or "<", looked for by code unit, so that a
-// full-width bracket stays part of a name until edString blanks it.
+// The position of "(" or "<", where the second part begins. The search is by code unit,
+// so a full-width bracket stays part of a name until edString blanks it.
 int delimiterPosition(const Text& text, int limit)
 {
     const auto found = text.find_first_of(u"(<");
@@ -31,14 +32,17 @@ bool looksLikeAddress(const Text& part)
     return inStr(part, u".", Compare::TextMode) > 0 && inStr(part, u"@", Compare::TextMode) > 0;
 }
 
-// "name <address>" or "address (name)", told apart by the first part alone.
+// Splits "name <address>" or "address (name)". The first part alone decides which it
+// is.
 void splitValue(const Text& value, Text& name, Text& address)
 {
     Text decoded, text, first, second;
     Mail_StrChange_Sub(value, decoded);
+    // edString then blanks the backslash.
     StrChange(decoded, u"’", u"\\", 1, text);
-    // The limit is a length in bytes: a bracket that is the last character of an
-    // ASCII text begins no second part, behind a double-byte one it does.
+    // Kept: the limit is a length in bytes. A bracket that is the last character of an
+    // ASCII text therefore begins no second part, but after a double-byte character it
+    // does.
     const int limit = ansiLength(text);
     const int position = delimiterPosition(text, limit);
     edString(trim(left(text, position - 1)), first);
@@ -53,8 +57,8 @@ void fillMissing(Int16 side, Int16 isFrom, Text& name, Text& address)
 {
     const bool toTheUser = side == 0 && isFrom == 0;
     if (toTheUser && (isBlank(address) || isBlank(name))) {
-        // A received mail is taken to be addressed to the user: one missing half
-        // replaces both.
+        // A received mail is assumed to be addressed to the user: if one half is
+        // missing, both are replaced.
         address = gMyMailAddr;
         name = gMyMailHandle;
     } else if (!toTheUser && isBlank(address)) {
@@ -74,7 +78,7 @@ void edAddres(Int16 side, Int16 isFrom, const Text& line, Text& name, Text& addr
         const Text value = valueOf(line, isFrom != 0 ? TextView(u"From") : TextView(u"To"));
         if (!isBlank(value)) splitValue(value, name, address);
         fillMissing(side, isFrom, name, address);
-        // The cut comes last and what it leaves isn't trimmed again.
+        // Kept order: the cut comes last, and its result isn't trimmed again.
         name = left(trim(name), kNameLimit);
         address = left(trim(address), kNameLimit);
     });

@@ -7,9 +7,9 @@ namespace {
 
 constexpr TextView kTwoDigits = u"00";
 
-// Walks a date from part to part. A scan without an end test of its own runs to
-// the limit of the 16-bit position when its mark is missing: error 6, and that
-// is how a date with too few parts fails.
+// Scans a date part by part. A scan without an end test runs to the limit of the 16-bit
+// position when its mark is missing: error 6. That is how a date with too few parts
+// fails.
 class DateScan {
 public:
     explicit DateScan(TextView text) : text_(text) {}
@@ -22,7 +22,8 @@ public:
         return takeFrom(start);
     }
 
-    // Ends at ":" or "+", or when the position is past twice the characters.
+    // Ends at ":" or "+", or when the position exceeds twice the number of characters
+    // (the length in bytes).
     Text minute()
     {
         const int start = position_;
@@ -32,7 +33,7 @@ public:
         return takeFrom(start);
     }
 
-    // A "+" only ends a time without seconds; what follows it is never read.
+    // A "+" only ends a time without seconds; the zone after it is never read.
     Text second() const { return endedAtColon_ ? mid(text_, position_, 2) : Text(kTwoDigits); }
 
 private:
@@ -42,7 +43,7 @@ private:
         return index < text_.size() ? text_[index] : u'\0';
     }
 
-    // The part up to the mark; the position goes on behind it.
+    // The part up to the mark; scanning continues after it.
     Text takeFrom(int start)
     {
         Text part = mid(text_, start, position_ - start);
@@ -55,8 +56,8 @@ private:
     bool endedAtColon_ = false;
 };
 
-// A three-letter day name goes with its comma and blank; a first word of any
-// other length leaves its tail behind.
+// Removes a three-letter day name with its comma and blank. Kept: of a first word of
+// any other length the rest is left.
 void dropDayName(Text& value)
 {
     if (value[0] >= u'0' && value[0] <= u'9') return;
@@ -71,7 +72,7 @@ Text monthNumber(const Text& name)
     return Text(kTwoDigits);
 }
 
-// The century goes before the year as it is written: 5 becomes 205.
+// Kept: the century is put before the year's digits as written, so 5 becomes 205.
 Text fullYear(const Text& year)
 {
     const Int16 number = toInt16(year);
@@ -86,6 +87,7 @@ void edDate(const Text& line, Text& YMD, Text& HMS)
     YMD.clear();
     HMS.clear();
     Text value = line;
+    // "Date" and its separator.
     overwrite(value, 1, u"     ", 5);
     value = trim(value);
     if (value.empty()) return;

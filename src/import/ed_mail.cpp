@@ -13,26 +13,25 @@ namespace {
 
 constexpr TextView kEndLabel = u"<End>";
 constexpr TextView kContinued = u"　　（次に続く）";
-constexpr int kFullRow = 15; // full blocks that are stored as a part
+constexpr int kFullRow = 15; // after this many full blocks, a part is stored
 constexpr int kBlockLines = 33;
 constexpr int kBlockBytes = 4608; // what the converter's record holds
-constexpr int kBlankRun = 3;
+constexpr int kBlankRun = 3;      // of this many empty lines, one is kept
 
-// A block of blanks and line ends is as good as empty: the next line replaces it.
+// A block of only blanks and line ends counts as empty: the next line replaces it.
 bool holdsNothing(const Text& block)
 {
     return block.find_first_not_of(u" \u3000\r\n") == Text::npos;
 }
 
-// A character has one or two bytes, so most blocks are decided without counting.
+// A character has one or two bytes, so most blocks are decided without counting bytes.
 bool isFull(const Text& block)
 {
     if (block.size() * 2 <= kBlockBytes) return false;
     return block.size() > kBlockBytes || ansiLength(block) > kBlockBytes;
 }
 
-// The carries are tested one after the other, so an hour that was never one
-// carries too.
+// Kept: the carries are tested in sequence, so an invalid hour carries too.
 void addSecond(Text& YMD, Text& HMS)
 {
     Int16 hour = toInt16(mid(HMS, 1, 2));
@@ -77,9 +76,10 @@ public:
     void gather()
     {
         clearBlocks();
-        // Without an end line the conversion was cut off: the mail is given up
-        // without a word and the reader closes the file.
-        // So it is when a part of it couldn't be stored and the next couldn't either.
+        // A missing end line means that the conversion was cut off: the mail is
+        // silently dropped, and the reader closes the file. The same happens when a
+        // part of it couldn't be stored because of an error that the next part would
+        // meet too.
         while (!reports_.lasting() && !endOfFile(fileNumber_)) {
             line_ = lineInput(fileNumber_);
             if (line_.starts_with(kEndLabel)) return handOver();
@@ -113,14 +113,14 @@ private:
         }
     }
 
-    // The mail is too long for one row: what was read so far becomes a row of
-    // its own, and the line just read is the first of the next part.
+    // The mail is too long for one row: the text read so far is stored as a row of its
+    // own, and the line just read begins the next part.
     void storePart()
     {
         blocks_[current_] += u'\0';
         decodeBlocks();
-        // Trimmed as the stored row is: with an empty subject the mark's own
-        // blanks would hide the row from the next read, which would add it again.
+        // Trimmed like the stored row. With an empty subject, the mark's leading blanks
+        // would otherwise hide the row from the next read, which would store it again.
         const Text subject = trim(mail_.Subject + Text(kContinued));
         TolvekDB_Edit(mail_.SndRcvFlag, mail_.SndName, mail_.SndAdd, mail_.RcvName, mail_.RcvAdd,
                       subject, mail_.YMD, mail_.HMS, blocks_);
@@ -141,8 +141,8 @@ private:
         }
     }
 
-    // Runs of empty lines are closed up: every third one survives. The count
-    // goes on over the end of a block and of a stored part.
+    // Runs of empty lines are compressed: every third one is kept. Kept quirk: the
+    // count continues across blocks and stored parts.
     void takeEmptyLine()
     {
         blankLines_ += 1;

@@ -9,8 +9,8 @@ namespace {
 
 constexpr std::array<TextView, 5> kMarks{u"(", u")", u"<", u">", u"\\"};
 
-// Blanks the first of each mark; false when there is none left. All are looked
-// for before the first is overwritten.
+// Blanks the first occurrence of each mark; false when none is left. All positions are
+// determined before the first is overwritten.
 bool blankFirstMarks(Text& text)
 {
     std::array<int, kMarks.size()> found{};
@@ -31,6 +31,7 @@ void edString(const Text& source, Text& result)
     const ResumeNext on{u"edString"};
     Text copy = source;
     on([&] {
+        // The length bounds the loop; a text can't hold more marks than bytes.
         for (int left = ansiLength(copy); left > 0 && blankFirstMarks(copy); --left) {
         }
     });

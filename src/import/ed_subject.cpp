@@ -6,7 +6,7 @@ namespace tolvek {
 namespace {
 
 constexpr int kSubjectLimit = 100;
-constexpr int kSubjectStart = 9; // behind "Subject" and one separator
+constexpr int kSubjectStart = 9; // after "Subject" and one separator
 
 }
 
@@ -15,8 +15,8 @@ void edSubject(const Text& line, Text& subject)
     leavePlainOnError(u"edSubject", [&] {
         Text decoded;
         Mail_StrChange_Sub(trim(line), decoded);
-        // A count in bytes used as one of characters: below the limit it is
-        // more than is left, which takes everything.
+        // Kept: a byte count is used as a character count. Below the limit it is at
+        // least the number of characters left, so everything is taken.
         const int bytes = byteLength(trim(decoded));
         const int keep = bytes > kSubjectLimit ? kSubjectLimit : bytes;
         subject = trim(mid(decoded, kSubjectStart, keep));

@@ -21,14 +21,14 @@ struct BoxSide {
     const CheckedArray<Int16, 17>& options;
     Int16 flag;
 
-    // Element 0 is the main box.
+    // Element 0 is the main box, elements 1 to 15 are the drawers.
     bool isChosen(int element) const { return options[element] == 1; }
     const MailBoxFiles& files(int element) const
     {
         return element == 0 ? mainBox : gMailBoxTable[element - 1];
     }
-    // The settings may be changed by hand to choose a row without files: the
-    // path then ends in the folder's separator, and the converter refuses it.
+    // A settings file edited by hand may choose a row without files. The path then ends
+    // in the folder's separator, and the converter refuses it.
     Text path(TextView file) const
     {
         return joinPath(joinPath(trim(gPostPetDir), folder), trim(file));
@@ -40,8 +40,8 @@ Text tempPath()
     return joinPath(appPath(), u"Tolvek.Tmp");
 }
 
-// Drawers have longer names than main boxes: a folder that is too deep would
-// fail in the middle of the walk.
+// Checked before the walk, since drawers have longer names than main boxes: too deep a
+// folder would fail halfway.
 void requirePaths(const BoxSide& side)
 {
     const auto& required = converterLibrary().requirePath;
@@ -78,8 +78,8 @@ private:
     }
 
     const ReportWatch reports_;
-    // Not set before each call: a converter that writes no status leaves the
-    // previous box's, and one box that can't be read then stops those behind it.
+    // Kept: not reset before each call. A converter that writes no status leaves the
+    // previous box's, so one box that can't be read stops those after it.
     Int16 status_ = 0;
 };
 

@@ -44,8 +44,8 @@ private:
         return found;
     }
 
-    // A file whose end can't be asked for counts as read to its end: the
-    // statement after a loop is where a failing loop goes on.
+    // When the end-of-file test fails, the file counts as finished: after a failing
+    // loop condition, the statement after the loop is next.
     bool isOver()
     {
         bool end = true;
@@ -53,8 +53,8 @@ private:
         return end;
     }
 
-    // The one place where the file is read by fields: a comma splits a line,
-    // quotes around a field are taken off.
+    // Only here is the file read field by field: a comma splits a line, and quotes
+    // around a field are removed.
     void skipPreamble()
     {
         Text field;
@@ -73,7 +73,8 @@ private:
         if (DupChecked == 0) lookForDuplicate();
     }
 
-    // Case counts, and a leading blank hides a label. What is no label is passed over.
+    // Labels are case-sensitive, and a leading blank hides one. Other lines are
+    // skipped.
     void takeHeading()
     {
         if (line_.starts_with(u"From"))
@@ -90,8 +91,8 @@ private:
 
     bool hasDate() const { return !isBlank(YMD) && !isBlank(HMS); }
 
-    // The text of a mail without a date comes through readOneLine, where its
-    // lines are tested against the labels like any other.
+    // The text of a mail without a date goes through readOneLine, where its lines are
+    // tested for labels like any other.
     void readText()
     {
         MailDone = 0;
@@ -110,7 +111,7 @@ private:
                               MailText);
         });
         clearText();
-        // The converter's count ends there too; the mails beyond are read all the same.
+        // The converter's count ends there too; later mails are read all the same.
         if (MailNo < kMostCounted) on_([this] { MailNo += 1; });
         showNumber();
         for (Text* heading : {&SndName, &SndAdd, &RcvName, &RcvAdd, &Subject, &YMD, &HMS})
@@ -126,10 +127,10 @@ private:
                MailNonCopyCheck(SndName, SndAdd, RcvName, RcvAdd, Subject) == 0;
     }
 
-    // The three lengths are combined bit by bit. With a date of eight characters
-    // only addresses of 8 to 15, 24 to 31, 40 to 47 and 56 to 60 characters are
-    // looked for here; any other stored mail is read whole and refused by
-    // TolvekDB_Edit. The look-up saves work and decides nothing.
+    // Kept quirk: the three lengths are combined bitwise. With a date of eight
+    // characters, only mails with addresses of 8 to 15, 24 to 31, 40 to 47 and 56 to 60
+    // characters are looked up here; any other stored mail is read completely and
+    // refused by TolvekDB_Edit. The look-up only saves work.
     void lookForDuplicate()
     {
         if ((trimmedLength(SndAdd) & trimmedLength(RcvAdd) & trimmedLength(YMD)) == 0) return;
@@ -161,9 +162,9 @@ private:
 
     Text SndName, SndAdd, RcvName, RcvAdd, Subject, YMD, HMS;
     MailBlocks MailText;
-    Int16 MailDone;    // -1: edMail has met text
-    Int16 IsDuplicate; // not 0: the mail is in the store already, skip to its end line
-    Int16 DupChecked;  // -1: it was looked for
+    Int16 MailDone;    // -1: edMail found text
+    Int16 IsDuplicate; // not 0: the mail is stored already; skip to its end line
+    Int16 DupChecked;  // -1: the look-up was done
     Int16 MailNo;      // mails finished so far
 };
 

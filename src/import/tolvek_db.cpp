@@ -9,9 +9,10 @@
 namespace tolvek {
 namespace {
 
-// What makes two mails candidates for being one: the same second between the
-// same two addresses. The direction flag is left out on purpose: a mail that
-// the user sent to himself lies on both sides and is stored once.
+// Two mails may be the same one if they were sent in the same second between the same
+// two addresses. The direction flag is left out on purpose: a mail that the user sent
+// to himself is in boxes of both sides and is stored once. The condition is left open
+// for the subject.
 Statement sameSecond(const Text& SndAdd, const Text& RcvAdd, const Text& YMD, const Text& HMS)
 {
     Statement sql{u"SELECT * FROM tblTolvek"};
@@ -47,9 +48,9 @@ void appendColumns(Statement& sql)
     sql << u"tblTolvek_Include ) ";
 }
 
-// A bar would end a value on the home platform, so it is stored full width. The
-// walk ends at the length in bytes of the text trimmed at both ends but counts
-// from the untrimmed start: behind many leading blanks a late bar stays.
+// A bar would end a value on the classic platform, so it is stored in full width. Kept
+// quirk: the replacement stops at the length in bytes of the text trimmed at both ends,
+// but counts from the untrimmed start, so after many leading blanks a late bar stays.
 Text storedBlock(const Text& block)
 {
     Text value = rtrim(block);
@@ -83,14 +84,14 @@ void TolvekDB_Edit(Int16 SndRcvFlag, const Text& SndName, const Text& SndAdd, co
         Statement others = sameSecond(SndAdd, RcvAdd, YMD, HMS);
         Int16 count = rowsOf(others << u"' )");
         if (count != 0 && gDb.isOpen()) {
-            // Rows come along the primary key: the last one has the highest sub key.
+            // Rows come in primary key order, so the last one has the highest sub key.
             gRs.MoveLast();
             subKey = gRs.field(u"tblTolvek_SubKey").int16();
             count = rowsOf(sameMail(SndAdd, RcvAdd, YMD, HMS, Subject));
             if (count == 0) ++subKey;
         }
-        // A count that failed has reported it and closed the database. Nobody knows
-        // then whether the mail is stored: it isn't stored twice.
+        // A failed count has reported its error and closed the database. Whether the
+        // mail is stored is then unknown, so it isn't stored again.
         if (!gDb.isOpen()) return;
         gDb.Close();
         if (count == 0)
@@ -114,6 +115,8 @@ void TolvekDB_Insert(Int16 SndRcvFlag, const Text& SndName, const Text& SndAdd, 
         for (int block = 0; block <= 15; ++block)
             insert << u"', '" << storedBlock(MailText[block]);
         insert << u"', False )";
+        // If Execute fails, the error report closes gDb and so rolls the transaction
+        // back.
         gWs.BeginTrans();
         gDb.Execute(insert, dbFailOnError);
         gWs.CommitTrans();

@@ -24,7 +24,8 @@ Text toldProgram()
     return joinPath(gPostPetDir, kProgram);
 }
 
-// Where a path leads, lower-cased: without links, dots and double separators.
+// The canonical form of a path, in lower case: without links, dots and double
+// separators.
 Text ledTo(const Path& path)
 {
     std::error_code failure;
@@ -32,11 +33,11 @@ Text ledTo(const Path& path)
     return lowerCase(pathText(failure ? path : target));
 }
 
-// The settings' folder in the two forms in which a process may be known by it.
-// The one as told is how an emulated program's command line has it; the system
-// itself knows a program by the file behind all links, spelt as it is on the
-// disk. Whoever reaches PostPet through a link, a dotted path or a name in
-// another case would never find it running by the first alone.
+// The two names under which the configured PostPet may appear in the process list. The
+// path as configured is what an emulated program's command line shows. The system
+// itself reports the file behind all links, spelt as on disk. If PostPet is configured
+// through a link, a dotted path or in different case, the first form alone would never
+// find it running.
 class Wanted {
 public:
     Wanted() : told_(lowerCase(toldProgram())), target_(ledTo(existingPath(toldProgram()))) {}
@@ -77,8 +78,8 @@ Text fileName(const PROCESSENTRY32& entry)
     return cutAtNul(fromUtf8(std::string_view(entry.szExeFile, sizeof entry.szExeFile)));
 }
 
-// The user's way out of a system that doesn't tell its processes: without the
-// list any copy of PostPet might be typed into.
+// The system gives no process list. Without it, keys might be typed into any copy of
+// PostPet, so the program ends.
 void tellAndEnd(Form& caller)
 {
     MsgBox(u"ﾌﾟﾛｾｽｴﾝﾄﾘの取得に失敗しました");
@@ -96,7 +97,7 @@ void findPostPet(Form& caller)
     entry.dwSize = kProcessEntrySize;
     if (!snapshot.first(entry)) tellAndEnd(caller);
     const Wanted postPet;
-    do { // the last match counts, so none ends the search
+    do { // kept: the last match counts, so the search never stops early
         if (postPet.matches(fileName(entry)))
             gPostPetPid = static_cast<std::int32_t>(entry.th32ProcessID);
     } while (snapshot.next(entry));

@@ -1,4 +1,4 @@
-// PostPet among the programs that run, and its start.
+// Finds PostPet among the running programs, and starts it.
 #pragma once
 #include "platform/runtime/text.h"
 
@@ -6,19 +6,19 @@ namespace tolvek {
 
 class Form;
 
-// What the user is asked before keys go to a PostPet that runs already: it takes
-// them in whatever screen it shows, and this is all that keeps them from another
-// one than the main screen.
+// The message shown before keys are sent to a running PostPet. It types them into
+// whatever screen is open; only this message keeps them out of screens other than the
+// main one.
 inline constexpr TextView kOtherScreens =
     u"PostPetのメイン画面以外が開いているとエラーになります。\r\n"
     u"メイン画面以外は終了してください。\r\n\r\n"
     u"準備が出来たら「ＯＫ」を押して下さい。";
 
-// Looks for a running PostPet, PostPet20.exe in gPostPetDir: gPostPetPid is its
-// process id, 0 for none. A failed snapshot is reported, and ends the program with
-// the calling form unloaded.
+// Looks for a running PostPet, that is PostPet20.exe in gPostPetDir, and sets
+// gPostPetPid to its process id, 0 if there is none. If the process list can't be read,
+// this is reported, the calling form is unloaded and the program ends.
 void findPostPet(Form& caller);
-// Starts PostPet; its process id goes into gPostPetPid. Failures go to the caller.
+// Starts PostPet and sets gPostPetPid to its process id. Failures propagate.
 void startPostPet();
 
 }

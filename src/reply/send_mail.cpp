@@ -14,15 +14,15 @@ namespace tolvek {
 
 namespace {
 
-constexpr int kScreenWait = 100; // while PostPet opens its new-mail screen
+constexpr int kScreenWait = 100; // milliseconds, while PostPet opens its new-mail screen
 
 struct Reply {
     Text address;
-    Text subject; // as the key sender takes it literally
+    Text subject; // escaped for the key sender
 };
 
-// Always to the row's sender, of one's own mails too; a second "Re: " is put
-// before one that stands there already.
+// Kept: always replies to the row's sender, even for the user's own mails, and a
+// subject that begins with "Re: " gets a second one.
 Reply replyToRow(Int16 row)
 {
     gDb = DBEngine::OpenDatabase(gDbPath);
@@ -36,19 +36,20 @@ Reply replyToRow(Int16 row)
     return reply;
 }
 
-// PostPet to the front, and its new-mail screen up to the address. The address
-// isn't made safe for the notation.
+// Brings PostPet to the front and opens its new-mail screen up to the address. Kept:
+// the address isn't escaped, so key codes in it act as keys.
 void openNewMail(const Text& address)
 {
     AppActivate(gPostPetPid);
+    // Alt+F, N: PostPet's menu entry for a new mail.
     SendKeys(u"%F");
     SendKeys(u"N");
     SleepEX_Rtn(kScreenWait);
     SendKeys(address + u"{TAB}");
 }
 
-// One that fails is passed over by the field it stands in, so that the text of
-// the mail arrives without a subject. A failure of that too is the caller's.
+// If typing a field fails, tab past it, so that the mail's text arrives without a
+// subject. If that fails too, the exception propagates.
 void sendOrPass(const Text& keys)
 {
     try {
@@ -61,11 +62,12 @@ void sendOrPass(const Text& keys)
 void fillAndPaste(const Text& subject)
 {
     sendOrPass(trim(subject) + u"{TAB}{TAB}");
+    // Alt+E, J: PostPet's paste command.
     sendOrPass(u"%E");
     sendOrPass(u"J");
 }
 
-// "%E" and "EROR " have always run together here.
+// Kept: "%E" and "EROR " run together in this message.
 void tellNotReached(const RuntimeError& error)
 {
     MsgBox(u"%EEROR " + decimal(error.number()) +
