@@ -5,7 +5,7 @@ namespace tolvek {
 
 namespace {
 
-constexpr int kCaptionMargin = 5; // pixels on either side
+constexpr int kCaptionMargin = 5; // pixels on each side
 
 }
 
@@ -15,6 +15,8 @@ CommandButton::CommandButton(Container container, TextView name, TextView captio
     setCaption(caption);
     setAutoDefault(false);
     connect(this, &QPushButton::clicked, this, [this] {
+        // clicked also comes from shortcuts and assistive programs, which no event
+        // filter sees.
         if (isHeard(*this, [this] { click(); })) emit Click();
     });
 }
@@ -67,7 +69,7 @@ OptionButton::OptionButton(Container container, TextView name, TextView caption)
     connect(this, &QRadioButton::clicked, this, &OptionButton::Click);
 }
 
-// Among exclusive buttons Qt doesn't let the set one be cleared.
+// Qt doesn't let the set one of several exclusive buttons be cleared.
 void OptionButton::setValue(bool value)
 {
     setAutoExclusive(value);

@@ -1,5 +1,5 @@
-// Command buttons, check boxes and option buttons. In captions "&" marks the
-// access key, as in menus.
+// Command buttons, check boxes and option buttons. In captions "&" marks the access
+// key, as in menus.
 #pragma once
 #include "platform/forms/control.h"
 #include "platform/runtime/int16.h"
@@ -10,8 +10,9 @@
 
 namespace tolvek {
 
-// Never a default button by itself: Enter elsewhere in the form doesn't press it.
-// A caption that is wider than the button is set in a narrower face, not cut.
+// Never becomes the default button by itself: Enter elsewhere in the form doesn't
+// press it. A caption that is wider than the button is set in a narrower face and
+// not cut.
 class CommandButton : public ControlOf<QPushButton> {
     Q_OBJECT
 public:
@@ -30,8 +31,9 @@ private:
     void fitCaption();
 };
 
-// Any 16-bit value is kept and given back: 0 shows unticked, others ticked. A
-// user's click makes a ticked box 0 and an unticked one 1, then fires Click.
+// Any 16-bit value is kept and returned: 0 is shown unticked, others ticked. A
+// user's click changes a ticked box to 0 and an unticked one to 1, then fires
+// Click.
 class CheckBox : public ControlOf<QCheckBox> {
     Q_OBJECT
 public:
@@ -51,8 +53,8 @@ private:
     Int16 value_ = 0;
 };
 
-// One of the option buttons in a container: setting it clears the others, and
-// it can be cleared itself, so that none is set. Click is the user's alone.
+// One of the option buttons in a container. Setting it clears the others; it can
+// also be cleared itself, so that none is set. Only the user fires Click.
 class OptionButton : public ControlOf<QRadioButton> {
     Q_OBJECT
 public:

@@ -11,7 +11,7 @@ namespace {
 
 using Role = QPalette::ColorRole;
 
-// By the low byte of a system colour.
+// Indexed by the low byte of a system colour.
 constexpr std::array<Role, 25> kSystemRoles{
     Role::Button, Role::Window, Role::Highlight,  Role::Mid,         Role::Window,
     Role::Base,   Role::Shadow, Role::WindowText, Role::WindowText,  Role::HighlightedText,

@@ -54,6 +54,7 @@ void Control::Move(float left, float top, float width, float height)
 
 bool Control::Enabled() const
 {
+    // isEnabled() would also be false in a disabled container.
     return !widget_->testAttribute(Qt::WA_ForceDisabled);
 }
 
@@ -64,6 +65,7 @@ void Control::setEnabled(bool enabled)
 
 bool Control::Visible() const
 {
+    // isVisible() is false until the form is shown; only an explicit hide counts.
     return !(widget_->testAttribute(Qt::WA_WState_ExplicitShowHide) && widget_->isHidden());
 }
 
@@ -72,7 +74,7 @@ void Control::setVisible(bool visible)
     widget_->setVisible(visible);
 }
 
-// Qt would take a text that looks like markup for markup.
+// Qt would interpret a text that looks like markup.
 void Control::setToolTipText(TextView text)
 {
     toolTip_ = text;
@@ -80,7 +82,8 @@ void Control::setToolTipText(TextView text)
     widget_->setToolTip(Qt::mightBeRichText(plain) ? Qt::convertFromPlainText(plain) : plain);
 }
 
-// The disabled group keeps the style's grey, as the platform's controls do.
+// The disabled group keeps the style's grey, as controls of the classic platform
+// do.
 void Control::setForeColor(Colour colour)
 {
     foreColor_ = colour;
@@ -139,6 +142,7 @@ void Control::SetFocus()
 
 bool Control::HasFocus() const
 {
+    // Also true in a window that isn't active, where hasFocus() is false.
     return widget_->hasFocus() || widget_->window()->focusWidget() == widget_;
 }
 

@@ -1,8 +1,9 @@
-// What all controls have in common: the platform's properties over a Qt widget.
+// The properties that all controls share: the classic platform's properties on a Qt
+// widget.
 //
-// A control belongs to its container (a form or a frame) and goes with the
-// form's unload. Left, Top, Width and Height are twips and are given back as
-// they were set; relative to the container. The name is the widget's
+// A control belongs to its container (a form or a frame) and is destroyed when the
+// form unloads. Left, Top, Width and Height are in twips, relative to the
+// container, and are returned as they were set. The name is the widget's
 // objectName, by which tests find it.
 #pragma once
 #include "platform/forms/colours.h"
@@ -16,8 +17,8 @@ namespace tolvek {
 
 class Form;
 
-// Where a control is put: a loaded form (or one that builds its controls), a
-// frame, any widget.
+// Where a control is placed: a loaded form (or one that is building its controls),
+// a frame, or any widget.
 class Container {
 public:
     Container(Form& form);                           // NOLINT: implicit
@@ -46,7 +47,7 @@ public:
     void setHeight(float twips);
     void Move(float left, float top, float width, float height);
 
-    bool Enabled() const; // as set, whatever the container is
+    bool Enabled() const; // as set, whatever the state of the container
     void setEnabled(bool enabled);
     bool Visible() const; // as set
     void setVisible(bool visible);
@@ -59,7 +60,7 @@ public:
     void setForeColor(Colour colour);
     void setBackColor(Colour colour);
 
-    const Text& FontName() const { return font_.name; } // as set, never the stand-in's
+    const Text& FontName() const { return font_.name; } // as set, never the substitute's
     float FontSize() const { return font_.size; }
     bool FontBold() const { return font_.bold; }
     bool FontItalic() const { return font_.italic; }
@@ -69,11 +70,11 @@ public:
     void setFontItalic(bool italic);
     void setFontOf(TextView name, float points, bool bold = false, bool italic = false);
 
-    // The order in which Tab goes; -1 (the default) comes behind the others.
+    // The position in the tab order; -1 (the default) comes after all others.
     int TabIndex() const { return tabIndex_; }
     void setTabIndex(int index) { tabIndex_ = index; }
 
-    // No effect on a disabled control.
+    // Has no effect on a disabled control.
     void SetFocus();
     bool HasFocus() const;
 
@@ -81,7 +82,7 @@ public:
 
 protected:
     Control(QWidget& widget, TextView name);
-    // Brings the twips to the screen.
+    // Converts the twips to pixels and applies them to the widget.
     virtual void applyGeometry();
     virtual void applyFont(const QFont& font);
     QFont askedFont() const { return platformFont(font_); }
@@ -96,7 +97,8 @@ private:
     int tabIndex_ = -1;
 };
 
-// Joins a Qt widget class and Control; where both have a name, Control's counts.
+// Combines a Qt widget class with Control. If both have a member of one name,
+// Control's is used.
 template <class Base> class ControlOf : public Base, public Control {
 public:
     using Control::setEnabled;
@@ -108,7 +110,7 @@ protected:
     }
 };
 
-// Sets Tab's way over all controls below `root` by their TabIndex.
+// Sets the tab order of all controls below `root` by their TabIndex.
 void applyTabOrder(QWidget& root);
 
 }

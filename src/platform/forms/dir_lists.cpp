@@ -20,7 +20,8 @@ namespace {
 constexpr int kDeviceUnavailable = 68;
 constexpr int kLevel = Qt::UserRole;
 constexpr int kIndent = 12; // pixels for each level
-constexpr int kIcon = 16;   // pixels; styles make open and closed folders of two sizes
+// pixels; the icons of open and closed folders differ in size in some styles
+constexpr int kIcon = 16;
 
 class IndentedRow : public QStyledItemDelegate {
 public:
@@ -42,7 +43,7 @@ private:
     static int indentOf(const QModelIndex& index) { return index.data(kLevel).toInt() * kIndent; }
 };
 
-// The folder as the list holds it: whole, without a separator at its end.
+// The folder as the list holds it: absolute, without a trailing separator.
 Path wholePath(const Path& folder)
 {
     const Path whole = std::filesystem::absolute(folder);
@@ -55,7 +56,7 @@ bool comesBefore(const Text& a, const Text& b)
     return order != 0 ? order < 0 : a < b;
 }
 
-// A name that is no text can't be asked for, so it isn't offered either.
+// A name that isn't valid text can't be passed on, so it isn't offered.
 bool isShown(const std::string& name)
 {
     return !name.starts_with('.') && toUtf8(fromUtf8(name)) == name;
@@ -67,7 +68,7 @@ std::vector<Text> shownFolders(const Path& folder)
     try {
         names = folderNames(folder);
     } catch (const std::system_error&) {
-        return {}; // as on the platform, it shows nothing below it and can be left again
+        return {}; // as on the classic platform; the user can still leave the folder
     }
     std::vector<Text> shown;
     for (const std::string& name : names)
@@ -113,6 +114,8 @@ void DirListBox::setPath(TextView path)
 {
     const auto found = existingPath(path);
     if (!folderExists(found)) throw RuntimeError(76);
+    // The list is filled even if the path is unchanged: its folders may have
+    // changed.
     const Text before = std::exchange(path_, pathText(wholePath(found)));
     fill();
     if (path_ != before) emit Change();
@@ -155,7 +158,7 @@ void DirListBox::addRow(const Text& name, const Text& folder, int level, bool op
     folders_.push_back(folder);
 }
 
-// A folder that went since the list was read only makes it be read again.
+// If a folder has been removed since the list was read, the list is read again.
 void DirListBox::open(int row)
 {
     if (row < 0) return;

@@ -1,8 +1,8 @@
 // The drive list and the directory list.
 //
-// Where there are no drives the drive list holds the folders at which a user's
-// folders begin (the root first). Setting Drive or Path by code fires Change
-// like the user's choice does, if the value changes.
+// On a system without drives the drive list holds the folders at which a user's
+// folders begin, the root first. Setting Drive or Path in code fires Change as the
+// user's choice does, if the value changes.
 #pragma once
 #include "platform/forms/control.h"
 
@@ -16,24 +16,24 @@ namespace tolvek {
 class DriveListBox : public ControlOf<QComboBox> {
     Q_OBJECT
 public:
-    DriveListBox(Container container, TextView name); // the first one is selected
-    Text Drive() const;            // the volume's folder, as it can be given to a directory list
-    void setDrive(TextView drive); // not in the list: error 68
+    DriveListBox(Container container, TextView name); // the first entry is selected
+    Text Drive() const;            // the volume's folder, as a directory list accepts it
+    void setDrive(TextView drive); // error 68 if it isn't in the list
 
 signals:
     void Change();
 };
 
-// The folders from the root down to Path, then those within Path by name, each
-// level indented. A double click or Enter on one makes it the Path; a single
-// click only marks it. Hidden folders aren't shown, unless they lead to Path,
-// and a folder that can't be read shows nothing below it.
+// Lists the folders from the root down to Path, then those in Path by name, each
+// level indented. A double click or Enter on a folder makes it the Path; a single
+// click only selects it. Hidden folders aren't shown unless they lead to Path. A
+// folder that can't be read shows nothing below it.
 class DirListBox : public ControlOf<QListWidget> {
     Q_OBJECT
 public:
     DirListBox(Container container, TextView name);
-    const Text& Path() const { return path_; } // without a separator at its end, but for a root
-    void setPath(TextView path);               // no such folder: error 76
+    const Text& Path() const { return path_; } // without a trailing separator, except for a root
+    void setPath(TextView path);               // error 76 if there is no such folder
 
 signals:
     void Change();
@@ -49,8 +49,8 @@ private:
     void addFoldersWithin();
     void addRow(const Text& name, const Text& folder, int level, bool opened);
 
-    Text path_;                 // "" until the first setPath
-    std::vector<Text> folders_; // of the rows
+    Text path_;                 // empty until the first setPath
+    std::vector<Text> folders_; // the folder of each row
 };
 
 }

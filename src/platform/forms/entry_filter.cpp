@@ -19,8 +19,8 @@ QString entered(const QString& text)
     return toQt(enteredLine(fromQt(text)));
 }
 
-// The character that an input method's text comes after, which a voicing mark
-// at the start of that text may join.
+// The character before the text of an input method. A voicing mark at the start of
+// that text may combine with it.
 QString characterBefore(const QLineEdit& edit)
 {
     const int at = edit.hasSelectedText() ? edit.selectionStart() : edit.cursorPosition();
@@ -42,9 +42,10 @@ void EntryFilter::setByCode(const QString& text)
     edit_.setText(text);
 }
 
-// Two ways in are taken over before the box has the text: corrected afterwards,
-// a paste couldn't be undone and an input method would lose what it composes.
-// The other events come also while the box is destroyed, when it can't be asked.
+// Pastes and input methods are handled before the box has the text: with a later
+// correction a paste couldn't be undone and an input method would lose its
+// composition. Events also arrive while the box is being destroyed, when its
+// members can't be called.
 bool EntryFilter::eventFilter(QObject*, QEvent* event)
 {
     if (event->type() == QEvent::InputMethod)
@@ -62,6 +63,8 @@ void EntryFilter::paste()
 
 bool EntryFilter::commit(const QInputMethodEvent& event)
 {
+    // A replacement counts from its own position; hold() corrects that text
+    // afterwards.
     if (event.commitString().isEmpty() || event.replacementLength() != 0) return false;
     const QString before = characterBefore(edit_);
     const QString both = entered(before + event.commitString());
@@ -70,12 +73,14 @@ bool EntryFilter::commit(const QInputMethodEvent& event)
     if (both.startsWith(before))
         held.setCommitString(both.mid(before.size()));
     else
+        // The mark has combined with the character before it, so that one is
+        // replaced.
         held.setCommitString(both, -1, 1);
     QCoreApplication::sendEvent(&edit_, &held);
     return true;
 }
 
-// Every other way in, once the box has the text.
+// Handles all other sources after the box has the text.
 void EntryFilter::hold()
 {
     if (byCode_) return;

@@ -1,7 +1,6 @@
-// Holds a box of one line to what a user may enter (runtime/entered_text.h),
-// whatever way it comes in: keys, the clipboard, a drop, an input method, a
-// program that reads the screen. A text set by code stays as it is until the
-// user changes it.
+// Restricts a single-line box to what a user may enter (runtime/entered_text.h),
+// whatever its source: keys, the clipboard, a drop, an input method or an assistive
+// program. A text set by code stays unchanged until the user edits it.
 #pragma once
 #include <QObject>
 
@@ -13,7 +12,7 @@ namespace tolvek {
 class EntryFilter : public QObject {
     Q_OBJECT
 public:
-    explicit EntryFilter(QLineEdit& edit); // lives with `edit`
+    explicit EntryFilter(QLineEdit& edit); // owned by `edit`
     void setByCode(const QString& text);
 
 protected:

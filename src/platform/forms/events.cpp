@@ -35,7 +35,7 @@ void showUntrapped(const RuntimeError& error)
     endProcess();
 }
 
-// The first exception is the reason of all that follow, so it is the one to stay.
+// The first exception causes all later ones, so it is the one to keep.
 void keep(std::exception_ptr exception) noexcept
 {
     if (!kept) kept = std::move(exception);
@@ -77,6 +77,8 @@ void runEvent(const std::function<void()>& procedure) noexcept
     try {
         try {
             procedure();
+            // Inside the outer try: the handler itself may throw, for example the end
+            // of the program.
         } catch (const RuntimeError& error) {
             reportUntrapped(error);
         }
@@ -98,7 +100,7 @@ void rethrowKept()
 void prepareApplication()
 {
     QApplication::setQuitOnLastWindowClosed(false);
-    QApplication::setFont(platformFont({})); // of menus, boxes and tool tips
+    QApplication::setFont(platformFont({})); // for menus, boxes and tool tips
 }
 
 bool isQuitting()

@@ -32,7 +32,7 @@ constexpr QSize kSampleSize(340, 64); // pixels; a larger sample is cut
 
 std::function<bool(FontDialogFields&)> fontDialogHook;
 
-// Only what can be stored: the settings file is in code page 932.
+// Only faces that can be stored: the settings file is in code page 932.
 QStringList faceNames(const Text& current)
 {
     QStringList names;
@@ -64,6 +64,7 @@ public:
     {
         FontDialogFields taken = fields_;
         taken.FontName = fromQt(faces_->currentItem()->text());
+        // Only a size that the user changed is taken, so a fractional one survives.
         if (size_->value() != shownSize()) taken.FontSize = static_cast<float>(size_->value());
         taken.FontBold = bold_->isChecked();
         taken.FontItalic = italic_->isChecked();

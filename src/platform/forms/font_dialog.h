@@ -1,14 +1,14 @@
-// The platform's common font dialog.
+// The classic platform's common font dialog.
 //
-// Put together from the toolkit's controls: the toolkit's own font dialog
-// offers only the styles that a face has a file for, and the Japanese faces
-// have none for bold or italic. The program's own faces head its list under
-// their own names, whether they are installed or stood in for.
+// Built from the toolkit's controls: the toolkit's own font dialog offers only
+// styles for which a face has a font file, and the Japanese faces have none for
+// bold or italic. The program's own faces come first in the list under their own
+// names, whether they are installed or substituted.
 //
-// Fields go in and out by name, as the platform's control has them; ShowFont is
-// modal. A cancelled dialog is error 32755 when CancelError is set and changes
-// no field. What its user leaves alone comes back as it went in: a face that
-// isn't installed, a size with a fraction.
+// Fields are set and read by name, as in the classic platform's control; ShowFont
+// is modal. A cancelled dialog is error 32755 if CancelError is set, and changes no
+// field. A value that the user doesn't change is returned as it was set, such as a
+// face that isn't installed or a fractional size.
 #pragma once
 #include "platform/runtime/text.h"
 
@@ -32,22 +32,23 @@ struct FontDialogFields {
 class FontDialog {
 public:
     bool CancelError = false;
-    int Flags = 0; // 1: fonts of the screen
+    int Flags = 0; // 1: screen fonts
     const Text& FontName() const { return fields_.FontName; }
     float FontSize() const { return fields_.FontSize; }
     bool FontBold() const { return fields_.FontBold; }
     bool FontItalic() const { return fields_.FontItalic; }
     void setFontName(TextView name) { fields_.FontName = name; }
-    void setFontSize(float points); // not above 0 or beyond 2160: error 380
+    void setFontSize(float points); // error 380 if not above 0 or beyond 2160
     void setFontBold(bool bold) { fields_.FontBold = bold; }
     void setFontItalic(bool italic) { fields_.FontItalic = italic; }
-    void ShowFont(QWidget* owner); // no kind of fonts among the flags: error 24574
+    void ShowFont(QWidget* owner); // error 24574 if the flags select no kind of fonts
 
 private:
     FontDialogFields fields_;
 };
 
-// Tests answer the dialog: true and changed fields for OK, false for Cancel.
+// For tests: answers the dialog. True with changed fields means OK, false means
+// Cancel.
 void setFontDialogHook(std::function<bool(FontDialogFields&)> hook);
 
 }

@@ -16,12 +16,12 @@ namespace {
 struct ProgramFont {
     TextView name;
     bool fixedPitch;
-    std::array<const char*, 3> families; // the first installed one is taken
+    std::array<const char*, 3> families; // in order of preference
     QFont::StyleHint hint;
 };
 
-// IPA's faces have the widths of the originals; the last of each line keeps at
-// least the pitch where no Japanese face is installed.
+// The IPA faces have the same widths as the originals. The last family of each line
+// at least keeps the pitch if no Japanese face is installed.
 constexpr std::array<ProgramFont, 4> kProgramFonts{{
     {u"ＭＳ ゴシック", true, {"MS Gothic", "IPAGothic", "Noto Sans Mono CJK JP"}, QFont::Monospace},
     {u"ＭＳ 明朝", true, {"MS Mincho", "IPAMincho", "Noto Sans Mono CJK JP"}, QFont::Monospace},
@@ -46,8 +46,8 @@ QString firstInstalled(const ProgramFont& font)
     return own;
 }
 
-// The nearest even number of device pixels, the smaller one of two, so that a
-// text that fitted still does.
+// The nearest even number of device pixels; of two equally near ones the smaller,
+// so that a text that fitted before still fits.
 int evenDevicePixels(double size)
 {
     const double ratio = qGuiApp->devicePixelRatio();

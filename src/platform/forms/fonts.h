@@ -1,10 +1,10 @@
-// Fonts by the names that the program's settings hold.
+// Fonts by the names in the program's settings.
 //
-// ＭＳ ゴシック, ＭＳ 明朝 and their proportional sisters are used where they are
-// installed; otherwise a stand-in is, and the name that was asked for is kept
-// by whoever stores it: nothing here writes a name back. A fixed-pitch name
-// gets a fixed-pitch face, at an even number of device pixels, since only there
-// is a full-width character exactly twice a half-width one.
+// ＭＳ ゴシック, ＭＳ 明朝 and their proportional variants are used if installed; otherwise a
+// substitute is used. The requested name is kept by whoever stores it; nothing here
+// writes a name back. A fixed-pitch name gets a fixed-pitch face at an even number
+// of device pixels, because only then is a full-width character exactly twice as
+// wide as a half-width one.
 #pragma once
 #include "platform/runtime/text.h"
 
@@ -24,16 +24,16 @@ struct FontChoice {
     bool italic = false;
 };
 
-// The names that are always there, by a stand-in if need be.
+// The names that are always available, with a substitute if necessary.
 std::vector<TextView> programFontNames();
 
 QFont platformFont(const FontChoice& choice);
 
-// The installed family that takes the name's place; the name itself when it is
-// none of the program's own.
+// The installed family used for a name; the name itself if it isn't one of the
+// program's own.
 QString installedFamily(TextView name);
-// The font, its face narrowed as far as a text needs to fit `room` pixels; not
-// below 70 per cent of its width, where it stops being readable.
+// The font narrowed as far as needed for the text to fit in `room` pixels, but not
+// below 70 per cent of its width, where it becomes unreadable.
 QFont narrowedTo(int room, const QFont& font, const QString& text);
 bool isFixedPitchName(TextView name);
 

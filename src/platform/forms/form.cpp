@@ -25,7 +25,7 @@ namespace tolvek {
 
 namespace {
 
-// Whoever has a form has boxes and yields on the screen.
+// A program with a form gets boxes and yields on the screen.
 [[maybe_unused]] const bool isOnScreen = [] {
     showBoxesOnTheScreen();
     yieldToTheScreen();
@@ -113,6 +113,8 @@ void Form::Load()
         destroyWindow();
         throw;
     }
+    // Each event may unload the form, so the window is checked before the next
+    // step.
     if (!std::exchange(initialised_, true)) runEvent([this] { Form_Initialize(); });
     if (window_) runEvent([this] { Form_Load(); });
     rethrowKept();
@@ -125,7 +127,8 @@ void Form::Show()
     rethrowKept();
 }
 
-// The menus may have changed the bar's height since the controls were built.
+// The size is applied again: the menus may have changed the bar's height since the
+// controls were built.
 void Form::present()
 {
     applySize();
@@ -148,7 +151,7 @@ void Form::ShowModal(Form* owner)
     beforeWait();
     window_->setWindowModality(Qt::ApplicationModal);
     if (owner && owner->window_) {
-        window_->winId(); // makes the system's window, which takes the owner
+        window_->winId(); // creates the native window, which needs the owner
         if (QWindow* above = owner->window_->windowHandle())
             window_->windowHandle()->setTransientParent(above);
     }
@@ -156,6 +159,7 @@ void Form::ShowModal(Form* owner)
     const WaitScope wait([&loop] { loop.exit(); });
     modalLoop_ = &loop;
     present();
+    // Form_Load or Form_Resize may have hidden the form or kept an exception.
     if (Visible() && !hasKept()) loop.exec();
     modalLoop_ = nullptr;
     rethrowKept();
@@ -194,12 +198,12 @@ void Form::destroyWindow()
     if (!window) return;
     static_cast<FormWindow&>(*window).detach();
     window->hide();
-    window->setEnabled(false); // what was pressed in time finds nothing to press
+    window->setEnabled(false); // presses made before have nothing left to press
     window->deleteLater();     // one of its own events may be running
 }
 
-// A window that the screen hasn't put up yet can't be painted: the window
-// manager gets a moment to do so.
+// A window that isn't on the screen yet can't be painted, so the window manager
+// gets a moment to show it.
 void Form::Refresh()
 {
     constexpr int kPatience = 300; // milliseconds

@@ -1,18 +1,19 @@
-// The base of every window and dialog.
+// The base class of every window and dialog.
 //
-// A form object outlives its window: Load builds the window with all its
-// controls (buildControls) and fires Form_Load, Unload fires Form_Unload and
-// destroys the window. The object's own variables keep their values in between;
-// its pointers to controls are valid only while it is loaded, and buildControls
-// sets all of them anew. A slot may unload its own form: the window is deleted
-// once the event is over.
+// A form object outlives its window: Load builds the window with all its controls
+// (buildControls) and fires Form_Load, Unload fires Form_Unload and destroys the
+// window. The object's own variables keep their values in between. Its pointers to
+// controls are valid only while it is loaded; buildControls sets all of them again.
+// A slot may unload its own form: the window is deleted after the event has
+// finished.
 //
-// Left, Top, Width and Height are whole twips of the frame. What code has set
-// is kept (7404, though that is 493.6 pixels) until the user moves or resizes.
+// Left, Top, Width and Height are whole twips of the frame. A value set by code is
+// kept (7404, although that is 493.6 pixels) until the user moves or resizes the
+// window.
 //
 // Form_Load, Form_Resize, Form_Unload and Form_QueryUnload are events: an error
-// that one lets out goes to the untrapped handler, what buildControls throws to
-// the caller. Loading and unloading keep the user's input back (InputHold).
+// that leaves one goes to the untrapped handler. An exception from buildControls
+// goes to the caller. Loading and unloading keep the user's input back (InputHold).
 #pragma once
 #include "platform/forms/buttons.h"
 
@@ -29,20 +30,20 @@ class FormWindow;
 
 enum class BorderStyle { None, FixedDialog, Sizable };
 enum class WindowStates { Normal = 0, Minimized = 1, Maximized = 2 };
-enum class UnloadMode { ControlMenu, Code }; // the close box, or an Unload
+enum class UnloadMode { ControlMenu, Code }; // by the close box, or by Unload
 
 class Form {
 public:
     explicit Form(TextView name, BorderStyle border = BorderStyle::Sizable);
-    virtual ~Form(); // destroys a window that still stands, without events
+    virtual ~Form(); // destroys an existing window without firing events
     Form(const Form&) = delete;
     Form& operator=(const Form&) = delete;
 
-    void Load();                           // nothing if loaded
-    void Show();                           // loads, shows, doesn't wait
-    void ShowModal(Form* owner = nullptr); // loads, shows, returns once it is hidden or unloaded
+    void Load();                           // does nothing if loaded
+    void Show();                           // loads and shows, doesn't wait
+    void ShowModal(Form* owner = nullptr); // loads, shows, returns when hidden or unloaded
     void Hide();
-    void Unload();  // nothing if not loaded
+    void Unload();  // does nothing if not loaded
     void Refresh(); // paints at once
     bool Loaded() const { return window_ != nullptr; }
     bool Visible() const;
@@ -59,38 +60,39 @@ public:
     float Height() const { return height_; }
     void setLeft(float twips);
     void setTop(float twips);
-    void setWidth(float twips); // fires Form_Resize while loaded, if it changes
+    void setWidth(float twips); // fires Form_Resize while loaded, if the value changes
     void setHeight(float twips);
     void CentreOnScreen();
     void CentreOver(const Form& owner);
 
     int WindowState() const;        // 0 normal, 1 minimised, 2 maximised
-    void setWindowState(int state); // others: error 380
+    void setWindowState(int state); // other values: error 380
 
-    // Enter and Escape press these; without them the keys do nothing. To be set
-    // in buildControls; a disabled button isn't pressed.
+    // Enter and Escape press these buttons; without a button the key does nothing.
+    // Set in buildControls. A disabled button isn't pressed.
     void setDefaultButton(CommandButton* button) { defaultButton_ = button; }
     void setCancelButton(CommandButton* button) { cancelButton_ = button; }
-    // Off: the window can't be closed by its user.
+    // If off, the user can't close the window.
     void setControlBox(bool controlBox) { controlBox_ = controlBox; }
-    // What lies outside the client area counts kTitleTwipsHigh, not
-    // kFrameTwipsHigh: the form never has a menu bar. For a form's constructor.
+    // The frame outside the client area counts kTitleTwipsHigh instead of
+    // kFrameTwipsHigh: the form never has a menu bar. Called in a form's
+    // constructor.
     void setTitleOnly() { frameHigh_ = kTitleTwipsHigh; }
 
-    Control* ActiveControl() const; // with the focus, or null
+    Control* ActiveControl() const; // the control with the focus, or null
     // The control of that name; null if the form isn't loaded or has none.
     QWidget* control(TextView name) const;
-    QWidget& client() const; // what the controls lie on
-    QMenuBar& menuBar();     // made at the first call
+    QWidget& client() const; // the parent of the controls
+    QMenuBar& menuBar();     // created at the first call
     QWidget* window() const; // null while not loaded
 
 protected:
     virtual void buildControls() {}
-    virtual void Form_Initialize() {} // once in the object's life, before its first Form_Load
+    virtual void Form_Initialize() {} // once per object, before its first Form_Load
     virtual void Form_Load() {}
-    virtual void Form_Resize() {} // at the first showing and at each change of size
+    virtual void Form_Resize() {} // when first shown and after each change of size
     virtual void Form_QueryUnload(UnloadMode) {}
-    virtual void Form_Unload() {} // may be entered again by an Unload inside
+    virtual void Form_Unload() {} // may be entered again through an Unload inside it
 
 private:
     friend class FormWindow;
@@ -118,20 +120,20 @@ private:
     bool placed_ = false;
     Colour backColor_ = kButtonFace;
     float left_ = 0, top_ = 0, width_ = 4800, height_ = 3600;
-    // As code set them last: pixels that agree with these are no change.
+    // The values last set by code: pixels that agree with them count as unchanged.
     float leftAsSet_ = 0, topAsSet_ = 0, widthAsSet_ = 4800, heightAsSet_ = 3600;
-    WindowStates state_ = WindowStates::Normal; // to be taken when it is shown
+    WindowStates state_ = WindowStates::Normal; // takes effect when the form is shown
     QPointer<QWidget> window_;
     QPointer<CommandButton> defaultButton_;
     QPointer<CommandButton> cancelButton_;
     QEventLoop* modalLoop_ = nullptr;
 };
 
-// The loaded forms, in the order of their loading.
+// The loaded forms, in the order of loading.
 class Forms {
 public:
     static int Count();
-    static Form& item(int index); // outside: error 9
+    static Form& item(int index); // error 9 if outside
 };
 
 }

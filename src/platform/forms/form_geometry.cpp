@@ -1,5 +1,5 @@
-// Where a form stands and how large it is: twips as code set them on one side,
-// the window's pixels on the other.
+// Position and size of a form: converts between twips as set by code and pixels of
+// the window.
 #include "platform/forms/events.h"
 #include "platform/forms/form.h"
 #include "platform/forms/form_window.h"
@@ -18,7 +18,7 @@ float frameTwips(BorderStyle border, int sized)
     return border == BorderStyle::None ? 0.0F : static_cast<float>(sized);
 }
 
-// Pixels that agree with what code set stand for exactly that.
+// If the pixels agree with the value set by code, that exact value is returned.
 float twipsOf(int now, float asSet, float frame)
 {
     return now == pixels(asSet - frame) ? asSet : twips(now) + frame;
@@ -113,7 +113,7 @@ void Form::windowResized(const QSize& client)
     fireResize();
 }
 
-// A window that is maximised or not yet on the screen keeps its place.
+// A window that is minimised or not yet on the screen keeps its position.
 void Form::windowMoved(const QPoint& corner)
 {
     if (!Visible() || window_->isMinimized()) return;

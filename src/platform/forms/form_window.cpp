@@ -20,6 +20,7 @@ QMenuBar& FormWindow::menuBar()
 {
     if (!menuBar_) {
         menuBar_ = new QMenuBar(this);
+        // The bar must be inside the window: its height is part of the window's size.
         menuBar_->setNativeMenuBar(false);
     }
     return *menuBar_;
@@ -48,6 +49,7 @@ void FormWindow::arrange()
 void FormWindow::detach()
 {
     form_ = nullptr;
+    // The window is deleted later; until then its timers would still tick.
     for (Timer* timer : findChildren<Timer*>())
         timer->setEnabled(false);
 }
@@ -63,7 +65,7 @@ void FormWindow::moveEvent(QMoveEvent*)
     if (form_) form_->windowMoved(pos());
 }
 
-// The form decides; the window goes only with the unload.
+// The form decides; the window is closed only by the unload.
 void FormWindow::closeEvent(QCloseEvent* event)
 {
     event->ignore();

@@ -1,5 +1,5 @@
-// The Qt window of one loading of a form: menu bar above, the controls' area
-// below. It tells its form what its user does.
+// The Qt window of one loaded form: the menu bar at the top, the area for the
+// controls below. Reports the user's actions to its form.
 #pragma once
 #include <QWidget>
 
@@ -18,7 +18,7 @@ public:
     QMenuBar& menuBar();
     int menuBarHeight() const;
     void setClientSize(const QSize& size, bool fixed);
-    // From now on the form hears nothing more, and no timer ticks.
+    // From now on the form receives nothing more and no timer ticks.
     void detach();
 
 protected:

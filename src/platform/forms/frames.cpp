@@ -43,7 +43,8 @@ void Line::setPoints(float x1, float y1, float x2, float y2)
     applyPoints();
 }
 
-// One pixel more than the points span, or a level line would have no height.
+// One pixel larger than the distance between the points, otherwise a horizontal
+// line would have no height.
 void Line::applyPoints()
 {
     const float left = std::min(x1_, x2_);

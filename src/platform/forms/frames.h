@@ -1,4 +1,4 @@
-// Controls that hold or draw: frames, lines, pictures.
+// Controls that contain or draw: frames, lines, pictures.
 #pragma once
 #include "platform/forms/control.h"
 
@@ -9,7 +9,7 @@
 
 namespace tolvek {
 
-// Holds other controls; their positions count from its own corner.
+// Contains other controls; their positions are relative to its corner.
 class Frame : public ControlOf<QGroupBox> {
     Q_OBJECT
 public:
@@ -18,7 +18,7 @@ public:
     void setCaption(TextView caption) { setTitle(toQt(caption)); }
 };
 
-// A straight line between two points, in twips; takes no mouse.
+// A straight line between two points, in twips; receives no mouse events.
 class Line : public ControlOf<QWidget> {
     Q_OBJECT
 public:
@@ -41,7 +41,7 @@ private:
     float x1_ = 0, y1_ = 0, x2_ = 0, y2_ = 0;
 };
 
-// Shows a pixmap stretched to its size, or what a function draws.
+// Shows a pixmap scaled to the control's size, or what a function draws.
 class PictureBox : public ControlOf<QWidget> {
     Q_OBJECT
 public:

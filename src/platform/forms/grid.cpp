@@ -25,8 +25,8 @@ constexpr int kRowPadding = 5;
     throw RuntimeError(30010);
 }
 
-// Marks the cell at Row, Col. The view has no current item of its own: code
-// moves Row and Col for every cell it fills, which must not lay out anything.
+// Marks the cell at Row, Col. The view's own current item isn't used: code moves
+// Row and Col for every cell that it fills, which must not cause a layout.
 class CellPainter : public QStyledItemDelegate {
 public:
     CellPainter(const Grid& grid, const GridModel& model, QObject* parent)
@@ -238,6 +238,8 @@ void Grid::mousePressEvent(QMouseEvent* event)
     emit Click();
 }
 
+// The press alone is the event; the view's own handling of drags and releases is
+// disabled.
 void Grid::mouseMoveEvent(QMouseEvent* event)
 {
     event->accept();

@@ -1,11 +1,11 @@
-// The grid of the editors: cells of text in rows and columns, the first row
-// and column fixed if told so.
+// The grid of the editors: text cells in rows and columns; the first row and column
+// may be fixed.
 //
-// Text is written and read by setting Row and Col first. Code may set them onto
-// a fixed row, a user's click can't. A click on an ordinary cell sets both and
-// then fires Click; on a fixed cell or beside the cells nothing happens. The
-// arrow keys move Row and Col without an event; Enter and Space are a click.
-// Row outside 0 to Rows - 1 is error 30009, Col likewise error 30010.
+// Text is read and written after setting Row and Col. Code may set them to a fixed
+// row, a user's click can't. A click on an ordinary cell sets both and then fires
+// Click; a click on a fixed cell or outside the cells does nothing. The arrow keys
+// move Row and Col without an event; Enter and Space act as a click. Row outside 0
+// to Rows - 1 is error 30009, Col likewise error 30010.
 #pragma once
 #include "platform/forms/control.h"
 
@@ -27,14 +27,14 @@ struct GridDesign {
 class Grid : public ControlOf<QTableView> {
     Q_OBJECT
 public:
-    // A fresh grid stands on its first ordinary cell.
+    // A new grid has its first ordinary cell as Row and Col.
     Grid(Container container, TextView name, GridDesign design);
 
     int Rows() const;
     int Cols() const;
     int FixedRows() const;
     int FixedCols() const;
-    void setRows(int rows); // new ones are empty, at the end; Row stays inside
+    void setRows(int rows); // new rows are empty and at the end; Row stays in range
     void setCols(int cols);
     int Row() const { return row_; }
     int Col() const { return col_; }
@@ -45,14 +45,14 @@ public:
     void setText(TextView text);
     const tolvek::Text& TextMatrix(int row, int col) const;
     void setTextMatrix(int row, int col, TextView text);
-    void Clear(); // all cells, fixed ones too; nothing else
+    void Clear(); // empties all cells, fixed ones too; changes nothing else
 
-    float ColWidth(int col) const; // twips; as set until the user drags
+    float ColWidth(int col) const; // twips; as set, until the user drags
     void setColWidth(int col, float twips);
-    void setAllowColumnResize(bool allow); // off at first
-    void setAllowRowResize(bool allow);    // off at first
+    void setAllowColumnResize(bool allow); // off by default
+    void setAllowRowResize(bool allow);    // off by default
 
-    // Where an ordinary cell is, in the pixels of viewport() (for tests).
+    // For tests: the rectangle of an ordinary cell in pixels of viewport().
     QRect cellRect(int row, int col) const;
 
 signals:

@@ -1,5 +1,6 @@
 // The cells of a grid. The fixed row and column are the view's headers, the
-// ordinary cells its items; cells are counted as the grid counts them.
+// ordinary cells its items. Row and column numbers are those of the grid, fixed
+// ones included.
 #pragma once
 #include "platform/runtime/text.h"
 
@@ -23,7 +24,7 @@ public:
     const Text& text(int row, int col) const;
     void setText(int row, int col, TextView text);
     void clear();
-    // Of an ordinary cell; none for a fixed one.
+    // The index of an ordinary cell; invalid for a fixed one.
     QModelIndex indexOf(int row, int col) const;
 
     int rowCount(const QModelIndex& parent = {}) const override;

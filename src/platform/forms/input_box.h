@@ -1,5 +1,5 @@
-// One line of text asked from the user; Cancel gives an empty text. Takes what
-// a text box takes. Tests answer through a handler.
+// Asks the user for one line of text; Cancel returns an empty text. Accepts what a
+// text box accepts. Tests answer through a handler.
 #pragma once
 #include "platform/runtime/text.h"
 
@@ -16,7 +16,7 @@ struct InputBoxRequest {
 Text InputBox(TextView prompt, TextView title, TextView defaultText = {});
 
 using InputBoxHandler = std::function<Text(const InputBoxRequest&)>;
-// Takes the place of the screen; an empty function gives the screen back.
+// Replaces the screen; an empty function restores it.
 void setInputBoxHandler(InputBoxHandler handler);
 
 }

@@ -16,11 +16,11 @@ namespace {
 
 struct Kept {
     QPointer<QObject> target;
-    std::shared_ptr<QEvent> event; // null: `again` is to be run
+    std::shared_ptr<QEvent> event; // null means that `again` is to be run
     std::function<void()> again;
 };
 
-// The holds between two waits, and what they keep.
+// The holds between two waits, and the input that they keep.
 struct Level {
     int holds = 0;
     std::vector<Kept> kept;
@@ -54,8 +54,8 @@ bool isInput(QEvent::Type type)
     }
 }
 
-// Some of the toolkit's event loops don't look again at a queue whose input a
-// turn has left out, until something new wakes them.
+// Some of the toolkit's event loops don't check a queue again whose input a turn
+// has left out, until something new wakes them.
 void wakeLoop()
 {
     if (auto* loop = QAbstractEventDispatcher::instance()) loop->wakeUp();
@@ -66,8 +66,8 @@ void keep(Kept kept)
     levels().back().kept.push_back(std::move(kept));
 }
 
-// The event loop keeps what is in the window system's queue; the rest meets
-// this filter.
+// Input in the window system's queue is kept there by the event loop; all other
+// input passes this filter.
 class InputFilter : public QObject {
 protected:
     bool eventFilter(QObject* target, QEvent* event) override
@@ -103,7 +103,7 @@ QWidget* nearestWidget(QObject* object)
     return nullptr;
 }
 
-// The toolkit itself looks at this only where the window system hands it input.
+// The toolkit checks this only for input from the window system.
 bool isBelowModal(QObject* target)
 {
     const QWidget* const modal = QApplication::activeModalWidget();
@@ -117,6 +117,7 @@ bool isBelowModal(QObject* target)
 void deliver(const Kept& kept)
 {
     if (!kept.target) return;
+    // A new hold may have begun between the queueing and this turn.
     if (InputHold::isHeld()) return keep(kept);
     if (isBelowModal(kept.target)) return;
     if (kept.event)
@@ -129,6 +130,7 @@ void queue(const Kept& kept)
 {
     if (!kept.target) return;
     QMetaObject::invokeMethod(
+        // Queued, because the end of a hold is in the middle of a command.
         kept.target, [kept] { deliver(kept); }, Qt::QueuedConnection);
 }
 

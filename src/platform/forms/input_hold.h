@@ -1,19 +1,20 @@
-// Keeps the user's input back while the program isn't ready to meet it: a form
-// loads or unloads, a list in memory is empty because it is about to be filled.
+// A hold: keeps the user's input back while the program isn't ready for it, for
+// example while a form loads or unloads, or while a list in memory is empty because
+// it is about to be filled.
 //
 //     const InputHold hold;
 //
-// Yields inside its scope still paint and tick, but no press, key or close box
-// arrives, by whatever way it comes: through the window system's queue, sent or
-// posted to a window (input methods), or as a call of the control (assistive
-// programs, shortcuts). It arrives once the outermost hold has ended, in its
-// order, at a later turn of the event loop, and meets the state of that moment:
-// a control that is gone, switched off or below a modal window swallows it.
+// Yields during the hold still paint and tick, but no press, key or close box
+// arrives, whatever its path: the window system's queue, events sent or posted to a
+// window (input methods), or calls of the control (assistive programs, shortcuts).
+// Input is delivered in its order after the outermost hold has ended, at a later
+// turn of the event loop, and meets the state of that moment: a control that is
+// gone, disabled or below a modal window discards it.
 //
-// Holds nest. A wait for the user (WaitScope: a box, a modal form) suspends
-// them for the length of its own loop, or nobody could answer it; the modality
-// keeps the other windows shut meanwhile. What was kept before the wait stays
-// kept until its own hold has ended.
+// Holds nest. A wait for the user (WaitScope: a box, a modal form) suspends them
+// for the duration of its own loop, because otherwise nobody could answer it; the
+// other windows are blocked by its modality. Input kept before the wait stays kept
+// until its own hold has ended.
 #pragma once
 #include <QObject>
 
@@ -30,7 +31,7 @@ public:
 
     static bool isHeld();
 
-    // Part of every WaitScope.
+    // Used by every WaitScope.
     class Suspension {
     public:
         Suspension();
@@ -40,13 +41,13 @@ public:
     };
 };
 
-// For what the user makes a window do: true when it is kept back; `again` then
-// runs afterwards, unless the window is gone or below a modal one.
+// For an action of the user on a window. Returns true if it is kept back; `again`
+// then runs afterwards, unless the window is gone or below a modal one.
 bool keptBack(QObject& window, std::function<void()> again);
 
-// For a press of a control, which may be a call that no queue has seen: whether
-// it is to be heard now. One below a modal window is lost, as it is on the
-// screen; one in a hold comes again by `again`.
+// For a press of a control, which may be a call that passed through no queue.
+// Returns whether to handle it now. A press below a modal window is discarded, as
+// it is on the screen; a press during a hold is repeated later by `again`.
 bool isHeard(QObject& control, std::function<void()> again);
 
 }

@@ -23,8 +23,8 @@ Qt::Alignment qtAlignment(Alignment alignment)
     return Qt::AlignLeft | Qt::AlignTop;
 }
 
-// The stand-in faces are a little taller than the ones that the labels' heights
-// were designed for; their ink is not.
+// The substitute faces are slightly taller than those for which the labels' heights
+// were designed; their glyphs are not.
 int linePitch(const QLabel& label, int lines)
 {
     const int wanted = label.fontMetrics().lineSpacing();
@@ -32,7 +32,7 @@ int linePitch(const QLabel& label, int lines)
     return std::max(label.height() / lines, label.font().pixelSize());
 }
 
-// "&&" is one ampersand, a single one only marks the access key.
+// "&&" is one ampersand; a single "&" only marks the access key.
 Text withoutMnemonic(TextView caption)
 {
     Text plain;
@@ -45,7 +45,8 @@ Text withoutMnemonic(TextView caption)
 
 }
 
-// Lower than its siblings: on the platform labels lie beneath buttons and lists.
+// Placed below its siblings: on the classic platform labels are painted under
+// buttons and lists.
 Label::Label(Container container, TextView name, TextView caption) : ControlOf(container, name)
 {
     setTextFormat(Qt::PlainText);
@@ -122,7 +123,7 @@ void Label::paintEvent(QPaintEvent* event)
     }
 }
 
-// Taken, so that the release comes here too.
+// Accepted, so that the release is delivered here too.
 void Label::mousePressEvent(QMouseEvent* event)
 {
     event->accept();

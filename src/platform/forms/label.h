@@ -1,7 +1,7 @@
-// A label: plain text, never markup, from the top; line ends of all four forms
-// are one break each. "&" is an ordinary character unless UseMnemonic is set.
-// Lines that don't fit the height as their font wants it move closer together;
-// long ones are cut unless setWordWrap is on.
+// A label: plain text, never markup, aligned to the top; each of the four line ends
+// is one break. "&" is an ordinary character unless UseMnemonic is set. Lines that
+// don't fit the height at their font's spacing are set closer together; long lines
+// are cut unless setWordWrap is on.
 #pragma once
 #include "platform/forms/control.h"
 
@@ -21,11 +21,11 @@ public:
     Alignment TextAlignment() const { return alignment_; }
     void setTextAlignment(Alignment alignment);
     void setUseMnemonic(bool use);
-    // Clicks go to what lies beneath.
+    // Clicks go to the control below.
     void setMouseTransparent(bool transparent);
     // A right-aligned text that is longer than `room` twips is set in a narrower
-    // face, and what still doesn't fit is painted out to the left of the label
-    // instead of being cut; Left and Width stay as they are.
+    // face. What still doesn't fit is painted beyond the left edge of the label and
+    // not cut; Left and Width don't change.
     void setOverflow(float room);
 
 signals:
@@ -44,7 +44,7 @@ private:
     Text caption_;
     Alignment alignment_ = Alignment::Left;
     bool useMnemonic_ = false;
-    float room_ = 0; // twips; 0: texts may be cut
+    float room_ = 0; // twips; 0 means that texts may be cut
 };
 
 }

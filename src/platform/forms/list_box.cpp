@@ -13,7 +13,7 @@ ListBox::ListBox(Container container, TextView name)
     : ControlOf(container, name), model_(new ListBoxModel(this))
 {
     setModel(model_);
-    setUniformItemSizes(true); // or every row would be measured before the first is shown
+    setUniformItemSizes(true); // otherwise every row would be measured before the first is shown
     setEditTriggers(NoEditTriggers);
     setSelectionMode(SingleSelection);
     setTextElideMode(Qt::ElideNone);
@@ -80,7 +80,7 @@ void ListBox::mousePressEvent(QMouseEvent* event)
     emit Click();
 }
 
-// A press alone is the event: neither dragging nor the release selects.
+// Only the press counts: neither dragging nor releasing selects.
 void ListBox::mouseMoveEvent(QMouseEvent* event)
 {
     event->accept();
@@ -91,11 +91,12 @@ void ListBox::mouseReleaseEvent(QMouseEvent* event)
     event->accept();
 }
 
-// The second press of a double click is a press like any other.
+// The second press of a double click counts as a press too.
 void ListBox::mouseDoubleClickEvent(QMouseEvent* event)
 {
     const bool onEntry =
         event->button() == Qt::LeftButton && indexAt(event->position().toPoint()).isValid();
+    // The Click may unload the form.
     const QPointer<ListBox> alive(this);
     mousePressEvent(event);
     if (onEntry && alive) emit DblClick();
@@ -108,7 +109,7 @@ int ListBox::rowForKey(int key) const
     const int last = ListCount() - 1;
     switch (key) {
     case Qt::Key_Up:
-    case Qt::Key_Left: // in one column all four arrows move
+    case Qt::Key_Left: // in a single column all four arrow keys move
         return std::max(0, listIndex_ - 1);
     case Qt::Key_Down:
     case Qt::Key_Right:
@@ -137,8 +138,8 @@ void ListBox::keyPressEvent(QKeyEvent* event)
     emit Click();
 }
 
-// The next entry, round the end, that begins with the typed character. A blank
-// is no search: it must not move or take the selection.
+// Selects the next entry, wrapping at the end, that begins with the typed
+// character. A blank isn't searched for: it must not move or clear the selection.
 void ListBox::searchByKey(QKeyEvent* event)
 {
     const QString typed = event->text().trimmed();

@@ -1,14 +1,14 @@
-// A list of texts of which one or none is selected.
+// A list of texts in which at most one entry is selected.
 //
-// Click fires once for each press of the left button on an entry (the selected
-// one too), for each key that moves the selection, and when code sets
-// ListIndex; never for Clear or a refill. Nothing the user does takes a
-// selection away. A press below the last entry does nothing, except that on an
-// empty list Click fires with ListIndex -1. The right button leaves the
-// selection alone and only tells where it was pressed.
+// Click fires once for each press of the left button on an entry (also on the
+// selected one), for each key that moves the selection, and when code sets
+// ListIndex; never for Clear or a refill. The user can't clear the selection. A
+// press below the last entry does nothing, except that on an empty list Click fires
+// with ListIndex -1. The right button doesn't change the selection and only reports
+// its position.
 //
-// Made for tens of thousands of rows: all rows are of one height, and an entry
-// costs its text alone.
+// Designed for tens of thousands of rows: all rows have the same height, and an
+// entry stores only its text.
 #pragma once
 #include "platform/forms/control.h"
 
@@ -26,22 +26,23 @@ public:
 
     void Clear();
     int ListCount() const;
-    const tolvek::Text& List(int index) const; // outside: error 9
-    void setList(int index, TextView text);    // at ListCount it appends; beyond: error 5
+    const tolvek::Text& List(int index) const; // error 9 if outside
+    void setList(int index, TextView text);    // appends at ListCount; error 5 beyond
     void AddItem(TextView text) { setList(ListCount(), text); }
     int ListIndex() const { return listIndex_; }
-    void setListIndex(int index); // selects, fires Click; outside: error 380. -1: none, no Click
-    tolvek::Text Text() const;    // of the selected entry, or ""
+    // selects and fires Click; -1 clears without Click; outside: error 380
+    void setListIndex(int index);
+    tolvek::Text Text() const; // of the selected entry, or empty
     int SelCount() const { return listIndex_ < 0 ? 0 : 1; }
 
-    // Enter fires EnterKey here instead of pressing the form's default button.
+    // Enter fires EnterKey here and doesn't press the form's default button.
     void setTakesEnter(bool takes) { takesEnter_ = takes; }
 
 signals:
     void Click();
-    void DblClick(); // behind the second Click
+    void DblClick(); // after the second Click
     void EnterKey();
-    void RightButton(const QPoint& pos); // in the list's own pixels
+    void RightButton(const QPoint& pos); // in pixels of the list
 
 protected:
     void mousePressEvent(QMouseEvent* event) override;

@@ -1,4 +1,5 @@
-// The texts of a list box. Painted on one line: a line end is a blank there.
+// The texts of a list box. Each is painted on one line, with a blank for each line
+// end.
 #pragma once
 #include "platform/runtime/text.h"
 

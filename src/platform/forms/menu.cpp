@@ -10,8 +10,8 @@ namespace tolvek {
 
 namespace {
 
-// The toolkit itself triggers an entry below one that is off, if it is asked to
-// past the menu.
+// The toolkit triggers an entry below a disabled one if the request doesn't come
+// through the menu.
 bool isReachable(const QAction& action)
 {
     if (!action.isEnabled()) return false;

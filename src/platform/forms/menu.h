@@ -1,7 +1,7 @@
-// The entries of a form's menu bar, to any depth. A caption "-" is a separator.
+// The entries of a form's menu bar, at any depth. A caption "-" is a separator.
 //
-// An entry belongs to its form's window and goes with the unload. An entry that
-// is off takes its whole branch with it, shortcuts included.
+// An entry belongs to its form's window and is destroyed when the form unloads. A
+// disabled entry disables its whole branch, shortcuts included.
 #pragma once
 #include "platform/forms/control.h"
 
@@ -14,7 +14,7 @@ namespace tolvek {
 class MenuEntry : public QObject {
     Q_OBJECT
 public:
-    MenuEntry(Form& form, TextView name, TextView caption); // on the bar
+    MenuEntry(Form& form, TextView name, TextView caption); // in the menu bar
     MenuEntry(MenuEntry& parent, TextView name,
               TextView caption); // at the end of the parent's branch
 
@@ -28,7 +28,7 @@ public:
     void setShortcut(const QKeySequence& keys) { action_->setShortcut(keys); }
 
     QAction& action() const { return *action_; }
-    QMenu* menu() const; // of an entry with entries below, else null
+    QMenu* menu() const; // null if the entry has no entries below it
 
 signals:
     void Click();
@@ -41,7 +41,8 @@ private:
     QAction* action_ = nullptr;
 };
 
-// Shows the entry's branch at the pointer; does nothing while the entry is off.
+// Shows the entry's branch at the pointer; does nothing while the entry is
+// disabled.
 void PopupMenu(MenuEntry& entry);
 
 }

@@ -40,7 +40,7 @@ public:
     }
 
 protected:
-    // Escape must not answer a question; the close box still says No.
+    // Escape must not answer a question; the close box still means No.
     void keyPressEvent(QKeyEvent* event) override
     {
         if (buttons_ == MsgButtons::YesNo && event->key() == Qt::Key_Escape)

@@ -1,5 +1,5 @@
-// What the layers below ask of the screen without knowing it: message boxes and
-// yields. Whoever links a form has both installed before main.
+// Installs the services that lower layers use without knowing the screen: message
+// boxes and yields. A program that links a form has both installed before main.
 #pragma once
 
 namespace tolvek {

@@ -21,6 +21,7 @@ QString paintedText(TextView text, QChar mark)
             continue;
         }
         painted += mark;
+        // CR LF and LF CR are one break; two equal units are two.
         if (i + 1 < text.size() && isBreak(text[i + 1]) && text[i + 1] != text[i]) ++i;
     }
     return painted;

@@ -1,4 +1,4 @@
-// The program's texts into Qt's and back, unit by unit.
+// Converts the program's texts to Qt's and back, unit by unit.
 #pragma once
 #include "platform/runtime/text.h"
 
@@ -18,8 +18,8 @@ inline Text fromQt(const QString& text)
             static_cast<std::size_t>(text.size())};
 }
 
-// What is painted of a text: CR LF, LF CR, CR and LF are one break each, and
-// each break is `mark`.
+// The text as it is painted: CR LF, LF CR, CR and LF are one break each, and each
+// break is replaced by `mark`.
 QString paintedText(TextView text, QChar mark = u'\n');
 
 }

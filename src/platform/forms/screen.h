@@ -1,4 +1,4 @@
-// The primary screen, whole, in twips.
+// The size of the whole primary screen, in twips.
 #pragma once
 
 namespace tolvek::Screen {

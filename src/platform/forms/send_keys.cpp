@@ -25,15 +25,16 @@ namespace tolvek {
 namespace {
 
 constexpr int kNoSuchWindow = 5;
-// Those who watch the clipboard hear of its new contents and ask for their kinds.
+// Milliseconds: clipboard watchers are notified of the new contents and ask for its
+// formats.
 constexpr int kNoticePause = 20;
-constexpr int kPastePause = 30; // behind the fetch of the text; measured
+constexpr int kPastePause = 30; // after the text has been fetched; measured
 constexpr int kFetchPatience = 2000;
 
-std::int32_t activated = 0; // the process that SendKeys goes to
+std::int32_t activated = 0; // the process that receives SendKeys
 KeySender senderOfTests;
 
-// The toolkit answers for what is on the clipboard while it serves its events.
+// The toolkit serves clipboard requests while it processes events.
 void serve()
 {
     const InputHold hold;
@@ -55,7 +56,7 @@ void serveFor(int milliseconds)
     serveUntil(milliseconds, [] { return false; });
 }
 
-// A text that tells when somebody has taken it.
+// A text that records when it has been fetched.
 class PastedText : public QMimeData {
 public:
     PastedText(const QString& text, std::shared_ptr<bool> fetched) : fetched_(std::move(fetched))
@@ -84,17 +85,19 @@ std::unique_ptr<QMimeData> copyOf(const QMimeData* contents)
     return copy;
 }
 
-// The clipboard with a text on it for one paste; afterwards with what it had.
+// Puts a text on the clipboard for one paste and restores the previous contents
+// afterwards.
 class ClipboardLoan {
 public:
     explicit ClipboardLoan(const QString& text)
         : clipboard_(QGuiApplication::clipboard()), before_(copyOf(clipboard_->mimeData()))
     {
-        clipboard_->setMimeData(new PastedText(text, fetched_)); // the clipboard owns it
+        clipboard_->setMimeData(new PastedText(text, fetched_)); // the clipboard takes ownership
     }
     ~ClipboardLoan()
     {
-        if (!clipboard_->ownsClipboard()) return; // somebody else has put something on it
+        // somebody else has changed the clipboard meanwhile
+        if (!clipboard_->ownsClipboard()) return;
         if (before_)
             clipboard_->setMimeData(before_.release());
         else
@@ -129,7 +132,7 @@ bool isPlainCharacter(const KeyEvent& event)
     return event.action == KeyAction::Stroke && event.key == Key::Character;
 }
 
-// Strokes that belong together: a text without any modifier held, or keys.
+// Consecutive keys of one kind: text without any modifier held, or other keys.
 struct Run {
     bool isText = false;
     std::vector<KeyEvent> events;
@@ -158,8 +161,8 @@ QString textOf(const Run& run)
     return text;
 }
 
-// Beyond ASCII a keyboard's layout decides what it can, and within it may lack
-// something; the paste key brings everything.
+// A keyboard layout may lack characters, even in ASCII; the paste key handles them
+// all.
 void play(const Run& run)
 {
     try {
@@ -189,7 +192,7 @@ void AppActivate(std::int32_t processId)
     if (senderOfTests.AppActivate) return senderOfTests.AppActivate(processId);
     activated = 0;
     orError5([&] {
-        serve(); // a box that has just closed is off the screen first
+        serve(); // takes a box that has just closed off the screen first
         activateProcess(processId);
         activated = processId;
     });

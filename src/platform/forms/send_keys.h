@@ -1,9 +1,9 @@
-// Another program driven by its keyboard, and the clipboard.
+// Drives another program by its keyboard, and accesses the clipboard.
 //
-// All three wait until their work is done, without letting the user's events
-// in. Failures are RuntimeError 5: no such window, no screen, a text that the
-// notation doesn't take, and a window that lost the keyboard meanwhile - the
-// keys never go to another one because of us.
+// All functions return when their work is done and don't let the user's events in
+// meanwhile. Failures are RuntimeError 5: no such window, no screen, text that the
+// notation doesn't accept, or a window that lost the keyboard focus meanwhile. Keys
+// are never sent to another window because of us.
 #pragma once
 #include "platform/runtime/text.h"
 
@@ -12,26 +12,26 @@
 
 namespace tolvek {
 
-// Brings the process's window to the front; SendKeys goes to it from then on.
+// Brings the process's window to the front; SendKeys then types into it.
 void AppActivate(std::int32_t processId);
 
-// The platform's key notation (platform/runtime/key_notation.h). Text beyond
-// ASCII goes through the clipboard and the paste key; what stood on the
-// clipboard is back on it before this returns.
+// Takes the classic platform's key notation (platform/runtime/key_notation.h). Text
+// beyond ASCII goes through the clipboard and the paste key; the previous clipboard
+// contents are restored before this returns.
 void SendKeys(TextView keys);
 
 class Clipboard {
 public:
     static void Clear();
-    static void SetText(TextView text); // with its line ends as they are
+    static void SetText(TextView text); // line ends unchanged
     static Text GetText();
 };
 
-// For tests: takes the place of the screen.
+// For tests: replaces the screen.
 struct KeySender {
     std::function<void(std::int32_t)> AppActivate;
     std::function<void(TextView)> SendKeys;
 };
-void setKeySender(KeySender sender); // a default-constructed one gives the screen back
+void setKeySender(KeySender sender); // a default-constructed one restores it
 
 }

@@ -11,7 +11,7 @@ namespace tolvek {
 
 namespace {
 
-// The platform's boxes take 64 K; Qt's own limit is half of that.
+// The classic platform's boxes hold 64 K; Qt's own limit is half of that.
 constexpr int kMaxLength = 65535;
 
 bool isBreak(char16_t unit)
@@ -19,14 +19,14 @@ bool isBreak(char16_t unit)
     return unit == u'\r' || unit == u'\n';
 }
 
-// Where the break that begins at `at` ends.
+// The end of the break that begins at `at`.
 std::size_t behindBreak(TextView text, std::size_t at)
 {
     const bool pair = at + 1 < text.size() && isBreak(text[at + 1]) && text[at + 1] != text[at];
     return at + (pair ? 2 : 1);
 }
 
-// The position in the exact text of a position in the painted one.
+// The position in the exact text for a position in the painted one.
 std::size_t exactPosition(TextView text, int painted)
 {
     std::size_t at = 0;
@@ -35,8 +35,8 @@ std::size_t exactPosition(TextView text, int painted)
     return at;
 }
 
-// A text that ends in a single CR or LF, which another unit could still join.
-// Pairs are formed from the left, so the run of breaks at the end is walked.
+// True if the text ends in a single CR or LF, which another unit could complete.
+// Pairs are formed from the left, so all breaks at the end are walked through.
 bool endsInOpenBreak(TextView text)
 {
     std::size_t at = text.size();
@@ -87,7 +87,8 @@ void MultiLineTextBox::setText(TextView text)
     emit Change();
 }
 
-// The caret goes to the start, as the platform has it whenever code sets a text.
+// Moves the caret to the start, as the classic platform does whenever code sets a
+// text.
 void MultiLineTextBox::append(TextView rest)
 {
     QTextCursor end(document());
@@ -104,7 +105,7 @@ void MultiLineTextBox::takeUserEdit()
     tolvek::Text exact;
     for (const char16_t unit : entered)
         exact += unit == u'\n' ? kCrLf : TextView(&unit, 1);
-    text_.clear(); // what is painted isn't it any more, so nothing can be added to that
+    text_.clear(); // it no longer matches what is painted, so nothing may be appended to it
     if (entered != typed) return setText(exact);
     text_ = exact;
     openBreak_ = false;

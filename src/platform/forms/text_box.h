@@ -1,8 +1,8 @@
-// Text boxes, of one line and of several.
+// Text boxes with one line and with several lines.
 //
-// What the user enters is held to what code page 932 has and what can be seen
-// (runtime/entered_text.h); of a pasted text a box of one line takes the first
-// line. A text set by code stays as it is.
+// User input is restricted to visible characters that code page 932 holds
+// (runtime/entered_text.h); a single-line box takes the first line of a pasted
+// text. A text set by code stays unchanged.
 #pragma once
 #include "platform/forms/control.h"
 
@@ -27,10 +27,10 @@ private:
     EntryFilter* entries_;
 };
 
-// Keeps the exact text beside the widget, and the clipboard takes its part of
-// that: CR LF, LF CR, CR and LF are all painted as one break, so the widget
-// alone couldn't give them back. Setting Text to Text and something more only
-// adds the rest.
+// Keeps the exact text beside the widget and copies to the clipboard from it: CR
+// LF, LF CR, CR and LF are all painted as one break, so the widget can't return
+// them. If Text is set to its present value with an addition, only the addition is
+// inserted.
 class MultiLineTextBox : public ControlOf<QPlainTextEdit> {
     Q_OBJECT
 public:
@@ -38,7 +38,7 @@ public:
     const tolvek::Text& Text() const { return text_; }
     void setText(TextView text);
     bool Locked() const { return isReadOnly(); }
-    void setLocked(bool locked) { setReadOnly(locked); } // still selectable, takes the focus
+    void setLocked(bool locked) { setReadOnly(locked); } // still selectable and focusable
     tolvek::Text SelText() const;                        // the exact text of the selection
 
 signals:
@@ -52,7 +52,7 @@ private:
     void takeUserEdit();
 
     tolvek::Text text_;
-    bool openBreak_ = false; // the text ends in a break that one more unit could join
+    bool openBreak_ = false; // the text ends in a break that one more unit could complete
     bool settingText_ = false;
 };
 

@@ -6,8 +6,8 @@ Timer::Timer(Container container, TextView name, int interval)
     : QObject(container.widget()), interval_(interval)
 {
     setObjectName(toQt(name));
-    // Begun anew before the event: Qt's own repeating timer stands still inside
-    // its event, and a command begun by a yield in there would see no tick.
+    // Restarted before the event: Qt's repeating timer doesn't fire while its event
+    // is running, and a command started by a yield inside it would see no tick.
     connect(&timer_, &QTimer::timeout, this, [this] {
         apply();
         emit Tick();

@@ -1,6 +1,5 @@
-// A timer of a form: Tick comes every Interval milliseconds while it is
-// enabled, also inside a Tick that yields for longer than that; an interval of
-// 0 is never.
+// A timer of a form: fires Tick every Interval milliseconds while enabled, also
+// during a Tick that yields for longer than that. An interval of 0 never fires.
 #pragma once
 #include "platform/forms/control.h"
 

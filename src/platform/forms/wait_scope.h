@@ -1,6 +1,6 @@
-// Marks that the program waits for its user in a message loop of its own;
-// `leave` ends that loop when an event has kept an exception. The innermost one
-// is asked. Input that is held back outside reaches this loop.
+// Marks that the program waits for its user in an event loop of its own. When an
+// event has kept an exception, `leave` of the innermost scope is called to end that
+// loop. Input that is held outside is delivered in this loop.
 #pragma once
 #include "platform/forms/input_hold.h"
 

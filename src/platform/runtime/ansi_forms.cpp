@@ -11,6 +11,8 @@ namespace tolvek {
 
 namespace {
 
+// Soft hyphen, zero-width and direction characters, variation selectors, byte order
+// mark and tags.
 bool isInvisible(UChar32 c)
 {
     return c == 0xAD || (c >= 0x200B && c <= 0x200F) || (c >= 0x202A && c <= 0x202E) ||
@@ -18,15 +20,16 @@ bool isInvisible(UChar32 c)
            (c >= 0xE0000 && c <= 0xE0FFF);
 }
 
-// Compiled into the library, so there is no failure to ask for.
+// The data is compiled into the library, so this call can't fail.
 const icu::Normalizer2& normalizer()
 {
     UErrorCode status = U_ZERO_ERROR;
     return *icu::Normalizer2::getNFCInstance(status);
 }
 
-// The character before and a combining mark as one, or a negative number. Only
-// pairs: composing whole texts would also turn rare kanji into common ones.
+// The composition of `before` and the combining mark, or a negative number. Only
+// pairs are composed: composing whole texts would also turn rare kanji into common
+// ones.
 UChar32 composed(UChar32 before, UChar32 mark)
 {
     if (before == 0 || u_charType(mark) != U_NON_SPACING_MARK) return -1;
@@ -39,7 +42,8 @@ bool fits(UChar32 c)
     return c <= 0xFFFF && fitsAnsi(TextView(&unit, 1));
 }
 
-// The one character that `c` is another code for; itself if there is none.
+// The single character of which `c` is an alternative code; `c` itself if there is
+// none.
 UChar32 canonical(UChar32 c)
 {
     icu::UnicodeString mapped;
@@ -99,6 +103,8 @@ Text ansiForms(TextView text)
         }
         UChar32 c = 0;
         U16_NEXT(text.data(), at, text.size(), c);
+        // `before` is kept, so that a mark joins its character across an invisible
+        // one.
         if (isInvisible(c)) continue;
         if (const UChar32 one = composed(before, c); one >= 0) {
             forms.resize(forms.size() - U16_LENGTH(before));

@@ -1,19 +1,21 @@
-// Text from elsewhere, a mail's or a user's, with each character in the form that
-// code page 932 has for it. Both go through here, so that a condition that was
-// typed finds what a mail brought.
+// Converts text from outside, from a mail or a user, to the character forms of code
+// page 932. Mails and typed text both pass through here, so that a typed condition
+// matches the text of a mail.
 #pragma once
 #include "platform/runtime/text.h"
 
 namespace tolvek {
 
-// A character and its combining mark become one, twins get their Windows forms,
-// blanks of other widths become blanks, a character that is another code for one
-// of ours becomes ours, invisible ones go. What the code page has stays as it is,
-// but for a no-break space; so does what has no form at all.
+// Composes a character with its combining mark, replaces twins by their Windows
+// forms and other spaces by U+0020, replaces a character that is an alternative
+// code of one in the code page by that one, and removes invisible characters.
+// Characters that the code page has are unchanged, except the no-break space; so
+// are characters without any form there.
 Text ansiForms(TextView text);
 
-// ASCII, kana, the kanji of every day and what stands between them: no marks,
-// and forms of their own. Nearly all of a text, so they aren't looked up.
+// ASCII, kana, common kanji and the punctuation between them: no combining marks,
+// and unchanged by the conversion. They make up nearly all text, so they aren't
+// looked up.
 constexpr bool isOrdinary(char16_t c)
 {
     return c < 0x80 || (c >= 0x3000 && c <= 0x301B) || (c >= 0x3041 && c <= 0x3096) ||

@@ -16,17 +16,17 @@ namespace {
 constexpr std::uint16_t kGetaCode = 0x81AC; // 〓
 constexpr char16_t kNoCharacter = u'\u30FB';
 
-// Mail in UTF-8 and input methods elsewhere bring these for characters that the
-// code page has elsewhere.
+// Mails in UTF-8 and other systems' input methods use these for characters that the
+// code page maps to another code point.
 constexpr char16_t kTwins[][2] = {
     {u'\u301C', u'\uFF5E'}, {u'\u2016', u'\u2225'}, {u'\u2212', u'\uFF0D'},
     {u'\u00A2', u'\uFFE0'}, {u'\u00A3', u'\uFFE1'}, {u'\u00AC', u'\uFFE2'},
 };
 
-// One entry for each unit and each code; made once, so that the texts of a
-// whole archive can be measured without asking ICU for every one.
+// One entry for each code unit and each code. Built once, so that the texts of a
+// whole archive can be measured without calling ICU for each.
 struct Tables {
-    std::array<std::uint16_t, 0x10000> code; // below 100h: one byte
+    std::array<std::uint16_t, 0x10000> code; // below 100h: a single byte
     std::array<char16_t, 0x10000> character; // by code
     std::bitset<0x10000> fits;               // has a form of its own
 };
@@ -71,7 +71,8 @@ void fillDoubleBytes(Tables& tables, UConverter* converter)
     }
 }
 
-// Of the codes that mean one character ICU gives the one that Windows gives.
+// Several codes may mean the same character; ICU returns the one that Windows
+// returns.
 void fillCodes(Tables& tables, UConverter* converter)
 {
     for (unsigned unit = 0x80; unit < 0x10000; ++unit) {
@@ -80,10 +81,11 @@ void fillCodes(Tables& tables, UConverter* converter)
         char bytes[8];
         UErrorCode status = U_ZERO_ERROR;
         if (ucnv_fromUChars(converter, bytes, 8, &c, 1, &status) != 2 || U_FAILURE(status))
-            continue; // also what ICU drops without a word
+            continue; // includes characters that ICU silently drops
         const unsigned lead = static_cast<unsigned char>(bytes[0]);
         const unsigned code = lead << 8 | static_cast<unsigned char>(bytes[1]);
-        if (tables.character[code] == c) { // not U+F86F, which comes back as another
+        // excludes U+F86F, which converts back to another character
+        if (tables.character[code] == c) {
             tables.code[unit] = static_cast<std::uint16_t>(code);
             tables.fits.set(unit);
         }
@@ -103,6 +105,7 @@ void fillSingleBytes(Tables& tables)
         setSingleByte(tables, byte, static_cast<char16_t>(byte));
     for (unsigned byte = 0xA1; byte <= 0xDF; ++byte)
         setSingleByte(tables, byte, static_cast<char16_t>(0xFF61 + byte - 0xA1));
+    // The five single bytes that ICU maps differently from Windows.
     setSingleByte(tables, 0x80, u'\u0080');
     setSingleByte(tables, 0xA0, u'\u00A0');
     setSingleByte(tables, 0xFD, u'\uF8F1');
@@ -110,6 +113,7 @@ void fillSingleBytes(Tables& tables)
     setSingleByte(tables, 0xFF, u'\uF8F3');
 }
 
+// Twins get the code of their Windows form but don't count as fitting the code page.
 void fillTwins(Tables& tables)
 {
     for (const auto& [twin, own] : kTwins)
@@ -135,7 +139,7 @@ const Tables& tables()
     return *made;
 }
 
-// A pair beyond the first plane is one character, and has never a form.
+// A surrogate pair is one character, and the code page never has it.
 std::uint16_t takeCode(const Tables& made, TextView text, std::size_t& at)
 {
     const char16_t c = text[at++];
@@ -154,8 +158,8 @@ void append(std::string& bytes, std::uint16_t code)
     bytes += static_cast<char>(code);
 }
 
-// A lead byte before anything but a trail byte stands alone, so that a line
-// end or a quote behind it isn't swallowed.
+// A lead byte that isn't followed by a trail byte counts alone, so that a line end
+// or a quote after it isn't swallowed.
 unsigned takeCode(std::string_view bytes, std::size_t& at)
 {
     const unsigned first = static_cast<unsigned char>(bytes[at++]);

@@ -1,7 +1,7 @@
-// Code page 932, both ways, as Windows has it (no best fit).
+// Code page 932 in both directions, as on Windows (without best-fit mappings).
 //
-// ICU's ibm-943_P15A-2003 does the double bytes; bytes below 80h and the five
-// single bytes that it treats otherwise are handled here.
+// ICU's ibm-943_P15A-2003 converts the double bytes. Bytes below 80h and the five
+// single bytes that it maps differently are handled here.
 #pragma once
 #include "platform/runtime/text.h"
 
@@ -10,21 +10,21 @@
 
 namespace tolvek {
 
-// A character with no form in the code page becomes 〓 (U+3013), so that its
-// place stays visible. The JIS-style twins (U+301C, 2016, 2212, 00A2, 00A3,
-// 00AC) go to their Windows forms. Every source character gives at least one byte.
+// A character without a form in the code page becomes 〓 (U+3013), so that its place
+// stays visible. The JIS-style twins (U+301C, 2016, 2212, 00A2, 00A3, 00AC) become
+// their Windows forms. Every source character gives at least one byte.
 std::string toAnsi(TextView text);
 
-// Bytes that are no character (a lone lead byte, an unassigned code) become U+30FB.
+// Invalid bytes (a lone lead byte, an unassigned code) become U+30FB.
 Text fromAnsi(std::string_view bytes);
 
-// True when every character has a form in the code page as it stands.
+// True if the code page has every character, with no replacement needed.
 bool fitsAnsi(TextView text);
 
-// The Windows form of a twin; any other character as it is.
+// The Windows form of a twin; any other character unchanged.
 char16_t ownForm(char16_t c);
 
-// The text with every character that has no form replaced as toAnsi would.
+// The text with each character that the code page lacks replaced as toAnsi would.
 Text keptToAnsi(TextView text);
 
 // The longest whole-character prefix of `text` with at most `limit` bytes.

@@ -16,9 +16,9 @@ using Clock = DateTime (*)();
 
 std::atomic<Clock> fixedClock = nullptr;
 
-constexpr int kFirstYear = 100, kLastYear = 9999; // the platform's calendar
+constexpr int kFirstYear = 100, kLastYear = 9999; // the range of the classic platform's calendar
 
-// std::localtime keeps its result in one place for all threads.
+// std::localtime returns a buffer shared by all threads.
 std::tm localTime(std::time_t time)
 {
     static std::mutex mutex;

@@ -1,4 +1,4 @@
-// Calendar and clock for the logic. Times are the machine's local wall clock.
+// Calendar and clock. Times are the machine's local time.
 #pragma once
 #include "platform/runtime/text.h"
 
@@ -9,14 +9,14 @@ struct DateTime {
 };
 
 DateTime now();
-// Tests may fix the clock; an empty function gives the real one back.
+// For tests: fixes the clock; null restores the real one.
 void setClock(DateTime (*clock)());
 
-Text formatDate(const DateTime& time);   // "yyyy/mm/dd"
-Text formatTime(const DateTime& time);   // "hh:mm:ss", 24 hours
+Text formatDate(const DateTime& time); // "yyyy/mm/dd"
+Text formatTime(const DateTime& time); // "hh:mm:ss", 24 hours
 
-// The next calendar day of an eight-digit text, in the same form. A text that
-// is no calendar day: error 13.
+// The next calendar day of an eight-digit text, in the same form. Error 13 if the
+// text is no calendar day.
 Text nextDay(TextView yyyymmdd);
 
 }

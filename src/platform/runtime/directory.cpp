@@ -12,7 +12,8 @@ namespace tolvek {
 
 namespace {
 
-// * takes any run, ? one unit.
+// "*" matches any number of units, "?" exactly one. On a mismatch the last "*"
+// takes one unit more.
 bool fits(TextView name, TextView pattern)
 {
     std::size_t at = 0, wanted = 0, star = TextView::npos, resume = 0;
@@ -34,7 +35,7 @@ bool fits(TextView name, TextView pattern)
     return pattern.find_first_not_of(u'*', wanted) == TextView::npos;
 }
 
-// ".*" at the end also stands for no extension at all.
+// ".*" at the end also matches a name without an extension.
 bool fitsAsExtension(TextView name, TextView pattern)
 {
     return pattern.ends_with(u".*") && name.find(u'.') == TextView::npos &&
@@ -56,6 +57,7 @@ std::vector<std::string> namesIn(const Path& folder)
 
 std::vector<Match> matchesIn(const Path& folder, TextView pattern)
 {
+    // Folding leaves the wildcard characters unchanged.
     const Text wanted = foldedName(pattern);
     std::vector<Match> matches;
     for (const std::string& bytes : namesIn(folder)) {
@@ -80,7 +82,7 @@ std::vector<Match> matchingFiles(TextView pattern)
     return {{pathText(found.filename()), found}};
 }
 
-// A target that is the source itself under another case is a free name.
+// A target that is the source itself in another case counts as free.
 Path freeTarget(TextView to, const Path& source)
 {
     Path target = targetPath(to);
@@ -111,7 +113,8 @@ void kill(TextView pattern)
     const std::vector<Match> matches = matchingFiles(pattern);
     if (matches.empty()) throw RuntimeError(53);
     for (const Match& match : matches) {
-        // The mode protects a file from this call, though not from the system's.
+        // On the classic platform the mode protects a file from deletion; the
+        // system's own call ignores it.
         if (isReadOnly(match.path)) throw RuntimeError(75);
         asFileError([&] { removeFile(match.path); });
     }
@@ -141,7 +144,7 @@ bool copyFile(TextView from, TextView to, bool failIfExists)
         copyFileContents(existingPath(from), targetPath(to), failIfExists);
         return true;
     } catch (const std::system_error&) {
-        return false; // the one answer that the platform's call has
+        return false; // the classic platform's call has no other answer
     }
 }
 

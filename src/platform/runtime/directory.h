@@ -1,7 +1,8 @@
-// Dir, Kill, Name, GetAttr and FileCopy of the Basic platform.
+// Dir, Kill, Name, GetAttr and FileCopy of the classic platform.
 //
-// Patterns (* and ?) stand in the last component only; wildcard characters in
-// the folder's own name are literal. Extensions match in any case. Files only.
+// Wildcards (* and ?) are allowed in the last component only; wildcard characters
+// in the folder's name are literal. Names, with their extensions, match without
+// regard to case. Only files are matched.
 #pragma once
 #include "platform/runtime/text.h"
 
@@ -9,27 +10,28 @@
 
 namespace tolvek {
 
-// The first name that fits, without its folder; "" for none (also for a
-// missing folder, and for an empty pattern).
+// The first matching name, without its folder. Empty if there is none, the folder
+// is missing or the pattern is empty.
 Text dir(TextView pattern);
-// All names that fit, in the order of the code units.
+// All matching names, ordered by code units.
 std::vector<Text> dirAll(TextView pattern);
 
-// Deletes every file that fits. None: error 53. A failing one: 70 or 75, and
-// the rest stays.
+// Deletes every matching file. Error 53 if there is none. A file that can't be
+// deleted is error 70 or 75; the remaining files are kept.
 void kill(TextView pattern);
 
-// Name a As b. Target present 58 (also where the system would replace it
-// silently), source missing 53.
+// Name a As b. Error 58 if the target exists (also where the system would replace
+// it silently), 53 if the source is missing.
 void rename(TextView from, TextView to);
 
-// The attributes of a file or a folder, of which the program asks one: that it
-// is a folder. Nothing there: error 53, or 76 when the folder above isn't there
-// either; what can't be looked at: 75 or what else the system's failure is.
+// The attributes of a file or folder. The program asks only for vbDirectory. If
+// nothing is there, error 53, or 76 if the parent folder is missing too. Other
+// failures: 75 or the number for the system's error code.
 inline constexpr int vbDirectory = 16;
 int getAttr(TextView path);
 
-// Contents and a flush; false on any failure (the platform call's own answer).
+// Copies and flushes the contents. Returns false on any failure, as the classic
+// platform's call does.
 bool copyFile(TextView from, TextView to, bool failIfExists);
 
 }

@@ -21,7 +21,8 @@ std::function<void()>& yieldHook()
     return hook;
 }
 
-// Counted from the turn's end, or a slow turn would be followed by another.
+// Counted from the end of the turn, otherwise a slow turn would be followed by
+// another one at once.
 struct TurnEnd {
     ~TurnEnd() { lastTurn = Clock::now(); }
 };
@@ -36,7 +37,7 @@ void setEventLoop(const EventLoop& loop)
 void DoEventsNow()
 {
     if (!eventLoop.isRunning()) return;
-    if (const auto hook = yieldHook()) hook(); // which may take itself away
+    if (const auto hook = yieldHook()) hook(); // a copy, because the hook may remove itself
     const TurnEnd end;
     eventLoop.turn();
 }

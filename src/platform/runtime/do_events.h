@@ -1,12 +1,12 @@
-// The yield to pending events that long work makes at its fixed points.
+// The yield: lets pending events run at fixed points of long work.
 //
-// DoEvents is cheap enough to be called for every line and row: not more than
-// one real turn of the event loop each 5 ms. A tick of the clock is never
-// starved. DoEventsNow always makes a turn: for the points where what is queued
-// must meet the controls as they are now. Both may be called inside events, do
-// nothing once the application has begun to quit, and heed InputHold (forms).
+// DoEvents is cheap enough to be called for every line and row: it makes a real
+// turn of the event loop at most once every 5 ms. It never starves the clock's
+// tick. DoEventsNow always makes a turn, for the points where queued events must
+// meet the controls in their present state. Both may be called inside events, do
+// nothing once the application has begun to quit, and respect InputHold (forms).
 //
-// A program without windows has no event loop: its yields are empty.
+// A program without windows has no event loop; its yields do nothing.
 #pragma once
 
 namespace tolvek {
@@ -14,9 +14,9 @@ namespace tolvek {
 void DoEvents();
 void DoEventsNow();
 
-// The loop whose turns these are; set by the layer that has windows.
+// The event loop that yields run; set by the layer that has windows.
 struct EventLoop {
-    bool (*isRunning)(); // a turn may be made
+    bool (*isRunning)(); // whether a turn may be made
     void (*turn)();
 };
 void setEventLoop(const EventLoop& loop);

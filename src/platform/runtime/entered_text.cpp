@@ -21,6 +21,8 @@ Text entered(TextView text, TextView keptControls)
     Text kept = ansiForms(text);
     std::erase_if(kept, [&](char16_t c) {
         if (isControl(c)) return keptControls.find(c) == TextView::npos;
+        // Also removes both halves of a surrogate pair, which the code page never
+        // has.
         return !fitsAnsi(TextView(&c, 1));
     });
     return kept;

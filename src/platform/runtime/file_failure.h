@@ -1,4 +1,5 @@
-// The way of a file operation's failure into the platform's numbers.
+// Converts the failure of a file operation to an error number of the classic
+// platform.
 #pragma once
 #include "platform/runtime/runtime_error.h"
 

@@ -1,4 +1,4 @@
-// Number to text by a pattern.
+// Formats a number by a pattern.
 #include "platform/runtime/numbers.h"
 
 #include <algorithm>
@@ -11,9 +11,9 @@ namespace tolvek {
 namespace {
 
 struct Pattern {
-    std::size_t integerDigits = 0;  // at least
-    std::size_t fractionDigits = 0; // at least
-    std::size_t places = 0;         // at most
+    std::size_t integerDigits = 0;  // minimum
+    std::size_t fractionDigits = 0; // minimum
+    std::size_t places = 0;         // maximum
     bool point = false;
 };
 
@@ -32,9 +32,9 @@ Pattern parsePattern(TextView text)
             point != text.npos};
 }
 
-// The digits of a number with the point before the digit `point`. Fifteen
-// digits are what the platform takes for the number that was meant, so that
-// 0.285 rounds as it is written and not as it is held in memory.
+// The decimal digits of a number; the point is before the digit `point`. The
+// classic platform rounds the value at 15 digits, so that 0.285 is rounded as it is
+// written and not as it is represented in memory.
 struct Decimal {
     std::string digits;
     int point = 0;

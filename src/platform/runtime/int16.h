@@ -1,7 +1,7 @@
-// Checked 16-bit integers and arrays, as the Basic platform has them.
+// Checked 16-bit integers and arrays, as on the classic platform.
 //
-// A value outside -32768..32767 is error 6, an index outside an array error 9.
-// Both reach the user through the routine's own report, so neither may wrap.
+// A value outside -32768..32767 is error 6, an index outside an array error 9. The
+// routine reports both to the user, so neither may wrap around.
 #pragma once
 #include "platform/runtime/runtime_error.h"
 
@@ -14,7 +14,8 @@ namespace tolvek {
 class Int16 {
 public:
     constexpr Int16() = default;
-    constexpr Int16(int value) : value_(checked(value)) {} // NOLINT: implicit as in the platform
+    // Both conversions are implicit, as on the classic platform.
+    constexpr Int16(int value) : value_(checked(value)) {} // NOLINT
     constexpr operator int() const { return value_; }      // NOLINT
 
     constexpr Int16& operator+=(int step) { return *this = Int16(value_ + step); }
@@ -25,14 +26,13 @@ public:
 private:
     static constexpr std::int16_t checked(int value)
     {
-        if (value < INT16_MIN || value > INT16_MAX)
-            throw RuntimeError(6);
+        if (value < INT16_MIN || value > INT16_MAX) throw RuntimeError(6);
         return static_cast<std::int16_t>(value);
     }
     std::int16_t value_ = 0;
 };
 
-// A fixed array whose bounds are checked: any index outside 0..N-1 is error 9.
+// A fixed array with checked bounds: an index outside 0..N-1 is error 9.
 template <class T, std::size_t N> class CheckedArray {
 public:
     T& operator[](int index) { return items_[position(index)]; }
@@ -46,8 +46,7 @@ public:
 private:
     static std::size_t position(int index)
     {
-        if (index < 0 || index >= static_cast<int>(N))
-            throw RuntimeError(9);
+        if (index < 0 || index >= static_cast<int>(N)) throw RuntimeError(9);
         return static_cast<std::size_t>(index);
     }
     std::array<T, N> items_{};

@@ -1,5 +1,5 @@
-// Half-width kana and their full-width forms, for the conversions and for
-// comparisons without regard to width.
+// Half-width kana and their full-width forms, for conversions and for comparisons
+// that ignore width.
 #pragma once
 #include "platform/runtime/text.h"
 
@@ -15,12 +15,13 @@ constexpr bool isNarrowKana(char16_t c)
 // The full-width form of U+FF61 to U+FF9F; a voicing mark becomes ゛ or ゜.
 char16_t wideKana(char16_t narrow);
 
-// The one character that a half-width kana and the mark behind it make; 0
-// when they make none that code page 932 has (ﾜﾞ stays two).
+// The single character for a half-width kana followed by a voicing mark; 0 if code
+// page 932 has none (ﾜﾞ stays two characters).
 char16_t joinedKana(char16_t narrow, char16_t mark);
 
-// The full-width form of what stands at `at`, stepping over what was taken:
-// two units for a kana with its mark, else one. Other characters as they are.
+// The full-width form of the character at `at`, and moves `at` past it: by two
+// units for a kana with its mark, otherwise by one. Other characters are returned
+// unchanged.
 char16_t takeWideKana(TextView text, std::size_t& at);
 
 }

@@ -56,8 +56,7 @@ std::optional<Key> functionKey(TextView name)
     return std::nullopt;
 }
 
-// The character at that place, which is moved behind it; a pair of surrogates
-// is one character.
+// The character at `at`, and moves `at` past it; a surrogate pair is one character.
 char32_t nextCharacter(TextView text, std::size_t& at)
 {
     UChar32 character = 0;
@@ -69,6 +68,7 @@ KeyEvent keyNamed(TextView name)
 {
     std::size_t behindFirst = 0;
     const char32_t first = nextCharacter(name, behindFirst);
+    // A single character stands for itself; names have at least two.
     if (behindFirst == name.size()) return {KeyAction::Stroke, Key::Character, first};
     const Text lower = lowerCase(name);
     const auto* found = std::ranges::find(kNames, TextView(lower), &KeyName::name);
@@ -89,8 +89,8 @@ int timesOf(TextView digits)
     return times;
 }
 
-// Walks over the text once; the open groups stand on a stack of their own, so
-// that no text is too deep.
+// Parses the text in one pass. Open groups are on an explicit stack, so any nesting
+// depth is possible.
 class NotationReader {
 public:
     explicit NotationReader(TextView text) : text_(text) {}
@@ -132,8 +132,8 @@ private:
         }
     }
 
-    // One that is held already stays so for as long as it was to be: a second
-    // press would bring an early release.
+    // A modifier that is already held stays held for its first, longer scope; a
+    // second press would cause an early release.
     void hold(Key modifier)
     {
         if (std::ranges::find(held_, modifier) != held_.end()) return;
@@ -160,7 +160,7 @@ private:
         groups_.pop_back();
     }
 
-    // The first character belongs to the name whatever it is, so "{}}" is a "}".
+    // The first character always belongs to the name, so "{}}" is a "}".
     void readBraces()
     {
         const std::size_t end = text_.find(u'}', at_ + 1);
@@ -180,9 +180,9 @@ private:
 
     TextView text_;
     std::size_t at_ = 0;
-    Modifiers held_;                // all that are down
-    Modifiers waiting_;             // of these, the ones for the next key or group
-    std::vector<Modifiers> groups_; // and the ones for each open group
+    Modifiers held_;                // all modifiers that are down
+    Modifiers waiting_;             // those of them for the next key or group
+    std::vector<Modifiers> groups_; // those for each open group
     std::vector<KeyEvent> events_;
 };
 

@@ -1,9 +1,9 @@
-// Message boxes. Plain text, never markup; every line break (CR LF, LF CR, CR,
-// LF) is one break on the screen.
+// Message boxes. Plain text, never markup; every line break (CR LF, LF CR, CR, LF)
+// is shown as one break.
 //
-// A Yes/No box has no close by Escape; closing it otherwise is No. An OK/Cancel
-// box has OK as its default; Escape and closing are Cancel. Captions: はい,
-// いいえ, OK, キャンセル. Tests answer through a handler (tests/support).
+// A Yes/No box can't be closed with Escape; closing it in another way means No. An
+// OK/Cancel box has OK as its default; Escape and closing mean Cancel. Captions:
+// はい, いいえ, OK, キャンセル. Tests answer through a handler (tests/support).
 #pragma once
 #include "platform/runtime/text.h"
 
@@ -16,14 +16,14 @@ enum class MsgIcon { None, Critical };
 enum class MsgAnswer { Ok, Yes, No, Cancel };
 
 struct MsgBoxRequest {
-    Text text; // as given, line ends unchanged
+    Text text; // unchanged, including its line ends
     MsgButtons buttons = MsgButtons::Ok;
     Text title;
     MsgIcon icon = MsgIcon::None;
-    MsgAnswer defaultAnswer = MsgAnswer::Yes; // of a Yes/No box
+    MsgAnswer defaultAnswer = MsgAnswer::Yes; // for a Yes/No box only
 };
 
-// The title of a box that is given none.
+// The title of a box without a title of its own.
 inline constexpr TextView kApplicationTitle = u"Tolvek";
 
 MsgAnswer MsgBox(TextView text, MsgButtons buttons = MsgButtons::Ok,
@@ -31,16 +31,16 @@ MsgAnswer MsgBox(TextView text, MsgButtons buttons = MsgButtons::Ok,
                  MsgAnswer defaultAnswer = MsgAnswer::Yes);
 
 // Shows a box and waits for its answer; set by the layer that has windows. A
-// program without one must not ask: error 51.
+// program without windows must not ask: error 51.
 using MsgBoxScreen = MsgAnswer (*)(const MsgBoxRequest&);
 void setMsgBoxScreen(MsgBoxScreen screen);
 
 using MsgBoxHandler = std::function<MsgAnswer(const MsgBoxRequest&)>;
-// Takes the place of the screen; an empty function gives the screen back.
+// Replaces the screen; an empty function restores it.
 void setMsgBoxHandler(MsgBoxHandler handler);
 
-// Called before the program waits for its user (a box or a modal form), so
-// that nothing is held open meanwhile.
+// The hook is called before the program waits for its user (in a box or a modal
+// form), so that nothing is held open meanwhile.
 void setBeforeWait(std::function<void()> hook);
 void beforeWait();
 

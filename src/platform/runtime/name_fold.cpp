@@ -32,6 +32,7 @@ Text foldedName(TextView name)
     const icu::UnicodeString source(false, name.data(), static_cast<int>(name.size()));
     icu::UnicodeString lower;
     for (int at = 0; at < source.length(); at = source.moveIndex32(at, 1))
+        // Simple folding, one character for one: full folding turns "ß" into "ss".
         lower.append(u_foldCase(source.char32At(at), U_FOLD_CASE_DEFAULT));
     UErrorCode status = U_ZERO_ERROR;
     const icu::UnicodeString composed =

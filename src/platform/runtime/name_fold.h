@@ -1,13 +1,12 @@
-// What makes two names of files or settings the same name.
+// Folds names of files and settings for comparison.
 #pragma once
 #include "platform/runtime/text.h"
 
 namespace tolvek {
 
-// Case gone, character by character (so that no name gets longer), kana
-// composed with their voicing marks, and twins in their Windows forms, which is
-// how the settings file gives back a folder's name. For comparison only, never
-// to be shown.
+// Removes case, character by character (so that no name gets longer), composes kana
+// with their voicing marks, and replaces twins by their Windows forms, in which the
+// settings file returns a folder's name. For comparison only, never for display.
 Text foldedName(TextView name);
 
 }

@@ -1,4 +1,4 @@
-// Text to number.
+// Converts text to numbers.
 #include "platform/runtime/numbers.h"
 
 #include <charconv>
@@ -15,8 +15,8 @@ struct Number {
     bool bits = false; // written as &H or &O
 };
 
-// Full-width digits and signs count as their ASCII forms; what has no ASCII
-// form becomes a character that no number has.
+// Converts full-width digits and signs to ASCII; any other non-ASCII character
+// becomes one that isn't part of a number.
 std::string narrow(TextView text)
 {
     std::string result;
@@ -28,7 +28,7 @@ std::string narrow(TextView text)
     return result;
 }
 
-// Walks over a number and collects it in the form that std::from_chars takes.
+// Parses a number and collects it in the form that std::from_chars takes.
 class NumberReader {
 public:
     explicit NumberReader(std::string text) : text_(std::move(text)) {}
@@ -80,6 +80,7 @@ private:
 
     void readExponent()
     {
+        // "D" marks the exponent of a double on the classic platform.
         if (std::string_view("eEdD").find(peek()) == std::string_view::npos) return;
         ++at_;
         number_ += 'e';
@@ -94,7 +95,7 @@ private:
         const auto [end, error] =
             std::from_chars(number_.data(), number_.data() + number_.size(), value);
         if (error == std::errc::result_out_of_range && !smallExponent_) throw RuntimeError(6);
-        return value; // too small to be told from zero: 0
+        return value; // 0 if the number is too small to represent
     }
 
     double readBits() const
@@ -130,7 +131,7 @@ template <class Integer> Integer inRange(double value)
     const double rounded = roundedToEven(value);
     const bool fits = rounded >= std::numeric_limits<Integer>::min() &&
                       rounded <= std::numeric_limits<Integer>::max();
-    if (!fits) // not a number fits nowhere either
+    if (!fits) // NaN doesn't fit either
         throw RuntimeError(6);
     return static_cast<Integer>(rounded);
 }
@@ -139,6 +140,7 @@ template <class Integer> Integer toInteger(TextView text)
 {
     const Number number = parse(text);
     if (!number.bits) return inRange<Integer>(number.value);
+    // &H and &O give the bits, so the unsigned range decides.
     return static_cast<Integer>(inRange<std::make_unsigned_t<Integer>>(number.value));
 }
 
@@ -169,7 +171,7 @@ bool isNumeric(TextView text)
     try {
         parse(text);
     } catch (const RuntimeError&) {
-        return false; // the very question
+        return false; // the answer, not an error
     }
     return true;
 }

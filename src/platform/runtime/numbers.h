@@ -1,4 +1,5 @@
-// Text-to-number rules and Format, as the Basic platform under the Japanese locale.
+// Text-to-number conversion and Format, as on the classic platform under the
+// Japanese locale.
 #pragma once
 #include "platform/runtime/int16.h"
 #include "platform/runtime/text.h"
@@ -7,25 +8,25 @@
 
 namespace tolvek {
 
-// Blanks around, a sign in front, thousands commas, a fraction, an exponent,
-// &H and &O, all of it in full width too. An empty or blank text and any other
-// rest (TABs, "5-", "(5)", currency signs): error 13. Out of range: 6. Halves
-// round to the even neighbour. &H and &O tell the bits of the result, so that
-// "&HFFFF" is -1 in 16 bits and 65535 elsewhere.
+// Accepts surrounding blanks, a leading sign, thousands commas, a fraction, an
+// exponent, &H and &O, all of it in full width too. Error 13 for an empty or blank
+// text and for anything else (TABs, "5-", "(5)", currency signs). Error 6 if out of
+// range. Halves are rounded to the even neighbour. &H and &O give the bits of the
+// result: "&HFFFF" is -1 as a 16-bit integer and 65535 otherwise.
 double toDouble(TextView text);
 Int16 toInt16(TextView text);
 std::int32_t toInt32(TextView text);
 
-Int16 roundToInt16(double value);        // half to even; out of range 6
+Int16 roundToInt16(double value); // half to even; error 6 if out of range
 
-// True when the text converts by the rules above.
+// True if the text converts by these rules.
 bool isNumeric(TextView text);
 
-// Patterns of 0 and # with at most one point: a 0 is a digit in any case, a #
-// only where there is one; half away from zero ("##0.00": 0.125 gives 0.13).
-// A negative number keeps its minus. Any other pattern: error 5.
+// Patterns consist of 0 and # with at most one point: 0 always shows a digit, #
+// only if there is one. Rounds half away from zero ("##0.00": 0.125 gives 0.13). A
+// negative number keeps its minus. Any other pattern is error 5.
 Text format(double value, TextView pattern);
-// A text that is a number is converted first, any other comes back as it is.
+// Converts a numeric text first; returns any other text unchanged.
 Text format(TextView value, TextView pattern);
 
 }

@@ -24,9 +24,9 @@ Path fromName(const std::string& name)
     return Path(std::u8string(name.begin(), name.end()));
 }
 
-// The names in the folder that differ from `name` by case or composition alone,
-// in a fixed order. A folder that can't be listed has none: what was asked for
-// then stays as written, and opening it tells the failure.
+// The names in the folder that differ from `name` only in case or composition, in a
+// fixed order. Empty if the folder can't be listed: the path then stays as written,
+// and opening it reports the failure.
 std::vector<Path> likeNamed(const Path& folder, const Path& name)
 {
     std::vector<std::string> names;
@@ -45,8 +45,8 @@ std::vector<Path> likeNamed(const Path& folder, const Path& name)
 
 using Component = Path::const_iterator;
 
-// A folder by its exact name comes first, but doesn't shut out a like-named one
-// that alone holds the rest of the path.
+// An exact folder name is tried first, but a similarly named folder is used if only
+// that one contains the rest of the path.
 std::optional<Path> findBelow(const Path& folder, Component component, Component end)
 {
     if (component == end) return folder;

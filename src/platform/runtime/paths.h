@@ -1,8 +1,9 @@
-// From the texts of the program to names of the file system and back.
+// Converts between the program's texts and file system names.
 //
-// The "\" of the settings and of quoted names is the system's own separator,
-// put in by joinPath alone. A name that isn't there is looked for once more
-// without regard to case and to composed or decomposed kana.
+// joinPath is the only function that adds a separator. It uses the system's own
+// separator where the settings and quoted names have "\". A name that doesn't exist
+// is searched for once more, ignoring case and the difference between composed and
+// decomposed kana.
 #pragma once
 #include "platform/runtime/text.h"
 
@@ -12,18 +13,19 @@ namespace tolvek {
 
 using Path = std::filesystem::path;
 
-Text joinPath(TextView folder, TextView name); // no double separator
-Path nativePath(TextView path);                // as written
-// The existing file or folder that the text means: exact first, then each
-// component in turn by case and kana folding. Nothing there: as written.
+Text joinPath(TextView folder, TextView name); // never doubles the separator
+Path nativePath(TextView path);                // no search
+// The existing file or folder that the text refers to: an exact match first,
+// otherwise each component in turn by case and kana folding. Returned as written if
+// nothing matches.
 Path existingPath(TextView path);
-// Where a file of that name is to be made: the existing one that the text means,
-// or else the name as written in the folder that the text means.
+// The path at which to make a file: the existing file that the text refers to,
+// otherwise the name as written in the folder that the text refers to.
 Path targetPath(TextView path);
 Text pathText(const Path& path);
 
-// The folder of the executable, without a separator at its end. Set once by
-// main; tests set their own.
+// The folder of the executable, without a trailing separator. Set once by main;
+// tests set their own.
 const Text& appPath();
 void setAppPath(TextView folder);
 

@@ -16,7 +16,7 @@ bool isLead(unsigned char byte)
     return (byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xFC);
 }
 
-// At most `limit` bytes, and no half character at the end.
+// At most `limit` bytes, without half a character at the end.
 std::string wholeCharacters(const std::string& bytes, std::size_t limit)
 {
     std::size_t end = 0;
@@ -28,7 +28,7 @@ std::string wholeCharacters(const std::string& bytes, std::size_t limit)
     return bytes.substr(0, end);
 }
 
-// A file that can't be read has no values; every key then takes its default.
+// A file that can't be read has no values, so every key gets its default.
 std::optional<ProfileText> storedText(TextView file)
 {
     try {
@@ -38,7 +38,7 @@ std::optional<ProfileText> storedText(TextView file)
     }
 }
 
-// A default loses its trailing blanks on the way through the call.
+// The classic platform's call drops a default's trailing blanks.
 std::string withoutTrailingBlanks(const std::string& bytes)
 {
     return bytes.substr(0, bytes.find_last_not_of(" \t") + 1);
@@ -85,7 +85,7 @@ bool writeProfileString(TextView section, TextView key, TextView value, TextView
             replaceContents(path, text.bytes());
         return true;
     } catch (const std::system_error&) {
-        return false; // the caller tells the user, in the one way it has
+        return false; // the caller reports it, in its own single way
     }
 }
 

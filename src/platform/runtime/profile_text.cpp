@@ -10,7 +10,7 @@ namespace tolvek {
 
 namespace {
 
-constexpr std::string_view kBlanks = " \t"; // U+3000 is text here
+constexpr std::string_view kBlanks = " \t"; // U+3000 counts as text here
 constexpr TextView kWideBlanks = u" \t";
 
 template <class View> View trimmed(View text, View blanks)
@@ -42,7 +42,7 @@ bool isSameAscii(std::string_view name, TextView folded)
         [](char c, char16_t f) { return (c >= 'A' && c <= 'Z' ? c + ('a' - 'A') : c) == f; });
 }
 
-// Most lines of a long file are told apart here, so the decoding is left for the few.
+// Most lines of a long file are ASCII and are compared without decoding.
 bool isNamed(std::string_view name, TextView folded)
 {
     name = trimmed(name);
@@ -62,7 +62,7 @@ std::string_view readForm(std::string_view value)
     return isQuoted(value) ? value.substr(1, value.size() - 2) : value;
 }
 
-// A heading without its "]" counts all the same, up to the end of the line.
+// A heading without "]" counts too; its name extends to the end of the line.
 bool isHeading(std::string_view line)
 {
     return trimmed(line).starts_with('[');
@@ -74,7 +74,7 @@ Text headingName(std::string_view line)
     return text.substr(0, text.find(u']'));
 }
 
-// The position of the "=" of a line with a key.
+// The position of the "=" in a line with a key.
 std::optional<std::size_t> equalsOf(std::string_view line)
 {
     const std::size_t equals = line.find('=');
@@ -87,7 +87,7 @@ constexpr bool isEnd(char c)
     return c == '\r' || c == '\n';
 }
 
-// Walks over the lines, which end at CR LF, CR or LF.
+// Iterates over the lines, which end at CR LF, CR or LF.
 class Lines {
 public:
     Lines(std::string_view bytes, std::size_t begin, std::size_t end)
@@ -103,12 +103,14 @@ public:
         return true;
     }
     std::size_t begin() const { return begin_; }
-    std::size_t end() const { return end_; } // of its content
+    std::size_t end() const { return end_; } // of the content, without the line end
     std::size_t next() const { return std::min(next_, bytes_.size()); }
     std::string_view content() const { return bytes_.substr(begin_, end_ - begin_); }
 
 private:
-    // Each kind of end is looked for only when the last one found lies behind.
+    // Each kind of line end is searched for only when the last one found has been
+    // passed. Otherwise a file without one kind would be searched to its end for
+    // every line.
     std::size_t nextOf(char c, std::size_t& found) const
     {
         if (found < begin_ || found == kUnknown)
@@ -136,6 +138,8 @@ void ProfileText::findSections()
     for (Lines lines(bytes_, 0, bytes_.size()); lines.step();) {
         if (!isHeading(lines.content())) continue;
         if (open) open->end = lines.begin();
+        // Of two sections with one name the first counts; the second one's lines
+        // belong to none.
         const auto [at, isFirst] = sections_.try_emplace(foldedKey(headingName(lines.content())),
                                                          Range{lines.next(), bytes_.size()});
         open = isFirst ? &at->second : nullptr;
@@ -173,8 +177,9 @@ std::optional<std::string> ProfileText::value(TextView section, TextView key) co
     return std::string(readForm(line.substr(*equalsOf(line) + 1)));
 }
 
-// Blanks outside would be lost at the next reading, and what is written behind
-// the old ones would move on with every write.
+// The value is trimmed: outer blanks would be lost at the next reading. The blanks
+// before the old value are kept, so an untrimmed value would move further to the
+// right with every write.
 bool ProfileText::setValue(TextView section, TextView key, std::string_view value)
 {
     const auto range = findSection(section);
@@ -195,7 +200,7 @@ bool ProfileText::setValue(TextView section, TextView key, std::string_view valu
     return true;
 }
 
-// Behind the last key, so that empty lines and comments stay with the next section.
+// After the last key, so that empty lines and comments stay with the next section.
 std::size_t ProfileText::placeForKey(Range section) const
 {
     std::size_t place = section.begin;
@@ -218,7 +223,7 @@ std::size_t ProfileText::insertLine(std::size_t at, const std::string& content)
     return at + line.size();
 }
 
-// As the first line has it.
+// The line end of the first line.
 std::string ProfileText::lineEnd() const
 {
     const std::size_t at = bytes_.find_first_of("\r\n");

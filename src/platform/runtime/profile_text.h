@@ -1,9 +1,10 @@
-// The text of a settings file, of which every byte stays that isn't written.
+// The text of a settings file. Every byte that isn't part of a written value is
+// preserved.
 //
-// Everything is bytes of code page 932; names alone are decoded, since a "]" or
-// "[" may be the second half of a character. Of sections and keys that stand
-// twice the first one counts. The headings are found once, and a key only among
-// the lines of its section: also a very long file is read in one go.
+// The text is kept as bytes of code page 932; only names are decoded, because "]"
+// or "[" may be the second byte of a character. If a section or key occurs more
+// than once, the first one counts. The headings are found once, and a key is
+// searched for in its section only, so that reading a very long file stays fast.
 #pragma once
 #include "platform/runtime/text.h"
 
@@ -19,14 +20,15 @@ class ProfileText {
 public:
     explicit ProfileText(std::string bytes);
 
-    // The value as it is to be read: outer blanks and one pair of quotes gone.
+    // The value as a reader gets it, without outer blanks and one pair of quotes.
     std::optional<std::string> value(TextView section, TextView key) const;
-    // True when the text has changed; a value that reads the same is left alone.
+    // True if the text has changed. A value that reads the same is left unchanged.
     bool setValue(TextView section, TextView key, std::string_view value);
     const std::string& bytes() const { return bytes_; }
 
 private:
-    // From the line below a heading up to the next heading, or of a line without its end.
+    // For a section: from the line after its heading to the next heading. For a
+    // line: without its line end.
     struct Range {
         std::size_t begin;
         std::size_t end;
@@ -35,13 +37,14 @@ private:
     std::optional<Range> findSection(TextView section) const;
     std::optional<Range> findKey(Range section, TextView key) const;
     std::size_t placeForKey(Range section) const;
-    std::size_t addSection(TextView section); // the place for its first key
-    std::size_t insertLine(std::size_t at, const std::string& content); // the place after it
+    std::size_t addSection(TextView section); // returns the position for its first key
+    // returns the position after it
+    std::size_t insertLine(std::size_t at, const std::string& content);
     std::string lineEnd() const;
     std::string_view in(Range range) const;
 
     std::string bytes_;
-    std::map<Text, Range> sections_; // by their folded names
+    std::map<Text, Range> sections_; // by folded name
 };
 
 }

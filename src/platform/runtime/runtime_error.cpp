@@ -14,7 +14,7 @@ struct ErrorText {
     std::u16string_view text; // "%" is the gap for a name
 };
 
-// In the order of the numbers, which the search relies on.
+// Ordered by number, for the binary search.
 constexpr ErrorText kErrorTexts[] = {
     {5, u"プロシージャの呼び出し、または引数が不正です。"},
     {6, u"オーバーフローしました。"},
@@ -69,7 +69,7 @@ constexpr ErrorText kErrorTexts[] = {
     {30010, u"列の値が不正です。"},
 };
 
-// The disk itself, or the way to it; the path is as good as before.
+// The disk itself or the connection to it has failed; the path is still valid.
 bool isDeviceFailure(const std::error_code& code)
 {
     return code == std::errc::io_error || code == std::errc::no_such_device ||
@@ -97,7 +97,7 @@ std::u16string errorText(int number, std::u16string_view name)
     if (const auto gap = text.find(u'%'); gap != text.npos)
         text.replace(gap, 1, name);
     else if (number == 53 && !name.empty())
-        text.append(u": ").append(name); // a missing shared library is told by its name
+        text.append(u": ").append(name); // a missing shared library is reported by name
     return text;
 }
 

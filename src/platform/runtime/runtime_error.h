@@ -1,8 +1,9 @@
-// The one failure type of the platform layers: a number of the Basic platform
-// that this system's routines compare with, and the text the user sees for it.
+// The one failure type of the platform layers: an error number of the classic
+// platform, which the program's routines compare with, and the text that the user
+// sees for it.
 //
-// Thrown by runtime, dao and forms and by checked 16-bit arithmetic. The logic
-// above answers it in exactly two ways (see app/guard.h).
+// Thrown by runtime, dao and forms and by checked 16-bit arithmetic. The code above
+// handles it in exactly two ways (see app/guard.h).
 #pragma once
 #include <cstddef>
 #include <exception>
@@ -14,9 +15,9 @@ namespace tolvek {
 
 class RuntimeError : public std::exception {
 public:
-    // The number with the platform's own text for it; `name` fills the one
-    // gap that some texts have (a file, a field, an expression, a table); the
-    // text of 53 has none and takes a name, if given, at its end.
+    // The number with the classic platform's text for it. `name` fills the one gap
+    // that some texts have (a file, field, expression or table). The text of 53 has
+    // no gap; a name is appended to it.
     explicit RuntimeError(int number, std::u16string_view name = {});
     RuntimeError(int number, std::u16string description, std::nullptr_t);
 
@@ -30,10 +31,10 @@ private:
     std::string what_;
 };
 
-// The platform's text for a number; an empty text for an unknown one.
+// The classic platform's text for a number; empty for an unknown number.
 std::u16string errorText(int number, std::u16string_view name = {});
 
-// What a failed file operation is on the platform: ENOENT 53, ENOTDIR 76, EEXIST 58,
+// The error number for a failed file operation: ENOENT 53, ENOTDIR 76, EEXIST 58,
 // EIO/ENODEV/ENXIO 57, EACCES/EROFS 75, ENOSPC 61, EBUSY/ETXTBSY 70, others 75.
 RuntimeError fileError(const std::error_code& code, std::u16string_view name = {});
 

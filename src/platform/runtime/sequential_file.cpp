@@ -19,7 +19,7 @@ std::size_t MappedInput::readPiece()
         return file_.read(piece_.data(), kPieceSize);
     } catch (const std::system_error&) {
         ended_ = true;
-        buffer_.clear(); // the line that this read was to complete
+        buffer_.clear(); // the line that this read was to complete is dropped
         throw;
     }
 }
@@ -64,7 +64,7 @@ std::size_t MappedInput::lengthUpTo(std::string_view stops)
 
 std::string_view MappedInput::upTo(std::string_view stops)
 {
-    const std::size_t length = lengthUpTo(stops); // may read, and so move what is there
+    const std::size_t length = lengthUpTo(stops); // may read, which moves the buffer
     const std::string_view bytes = rest().substr(0, length);
     take(length);
     return bytes;
@@ -73,7 +73,7 @@ std::string_view MappedInput::upTo(std::string_view stops)
 std::string_view MappedInput::line()
 {
     const std::size_t length = lengthUpTo("\r");
-    have(length + 2); // a reading for the LF would move what is handed out
+    have(length + 2); // a later read for the LF would move the returned bytes
     const std::string_view bytes = rest().substr(0, length);
     take(length);
     dropDelimiter();
@@ -94,7 +94,7 @@ void OutputFile::write(std::string_view bytes)
     if (buffer_.size() >= kPieceSize) empty();
 }
 
-// What failed once isn't tried again: a part of it may stand in the file already.
+// A failed write isn't retried: part of it may be in the file already.
 void OutputFile::empty()
 {
     const std::string bytes = std::exchange(buffer_, {});

@@ -1,8 +1,8 @@
-// The two kinds of open text file behind the file numbers: bytes of code page
-// 932, read and written through buffers. Failures are std::system_error.
+// The two kinds of open text files behind the file numbers: bytes of code page 932,
+// read and written through buffers. Failures are std::system_error.
 //
-// Reading looks for single bytes alone: those of delimiters are below 40h and so
-// never the second half of a character.
+// Reading searches for single bytes. That is safe because the delimiters are below
+// 40h and therefore never the second byte of a character.
 #pragma once
 #include "platform/runtime/paths.h"
 #include "platform/system/files.h"
@@ -12,22 +12,23 @@
 
 namespace tolvek {
 
-// A byte 1A is its end, and so is a failed read: what stands after a gap can't be
-// told from what stands before it, and a reader that asks for the end would ask
-// for ever. What it hands out is valid until the next call.
+// A byte 1A ends the file, and so does a failed read: what follows the gap can't be
+// told from what precedes it, and a reader that waits for the end would never get
+// there. Returned views are valid until the next call.
 class MappedInput {
 public:
     explicit MappedInput(const Path& path) : file_(path, OpenFile::Mode::Read) {}
 
     bool atEnd() { return !have(1); }
     bool isNext(std::string_view bytes);
-    void take(std::size_t count) { position_ += count; } // what isNext has seen
+    void take(std::size_t count) { position_ += count; } // the bytes that isNext has matched
 
-    // Up to CR, CR LF or the end; the line end is taken too.
+    // The text up to CR, CR LF or the end. Skips the line end too.
     std::string_view line();
-    // Up to one of the stops, which stays, or the end.
+    // The text up to one of the stop characters, which isn't skipped, or up to the
+    // end.
     std::string_view upTo(std::string_view stops);
-    // One comma, CR or CR LF.
+    // Skips one comma, CR or CR LF.
     void dropDelimiter();
 
 private:
@@ -39,7 +40,7 @@ private:
 
     OpenFile file_;
     std::string buffer_;
-    std::string piece_; // of its own: a failed reading mustn't leave its room among the bytes
+    std::string piece_; // separate, so that a failed read can't leave unfilled bytes in buffer_
     std::size_t position_ = 0;
     bool ended_ = false;
 };
@@ -49,7 +50,7 @@ public:
     explicit OutputFile(const Path& path) : file_(path, OpenFile::Mode::Create) {}
 
     void write(std::string_view bytes);
-    void flush(); // to the disk itself
+    void flush(); // to the disk
     void close();
 
 private:

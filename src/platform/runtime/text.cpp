@@ -1,4 +1,4 @@
-// Slices, trimming and UTF-8.
+// Slices, trimming and UTF-8 conversion.
 #include "platform/runtime/text.h"
 
 #include "platform/runtime/runtime_error.h"

@@ -14,7 +14,8 @@ namespace {
 
 using FoldTable = std::array<char16_t, 0x10000>;
 
-// U+3000 and U+FF01 to U+FFEE without the kana, which need their neighbour.
+// Removes the width of U+3000 and U+FF01 to U+FFEE, except for half-width kana,
+// which may combine with the next character.
 char16_t withoutWidth(char16_t c, const icu::Normalizer2& nfkc)
 {
     if (c != u'\u3000' && (c < u'\uFF01' || c > u'\uFFEE')) return c;
@@ -29,6 +30,7 @@ char16_t withoutKanaType(char16_t c)
     return hiragana ? static_cast<char16_t>(c + 0x60) : c;
 }
 
+// Covers all code units, so that a search makes no ICU call for each character.
 FoldTable makeFoldTable()
 {
     UErrorCode status = U_ZERO_ERROR;
@@ -49,7 +51,8 @@ const FoldTable& foldTable()
     return table;
 }
 
-// One folded character at a time; a half-width kana and its mark are one.
+// Yields one folded character at a time; a half-width kana and its mark count as
+// one.
 class Folded {
 public:
     explicit Folded(TextView text, std::size_t at = 0) : text_(text), at_(at) {}
@@ -92,8 +95,8 @@ bool continuesWith(Folded reader, TextView folded)
     return true;
 }
 
-// The match begins where a character of the original begins, so that no mark
-// is torn from its kana.
+// A match must begin where a character of the original begins, so that no mark is
+// separated from its kana.
 std::size_t findFolded(TextView text, TextView what, std::size_t from)
 {
     const Text folded = foldedText(what);
@@ -116,7 +119,7 @@ int foundPosition(std::size_t index)
     return index == TextView::npos ? 0 : static_cast<int>(index) + 1;
 }
 
-// The byte search looks at the units as they lie in memory.
+// The byte search works on the code units as they are in memory.
 static_assert(std::endian::native == std::endian::little);
 
 std::string_view bytesOf(TextView text)

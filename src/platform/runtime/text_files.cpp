@@ -35,7 +35,7 @@ Slot& slotOf(int number)
     return slots[static_cast<std::size_t>(number)];
 }
 
-// The file, which must have been opened this way.
+// The open file of that number; error 54 if it is open in the other mode.
 template <class File> File& openFile(int number)
 {
     Slot& slot = slotOf(number);
@@ -55,7 +55,7 @@ template <class File> void openAs(const Path& path, int number)
     if (isOpen(slot)) throw RuntimeError(55);
     if (path.empty()) throw RuntimeError(75);
     if (!hasFolder(path)) throw RuntimeError(76);
-    asFileError([&] { slot = File(path); }); // a failed opening leaves the slot free
+    asFileError([&] { slot = File(path); }); // a failure leaves the slot free
 }
 
 bool isAscii(std::string_view bytes)
@@ -66,7 +66,7 @@ bool isAscii(std::string_view bytes)
     return bits < 0x80;
 }
 
-// Most lines of a mail box are heading lines without a double byte.
+// Most lines of a mail box are header lines in ASCII.
 Text decoded(std::string_view bytes)
 {
     return isAscii(bytes) ? Text(bytes.begin(), bytes.end()) : fromAnsi(bytes);
@@ -84,15 +84,15 @@ void skipBlanks(MappedInput& file)
     }
 }
 
-// Before every item: what is left must be more than blanks.
+// Called before every item: error 62 if only blanks are left.
 void beginItem(MappedInput& file)
 {
     skipBlanks(file);
     if (file.atEnd()) throw RuntimeError(62);
 }
 
-// What stands between the closing quote and the next delimiter is left for the
-// next item, as the platform leaves it.
+// Kept as on the classic platform: text between the closing quote and the next
+// delimiter is left for the next item.
 Text quotedItem(MappedInput& file)
 {
     file.take(1);
@@ -109,7 +109,7 @@ Text plainItem(MappedInput& file)
     return item;
 }
 
-// The text of a number; blanks between it and its delimiter belong to neither.
+// The text of a number. Blanks between it and its delimiter are skipped.
 Text numberItem(MappedInput& file)
 {
     beginItem(file);
@@ -126,6 +126,8 @@ template <class Number> Number inputNumber(int number, Number (*convert)(TextVie
     try {
         return convert(item);
     } catch (const RuntimeError& error) {
+        // A text that isn't a number reads as 0; a number out of range stays an
+        // error.
         if (error.number() != 13) throw;
         return Number(0);
     }
@@ -154,6 +156,7 @@ void openForInput(TextView path, Int16 number)
 void openForOutput(TextView path, Int16 number)
 {
     const Path target = targetPath(path);
+    // The superuser could write to it all the same; the mode bits decide.
     if (isReadOnly(target)) throw RuntimeError(75);
     openAs<OutputFile>(target, number);
 }
@@ -217,7 +220,7 @@ void flushFile(Int16 number)
     asFileError([&] { file.flush(); });
 }
 
-// The number is free whatever the closing says.
+// The number is free even if closing fails.
 void closeFile(Int16 number)
 {
     if (!isNumber(number)) return;

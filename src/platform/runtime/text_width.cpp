@@ -21,8 +21,8 @@ bool contains(TextView characters, char16_t c)
 char16_t wideAscii(char16_t c)
 {
     if (c == u' ') return u'\u3000';
-    // The backslash is the yen sign of Japanese screens and parts folders; it
-    // keeps its width.
+    // The backslash separates folders in paths and shows as the yen sign on
+    // Japanese screens; it keeps its width.
     const bool widens = c > u' ' && c < u'\x7F' && c != u'\\';
     return widens ? static_cast<char16_t>(c + 0xFEE0) : c;
 }
@@ -54,7 +54,8 @@ char16_t wideKana(char16_t narrow)
 char16_t joinedKana(char16_t narrow, char16_t mark)
 {
     const char16_t wide = wideKana(narrow);
-    // The voiced form stands one behind the plain one, the semi-voiced two.
+    // In Unicode the voiced form follows the plain one directly, the semi-voiced
+    // form is the one after.
     if (mark == kVoicedMark && contains(kTakesVoicing, wide))
         return static_cast<char16_t>(wide + 1);
     if (mark == kVoicedMark && wide == u'ウ') return u'ヴ';

@@ -1,5 +1,6 @@
-// For tests: what runs at each yield (do_events.h), which then is a real turn of
-// the event loop however soon it comes. An empty function takes it away.
+// For tests: runs at each yield (do_events.h). While a hook is set, every yield is
+// a real turn of the event loop, whatever the time since the last one. An empty
+// function removes the hook.
 #pragma once
 #include <functional>
 
