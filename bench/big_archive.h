@@ -1,5 +1,5 @@
-// A big archive to measure with: mails of about 2 KB each of 300 friends and one
-// user, at different times. The same number gives the same rows.
+// A large archive for benchmarks: mails of about 2 KB each between 300 friends and one
+// user, each at a different time. The same number gives the same rows.
 #pragma once
 #include "app/database.h"
 #include "platform/dao/dao.h"
@@ -14,7 +14,7 @@ inline Text addressOf(int who)
     return u"friend" + decimal(who) + u"@mail.example.jp";
 }
 
-// Two of three mails came in, the third was sent; the user's are all of one address.
+// Two of three mails are received, the third is sent. The user has one address.
 inline void storeMail(Database& into, int n)
 {
     const bool sent = n % 3 == 2;
@@ -29,7 +29,7 @@ inline void storeMail(Database& into, int n)
     into.Execute(sql, dbFailOnError);
 }
 
-// Into the empty database at gDbPath.
+// Fills the empty database at gDbPath.
 inline void storeMails(int mails)
 {
     Database into = DBEngine::OpenDatabase(gDbPath);

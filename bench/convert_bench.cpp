@@ -1,11 +1,11 @@
-// Converts boxes of one kind of mail each, 5,000 mails of about 2 KB by default,
-// and prints the processor's time of each, the best of five; with the name of a
-// kind that box alone, once (for a profile).
+// Converts boxes with one kind of mail each, 5,000 mails of about 2 KB by default, and
+// prints the processor time of each, the best of five. With the name of a kind it
+// converts only that box, once (for a profiler).
 //
 //     tolvek_convert_bench [N [KIND]]
 //
-// It uses nothing but convertMailBox and the sample's letters, so that the same
-// file measures an older converter too.
+// It uses only convertMailBox and the sample's letters, so the same file can measure an
+// older converter too.
 #include "converter/conversion.h"
 #include "demo/encode.h"
 #include "demo/letters.h"
@@ -29,7 +29,7 @@ using namespace tolvek;
 using sample::Charset;
 
 constexpr int kPeople = 320;
-constexpr int kLettersInOne = 6; // which make the 2 KB
+constexpr int kLettersInOne = 6; // makes about 2 KB
 
 Text japaneseText(int number)
 {
@@ -87,7 +87,7 @@ std::string ascii(int number)
            englishText(number) + "\n";
 }
 
-// Text, the same as HTML, and a picture.
+// A text part, the same text as HTML, and a picture.
 std::string parts(int number)
 {
     const std::string text = sample::encoded(japaneseText(number), Charset::Iso2022Jp);

@@ -1,6 +1,6 @@
-// Runs twenty rules over an archive of N mails (30,000 by default) as the menu
-// entry does, then rules of each code alone. Prints seconds of the clock and of
-// the processor, and the longest time that the window got no turn.
+// Runs twenty rules over an archive of N mails (30,000 by default) like the menu entry,
+// then rules of each code alone. Prints wall-clock and processor seconds, and the
+// longest time without a turn of the event loop.
 //
 //     tolvek_filter_bench [N]
 #include "app/database.h"
@@ -35,7 +35,7 @@ double secondsSince(Clock::time_point start)
     return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
-// The longest time between two turns of the window's own timer.
+// Measures the longest time between two ticks of a zero-interval timer.
 class Heartbeat {
 public:
     Heartbeat()
@@ -79,7 +79,7 @@ void measure(const char* name, const std::function<void()>& work)
                 1000 * heart.longest, resultRows());
 }
 
-// 200 correspondents, one mail in a hundred with the searched subject.
+// 200 correspondents; one mail in a hundred has the subject searched for.
 void storeMail(Database& into, int n)
 {
     const int who = n % 200;
@@ -104,7 +104,7 @@ void storeMails(int mails)
     into.Close();
 }
 
-// What a user looks for by each code.
+// A typical condition for each code.
 Text condition(int code, int n)
 {
     const Text who = decimal(7 * n + 3);
@@ -124,7 +124,7 @@ Text condition(int code, int n)
     }
 }
 
-// Rules of these codes in turn, in memory and in the store.
+// Stores one rule for each of the codes, in memory and in the store.
 void makeRules(const std::vector<int>& codes)
 {
     Database into = DBEngine::OpenDatabase(gDbPath);

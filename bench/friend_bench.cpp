@@ -1,7 +1,6 @@
-// Writes the names of a friend book over an archive of N mails (30,000 by
-// default) of 300 friends, as the end of each read does, in the states that the
-// archive may be in. Prints seconds of the clock and of the processor, and how
-// many times a plain pass over all rows that is.
+// Writes the names of a friend book over an archive of N mails (30,000 by default) of
+// 300 friends, as the end of each read does, from several starting states. Prints
+// wall-clock and processor seconds, and the ratio to a plain pass over all rows.
 //
 //     tolvek_friend_bench [N]
 #include "app/database.h"
@@ -26,7 +25,7 @@ using bench::addressOf;
 using bench::kFriends;
 using Clock = std::chrono::steady_clock;
 
-double passSeconds = 0; // of the plain pass, which is measured first
+double passSeconds = 0; // of the plain pass, which runs first
 
 double measure(const char* name, const std::function<void()>& work)
 {
@@ -51,7 +50,7 @@ void addFriend(Database& into, const Text& address, const Text& name)
     into.Execute(sql, dbFailOnError);
 }
 
-// Every friend under a name with this beginning; the user is in the book or not.
+// Gives every friend a name with this beginning; `withUser` adds the user to the book.
 void makeBook(TextView beginning, bool withUser)
 {
     Database into = DBEngine::OpenDatabase(gDbPath);
@@ -64,7 +63,7 @@ void makeBook(TextView beginning, bool withUser)
     into.Close();
 }
 
-// A pass that reads the headings of every mail and does nothing with them.
+// Reads a name field of every mail and does nothing with it.
 void passOverAll()
 {
     Database from = DBEngine::OpenDatabase(gDbPath);

@@ -1,10 +1,11 @@
-// How many changed bytes of a Jet file go unnoticed: each byte of a kind of
-// place takes four other values in turn, one at a time.
+// Measures how many changed bytes of a Jet file go unnoticed: each byte of a kind of
+// place takes four other values, one at a time.
 //
 //   tolvek_jet_bytes FILE definitions|columns|slots|catalog [STRIDE] [FIRST]
 //
-// prints a line for each change that gave other rows without an error, and the
-// sums. FILE is a name of tests/data/jet; of its places every STRIDE-th is taken.
+// Prints a line for each change that gave other rows without an error, and the totals.
+// FILE is a name in tests/data/jet; every STRIDE-th place is changed, beginning with
+// FIRST.
 #include "store/known_tables.h"
 #include "support/changed_jet.h"
 
@@ -15,7 +16,7 @@ namespace tolvek::test {
 namespace {
 
 constexpr std::size_t kPage = 4096;     // Jet 4
-constexpr std::size_t kCatalogPage = 2; // of the catalog's definition
+constexpr std::size_t kCatalogPage = 2; // the catalog's definition
 constexpr std::size_t kColumnsAt = 63, kIndexSize = 12, kColumnSize = 25;
 
 class Places {

@@ -1,6 +1,6 @@
-// Reads one box of N generated mails as the read command does (30,000 by
-// default), then lists and browses them. Prints seconds, mails per second, each
-// step's share of the whole, and the most memory that the process ever had.
+// Reads one box of N generated mails like the read command (30,000 by default), then
+// lists and browses them. Prints seconds, mails per second, the ratio of each step to
+// the read, and the peak memory of the process.
 //
 //     tolvek_read_bench [N]
 #include "app/converter_library.h"

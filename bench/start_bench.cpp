@@ -1,5 +1,5 @@
-// What a start does to an archive of N mails (30,000 by default): the check and
-// the compaction, beside a plain copy of the file that is forced to the disk.
+// Measures what a start does with an archive of N mails (30,000 by default): the check
+// and the compaction, compared with a plain copy of the file that is flushed to disk.
 //
 //     tolvek_start_bench [N]
 #include "bench/big_archive.h"
@@ -29,7 +29,7 @@ double seconds(const std::function<void()>& work)
     return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
-// The best of some rounds: what else the machine does only adds.
+// The best of several rounds: other load on the machine only adds time.
 double measure(const std::function<void()>& work)
 {
     double best = seconds(work);

@@ -8,7 +8,7 @@ namespace tolvek::sample {
 namespace {
 
 constexpr int kPeople = 320;
-constexpr int kLettersInOne = 6; // which make the 2 KB
+constexpr int kLettersInOne = 6; // makes about 2 KB
 
 SampleMail bigMail(int number)
 {
@@ -22,6 +22,7 @@ SampleMail bigMail(int number)
     mail.letter.subject += u" " + decimal(number);
     for (int more = 1; more < kLettersInOne; ++more) {
         const Letter next = letter(number * 3 + more * 5, mail.from, mail.to);
+        // Without the greeting and the ending of the appended letters.
         mail.letter.lines.insert(mail.letter.lines.end(), next.lines.begin() + 2,
                                  next.lines.end() - 3);
     }

@@ -1,11 +1,12 @@
-// One box of many mails, to measure with.
+// One large mail box, for benchmarks.
 #pragma once
 #include <filesystem>
 
 namespace tolvek::sample {
 
-// About 2 KB a mail, a few hundred correspondents, several years; the same
-// bytes for the same count. Written as a stream. Throws std::system_error.
+// Writes `mails` mails of about 2 KB each, from a few hundred correspondents over
+// several years. The same count gives the same bytes. Written as a stream. Throws
+// std::system_error.
 void makeBigBox(const std::filesystem::path& file, int mails);
 
 }

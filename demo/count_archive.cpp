@@ -1,6 +1,6 @@
-// tolvek_count_archive FILE [WANTED]: prints how many mails, addresses and
-// names an archive holds. With WANTED it fails when there are fewer mails, or
-// when the archive isn't at rest (a journal beside it, or held by a program).
+// tolvek_count_archive FILE [WANTED]: prints how many mails, addresses and names an
+// archive holds. With WANTED it fails when there are fewer mails, or when the archive
+// isn't at rest (there is a journal beside it, or a program holds it).
 #include "platform/dao/dao.h"
 #include "platform/runtime/paths.h"
 

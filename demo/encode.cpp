@@ -23,13 +23,14 @@ struct JisPair {
 
 JisPair jisOf(unsigned char lead, unsigned char trail)
 {
+    // Each lead byte covers two JIS rows; the trail byte decides which.
     const int base = (lead - (lead >= 0xE0 ? 0xC1 : 0x81)) * 2 + 0x21;
     if (trail >= 0x9F) return {static_cast<char>(base + 1), static_cast<char>(trail - 0x7E)};
     return {static_cast<char>(base), static_cast<char>(trail - (trail >= 0x80 ? 0x20 : 0x1F))};
 }
 
-// Code page 932 has some kanji in rows that JIS lacks; mail programs send them
-// from the rows that NEC set aside for them, 89 to 92.
+// Code page 932 has some kanji in rows that JIS lacks. Mail programs send them in the
+// rows assigned by NEC, 89 to 92.
 JisPair necPair(const std::string& pair)
 {
     static const std::map<Text, JisPair> kRows = [] {
@@ -46,7 +47,7 @@ JisPair necPair(const std::string& pair)
     return found == kRows.end() ? JisPair{0x22, 0x2E} : found->second; // 〓
 }
 
-// Code page 932 bytes walked character by character.
+// Walks code page 932 bytes character by character.
 template <class Single, class Pair> void walk(const std::string& ansi, Single single, Pair pair)
 {
     for (std::size_t at = 0; at < ansi.size(); ++at) {

@@ -10,7 +10,7 @@ namespace tolvek::sample {
 
 namespace {
 
-// One friend of each kind of pet.
+// One friend for each kind of pet.
 struct Owner {
     std::size_t person; // among friends()
     int kindCode;
@@ -41,7 +41,7 @@ std::string card(const std::string& version, const std::string& lines)
     return "BEGIN:VCARD\r\nVERSION:" + version + "\r\n" + lines + "END:VCARD\r\n";
 }
 
-// Charset, encoding and preferred address told in the way of each version.
+// Each version states charset, encoding and preferred address in its own way.
 std::string cardsText()
 {
     const auto name = [](std::size_t person, Charset charset) {

@@ -1,5 +1,5 @@
-// The sample's friend book: address books as the user would put them into
-// PostPet's folder おともだち帳, with some of the people who write.
+// The sample's friend book: address books as the user would put them into PostPet's
+// folder おともだち帳, with some of the people who write.
 #pragma once
 #include <filesystem>
 
@@ -8,8 +8,8 @@ namespace tolvek::sample {
 inline constexpr int kFriendsWithPets = 8; // in the comma-delimited text
 inline constexpr int kFriendsOnCards = 4;  // in the vCards
 
-// Everybody goes by the name that the mails have already, so that the book
-// changes none of them. Throws as makeSampleFolder does.
+// All friends have the names that their mails already have, so the book changes none.
+// Throws what makeSampleFolder throws.
 void makeFriendBook(const std::filesystem::path& folder);
 
 }

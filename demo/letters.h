@@ -1,4 +1,4 @@
-// The words of the sample's letters, put together from short pieces.
+// The texts of the sample's letters, assembled from short pieces.
 #pragma once
 #include "demo/people.h"
 #include "platform/runtime/text.h"
@@ -12,7 +12,7 @@ struct Letter {
     std::vector<Text> lines;
 };
 
-// Always the same letter for the same number and people.
+// Gives the same letter for the same number and people.
 Letter letter(int number, const Person& writer, const Person& reader);
 
 int topicCount();

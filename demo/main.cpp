@@ -1,5 +1,5 @@
 // tolvek_make_sample FOLDER           a PostPet folder to try the program with
-// tolvek_make_sample --big N FILE     one box of N mails to measure with
+// tolvek_make_sample --big N FILE     one box of N mails for benchmarks
 #include "demo/big_box.h"
 #include "demo/sample_folder.h"
 

@@ -1,5 +1,5 @@
-// The invented people of the sample: はな, to whom the folder belongs, and
-// those she writes with. All addresses lie in the example domains.
+// The invented people of the sample: はな, who owns the folder, and those she writes
+// with. All addresses are in the example domains.
 #pragma once
 #include "platform/runtime/text.h"
 
@@ -8,7 +8,7 @@
 namespace tolvek::sample {
 
 struct Person {
-    Text name; // empty: this one never gives a name
+    Text name; // empty: this person never gives a name
     Text address;
     Text pet;
     Text petKind;
@@ -17,7 +17,7 @@ struct Person {
 const Person& hana();
 const std::vector<Person>& friends();
 
-// Any number of further people, always the same for the same index.
+// Further people, any number; the same index gives the same person.
 Person passerBy(int index);
 
 }

@@ -15,7 +15,7 @@ using std::chrono::sys_seconds;
 
 constexpr int kReceived = 130; // different received mails; numbers from 0
 constexpr int kSent = 62;
-constexpr int kDiary = 57; // the received mail that is the long one
+constexpr int kDiary = 57; // the number of the long received mail
 constexpr int kToMyself[] = {20, 44};
 
 // About three weeks and some odd minutes from one mail to the next.
@@ -27,7 +27,7 @@ sys_seconds timeOf(int number, std::chrono::seconds after)
            seconds(number * 13 % 60);
 }
 
-// Every style comes up, the ordinary ones oftener.
+// Every style occurs, ordinary ones more often.
 void dress(SampleMail& mail, int number)
 {
     static constexpr Charset kCharsets[] = {
@@ -49,7 +49,7 @@ void dress(SampleMail& mail, int number)
 
 const Person& friendOf(int number)
 {
-    // The first ten write oftener than the others.
+    // The first ten write more often than the others.
     const auto count = static_cast<int>(friends().size());
     const int index = number % 3 == 0 ? number / 3 % 10 : number * 2 / 3 % count;
     return friends()[static_cast<std::size_t>(index)];
@@ -92,7 +92,7 @@ template <class Make> std::string boxOf(int first, int last, Make make)
     return box;
 }
 
-// A mail to oneself comes back and lies on both sides.
+// A mail to oneself is delivered too, so it is in boxes of both sides.
 std::string ownCopies()
 {
     std::string copies;
@@ -101,8 +101,8 @@ std::string ownCopies()
     return copies;
 }
 
-// The drawers hold mails of their own and copies of some from the main box:
-// the user has put them away and kept them.
+// The drawers hold mails of their own and copies of mails from the main box, as when a
+// user has filed a copy.
 std::string contents(std::size_t box)
 {
     switch (box) {

@@ -1,5 +1,4 @@
-// The sample: a folder as PostPet keeps one, with five filled boxes and
-// a friend book.
+// The sample: a folder like PostPet's, with five filled boxes and a friend book.
 #pragma once
 #include "platform/runtime/text.h"
 
@@ -15,8 +14,8 @@ struct SampleBox {
 
 const std::vector<SampleBox>& sampleBoxes();
 
-// Creates the folder; files of an earlier run are replaced. The same bytes
-// each time. Throws std::system_error and std::filesystem::filesystem_error.
+// Creates the folder; files of an earlier run are replaced. Gives the same bytes each
+// time. Throws std::system_error and std::filesystem::filesystem_error.
 void makeSampleFolder(const std::filesystem::path& folder);
 
 }

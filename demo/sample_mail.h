@@ -1,4 +1,4 @@
-// One mail of the sample as an mbox holds it.
+// One mail of the sample, in mbox format.
 #pragma once
 #include "demo/encode.h"
 #include "demo/letters.h"
@@ -25,15 +25,15 @@ enum class Transfer { Plain, Base64, QuotedPrintable };
 struct SampleMail {
     Person from, to;
     Letter letter;
-    std::chrono::sys_seconds time; // the sender's wall clock
+    std::chrono::sys_seconds time; // the sender's local time
     Charset charset = Charset::Iso2022Jp;
     Transfer transfer = Transfer::Plain;
     DateStyle dateStyle = DateStyle::Internet;
     NameStyle nameStyle = NameStyle::Angle;
-    bool mimeHeaders = true; // without them the charset must be guessed
+    bool mimeHeaders = true; // if false, the reader must guess the charset
 };
 
-// Separator line, head, body, empty line.
+// The separator line, the header, the body and an empty line.
 std::string mboxText(const SampleMail& mail);
 
 }

@@ -1,4 +1,4 @@
-// One letter of more lines than the archive keeps in one row.
+// One letter with more lines than the archive stores in one row.
 #pragma once
 #include "demo/letters.h"
 
