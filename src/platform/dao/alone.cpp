@@ -24,8 +24,8 @@ void putAllAtRest()
     try {
         Engine::instance().restAll();
     } catch (const RuntimeError&) {
-        // The box comes all the same, or nobody would hear of the failure that it
-        // is about. Committed rows are whole in the file or in its log.
+        // The caller is about to show a box, which must appear in any case: it may report
+        // an earlier failure. Committed rows are safe in the file or in its log.
     }
 }
 

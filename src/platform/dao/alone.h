@@ -1,7 +1,7 @@
-// Other programs and the databases of this one.
+// Keeps other programs away from a database file.
 //
-// Another program may put another file in a database's place at any moment that it
-// isn't locked. What is open then goes on reading the old file; writing is 3356.
+// While a database isn't locked, another program may replace its file at any moment.
+// An open connection then goes on reading the old file; writing is error 3356.
 #pragma once
 #include "platform/runtime/text.h"
 
@@ -12,18 +12,19 @@ namespace tolvek {
 
 class Hold;
 
-// Keeps other programs from a database while it is copied and then exchanged or
-// emptied: for them it is locked, 3356, and 3356 it is here when one of them is at
-// work on it. An Alone on the same file inside of another belongs to it; that and
-// confirm() make sure that nobody has changed the file since, else 3356. A file
-// that is missing or can't be opened and written isn't held.
+// Locks a database while it is copied and then exchanged or emptied. Other programs
+// get error 3356, and so does this one when another program has the file open. An
+// Alone on a file that is already locked by an outer Alone shares its lock. Both that
+// and confirm() check that nobody has changed the file since it was first locked; if
+// somebody has, error 3356. A file that is missing, or can't be opened for writing,
+// isn't locked.
 class Alone {
 public:
-    // File: whatever is in it, nothing of it is read.
+    // File: the content isn't read, so the file may hold anything.
     enum class With { Database, File };
     explicit Alone(TextView path, With with = With::Database);
     void confirm() const;
-    // This program has moved or exchanged the file: the name is free.
+    // Call when this program has moved or exchanged the file: the name is unlocked.
     void end() const;
 
 private:
@@ -31,10 +32,10 @@ private:
     std::shared_ptr<Hold> hold_;
 };
 
-// Puts every file at rest, also those that a Database holds: rolls back what is
-// open, folds in the log, lets other programs in. Before the program waits for its
-// user, who may be away for a night. A file that can't be put at rest stays for its
-// closing; nothing is thrown.
+// Puts every file at rest, also those with an open Database: rolls back open
+// transactions, checkpoints the log and unlocks the file. Call before the program
+// waits for its user, who may be away for a night. A file that can't be put at rest
+// is left until it is closed. Never throws.
 void putAllAtRest();
 
 }

@@ -6,10 +6,12 @@ namespace tolvek {
 
 namespace {
 
+// The names of the constraints begin so. They are part of the file format: they are how
+// a violation and the AllowZeroLength of a column are recognised in existing files.
 constexpr TextView kSize = u"size of ", kEmpty = u"not empty: ", kNumber = u"a number: ",
                    kRange = u"range of ";
 
-// CHECK (text), @ standing for the column.
+// A CHECK clause with the condition, in which @ stands for the column.
 Text rule(TextView prefix, const Text& column, TextView condition)
 {
     Text sql = u" CONSTRAINT " + quotedName(Text(prefix) + column) + u" CHECK (";
@@ -51,7 +53,8 @@ Text declaredType(const Field& field)
     throw RuntimeError(3259, u"フィールドのデータ型が正しくありません。", nullptr);
 }
 
-// Sizes count UTF-16 units, which the blob's bytes give without conversion.
+// Sizes are in UTF-16 units, and the file stores UTF-16: the length as a blob is twice
+// the size, without a conversion.
 Text textRules(const Field& field)
 {
     Text rules;
@@ -61,7 +64,8 @@ Text textRules(const Field& field)
     return rules;
 }
 
-// A number too large for 64 bits arrives as a real one: out of range, too.
+// A number too large for 64 bits arrives as a real. It passes the check for a number so
+// that it breaks the check of the range, which is the better report.
 Text integerRules(const Field& field)
 {
     const TextView bounds = field.Type == dbInteger ? u"@ BETWEEN -32768 AND 32767"
@@ -131,7 +135,8 @@ Text createIndex(const Text& table, const Index& index)
            quotedName(index.Name) + u" ON " + quotedName(table) + keyList(index);
 }
 
-// Any number but 0 is -1, and so is the word True.
+// Any number except 0 becomes -1, and so does the word True. A trigger is used because a
+// constraint can refuse a value but not change it.
 Text yesNoTrigger(const Text& table, const Text& column, TextView moment, TextView event)
 {
     const Text name = quotedName(column), newValue = u"NEW." + name;
@@ -152,6 +157,8 @@ Text quotedName(TextView name)
     return quoted + u"\"";
 }
 
+// A Yes/No column of a key has no NOT NULL: the trigger turns Null into 0, and it runs
+// after the row is inserted.
 Text columnDefinition(const Field& field, bool inPrimaryKey)
 {
     const bool notNull = inPrimaryKey && field.Type != dbBoolean;

@@ -14,13 +14,13 @@ using std::filesystem::path;
 
 constexpr const char* kSideSuffix = ".Compact";
 
-// A check goes from every row to each of its index entries, all over the file:
-// with room for the whole of it no page is read twice. Only as much is taken as
-// there are pages, and only while the compaction runs.
+// The check looks up the index entries of every row, all over the file. A cache that
+// holds the whole file (512 MB at most) avoids reading pages twice. Memory is used only
+// for pages that exist, and only during the compaction.
 constexpr TextView kRoomForChecks = u"PRAGMA cache_size = -524288";
 
-// The check tells of a page that the disk didn't give in the same words as of
-// a damaged one, with the engine's code behind them.
+// The check reports an unreadable page like a corrupt one; only the appended error code
+// differs.
 bool isUnread(const Text& found)
 {
     constexpr TextView kWords = u"unable to get the page. error code=";
@@ -30,8 +30,8 @@ bool isUnread(const Text& found)
     return (std::atoi(code.c_str()) & 0xFF) == SQLITE_IOERR;
 }
 
-// A disk that fails once is no damage: 3343 makes the user be asked whether the
-// database is to be given up.
+// A transient disk error isn't corruption. 3343 would make the program ask whether to
+// discard the database.
 void requireSound(Connection& connection, TextView check)
 {
     connection.pragma(kRoomForChecks);
@@ -40,6 +40,8 @@ void requireSound(Connection& connection, TextView check)
     throw isUnread(found) ? RuntimeError(57) : RuntimeError(3343, pathText(connection.path()));
 }
 
+// The side file is created first so that it gets the mode of our files; VACUUM INTO accepts an
+// empty file.
 void writeCopy(Connection& source, const path& side)
 {
     requireSound(source, u"PRAGMA integrity_check");
@@ -48,11 +50,11 @@ void writeCopy(Connection& source, const path& side)
     query->bind(1, TextView(pathText(side))).run();
 }
 
-// The source has been found sound, so a copy that isn't was spoilt on its way.
-// Told as 3343 it would be taken for the source's damage, and a whole database
-// be offered to be replaced by an empty one. Every page is looked at; whether
-// each row has its index entries was found out in the source, from which the
-// copy's pages come, and would be half of the time of a start.
+// The source passed its check, so a corrupt copy was damaged while it was written.
+// Reported as 3343, it would be blamed on the source, and the user offered to replace
+// a sound database by an empty one. The quick check reads every page but skips the
+// comparison of rows with index entries: that was done on the source, and doing it
+// again would take half of the time of a start.
 void verify(const path& side)
 {
     try {
@@ -72,6 +74,8 @@ void copyOwn(const std::shared_ptr<Connection>& source, const path& side)
     opened.close();
 }
 
+// The last branch is for a file of our own format that can be read only through a
+// private copy (a journal on a read-only medium).
 void copyTo(const path& source, const path& side)
 {
     if (const auto own = Engine::instance().acquireOwn(source, 3041))
@@ -84,8 +88,8 @@ void copyTo(const path& source, const path& side)
     Engine::instance().rest(); // the callers rename the source next
 }
 
-// Left there by a database of that name which is gone; the engine would play
-// them into the new one.
+// Journals that a removed database of that name left behind. The engine would roll
+// them back into the new one.
 void removeJournals(const path& database)
 {
     for (const char* suffix : {"-journal", "-wal", "-shm"}) {
@@ -95,7 +99,8 @@ void removeJournals(const path& database)
     }
 }
 
-// A name that may be gone after a power cut isn't given at all.
+// If the folder can't be flushed, undo the rename: the name might not survive a power
+// cut, and the caller would delete the source.
 void flushNewName(const path& target)
 {
     try {
@@ -116,14 +121,15 @@ void putInPlace(const path& side, const path& target)
     });
 }
 
-// Only what this routine left there, now or in a run that was killed.
+// Nothing else uses that name, so a side file is from this routine: from now, or from a
+// run that was killed.
 void removeSide(const path& side)
 {
     if (fileExists(side)) onDisk([&] { removeFile(side); });
 }
 
-// 53 is passed over by callers that would go on and delete the source; and
-// someone else's file in the target's place is a target that is there.
+// Callers ignore 53 and would go on to delete the source. 58 comes from the rename, when
+// another program has created the target in the meantime.
 RuntimeError retold(const RuntimeError& error)
 {
     if (error.number() == 53) return RuntimeError(75);

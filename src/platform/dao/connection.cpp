@@ -17,10 +17,10 @@ namespace tolvek {
 namespace {
 
 constexpr std::size_t kKeptStatements = 100;
-constexpr std::uintmax_t kHeaderSize = 100;
-int patienceSet = 5000; // milliseconds
+constexpr std::uintmax_t kHeaderSize = 100; // of an SQLite file
+int patienceSet = 5000;                     // milliseconds
 
-// SQLite hands texts out of its pages, where they may begin at an odd address.
+// SQLite passes pointers into its pages, where a text may begin at an odd address.
 TextView aligned(const void* bytes, int size, Text& copy)
 {
     const std::size_t units = static_cast<std::size_t>(size) / 2;
@@ -52,10 +52,10 @@ std::shared_ptr<Connection> Connection::open(const std::filesystem::path& path)
 {
     std::shared_ptr<Connection> opened(new Connection(path));
     if (!fileExists(path)) throw RuntimeError(3024, opened->name_);
-    // SQLite takes an empty file for a database without tables.
+    // SQLite would accept an empty file as a database without tables.
     if (std::filesystem::file_size(path) < kHeaderSize) throw RuntimeError(3343, opened->name_);
-    // The superuser may write all the same; a file that is meant to be read
-    // only stays as it is.
+    // The mode bits count, not the permission to write: root may write any file, but one
+    // that is marked read-only must stay unchanged.
     opened->readOnly_ = isReadOnly(path) || isReadOnly(folderOf(path));
     opened->openHandle(opened->readOnly_ ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE);
     if (isJet(opened->head())) return nullptr;
@@ -84,7 +84,7 @@ std::shared_ptr<Connection> Connection::create(const std::filesystem::path& path
     onDisk([&] { OpenFile(path, OpenFile::Mode::Anew).close(); });
     created->openHandle(SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
     created->pragma(u"PRAGMA encoding = 'UTF-16le'");
-    created->pragma(u"PRAGMA application_id = 1416590923");
+    created->pragma(u"PRAGMA application_id = 1416590923"); // "TovK"; schema_check.cpp compares it
     created->pragma(u"PRAGMA user_version = 1");
     created->setManner();
     created->written_ = true;
@@ -93,11 +93,11 @@ std::shared_ptr<Connection> Connection::create(const std::filesystem::path& path
 
 Connection::~Connection()
 {
-    // Whoever needs to hear of a failure has called close().
+    // A caller that needs to know of a failure has called close().
     try {
         close();
     } catch (const RuntimeError&) {
-        // What was committed stands in the file or in its log, whole.
+        // Committed rows are complete in the file or in its log.
     }
 }
 
@@ -111,7 +111,7 @@ std::filesystem::path Connection::beside(const char* suffix) const
 void Connection::openHandle(int flags)
 {
     const std::u8string name = path_.u8string();
-    // One thread: the engine needs no locks of its own.
+    // The program has one thread, so SQLite needs no mutexes.
     const int code =
         sqlite3_open_v2(reinterpret_cast<const char*>(name.c_str()), &handle_,
                         flags | SQLITE_OPEN_EXRESCODE | SQLITE_OPEN_NOMUTEX, probeVfs());
@@ -120,21 +120,24 @@ void Connection::openHandle(int flags)
     configure();
 }
 
-// Nothing here may read the file: look() must have seen its header first.
+// Must not read the file: look() has to check its header first.
 void Connection::configure()
 {
     sqlite3_create_collation(handle_, "GENERAL", SQLITE_UTF16LE, nullptr, compareGeneralUtf16);
+    // A file may have been made to attack the program that opens it: its schema may not
+    // be written directly, and its views and functions aren't run. Without DQS, a wrong
+    // column name in quotes is an error and not a text.
     sqlite3_db_config(handle_, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
     sqlite3_db_config(handle_, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
     sqlite3_db_config(handle_, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
     sqlite3_db_config(handle_, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
     sqlite3_db_config(handle_, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
     limit();
-    sqlite3_busy_timeout(handle_, 0);
+    sqlite3_busy_timeout(handle_, 0); // a locked file is 3356 at once when it is opened
 }
 
-// Far above what this program's own statements need, so that a file made for it
-// can't have the engine work without end. (Its compaction attaches one file.)
+// The limits are far above what this program's statements need. They keep a malicious
+// file from making the engine work without end. (The compaction attaches one file.)
 void Connection::limit()
 {
     constexpr int kMegabyte = 1 << 20;
@@ -156,11 +159,11 @@ void Connection::setManner()
     sqlite3_busy_timeout(handle_, patienceSet);
 }
 
-// The first reading: shows at once what is damaged or held by another program,
-// and takes back what a killed program left half done. A journal to be taken
-// back may turn the header into that of a file with a log, which opens under
-// an exclusive lock only. Without one, nothing can mend a damaged header, and the
-// engine would take away a log beside it.
+// Reads the file for the first time. This detects at once whether it is corrupt or
+// locked, and rolls back what a killed program left unfinished. A rollback may restore
+// the header of a file with a log, which can be opened only under an exclusive lock. A
+// wrong header without a journal is refused before SQLite reads the file: nothing can
+// repair it, and SQLite would delete a log beside it.
 void Connection::look()
 {
     if (!hasOwnHeader() && !fileExists(beside("-journal"))) throw RuntimeError(3343, name_);
@@ -177,16 +180,17 @@ void Connection::look()
     setManner();
 }
 
-// The lock goes with the next reading.
+// The mode alone doesn't unlock the file; SQLite does that after the next read.
 void Connection::shareLock()
 {
     pragma(u"PRAGMA locking_mode = NORMAL");
     pragma(u"SELECT count(*) FROM sqlite_master");
 }
 
-// Read through SQLite's own file, since closing another one would take away the
-// locks that this process holds. Nothing where the file is shorter; a disk that
-// fails is told, or a Jet file would be taken for a damaged one of our own.
+// Reads through SQLite's own descriptor: closing another descriptor of the file would
+// drop the locks that this process holds on it. A file that is too short gives an empty
+// head. A disk error is thrown; otherwise a Jet file would be taken for a corrupt file
+// of our own.
 FileHead Connection::head() const
 {
     sqlite3_file* file = nullptr;
@@ -203,6 +207,8 @@ bool Connection::needsRecovery() const
     return headerSaysLog() || fileExists(beside("-journal"));
 }
 
+// Bytes 18 and 19 are the write and read version of the format: 2 is a file with a
+// write-ahead log, 1 one with a rollback journal.
 bool Connection::headerSaysLog() const
 {
     const FileHead header = head();
@@ -222,9 +228,9 @@ bool Connection::headerSaysRest() const
     return hasOwnHeader() && header[18] == 1 && header[19] == 1;
 }
 
-// A journal that is still there once the file was read has nothing to take
-// back: a program was killed before it wrote into it. With the lock in hand it
-// isn't another program's either.
+// A journal that still exists after the first read has nothing to roll back: a program
+// was killed before it wrote into it. The transaction takes the lock, so the journal
+// isn't in use by another program either.
 void Connection::removeColdJournal()
 {
     const std::filesystem::path journal = beside("-journal");
@@ -239,8 +245,8 @@ void Connection::removeColdJournal()
     rollback();
 }
 
-// A file at rest never has a log. One beside it was left by another file of
-// that name, and SQLite would play it into this one.
+// A file at rest never has a log. A log beside it is from another file of that name,
+// and SQLite would play it into this one.
 void Connection::removeForeignLog()
 {
     const std::filesystem::path log = beside("-wal");
@@ -254,6 +260,7 @@ bool Connection::hasMoved() const
     return moved != 0;
 }
 
+// A full cache is cleared as a whole: a program run has few different statements.
 sqlite3_stmt* Connection::prepared(TextView sql, const SqlText* statement)
 {
     if (const auto kept = statements_.find(sql); kept != statements_.end()) return kept->second;
@@ -307,12 +314,12 @@ void Connection::prepareToWrite(bool manyCommits)
     written_ = true;
 }
 
-// A transaction of any kind takes the lock; in this mode it isn't given back.
+// Any transaction takes the lock, and in the exclusive mode SQLite keeps it.
 void Connection::keepOthersOut()
 {
     if (readOnly_) return;
     settle();
-    if (alone_) letOthersIn(); // what the system has dropped meanwhile is taken anew
+    if (alone_) letOthersIn(); // the system may have dropped the lock; take it again
     alone_ = true;
     try {
         pragma(u"PRAGMA locking_mode = EXCLUSIVE");
@@ -330,14 +337,14 @@ void Connection::letOthersIn()
     if (shares) shareLock();
 }
 
-// Nobody else can give the name to another file while this program has the lock.
+// Meaningful only under the lock, which keeps other programs from replacing the file.
 void Connection::requirePlace()
 {
     if (hasMoved()) throw lockedError(name_);
 }
 
-// Alone first: then the log's index stays in memory and no file for it appears
-// beside the database.
+// The lock comes first: under an exclusive lock the log's index is in memory, and no
+// -shm file is created.
 void Connection::enterLog()
 {
     written_ = true;
@@ -366,6 +373,8 @@ void Connection::rollback()
     if (inTransaction()) pragma(u"ROLLBACK");
 }
 
+// Full synchronisation first: the checkpoint is what makes the commits of the log safe
+// against a power cut.
 void Connection::settle()
 {
     if (!log_ || !isOpen() || inTransaction()) return;
@@ -376,6 +385,7 @@ void Connection::settle()
     log_ = alone_ = false;
 }
 
+// A file that has moved isn't this connection's business any more.
 void Connection::force()
 {
     if (!written_ || hasMoved()) return;

@@ -1,12 +1,12 @@
 // One open database file.
 //
-// Two manners. With the rollback journal (as opened): every commit is on the
-// disk, nothing stands beside the file between statements. With the write-ahead
-// log (while a session writes): small commits are cheap and survive a kill, the
-// file is held exclusively, and settle() brings it back to the first manner.
+// Two modes. Rollback journal (initially): every commit is flushed to the disk, and
+// there is no side file between statements. Write-ahead log (while a session writes):
+// small commits are cheap and survive a kill of the process, the file is locked
+// exclusively, and settle() returns to the first mode.
 //
-// No statement stays active between two calls, so the manner can be changed
-// and no lock is left at any time.
+// No statement stays active between two calls, so the mode can be changed and no lock
+// is left at any time.
 #pragma once
 #include "platform/dao/jet_head.h"
 #include "platform/dao/query.h"
@@ -20,15 +20,15 @@ namespace tolvek {
 
 class Connection {
 public:
-    // Missing file 3024, no database 3343, held by another program 3356. A file that
-    // can only be shown through a private copy gives none and isn't touched: one of
-    // the home platform's engine (Jet), and one with a journal to be taken back where
+    // Missing file 3024, not a database 3343, locked by another program 3356. Returns
+    // null, and leaves the file alone, if it can be shown only through a private copy: a
+    // Jet file of the classic platform, or a file with a journal to roll back where
     // nothing can be written.
     static std::shared_ptr<Connection> open(const std::filesystem::path& path);
-    // A copy that stands in for another file: read-only, told under that one's name.
+    // Opens a copy instead of another file: read-only; errors name the original.
     static std::shared_ptr<Connection> openCopy(const std::filesystem::path& copy,
                                                 const std::filesystem::path& original);
-    // The file must not be there.
+    // The file must not exist.
     static std::shared_ptr<Connection> create(const std::filesystem::path& path);
     ~Connection();
     Connection(const Connection&) = delete;
@@ -36,39 +36,39 @@ public:
 
     // One query at a time: making another may clear the cache that holds it.
     std::unique_ptr<Query> query(TextView sql);
-    // One that came from the program: failures get the numbers of statements.
+    // For a statement of the program: failures get the error numbers of statements.
     std::unique_ptr<Query> query(const SqlText& sql);
-    // Beside the cache, also while a query is in use; the first column of the first row.
+    // Runs without the cache, also while a query is in use. Returns the first column of
+    // the first row.
     Text pragma(TextView sql);
     const Table& table(TextView name);
     void forgetTables() { tables_.clear(); }
 
     const std::filesystem::path& path() const { return path_; }
     bool isOpen() const { return handle_ != nullptr; }
-    // The name leads to another file now, or to none.
+    // Whether the name now leads to another file, or to none.
     bool hasMoved() const;
     bool inTransaction() const { return sqlite3_get_autocommit(handle_) == 0; }
     std::int64_t changes() const { return sqlite3_total_changes64(handle_); }
     std::int64_t lastRow() const { return sqlite3_last_insert_rowid(handle_); }
 
-    // Other programs find the file locked from here on, also between transactions;
-    // 3356 when one of them is at work on it. A file that can't be written is left.
+    // Locks the file against other programs, also between transactions; 3356 when one of
+    // them has it open. Does nothing for a file that can't be written.
     void keepOthersOut();
     void letOthersIn();
-    // Changes when another program has written the file since the last look, and
-    // through nothing that was done here.
+    // A number that changes when another program writes the file, but not when this
+    // connection does.
     Text version() { return pragma(u"PRAGMA data_version"); }
 
-    // Before anything is written. `manyCommits`: with the write-ahead log. What is
-    // written into a file that has moved would be gone with it: 3356.
+    // Call before anything is written. `manyCommits` switches to the write-ahead log.
+    // Error 3356 if the file has moved: what is written into it would be lost with it.
     void prepareToWrite(bool manyCommits);
     void begin();
     void commit();
     void rollback();
-    // Leaves the write-ahead log; within a transaction nothing happens.
+    // Leaves the write-ahead log. Does nothing within a transaction.
     void settle();
-    // Rolls back, settles, lets others in, and what was written is on the disk; the
-    // file stays open.
+    // Rolls back, settles, unlocks, and flushes what was written. The file stays open.
     void rest();
     // The same, and closes.
     void close();
@@ -77,7 +77,7 @@ public:
     static void setPatience(int milliseconds);
     static int patience();
 
-    int holders = 0; // databases that stand on it
+    int holders = 0; // the number of databases and holds that use it
 
 private:
     explicit Connection(std::filesystem::path path);
@@ -108,7 +108,7 @@ private:
     std::map<Text, sqlite3_stmt*, std::less<>> statements_;
     std::map<Text, Table> tables_;
     bool log_ = false;
-    bool alone_ = false; // a lock once taken isn't given back
+    bool alone_ = false; // locking_mode is EXCLUSIVE: a lock once taken is kept
     bool written_ = false;
     bool readOnly_ = false;
 };

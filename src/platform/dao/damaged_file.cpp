@@ -11,6 +11,7 @@ namespace {
 
 constexpr std::size_t kHeadSize = 100;
 constexpr std::string_view kMagic("SQLite format 3\0", 16);
+// The first byte of a page. The other kinds are inner pages and pages of indexes.
 constexpr char kTableLeaf = 0x0D;
 constexpr std::string_view kOtherPages("\x02\x05\x0A", 3);
 constexpr std::size_t kLeafHead = 8;
@@ -28,8 +29,8 @@ std::uint32_t number(std::string_view bytes, std::size_t at, int size)
     return value;
 }
 
-// The format's numbers of variable length; moves `at` on. None where it runs
-// out of the bytes.
+// A number of the format's variable-length encoding; advances `at` past it. None when
+// the bytes end within it.
 std::optional<std::uint64_t> variable(std::string_view bytes, std::size_t& at)
 {
     std::uint64_t value = 0;
@@ -43,6 +44,8 @@ std::optional<std::uint64_t> variable(std::string_view bytes, std::size_t& at)
     return value;
 }
 
+// The size of a value by its type in the record's header. 1 to 6 are integers, 7 is a
+// real, 8 and 9 are the constants 0 and 1, even numbers from 12 blobs, odd ones texts.
 std::uint64_t sizeOf(std::uint64_t type)
 {
     constexpr std::uint64_t kSizes[] = {0, 1, 2, 3, 4, 6, 8, 8, 0, 0, 0, 0};
@@ -54,6 +57,7 @@ bool isWholeNumber(std::uint64_t type)
     return (type >= 1 && type <= 6) || type == 8 || type == 9;
 }
 
+// Texts are in UTF-16, so their size is even.
 bool isText(std::uint64_t type)
 {
     return type >= 13 && type % 2 == 1 && sizeOf(type) % 2 == 0;
@@ -88,7 +92,7 @@ Text wideText(std::string_view bytes)
     return text;
 }
 
-// A number that isn't all there is none.
+// A number that is incomplete becomes Null; of a text the part that is there is kept.
 SalvagedValue value(std::uint64_t type, std::string_view stored, std::size_t size)
 {
     if (isText(type)) return wideText(stored);
@@ -113,7 +117,7 @@ DamagedFile::DamagedFile(const std::filesystem::path& path, std::vector<Columns>
     countOwners();
 }
 
-// A first page that is damaged says nothing; the sizes are then the usual ones.
+// If the first page is corrupt, the default sizes are kept.
 void DamagedFile::readHead()
 {
     std::string head(kHeadSize, '\0');
@@ -127,7 +131,7 @@ void DamagedFile::readHead()
     usable_ = size - reserved;
 }
 
-// What lies beyond the end of the file is empty.
+// Bytes beyond the end of the file are read as 0.
 DamagedFile::Page DamagedFile::page(Number number)
 {
     Page bytes(size_, '\0');
@@ -135,8 +139,7 @@ DamagedFile::Page DamagedFile::page(Number number)
     return bytes;
 }
 
-// The list counts as a whole or not at all: a damaged one may name pages that
-// are in use.
+// The list is used as a whole or not at all: a corrupt one may name pages in use.
 void DamagedFile::readFreePages()
 {
     const Page head = page(1);
@@ -176,9 +179,9 @@ void DamagedFile::eachCell(const Visit& visit)
         if (!free_[n]) visitPage(n, visit);
 }
 
-// The first byte tells the kind of a page; an overflow page begins with 0, as
-// does one whose head was zeroed. What an overflow page in use holds behind its
-// text is left over from rows that were deleted or moved.
+// The first byte gives the kind of a page. An overflow page begins with 0, and so does
+// a page with a zeroed header. Overflow pages in use aren't searched: after their text
+// they hold remains of deleted or moved rows.
 void DamagedFile::visitPage(Number n, const Visit& visit)
 {
     const Page bytes = page(n);
@@ -188,7 +191,8 @@ void DamagedFile::visitPage(Number n, const Visit& visit)
     if (!isOther && owners_[n] == 0) search(bytes, visit);
 }
 
-// False, and nothing visited, when the page's own list of its rows is damaged.
+// Visits the rows by the page's own list. False, with nothing visited, if that list is
+// corrupt.
 bool DamagedFile::visitListed(const Page& page, std::size_t start, const Visit& visit)
 {
     const std::size_t count = number(page, start + 3, 2), list = start + kLeafHead;
@@ -224,6 +228,8 @@ std::size_t DamagedFile::tableOf(const std::vector<std::uint64_t>& types) const
                                     tables_.begin());
 }
 
+// How much of a record is on its leaf page; the rest is on overflow pages. The numbers
+// are those of the file format.
 std::size_t DamagedFile::localSize(std::uint64_t size) const
 {
     const std::size_t most = usable_ - 35, least = (usable_ - 12) * 32 / 255 - 23;
@@ -232,7 +238,7 @@ std::size_t DamagedFile::localSize(std::uint64_t size) const
     return wanted <= most ? wanted : least;
 }
 
-// A row of any table.
+// Parses a row of any table at that place. False if there is none.
 bool DamagedFile::parse(const Page& page, std::size_t at, Cell& cell) const
 {
     const std::string_view bytes(page.data(), usable_);
@@ -249,6 +255,8 @@ bool DamagedFile::parse(const Page& page, std::size_t at, Cell& cell) const
     return parseTypes(cell);
 }
 
+// The types 10 and 11 are reserved and never written. Header and values must fill the
+// record exactly.
 bool DamagedFile::parseTypes(Cell& cell) const
 {
     std::size_t place = 0;
@@ -268,7 +276,7 @@ bool DamagedFile::parseTypes(Cell& cell) const
     return place == cell.head && sum == cell.size;
 }
 
-// As far as it leads from page to page.
+// The overflow pages of the row, up to the point where the chain breaks.
 std::vector<DamagedFile::Number> DamagedFile::chain(const Cell& cell)
 {
     std::vector<Number> numbers;
@@ -292,8 +300,8 @@ void DamagedFile::countOwners()
     });
 }
 
-// Shorter than announced where the chain breaks. A page that two rows lead to,
-// or that is no overflow page, belongs to one of them at most.
+// The record is shorter than announced if the chain breaks. A page that two rows use,
+// or that is free, belongs to at most one row, so the row isn't whole.
 std::string DamagedFile::record(const Cell& cell, bool& whole)
 {
     std::string bytes(cell.local);

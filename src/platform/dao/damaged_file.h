@@ -1,11 +1,11 @@
-// The rows that can still be read in a damaged database file, page by page.
+// Reads the rows that can still be read in a corrupt database file, page by page.
 //
-// Nothing but the rows themselves is relied on: neither the schema nor the
-// inner pages of a tree nor an index. A row is recognised by its form, which is
-// strict: the number of its columns, a type in each that the column can have,
-// and lengths that add up. So every leaf page gives its rows, reachable or not,
-// and a page whose own head is damaged is searched byte by byte. Pages that the
-// file lists as free are left out: what was deleted stays deleted.
+// Nothing except the rows themselves is trusted: no schema, no inner page of a tree,
+// no index. A row is recognised by its format, which is strict: the number of columns,
+// a possible type for each column, and lengths that add up. So the rows of every leaf
+// page are found, even if no inner page leads there, and a page with a corrupt header
+// is searched byte by byte. Pages that the file lists as free are skipped: deleted rows
+// stay deleted.
 //
 // The file is only read. Failures are those of the disk (std::system_error).
 #pragma once
@@ -16,13 +16,13 @@
 
 namespace tolvek {
 
-using SalvagedValue = std::variant<std::monostate, std::int64_t, Text>; // nothing is Null
+using SalvagedValue = std::variant<std::monostate, std::int64_t, Text>; // monostate is Null
 
 struct SalvagedRow {
     std::int64_t rowid = 0;
     std::vector<SalvagedValue> values;
-    // False where a part is missing (empty then), and where a text holds what no
-    // mail has: U+0000, or a character outside code page 932.
+    // False if a part is missing (it is then empty), or if a text holds a character that
+    // no mail has: U+0000, or one outside code page 932.
     bool whole = true;
 };
 
@@ -31,9 +31,9 @@ public:
     using Columns = std::vector<DataType>;
     using Take = std::function<void(std::size_t table, const SalvagedRow&)>;
 
-    // The tables differ in their columns' types.
+    // The tables must differ in the types of their columns, by which rows are assigned.
     DamagedFile(const std::filesystem::path& path, std::vector<Columns> tables);
-    // Each row, in the order of the pages. The same row may come more than once.
+    // Visits the rows in the order of the pages. A row may be visited more than once.
     void eachRow(const Take& take);
 
 private:
@@ -42,11 +42,11 @@ private:
     struct Cell {
         std::int64_t rowid = 0;
         std::uint64_t size = 0;           // of the record
-        std::string_view local;           // its part on the page
+        std::string_view local;           // the part of the record on this page
         std::vector<std::uint64_t> types; // of its columns
-        std::size_t head = 0;             // of the record, before the values
-        Number overflow = 0;              // 0: all of it is on the page
-        std::size_t table = 0;            // beyond the last one: of none of them
+        std::size_t head = 0;             // size of the record's header, before the values
+        Number overflow = 0;              // first overflow page; 0: all is on this page
+        std::size_t table = 0;            // index of its table; the number of tables: none
     };
     using Visit = std::function<void(const Cell&)>;
 
@@ -70,11 +70,11 @@ private:
     void countOwners();
 
     OpenFile file_;
-    std::size_t size_ = 4096, usable_ = 4096; // of a page; this program makes no others
+    std::size_t size_ = 4096, usable_ = 4096; // of a page; this program writes no others
     Number pages_ = 0;
     bool hasHead_ = false;
     std::vector<bool> free_;
-    std::vector<std::uint8_t> owners_; // rows that lead to an overflow page, at most 2
+    std::vector<std::uint8_t> owners_; // the number of rows that use an overflow page, up to 2
     std::vector<Columns> tables_;
 };
 

@@ -1,15 +1,15 @@
-// The database objects of the Basic platform over SQLite.
+// The database objects of the classic platform, implemented over SQLite.
 //
-// Objects are light handles: copying one shares what it stands for. A handle
-// that stands for nothing, and a recordset whose database was closed, is error
-// 3420; closing a closed database is silent. All failures are RuntimeError.
+// The objects are light handles: copies share the same object. Using an empty handle,
+// or a recordset whose database was closed, is error 3420. Closing a closed database is
+// silent. All failures are RuntimeError.
 //
-// One file at rest: while no Session lives, a database closed is a file closed,
-// with no -wal, -shm or -journal beside it and all of it on the disk. Inside a
-// Session the engine keeps the connection from one OpenDatabase to the next;
-// commits survive a kill of the process at any moment.
+// At rest: outside a Session, closing a database closes its file, flushes it, and
+// leaves no -wal, -shm or -journal beside it. Inside a Session the engine keeps the
+// connection from one OpenDatabase to the next. Commits survive a kill of the process
+// at any moment.
 //
-// One thread.
+// For one thread only.
 #pragma once
 #include "platform/dao/statement.h"
 #include "platform/runtime/int16.h"
@@ -28,7 +28,7 @@ inline constexpr int dbFailOnError = 128;
 
 enum DataType : int { dbBoolean = 1, dbInteger = 3, dbLong = 4, dbText = 10, dbMemo = 12 };
 
-// One value of a row. Null is error 94 when turned into anything.
+// One value of a row. Converting Null to anything is error 94.
 class Value {
 public:
     Value() = default; // Null
@@ -37,7 +37,7 @@ public:
 
     bool isNull() const;
     Text text() const;   // numbers as decimals, Yes/No as "True" and "False"
-    Int16 int16() const; // a text by the text-to-number rules
+    Int16 int16() const; // a text is converted by the text-to-number rules
     std::int32_t int32() const;
     bool boolean() const; // any non-zero number, "True", "False"
 
@@ -48,7 +48,7 @@ private:
     DataType type_ = dbText;
 };
 
-// A definition while a table is being made.
+// The definition of a field, for creating a table.
 class Field {
 public:
     Field(TextView name, DataType type, int size);
@@ -97,10 +97,10 @@ public:
     IndexList Indexes;
 };
 
-// A dynaset, of SELECT with * or a list of columns FROM one table: the ordered keys are fetched at
-// opening, rows and columns when they are asked for, so that counting never reads a mail's text.
-// Behind the order asked for (or without one) rows come in primary key order. A recordset doesn't
-// keep its database open.
+// A dynaset over SELECT with * or a list of columns FROM one table. The ordered keys are
+// fetched when it is opened; rows and columns are read on access, so that counting never
+// reads a mail's text. Rows that the given order leaves equal (or all, without one) are
+// in the order of the primary key. A recordset doesn't keep its database open.
 class Recordset {
 public:
     Recordset();
@@ -111,8 +111,8 @@ public:
     void MoveFirst();                 // no rows: 3021
     void MoveNext();                  // at the end already: 3021
     void MoveLast();
-    // Of the current row. No row: 3021; deleted meanwhile: 3167; no such
-    // column: 3265; no such position: 3265.
+    // A field of the current row. No row: 3021; row deleted since it was fetched: 3167;
+    // no such column or position: 3265.
     Value field(TextView name) const;
     Value field(int position) const;
 
@@ -120,7 +120,7 @@ public:
     void setField(int position,
                   const Text& value); // error 3163, 3315, 3464, 3349 here or at Update
     void setField(int position, std::int32_t value);
-    void Update(); // 3022 for a key that is there; a commit of its own
+    void Update(); // 3022 for a key that exists; commits unless in a transaction
     void Close();
 
 private:
@@ -136,13 +136,13 @@ public:
     Database();
 
     Recordset OpenRecordset(const Statement& sql, int type = dbOpenDynaset);
-    // The statement as a whole or not at all.
+    // The statement takes effect completely or not at all.
     void Execute(const Statement& sql, int options);
     TableDef CreateTableDef(TextView name) const;
     TableDefList TableDefs();
-    bool HasRows(TextView table); // without reading any; no such table: 3078
-    // The workspace's open transaction is rolled back and ends, if this
-    // database took part in it or nothing was done in it yet.
+    bool HasRows(TextView table); // reads at most one row's key; no such table: 3078
+    // Rolls back the workspace's open transaction if this database took part in it, or
+    // if nothing has been done in it yet.
     void Close();
     bool isOpen() const;
 
@@ -156,7 +156,7 @@ private:
 
 class TableDefList {
 public:
-    void Append(const TableDef& table); // the table and its indexes, as a whole
+    void Append(const TableDef& table); // the table and its indexes, or nothing
     std::vector<Text> names() const;
 
 private:
@@ -166,58 +166,57 @@ private:
 
 class Workspace {
 public:
-    void BeginTrans();  // inner ones belong to the outermost
-    void CommitTrans(); // without BeginTrans: 3034; of work that a full disk undid: 3034
+    void BeginTrans();  // nested ones are part of the outermost
+    void CommitTrans(); // 3034 without BeginTrans, or if a full disk has undone the work
     void Rollback();    // of all levels
-    // A present target: 3204. `locale` names the sort order; there is one.
+    // Error 3204 if the file exists. `locale` names the sort order; there is only one.
     Database CreateDatabase(TextView path, TextView locale);
 };
 
 class DBEngine {
 public:
-    static Workspace Workspaces(int index); // 0 alone, else 3265
-    // A missing file: 3024; not a database, or not one of this program's archives
-    // (setArchiveTables): 3343; held exclusively by another program: 3356, at once. A file on a
-    // read-only medium can be read. A Jet file of the home platform is shown through a private
-    // copy: it stays as it is, and writing is 3027. Damaged: 3343, here already. Of a form that
-    // isn't known, which says nothing against the file: 3041. Where Jet files
-    // can't be read at all for now (no reader, no memory for one): 429.
+    static Workspace Workspaces(int index); // only 0, else 3265
+    // Missing file: 3024. Not a database, or not an archive (setArchiveTables): 3343.
+    // Locked exclusively by another program: 3356, at once. A file on a read-only medium
+    // can be read. A Jet file of the classic platform is shown through a private copy and
+    // never changed; writing is 3027. If it is corrupt: 3343, already here. If its format
+    // isn't known, which doesn't mean that it is corrupt: 3041. If Jet files can't be read
+    // at present (no reader, not enough memory for it): 429.
     static Database OpenDatabase(TextView path);
-    // Writes a new file, checks it, and forces file and folder to the disk.
-    // Source missing 3024, target present 3204, source damaged 3343. A Jet file
-    // becomes one of this format; 429 and 3041 as above; 3041 also
-    // for another program's database: nothing is known to be wrong with it, but no
-    // other may take its place.
+    // Writes a new file, checks it, and flushes file and folder. Source missing 3024,
+    // target exists 3204, source corrupt 3343. A Jet file is converted to this program's
+    // format; 429 and 3041 as above. 3041 also for another program's database: it may be
+    // sound, but must not be replaced by a copy.
     static void CompactDatabase(TextView source, TextView target);
-    // Adds to `target`, a sound database, the rows of these tables that can still
-    // be read in damaged files of this format: those whose primary key it doesn't
-    // hold. A row that looks damaged comes in only where its row number is free as
-    // well, so it never stands beside or in the place of the sound one. Gives the
-    // number of rows added. The damaged files are only read.
+    // Adds the rows of these tables that can still be read in corrupt files to `target`,
+    // a sound database, unless `target` has a row with the same primary key. A row that
+    // looks damaged is added only if its row number is free too, so it is never added
+    // beside its sound version. Returns the number of rows added. The corrupt files are
+    // only read.
     static int SalvageRows(const std::vector<Text>& damaged, TextView target,
                            const std::vector<TableDef>& tables);
 
-    // What the program knows of the tables that come from Jet files; an empty
-    // function: nothing.
+    // What the program knows about the tables of Jet files. An empty function means
+    // that it knows nothing.
     struct KnownTables {
-        // Its own definition of a table with that name and exactly those columns,
-        // of those types; none for any other table.
+        // The program's own definition of a table with that name and exactly those
+        // columns and types; none for any other table.
         std::function<std::optional<TableDef>(const TableDef& found)> own;
-        // Whether a file may hold these tables and no others; if not, it is damaged.
+        // Whether a sound file may hold exactly these tables.
         std::function<bool(const std::vector<TableDef>& found)> areWhole;
     };
     static void setKnownTables(KnownTables known);
-    // How many texts of Jet files have come, since this was last asked, with a
-    // U+0000 in them. They are taken over as they are; but no version of the
-    // program wrote such a text: it is what a zeroed part of the file leaves.
+    // The number of texts with a U+0000 that were imported from Jet files since the last
+    // call. They are imported unchanged, but no version of the program wrote such texts:
+    // a part of the file was zeroed.
     static int takeSpoiltTexts();
-    // From here on only archives are opened: files that hold these tables, or
-    // others that `isArchive` takes for one's, and nothing that acts by itself.
+    // From then on only archives can be opened: files with these tables, or with others
+    // that `isArchive` accepts, and without views and foreign triggers.
     using IsArchive = std::function<bool(const std::vector<TableDef>&)>;
     static void setArchiveTables(std::vector<TableDef> tables, IsArchive isArchive);
 
-    // The time of one command: the connection is kept between openings.
-    // Sessions may nest; the outermost one's end puts the file at rest.
+    // The duration of one command: connections are kept between openings. Sessions may
+    // nest; the end of the outermost one puts the files at rest.
     class Session {
     public:
         Session();
@@ -225,15 +224,16 @@ public:
         Session(const Session&) = delete;
         Session& operator=(const Session&) = delete;
     };
-    // Puts files at rest that no Database holds, also inside a Session: before
-    // the program waits for its user.
+    // Puts the files at rest that have no open Database, also inside a Session. Call
+    // before the program waits for its user.
     static void Rest();
-    // For an end in the middle of anything: rolls back, closes all, at rest.
+    // For a program end at any point: rolls back, closes all files and leaves them at
+    // rest. Never throws.
     static void Abandon();
 };
 
-// BeginTrans, the work, CommitTrans, on workspace 0. A failure goes through
-// without a rollback of ours: the closing of the database ends it.
+// BeginTrans, the work, CommitTrans, on workspace 0. A failure propagates without a
+// rollback; closing the database rolls back.
 void inTransaction(const std::function<void()>& work);
 
 }

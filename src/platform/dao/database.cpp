@@ -75,6 +75,8 @@ TableDefList Database::TableDefs()
     return list;
 }
 
+// A savepoint makes it one unit also within an open transaction. A full disk may have
+// ended the transaction, and the savepoint with it.
 void TableDefList::Append(const TableDef& table)
 {
     Connection& connection = connectionOf(state_);

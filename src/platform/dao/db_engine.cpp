@@ -43,8 +43,8 @@ DBEngine::Session::~Session()
     try {
         Engine::instance().leaveSession();
     } catch (const RuntimeError&) {
-        // Committed rows are whole in the file or in its log; the next opening
-        // finds them and comes to rest, or tells what is wrong with the disk.
+        // Committed rows are complete in the file or in its log. The next opening
+        // recovers them, or reports what is wrong with the disk.
     }
 }
 

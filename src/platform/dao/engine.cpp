@@ -19,7 +19,8 @@ RuntimeError noTransaction()
         nullptr);
 }
 
-// Every connection gets its turn; the first failure is told behind the last.
+// Runs the work on every connection, even after a failure. The first failure is rethrown
+// after all have run.
 template <class Connections, class Work>
 void eachInTurn(const Connections& connections, const Work& work)
 {
@@ -51,8 +52,8 @@ OpenHandle::~OpenHandle()
     try {
         close();
     } catch (const RuntimeError&) {
-        // Committed rows are whole in the file or in its log, which the next
-        // opening brings home.
+        // Committed rows are complete in the file or in its log, from which the next
+        // opening recovers them.
     }
 }
 
@@ -77,7 +78,7 @@ std::shared_ptr<Connection> Engine::acquire(const std::filesystem::path& path)
     return jetCopy_.of(path);
 }
 
-// One whose file has moved isn't known by that name any more.
+// A connection whose file has moved is forgotten: the name now means another file.
 std::shared_ptr<Connection> Engine::knownAs(const std::filesystem::path& path)
 {
     const auto known = std::find_if(open_.begin(), open_.end(), [&](const auto& connection) {
@@ -92,7 +93,7 @@ std::shared_ptr<Connection> Engine::knownAs(const std::filesystem::path& path)
 std::shared_ptr<Connection> Engine::acquireOwn(const std::filesystem::path& path, int ifForeign)
 {
     if (const auto known = knownAs(path)) return known;
-    if (const auto held = holdOn(path)) held->letGo(); // it would keep this program out too
+    if (const auto held = holdOn(path)) held->letGo(); // its lock is against this program too
     const auto opened = Connection::open(path);
     if (!opened) return nullptr;
     requireArchive(*opened, ifForeign);
@@ -104,6 +105,8 @@ std::shared_ptr<Connection> Engine::created(const std::filesystem::path& path)
     return open_.emplace_back(Connection::create(path));
 }
 
+// A connection that has been forgotten because its file moved must be closed here, since
+// closeIdle doesn't know it. A private copy stays for the next opening.
 void Engine::released(const std::shared_ptr<Connection>& connection)
 {
     if (connection->holders > 0) return;
@@ -133,7 +136,8 @@ void Engine::rest()
     closeIdle();
 }
 
-// A transaction that is left open at a wait is one whose failure is being reported.
+// A transaction that is still open when a box is shown has failed, and the box reports
+// it; so it is ended here.
 void Engine::restAll()
 {
     endTransaction();
@@ -151,8 +155,9 @@ std::shared_ptr<Hold> Engine::holdOn(const std::filesystem::path& path)
     return nullptr;
 }
 
-// What is no archive is for whoever works on the file next to report. A disk that
-// fails isn't that: a lock of another kind would keep this program out as well.
+// A file that isn't an archive is locked in another way and reported by whoever opens it
+// next. After a disk error there is no hold: that other lock would also keep this program
+// from opening its own database.
 std::shared_ptr<Connection> Engine::openForHold(const std::filesystem::path& path)
 {
     try {
@@ -197,8 +202,8 @@ void Engine::endTransaction()
     inTransaction_.clear();
 }
 
-// A connection whose transaction the engine gave up by itself (disk full, a
-// failed write) has lost a part of the work: the rest mustn't stay alone.
+// If the engine itself has rolled back a connection's transaction (disk full, a failed
+// write), part of the work is lost, so the rest must not be committed.
 void Engine::commit()
 {
     if (depth_ == 0) throw noTransaction();

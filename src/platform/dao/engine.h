@@ -1,5 +1,5 @@
-// What DBEngine, Workspace and Database share: the connections that are open,
-// the sessions and the one transaction of workspace 0.
+// The state that DBEngine, Workspace and Database share: the open connections, the
+// sessions and the one transaction of workspace 0.
 #pragma once
 #include "platform/dao/connection.h"
 #include "platform/dao/dao.h"
@@ -10,7 +10,7 @@
 
 namespace tolvek {
 
-// The file that the text means, by its whole name: the key of a connection.
+// The absolute path of the file; it identifies a connection.
 std::filesystem::path absoluteOf(TextView path);
 
 struct Database::State : OpenHandle {
@@ -22,14 +22,14 @@ public:
     static Engine& instance();
 
     std::shared_ptr<Connection> acquire(const std::filesystem::path& path);
-    // The same for a file of this engine's own format; none for one that can only be
-    // shown through a private copy: a Jet file, and one that was left with a journal
-    // where nothing can be written. Somebody else's database is error `ifForeign`.
+    // The same, only for a file of this engine's own format. Null for a file that can be
+    // shown only through a private copy: a Jet file, or one with a journal where nothing
+    // can be written. Error `ifForeign` for a database of another program.
     std::shared_ptr<Connection> acquireOwn(const std::filesystem::path& path, int ifForeign);
     std::shared_ptr<Connection> created(const std::filesystem::path& path);
-    // A database of this connection was closed. Ends the transaction that it
-    // took part in, and one in which nothing was done yet: left open, it would
-    // swallow the next one's commit.
+    // Call when a database of this connection was closed. Ends the transaction in which
+    // the connection took part, and also one in which nothing has been done yet: left
+    // open, it would make the next transaction a nested one that never commits.
     void released(const std::shared_ptr<Connection>& connection);
 
     void enterSession() { ++sessions_; }
@@ -37,14 +37,15 @@ public:
     void rest();
     void restAll();
     void abandon();
-    // The hold on that file, under whatever name it is held; else a new one.
+    // The existing hold on that file, even if it was taken under another name, or a new
+    // one.
     std::shared_ptr<Hold> hold(const std::filesystem::path& path, bool asDatabase);
 
     void begin() { ++depth_; }
     void commit();
     void rollback();
-    // Before a statement that writes: takes the connection into the
-    // workspace's transaction if there is one.
+    // Call before a statement that writes: adds the connection to the workspace's
+    // transaction if there is one.
     void prepareToWrite(const std::shared_ptr<Connection>& connection);
 
 private:

@@ -10,7 +10,7 @@ namespace tolvek {
 
 namespace {
 
-constexpr std::size_t kKeyUnits = 255;
+constexpr std::size_t kKeyUnits = 255; // the rest of a text counts only for equality
 
 TextView withoutTrailingBlanks(TextView text)
 {
@@ -29,7 +29,7 @@ bool isProlongedMark(char16_t c)
     return c == u'\u30FC' || c == u'\uFF70';
 }
 
-// The primaries one after another, with what the repeat marks need to remember.
+// Iterates over the primary weights; remembers the previous one for repeat marks.
 class Primaries {
 public:
     explicit Primaries(TextView text) : text_(text) {}
@@ -70,8 +70,8 @@ void appendPrimary(std::string& bytes, std::uint32_t primary)
         if (primary >> shift != 0) bytes += static_cast<char>(primary >> shift & 0xFF);
 }
 
-// Differences of two primaries decide byte by byte from the first one on, so
-// the shorter is compared as if 00 stood behind it.
+// Primaries are compared byte by byte from the first byte, so the shorter one is padded
+// with 00 at its end.
 std::uint32_t leftAligned(std::uint32_t primary)
 {
     while (primary != 0 && primary >> 24 == 0)
@@ -101,6 +101,7 @@ bool startsWith(std::uint32_t longer, std::uint32_t shorter)
     return false;
 }
 
+// Compares without building the keys, which most comparisons don't need.
 int comparePrimaries(TextView a, TextView b)
 {
     Primaries left(a), right(b);
@@ -111,7 +112,7 @@ int comparePrimaries(TextView a, TextView b)
             continue;
         }
         if (l == 0 || r == 0) return l == 0 ? -1 : 1;
-        // One begins like the other: the following characters decide.
+        // One is a prefix of the other, so the bytes of the following characters decide.
         if (startsWith(l, r) || startsWith(r, l)) return comparePrimaryBytes(a, b);
         return leftAligned(l) < leftAligned(r) ? -1 : 1;
     }
@@ -189,6 +190,7 @@ private:
         if (lastSize_ != 0) addKana(prolongs ? 3 : 2);
     }
 
+    // Three codes of two bits per byte, with the upper bit set.
     static std::string pack(std::vector<std::uint8_t> codes, std::uint8_t usual)
     {
         while (!codes.empty() && codes.back() == usual)
@@ -223,8 +225,8 @@ private:
     std::vector<std::uint8_t> sizes_, marks_;
     std::uint32_t last_ = 0;
     std::uint8_t lastSize_ = 0;
-    // Of marks before the first character: no secondary of their own, so never
-    // cut with the usual ones and not counted by the places of ignorables.
+    // The sum of marks before the first character. It isn't one of the secondaries: it is
+    // never cut, and the positions of ignorable characters don't count it.
     char bareMarks_ = 0;
 };
 
@@ -242,7 +244,7 @@ int compareFolded(TextView a, TextView b)
     return a.size() < b.size() ? -1 : a.size() > b.size();
 }
 
-// Letters, digits and signs of ASCII have no weight behind the primary one.
+// Letters, digits and signs of ASCII have only a primary weight.
 bool hasPrimariesOnly(TextView text)
 {
     return std::all_of(text.begin(), text.end(),

@@ -1,7 +1,8 @@
 # cmake -DIN=general_weights.tsv -DOUT=general_weights.inc -P general_weights.cmake
 #
-# One WEIGHT(code, type, primary, secondary, flag) a line, all numbers in hex
-# without a prefix. A kana's size becomes the code that the key uses for it.
+# Writes one line WEIGHT(code, type, primary, secondary, flag) per character, with all
+# numbers in hexadecimal without a prefix. The size of a kana (s, n) becomes the code that
+# the key uses for it.
 file(READ "${IN}" text)
 string(REGEX REPLACE "^#[^\n]*\n" "" text "${text}")
 string(REGEX REPLACE "\ts\n" "\t2\n" text "${text}")

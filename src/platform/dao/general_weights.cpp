@@ -8,10 +8,12 @@ namespace tolvek {
 
 namespace {
 
+// The names used in general_weights.inc.
 constexpr WeightType X = WeightType::X, S = WeightType::S, I = WeightType::I, K = WeightType::K,
                      M = WeightType::M, W = WeightType::W, R = WeightType::R;
 
-// Eight bytes each: 16 bits character, 3 type, 2 kana size, 8 secondary, 32 primary.
+// Eight bytes per character: 16 bits character, 3 type, 2 kana size, 8 secondary,
+// 32 primary.
 constexpr std::uint64_t packed(std::uint64_t character, WeightType type, std::uint64_t primary,
                                std::uint64_t secondary, std::uint64_t flag)
 {

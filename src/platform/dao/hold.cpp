@@ -9,8 +9,8 @@
 
 namespace tolvek {
 
-// The lock by which the engine keeps others from a file while it writes, on a
-// file that it needn't understand.
+// The lock that the engine takes while it writes, but on any file: the file's content
+// isn't read and needn't be a database.
 class EngineLock {
 public:
     explicit EngineLock(const std::filesystem::path& path) : name_(pathText(path))
@@ -44,6 +44,7 @@ public:
     void letGo() { file_->pMethods->xUnlock(file_, SQLITE_LOCK_NONE); }
 
 private:
+    // The engine's levels of locks have to be taken in this order.
     int locked()
     {
         for (const int level : {SQLITE_LOCK_SHARED, SQLITE_LOCK_RESERVED, SQLITE_LOCK_EXCLUSIVE}) {
@@ -61,7 +62,7 @@ private:
 
 namespace {
 
-// Gone is as good as changed, and no 53: callers pass over that one.
+// A file that is gone counts as changed. It must not be 53, which callers ignore.
 FileStamp stampOf(const std::filesystem::path& path)
 {
     if (!fileExists(path)) throw lockedError(pathText(path));
@@ -91,7 +92,7 @@ Hold::~Hold()
     try {
         letGo();
     } catch (const RuntimeError&) {
-        // The lock goes with the file at the latest, when that is closed.
+        // The lock is released at the latest when the file is closed.
     }
 }
 

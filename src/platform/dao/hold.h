@@ -1,13 +1,14 @@
-// A database file that is kept to this program, from a look at it to its exchange.
+// Locks a database file against other programs, from reading it to its exchange.
 //
-// The lock is the engine's own, so every other program that opens the file with
-// the engine finds it taken. The system drops it when another descriptor of the
-// file is closed in this process, and it is let go before a box; so the hold also
-// remembers what the file was. confirm() takes the lock anew and compares: nothing
-// that another program has done in between goes unseen.
+// The lock is the engine's own, so every other program that opens the file with the
+// engine finds it locked. The lock may be lost: the system drops it when another
+// descriptor of the file is closed in this process, and it is released before a box.
+// So the hold also remembers the state of the file. confirm() takes the lock again and
+// compares, so that no change by another program goes unnoticed.
 //
-// The file may be renamed while it is held. A system that renames no open file
-// needs the hold closed right before that; nobody else can have it open there.
+// The file may be renamed while it is held. On a system that can't rename open files,
+// the hold must be closed right before the rename; there, no other program can have the
+// file open.
 #pragma once
 #include "platform/dao/open_handle.h"
 #include "platform/system/file_stamp.h"
@@ -20,19 +21,20 @@ class EngineLock;
 
 class Hold {
 public:
-    // The lock is that of the file's own connection if there is one. 3356 when
-    // another program is at work on the file. Nothing there, or nothing that could
-    // be opened or written: nothing is held.
+    // Uses the lock of the file's own connection if there is one. 3356 when another
+    // program has the file open. If the file is missing, or can't be opened for writing,
+    // nothing is locked.
     Hold(std::filesystem::path path, std::shared_ptr<Connection> own);
     ~Hold();
     Hold(const Hold&) = delete;
     Hold& operator=(const Hold&) = delete;
 
     bool isOn(const std::filesystem::path& path) const;
-    void confirm(); // 3356 when it isn't the file that it was
+    void confirm(); // 3356 when the file has changed
     void letGo();
-    // The program itself has moved or exchanged what had this name. Another name of
-    // the held file (a .Bak that is still linked to it) may go without an end.
+    // Call when the program itself has moved or exchanged the file of this name. Another
+    // name of the file (a .Bak that is linked to it) may be removed without ending the
+    // hold.
     void end(const std::filesystem::path& name);
 
 private:
