@@ -14,18 +14,18 @@ namespace {
 
 using How = ChildEnd::How;
 
-// The sanitizers' shadow memory doesn't fit under any limit.
+// The shadow memory of the address sanitizer doesn't fit under any limit.
 #if defined(__SANITIZE_ADDRESS__)
 constexpr std::uintmax_t kAddressSpace = 0;
 #else
 constexpr std::uintmax_t kAddressSpace = 512U << 20;
 #endif
 constexpr std::uintmax_t kMegabyte = 1U << 20;
-constexpr std::uintmax_t kProcessorSeconds = 30; // and one for each megabyte
+constexpr std::uintmax_t kProcessorSeconds = 30; // plus one for each megabyte
 constexpr std::chrono::seconds kPatiencePerMegabyte{2};
 
 struct Reader {
-    std::filesystem::path program; // none: the one in the program's folder
+    std::filesystem::path program; // empty: the one in the program's folder
     std::chrono::milliseconds patience = std::chrono::minutes(1);
 };
 
@@ -52,7 +52,8 @@ ChildLimits limitsFor(std::uintmax_t fileSize)
             .isAlone = true};
 }
 
-// A disk that fails looks like a damaged file from the reader's side.
+// To the reader a disk error looks like a corrupt file. Reading the file once more, to its
+// end, tells them apart.
 void requireReadable(const std::filesystem::path& path)
 {
     OpenFile file(path, OpenFile::Mode::Read);
@@ -67,13 +68,14 @@ void requireReadable(const std::filesystem::path& path)
     throw RuntimeError(3343, pathText(path));
 }
 
-// Whether the child took the file in whole; a form that isn't the stream's ends it.
+// Whether the child sent the whole file. Bytes that don't follow the stream's format end
+// it at once.
 bool tookAll(const std::filesystem::path& source, std::uintmax_t size, JetStream& stream)
 {
     try {
         const ChildEnd end = runChild(readerProgram(), {}, source, limitsFor(size),
                                       [&](std::string_view bytes) { stream.take(bytes); });
-        if (end.how == How::Stopped) throw RuntimeError(429);
+        if (end.how == How::Stopped) throw RuntimeError(429); // from outside
         const int code = end.how == How::Exited ? end.code : jet::kDamaged;
         if (code == jet::kNoInput) throw RuntimeError(75);
         if (code == jet::kNotUnderstood) throw RuntimeError(kJetNotUnderstood, pathText(source));
@@ -93,7 +95,7 @@ void readJet(const std::filesystem::path& source, JetReceiver& receiver)
         const std::uintmax_t size = std::filesystem::file_size(source);
         JetStream stream(receiver, size);
         const bool whole = tookAll(source, size, stream);
-        if (!stream.hasBegun()) throw RuntimeError(429);
+        if (!stream.hasBegun()) throw RuntimeError(429); // it hasn't touched the file
         if (!whole) throwDamaged(source);
     });
 }

@@ -1,4 +1,4 @@
-// The program beside ours that reads Jet files ("TolvekJet"), run under limits.
+// Runs the separate program that reads Jet files ("TolvekJet"), under limits.
 #pragma once
 #include "platform/dao/jet_stream.h"
 
@@ -7,16 +7,15 @@
 
 namespace tolvek {
 
-// All of the file to the receiver. A file that is damaged, or that the reader
-// fails at in any way: 3343, and what was received is worth nothing. A reader
-// that can't be started, or that is ended from outside (memory that runs short,
-// a user): 429, since none of this says anything about the file. A file of a form
-// that the reader doesn't know: 3041. One that can't be read: 75. The receiver's
-// own failures go through.
+// Passes the whole file to the receiver. If the file is corrupt, or the reader fails on
+// it in any way: 3343, and everything received must be discarded. If the reader can't be
+// started, or is ended from outside (by a user, or because memory runs short): 429, since
+// that says nothing about the file. If the reader doesn't know the file's format: 3041.
+// If the file can't be read: 75. Failures of the receiver propagate.
 void readJet(const std::filesystem::path& source, JetReceiver& receiver);
 
-// Another reader than the one in the program's folder, for tests, and how long
-// it may take; an empty path takes it back.
+// For tests: uses another reader than the one in the program's folder, and sets how long
+// it may take. An empty path restores the default.
 void setJetReader(std::filesystem::path program,
                   std::chrono::milliseconds patience = std::chrono::minutes(1));
 

@@ -17,7 +17,7 @@ public:
     PrivateFolder() : path_(onDisk([] { return makePrivateFolder(); })) {}
     ~PrivateFolder()
     {
-        // Whatever can't be removed is the temporary folder's own affair.
+        // What can't be removed is left to the system, which cleans its temporary folder.
         std::error_code ignored;
         std::filesystem::remove_all(path_, ignored);
     }
@@ -29,7 +29,7 @@ private:
     std::filesystem::path path_;
 };
 
-// The engine takes the journal in, or back, at the first opening.
+// Opening the copy makes the engine checkpoint the log or roll back the journal.
 void recover(const std::filesystem::path& source, const std::filesystem::path& copy)
 {
     onDisk([&] {
@@ -53,8 +53,8 @@ std::shared_ptr<Connection> copied(const std::filesystem::path& source)
     return Connection::openCopy(folder.file(), source);
 }
 
-// The file that was asked for is there: 53 of the files behind the scene would
-// lead astray.
+// The file that was asked for exists. A 53 about the temporary copy would be misread as
+// "the archive is missing".
 template <class Work> auto without53(const Work& work)
 {
     try {
@@ -72,7 +72,7 @@ std::shared_ptr<Connection> JetCopy::of(const std::filesystem::path& source)
     const FileStamp stamp = without53([&] { return onDisk([&] { return fileStamp(source); }); });
     const bool isSame = kept_ && kept_->isOpen() && kept_->path() == source && stamp == stamp_;
     if (isSame) return kept_;
-    kept_.reset(); // databases that stand on it hold it themselves
+    kept_.reset(); // databases that use it keep it alive
     kept_ = without53([&] { return copied(source); });
     stamp_ = stamp;
     return kept_;

@@ -1,12 +1,11 @@
-// The file that is being looked at and can't be opened itself, as a copy of this
-// engine's own format: a Jet file, or one that was left with a journal (a program
-// was killed) on a medium that can't be written.
+// A private copy, in this engine's own format, of a file that can be shown but not
+// opened: a Jet file, or a file that a killed program left with a journal on a medium
+// that can't be written.
 //
-// The original may be an old backup on a medium that can't be written, so the
-// copy lies among the system's temporary files, where it loses its name as soon
-// as it is open: however the program ends, nothing is left. It is kept, also
-// while no database stands on it, until another such file is opened or the one
-// behind it changes.
+// The original may be an old backup on a read-only medium, so the copy is in the
+// system's temporary folder. Its name is removed as soon as it is open, so nothing is
+// left however the program ends. The copy is kept, also while no database uses it, until
+// another such file is opened or the original changes.
 #pragma once
 #include "platform/dao/connection.h"
 #include "platform/system/file_stamp.h"
@@ -15,7 +14,7 @@ namespace tolvek {
 
 class JetCopy {
 public:
-    // Read-only, under the original's name. Failures as importJet's.
+    // A read-only connection under the original's name. Failures as those of importJet.
     std::shared_ptr<Connection> of(const std::filesystem::path& source);
     bool isKept(const std::shared_ptr<Connection>& connection) const { return kept_ == connection; }
     void drop();

@@ -1,4 +1,5 @@
-// How a file begins, and by what one of the home platform's engine is told.
+// The first bytes of a file, and how a Jet file (the format of the classic platform's
+// engine) is recognised.
 #pragma once
 #include <algorithm>
 #include <array>
@@ -14,9 +15,9 @@ inline bool isJet(const FileHead& head)
     return std::equal(name.begin(), name.end(), head.begin() + 4);
 }
 
-inline constexpr int kJetNotUnderstood = 3041; // the error's number
+inline constexpr int kJetNotUnderstood = 3041; // an error number
 
-// 3, 4, or a larger one for those that came later.
+// 3 or 4; larger for newer versions.
 inline int jetVersion(const FileHead& head)
 {
     return head[20] + 3;

@@ -21,7 +21,8 @@ int spoiltTexts = 0;
 
 constexpr int kNewestJet = 4;
 
-// As it was found: no key, no rule, so that a foreign table's rows are all welcome.
+// The table as it was found, without key and rules, so that all rows of a foreign table
+// are accepted.
 TableDef looseTable(const Text& name, const std::vector<JetColumn>& columns)
 {
     TableDef table(name);
@@ -52,7 +53,7 @@ bool takesEmptyText(const TableDef& table, const JetColumn& column)
     });
 }
 
-// What the engine says of names and values, not of the disk or of memory.
+// The errors that come from names and values, not from the disk or from memory.
 bool isAboutContents(int number)
 {
     constexpr std::array numbers{51, 3022, 3058, 3163, 3315, 3317, 3349, 3464};
@@ -75,12 +76,14 @@ bool isSpoilt(const JetValue& value)
     return text && text->find(u'\0') != Text::npos;
 }
 
-// All in one transaction: one row at a time is in memory, and the engine's cache.
+// Writes everything in one transaction. Only one row at a time is in memory, besides the
+// engine's cache.
 class Import : public JetReceiver {
 public:
     explicit Import(const std::filesystem::path& target) : connection_(Connection::create(target))
     {
-        // A target that isn't finished is thrown away; it is flushed as a whole.
+        // No journal is needed: an unfinished target is discarded, and a finished one is
+        // flushed as a whole.
         connection_->pragma(u"PRAGMA journal_mode = OFF");
         connection_->pragma(u"PRAGMA synchronous = OFF");
         connection_->begin();
@@ -94,7 +97,8 @@ public:
         const TableDef& table = known ? *known : found_.back();
         auto statements = tableDefinition(table);
         withContents([&] { connection_->pragma(statements.front()); });
-        // Triggers of other tables may have the same names, so loose ones get none.
+        // Triggers are named after columns, and two foreign tables may have a column of the
+        // same name; so foreign tables get none.
         if (known) later_.assign(statements.begin() + 1, statements.end());
         insert_ = insertStatement(table.Name, columns);
         emptyForNull_.clear();
@@ -133,7 +137,7 @@ private:
             query.bind(column + 1, TextView());
     }
 
-    // Its indexes are made faster from all rows at once.
+    // Indexes are created after the rows, which is faster.
     void finishTable()
     {
         for (const Text& statement : std::exchange(later_, {}))

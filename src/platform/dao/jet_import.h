@@ -1,4 +1,4 @@
-// From a Jet file to a new database of this engine.
+// Converts a Jet file to a new database of this engine.
 #pragma once
 #include "platform/dao/dao.h"
 
@@ -6,22 +6,22 @@
 
 namespace tolvek {
 
-// `target` must not be there. Tables that the program knows (setKnownTables) come
-// out as it makes them; others with their columns' types and no rule and no key.
-// A text that is Null becomes an empty one, unless its column takes none. Rows
-// that break a known table's rules are damage: their engine kept the same ones.
-// So are tables that can't be all: one of them, or a column, was lost.
+// `target` must not exist. Tables that the program knows (setKnownTables) get its own
+// definition; others keep the types of their columns and have no rules and no key. A
+// text that is Null becomes empty if its column allows empty texts. A row that breaks
+// the rules of a known table means corruption, since the original engine enforced the
+// same rules. So does an incomplete set of tables: one of them, or a column, was lost.
 //
-// Failures as readJet's, 3041 also for a newer Jet than 4, and those of the disk;
-// what stands at `target` then is for the caller to remove.
+// Failures as those of readJet, 3041 also for a Jet version above 4, and those of the
+// disk. After a failure the caller must remove `target`.
 void importJet(const std::filesystem::path& source, const std::filesystem::path& target);
 
-// By its first bytes; std::system_error where they can't be read.
+// Decides by the first bytes; std::system_error if they can't be read.
 bool isJetFile(const std::filesystem::path& path);
 
 void setKnownTables(DBEngine::KnownTables known);
 
-// Of all files that were read whole since it was last asked.
+// DBEngine::takeSpoiltTexts. Counts only files that were imported completely.
 int takeSpoiltJetTexts();
 
 }

@@ -12,8 +12,8 @@ using jet::Item;
 
 constexpr std::size_t kItemHead = 5;
 constexpr int kLargestText = 255;
-// A packed character of one byte becomes two, a number of two bytes eight; of
-// Yes/No fields, eight share a byte.
+// A compressed character of one byte becomes two bytes and a number of two bytes eight.
+// Eight Yes/No fields share one byte of the file.
 constexpr std::uintmax_t kBytesPerByte = 8, kItemsPerByte = 8, kSlack = 1 << 16;
 
 void require(bool sound)
@@ -50,7 +50,7 @@ Text hexadecimal(std::string_view bytes)
     return text;
 }
 
-// What has no type here is kept as a memo of its bytes.
+// A value of a type that the program lacks is kept as a memo of its bytes in hexadecimal.
 DataType dataType(char told)
 {
     switch (static_cast<jet::ColumnType>(told)) {
@@ -109,7 +109,8 @@ void JetStream::take(std::string_view bytes)
     pending_.erase(0, taken);
 }
 
-// 0 as long as it isn't whole.
+// Returns the size of the item, or 0 while it is incomplete. The limits are checked as
+// soon as the size is known, before the content is collected.
 std::size_t JetStream::takeItem(std::string_view bytes)
 {
     if (bytes.size() < kItemHead) return 0;
@@ -169,7 +170,8 @@ void JetStream::addColumn(std::string_view bytes)
     columns_.push_back({fromUtf8(bytes.substr(5)), dataType(bytes[0]), size});
 }
 
-// With its first row, or with what follows a table without any.
+// A table is complete when its first row begins, or the next item after a table without
+// rows.
 void JetStream::announceTable()
 {
     if (state_ != State::Columns) return;

@@ -1,8 +1,8 @@
-// The reader's stream (jet_reader/stream_format.h) taken apart as it comes.
+// Parses the reader's stream (jet_reader/stream_format.h) as it arrives.
 //
-// The reader works on a file that nobody vouches for, so it isn't trusted
-// either: what breaks the form, or is more than a file of that size can hold,
-// is BadJet.
+// The reader works on an untrusted file and may have been taken over by it, so the
+// stream isn't trusted either. BadJet is thrown if the stream breaks the grammar or
+// carries more than a file of that size can hold.
 #pragma once
 #include "platform/dao/dao.h"
 #include "platform/dao/jet_reader/stream_format.h"
@@ -25,7 +25,7 @@ struct JetColumn {
     DataType type;
     int size; // characters, dbText only
 };
-using JetValue = std::variant<std::monostate, std::int64_t, Text>; // nothing is Null
+using JetValue = std::variant<std::monostate, std::int64_t, Text>; // monostate is Null
 
 class JetReceiver {
 public:
@@ -39,7 +39,8 @@ class JetStream {
 public:
     JetStream(JetReceiver& receiver, std::uintmax_t fileSize);
     void take(std::string_view bytes);
-    // Up to here nothing can have been the file's doing.
+    // Whether the reader may have touched the file. A failure before that isn't caused by
+    // the file.
     bool hasBegun() const { return state_ != State::Silent; }
     bool isWhole() const { return state_ == State::Ended && pending_.empty(); }
 

@@ -1,3 +1,4 @@
+// The error for an unknown name or position in a collection.
 #pragma once
 #include "platform/runtime/runtime_error.h"
 

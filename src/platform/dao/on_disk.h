@@ -1,4 +1,4 @@
-// File operations of the system layer with their failures as numbers.
+// Runs file operations of the system layer and turns their failures into error numbers.
 #pragma once
 #include "platform/runtime/runtime_error.h"
 

@@ -13,10 +13,10 @@ namespace {
 
 using std::filesystem::path;
 
-// Stands before the base layer's own file record in SQLite's allocation.
+// SQLite allocates one block per file: this record, followed by the base layer's own.
 struct ProbedFile {
     sqlite3_file asSqlite;
-    path* name; // none for temporary files, which aren't probed
+    path* name; // null for temporary files, which aren't probed
     sqlite3_file* base() { return reinterpret_cast<sqlite3_file*>(this + 1); }
 };
 
@@ -37,6 +37,7 @@ path pathOf(const char* name)
     return path(reinterpret_cast<const char8_t*>(name));
 }
 
+// SQLITE_OK or the code that SQLite expects from a failing operation.
 int ask(FileOperation operation, const path& name, int failure)
 {
     try {
@@ -120,8 +121,8 @@ int deviceCharacteristics(sqlite3_file* file)
     return base(file)->pMethods->xDeviceCharacteristics(base(file));
 }
 
-// Version 1: no shared memory and no mapping. The write-ahead log is used
-// under an exclusive lock only, which needs neither.
+// Version 1 has no shared memory and no memory mapping. The write-ahead log is used only
+// under an exclusive lock, which needs neither.
 const sqlite3_io_methods kMethods = {1,
                                      closeFile,
                                      readFile,
@@ -142,6 +143,7 @@ const sqlite3_io_methods kMethods = {1,
                                      nullptr,
                                      nullptr};
 
+// pMethods stays null if the file couldn't be opened; SQLite then doesn't close it.
 int openFile(sqlite3_vfs*, const char* name, sqlite3_file* file, int flags, int* outFlags)
 {
     ProbedFile& opened = *new (file) ProbedFile{};

@@ -1,6 +1,5 @@
-// SQLite's way to the disk, led past probeFile: the system's own file layer
-// with one question before each operation, so that a test can make any of them
-// fail or end the process there.
+// A file layer for SQLite: the system's own, with a call of probeFile before each
+// operation, so that a test can make any of them fail or end the process there.
 #pragma once
 
 namespace tolvek {

@@ -18,14 +18,14 @@ void Query::check(int code) const
         throw sqliteError(code, sqlite3_db_handle(statement_), path_);
 }
 
-// SQLite takes a byte order mark off the front of a text; one that belongs to
-// the text needs another in front of it.
+// SQLite removes a byte order mark at the beginning of a text. If the text itself begins
+// with one, another is put in front of it.
 Query& Query::bind(int position, TextView text)
 {
     const bool marked = text.starts_with(u'\uFEFF') || text.starts_with(u'\uFFFE');
     const Text kept = marked ? u"\uFEFF" + Text(text) : Text();
     const TextView bound = marked ? TextView(kept) : text;
-    const void* data = bound.data() ? bound.data() : u"";
+    const void* data = bound.data() ? bound.data() : u""; // a null pointer would bind Null
     check(sqlite3_bind_text64(statement_, position, static_cast<const char*>(data),
                               bound.size() * 2, SQLITE_TRANSIENT, SQLITE_UTF16LE));
     return *this;

@@ -1,5 +1,5 @@
-// One prepared statement while it is in use. At its end the statement is reset,
-// so no lock of it is left, and goes back to the connection's cache.
+// One prepared statement while it is in use. The destructor resets the statement, which
+// releases its locks and leaves it to the connection's cache.
 #pragma once
 #include "platform/dao/sql_text.h"
 #include "platform/runtime/text.h"
@@ -21,8 +21,8 @@ public:
     Query& bind(int position, const Bound& value);
     Query& bindAll(const std::vector<Bound>& values);
 
-    bool step(); // true: a row is there
-    void run();  // to the end
+    bool step(); // true if there is a row
+    void run();  // steps to the end
 
     bool isNull(int column) const;
     bool isInteger(int column) const;

@@ -11,8 +11,8 @@ namespace tolvek {
 
 namespace {
 
-// The order asked for, then the primary key, or the order of arrival in a
-// table without one.
+// The given order, then the primary key, then the order of insertion, which decides in a
+// table without a key.
 Text orderClause(const SelectText& text, const Table& table)
 {
     Text order = text.ordered ? text.rest + u", " : text.rest + u" ORDER BY ";
@@ -37,7 +37,8 @@ bool isWhole(DataType type)
     return type == dbInteger || type == dbLong || type == dbBoolean;
 }
 
-// A text that is put into a number's field becomes one by the text rules.
+// A text that is assigned to a numeric field is converted by the text-to-number rules,
+// which round half to even.
 Bound assignable(const Text& text, const Column& column)
 {
     if (!column.ours || !isWhole(column.type)) return text;
@@ -49,6 +50,7 @@ Bound assignable(const Text& text, const Column& column)
     if (!isNumeric(text)) throw RuntimeError(3464);
     const double number = toDouble(text);
     if (column.type == dbBoolean) return std::int64_t{number != 0 ? -1 : 0};
+    // Only keeps the conversion defined; the column's rule checks the exact range.
     if (std::abs(number) > std::numeric_limits<std::int32_t>::max() + 1.0) throw RuntimeError(3349);
     return static_cast<std::int64_t>(std::nearbyint(number));
 }
@@ -87,6 +89,7 @@ void Recordset::State::select(const std::vector<Text>& columns)
         selected.push_back(place);
 }
 
+// Keeps the bound values of the statement: the part after the table's name is unchanged.
 void Recordset::State::fetchKeys(const SelectText& text, const SqlText& sql)
 {
     SqlText keySql = sql;
@@ -118,7 +121,7 @@ const Column& Recordset::State::columnAt(int at) const
     return table.columns[static_cast<std::size_t>(selected[static_cast<std::size_t>(at)])];
 }
 
-// Whatever was written meanwhile shows in the row at its next reading.
+// A write through this connection discards the cached row, so the next access shows it.
 Value Recordset::State::value(int at)
 {
     Connection& from = connection();
@@ -132,6 +135,8 @@ Value Recordset::State::value(int at)
     return *known;
 }
 
+// The short columns are read in one statement. Memos are read one by one: a list that
+// shows only subjects must not read the texts of all mails.
 std::vector<int> Recordset::State::fetchedTogether(int at) const
 {
     if (!isShort(at)) return {at};
@@ -268,7 +273,8 @@ void Recordset::setField(int position, std::int32_t value)
     adding(state_).assign(position, Bound(std::int64_t{value}));
 }
 
-// The new row joins the set behind the others; the current row stays.
+// The new row is appended to the set. The current row stays the same; a recordset that
+// was at its end stays at its end.
 void Recordset::Update()
 {
     State& state = adding(state_);

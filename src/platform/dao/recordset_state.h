@@ -1,4 +1,4 @@
-// What a recordset knows: the keys of its rows and the row it stands on.
+// The state of a recordset: the keys of its rows and the current row.
 #pragma once
 #include "platform/dao/engine.h"
 #include "platform/dao/select_text.h"
@@ -19,12 +19,12 @@ struct Recordset::State {
     void assign(int selectedPosition, std::optional<Bound> value);
     void insertPending();
 
-    // Not an owner: a database let go is closed, whatever recordset is left,
-    // or a forgotten one would keep its transaction open.
+    // Weak, because a recordset must not keep its database open: a forgotten recordset
+    // would keep the transaction open.
     std::weak_ptr<OpenHandle> database;
     Table table;
-    std::vector<int> selected;      // places in table.columns
-    std::vector<std::int64_t> keys; // rowids in the order asked for
+    std::vector<int> selected;      // positions in table.columns
+    std::vector<std::int64_t> keys; // rowids in the order of the rows
     std::size_t position = 0;
     std::int32_t visited = 0;
     bool adding = false;
@@ -37,11 +37,11 @@ private:
     std::vector<int> fetchedTogether(int at) const;
     const Text& fetchSql(const std::vector<int>& places);
 
-    std::vector<std::optional<Value>> row_; // by selected position
-    std::int64_t rowChanges_ = -1;          // the connection's count when row_ was read
+    std::vector<std::optional<Value>> row_; // by selected position; filled on access
+    std::int64_t rowChanges_ = -1;          // the connection's change count when row_ was read
     std::vector<std::optional<Bound>> pending_;
     int firstMemo_ = 0;
-    std::vector<Text> fetchSql_; // by the first of the places fetched together
+    std::vector<Text> fetchSql_; // by the first of the positions fetched together
 };
 
 }

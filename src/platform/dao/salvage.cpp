@@ -7,8 +7,8 @@ namespace tolvek {
 
 namespace {
 
-// Puts rows into one table of the target. One that the table's key knows already,
-// or that breaks its rules, is passed over.
+// Adds rows to one table of the target. A row whose key exists already, or that breaks
+// the table's rules, is skipped.
 class Rows {
 public:
     Rows(Connection& target, const TableDef& table) : target_(target)
@@ -27,9 +27,9 @@ public:
 
     const std::vector<DataType>& columns() const { return columns_; }
 
-    // Numbers of rows outlive a compaction. So one that looks damaged is the same
-    // row as the one that has its number, whatever its key says by now; a sound
-    // one is another, and takes a free number.
+    // Row numbers survive a compaction. So a damaged row is the same as the row in the
+    // target with its number, even if its key reads differently now. A sound row is a
+    // different one and gets a new number.
     void add(const SalvagedRow& row)
     {
         const bool taken = target_.query(TextView(lookUp_))->bind(1, row.rowid).step();
@@ -55,7 +55,8 @@ private:
 
 using Sources = std::vector<DamagedFile>;
 
-// Sound rows of all files before damaged ones of any.
+// The sound rows of all files come first, then the damaged ones: a damaged row must not
+// take the number or the key of a sound one.
 void addRows(std::vector<Rows>& tables, Sources& sources)
 {
     bool anyDamaged = false;

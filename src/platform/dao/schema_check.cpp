@@ -12,11 +12,11 @@ namespace tolvek {
 namespace {
 
 struct Object {
-    Text type, name, table, sql; // no sql: an index that a key brings along
+    Text type, name, table, sql; // sql is empty for the index of a key
 };
 
 struct Archive {
-    std::set<Text> statements; // of its newest form
+    std::set<Text> statements; // the schema of its newest form
     DBEngine::IsArchive isArchive;
 };
 
@@ -26,7 +26,7 @@ Archive& archive()
     return set;
 }
 
-constexpr TextView kOwnId = u"1416590923";
+constexpr TextView kOwnId = u"1416590923"; // set by Connection::create
 
 std::vector<Object> objectsOf(Connection& connection)
 {
@@ -38,7 +38,7 @@ std::vector<Object> objectsOf(Connection& connection)
     return all;
 }
 
-// The engine's own, such as statistics.
+// Objects of the engine itself, such as statistics.
 bool isInternal(const Object& object)
 {
     return object.name.starts_with(u"sqlite_");
@@ -54,6 +54,7 @@ int sizeOf(TextView declared)
     return size;
 }
 
+// From the literal in the schema, in quotes, with the quotes inside it doubled.
 Text defaultValue(const Text& written, DataType type)
 {
     if (written.empty() || type == dbBoolean) return {};
@@ -66,8 +67,8 @@ Text defaultValue(const Text& written, DataType type)
     return value;
 }
 
-// The definition that the statement would have come from; what it doesn't say so
-// is found out by making the statement anew.
+// The definition from which the statement would have been generated. Anything else in
+// the statement shows when it is generated again and compared.
 TableDef definitionOf(Connection& connection, const Object& object)
 {
     TableDef table(object.name);
@@ -106,14 +107,15 @@ bool isPlainIndex(Connection& connection, const Object& object)
     return tableDefinition(table).back() == object.sql;
 }
 
-// What the objects of a file are found to be.
+// The result of examining the objects of a file.
 struct Findings {
     std::vector<TableDef> tables;
-    bool isStrange = false; // something that this program never makes
-    bool isChanged = false; // a table that it wouldn't make so
+    bool isStrange = false; // something that this program never creates
+    bool isChanged = false; // a table that it would create in another way
 };
 
-// The triggers of a table are made by it, so they come after it.
+// Objects are examined in the order of their creation. So a table comes before its
+// triggers, which are accepted only if its definition generates them.
 class Examination {
 public:
     explicit Examination(Connection& connection) : connection_(connection) {}
@@ -152,7 +154,7 @@ private:
     std::set<Text> triggers_;
 };
 
-// By far the most files; nothing has to be taken apart.
+// Almost all files are of this form, so the slower examination is skipped for them.
 bool isNewestForm(const std::vector<Object>& objects)
 {
     std::size_t made = 0;

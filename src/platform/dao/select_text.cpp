@@ -36,6 +36,7 @@ std::vector<Text> splitAtCommas(TextView text)
     }
 }
 
+// Empty for *. Expressions aren't columns, since a value is read by its column's name.
 std::vector<Text> columnsOf(TextView list, const SqlText& sql)
 {
     if (blanksOff(list) == u"*") return {};

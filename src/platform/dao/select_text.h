@@ -1,5 +1,5 @@
-// SELECT columns FROM one table WHERE ... ORDER BY ..., taken apart so that a
-// dynaset can ask for the keys of the same rows in the same order.
+// Parses SELECT columns FROM one table WHERE ... ORDER BY ..., so that a dynaset can
+// fetch the keys of the same rows in the same order.
 #pragma once
 #include "platform/dao/sql_text.h"
 
@@ -8,9 +8,9 @@ namespace tolvek {
 struct SelectText {
     std::vector<Text> columns; // empty for *
     Text table;
-    Text rest; // from behind the table's name to the end
+    Text rest; // everything after the table's name
     bool ordered = false;
-    std::vector<Text> orderColumns; // as far as they are plain names
+    std::vector<Text> orderColumns; // the first word of each item of ORDER BY
 };
 
 // Another kind of statement or more than one table: 3075.

@@ -25,6 +25,8 @@ std::int64_t integerOf(TextView digits)
     return digits.starts_with(u'-') ? -value : value;
 }
 
+// Reads the statement unit by unit. Values are never searched for quotes or words, only
+// refused if they hold a quote: no stored text can become SQL.
 class Lexer {
 public:
     explicit Lexer(const Statement& statement) : statement_(statement) {}
@@ -56,7 +58,7 @@ private:
             takeNumber(part);
     }
 
-    // A number behind a name belongs to the name: tblTolvek_Mail and 3.
+    // A number directly after a name is part of the name: tblTolvek_Mail and 3.
     void takeNumber(const Statement::Part& part)
     {
         if (!part.isNumber) throw syntaxError();
@@ -111,7 +113,7 @@ private:
         takeSign(c);
     }
 
-    // Two quotes side by side within a literal stand for one.
+    // Two adjacent quotes within a literal mean one quote.
     void takeQuote()
     {
         if (afterQuote_) {
@@ -167,11 +169,11 @@ private:
     SqlText out_;
     Text literal_;
     bool quoted_ = false;       // inside a literal
-    bool afterQuote_ = false;   // the unit before closed a literal, no value between
+    bool afterQuote_ = false;   // the previous unit closed a literal
     bool literalEnded_ = false; // a literal waits to become a parameter
     bool inWord_ = false;
-    bool glued_ = false; // a parameter stands right before
-    bool ended_ = false; // behind the semicolon
+    bool glued_ = false; // a parameter is directly before
+    bool ended_ = false; // after the semicolon
     std::size_t wordBegin_ = 0;
 };
 

@@ -1,4 +1,5 @@
-// A statement as the engine gets it: values and quoted literals taken out.
+// A statement in the form for the engine: values and quoted literals are replaced by
+// parameters.
 #pragma once
 #include "platform/dao/statement.h"
 
@@ -18,23 +19,23 @@ struct SqlWord {
 struct SqlText {
     Text sql; // with ? for each value
     std::vector<Bound> values;
-    std::vector<SqlWord> words; // names and keywords, in their order
-    Text shown;                 // as the home platform would see it, for messages
+    std::vector<SqlWord> words; // names and keywords, in order
+    Text shown;                 // as the classic platform would see it, for messages
 
     bool startsWith(TextView keyword) const { return !words.empty() && words[0].upper == keyword; }
     Text word(const SqlWord& at) const { return sql.substr(at.begin, at.end - at.begin); }
 };
 
-// Literals become ? as a whole, however many values they are put together
-// from, and so do numbers; the words True and False become -1 and 0. A text
-// value with a single quote or outside quotes, an unclosed literal or a number
-// glued to anything but a name: 3075. Text behind a semicolon: 3142.
+// A literal becomes one ?, however many pieces and values it consists of, and so does a
+// number value. The words True and False become -1 and 0. Error 3075 for a text value
+// with a single quote or outside quotes, an unclosed literal, or a number joined to
+// anything except a name. Error 3142 for text after a semicolon.
 SqlText sqlText(const Statement& statement);
 
-// What a syntax error shows: the condition, or the whole where there is none.
+// The text that a syntax error shows: the condition, or the whole statement without one.
 Text shownExpression(TextView statement);
 
 Text upperAscii(TextView text);
-bool sameName(TextView a, TextView b); // case doesn't count
+bool sameName(TextView a, TextView b); // ignores the case of ASCII letters
 
 }

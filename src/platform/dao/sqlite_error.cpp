@@ -62,6 +62,8 @@ RuntimeError sqliteError(int code, TextView message, TextView path)
     }
 }
 
+// The connection's extended code is more precise. It is 0 if the connection hasn't recorded
+// the failure.
 RuntimeError sqliteError(int code, sqlite3* connection, TextView path)
 {
     return sqliteError(

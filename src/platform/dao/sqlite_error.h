@@ -1,4 +1,4 @@
-// What SQLite's failures are on the platform.
+// Translates SQLite's failures to error numbers of the classic platform.
 #pragma once
 #include "platform/runtime/runtime_error.h"
 #include "platform/runtime/text.h"
@@ -7,12 +7,12 @@
 
 namespace tolvek {
 
-// By the result code and the connection's message: constraints by the name of
-// the broken rule, 57 a failing device, 61 full disk, 75 no access, 3027 read-only,
-// 3343 damaged, 3356 held by another program.
+// Decides by the result code and the connection's message. A constraint gives the error
+// of the violated rule; 57 I/O error, 61 disk full, 75 no access, 3027 read-only,
+// 3343 corrupt, 3356 locked by another program.
 RuntimeError sqliteError(int code, sqlite3* connection, TextView path);
 
-// The same without a connection to ask.
+// The same without a connection.
 RuntimeError sqliteError(int code, TextView message, TextView path);
 
 RuntimeError lockedError(TextView path);

@@ -1,11 +1,10 @@
-// A statement built from the fixed pieces that the program knows and the
-// values that stand between them.
+// A statement, built from fixed pieces of SQL and the values between them.
 //
-// The builder knows where a value begins and ends: a literal is a piece of SQL,
-// everything else is a value. Values between single quotes reach the engine as
-// bound parameters, so no stored text is ever parsed as SQL. A text value that
-// holds a single quote makes the statement fail with 3075 when it is run, as
-// it does on the home platform; so does a text value outside quotes.
+// The builder knows where a value begins and ends: a string literal of the program is a
+// piece of SQL, everything else is a value. Values between single quotes reach the
+// engine as bound parameters, so stored text is never parsed as SQL. A text value with a
+// single quote makes the statement fail with 3075 when it is run, as on the classic
+// platform; so does a text value outside quotes.
 //
 //     Statement sql{u"SELECT * FROM tblFriend"};
 //     sql << u" WHERE (" << u" tblFriend_Address = '" << address << u"' )";
@@ -34,13 +33,13 @@ public:
     }
     Statement& operator<<(const Text& value) { return append({true, false, value}); }
     Statement& operator<<(TextView value) { return append({true, false, Text(value)}); }
-    // Numbers as plain decimals, Yes/No as the word True or False.
+    // Numbers are written as decimals, Yes/No as the word True or False.
     Statement& operator<<(int value) { return append({true, true, decimal(value)}); }
     Statement& operator<<(Int16 value) { return *this << static_cast<int>(value); }
     Statement& operator<<(bool value) { return append({true, true, value ? u"True" : u"False"}); }
 
     const std::vector<Part>& parts() const { return parts_; }
-    // The whole as the home platform would see it, for messages.
+    // The whole statement as the classic platform would see it, for messages.
     Text text() const;
 
 private:

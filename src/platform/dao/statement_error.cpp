@@ -20,7 +20,8 @@ bool isKeyword(const Text& word)
     return std::find(kKeywords.begin(), kKeywords.end(), word) != kKeywords.end();
 }
 
-// The home platform takes an unknown name for a parameter and counts them.
+// The classic platform treats an unknown name as a parameter without a value, and its
+// message gives the number of these.
 int unknownNames(Connection& connection, const SqlText& statement)
 {
     std::set<Text> unknown, tables;

@@ -1,12 +1,12 @@
-// What is wrong with a statement that the engine refuses to prepare.
+// The error for a statement that the engine refuses to prepare.
 #pragma once
 #include "platform/dao/connection.h"
 #include "platform/runtime/runtime_error.h"
 
 namespace tolvek {
 
-// Missing table 3078, unknown names 3061 with their count, a malformed INSERT
-// 3134, anything else 3075.
+// 3078 for a missing table, 3061 for unknown names (with their number), 3134 for a
+// malformed INSERT, 3075 for anything else.
 RuntimeError statementError(Connection& connection, const SqlText& statement, TextView message);
 
 }

@@ -1,4 +1,4 @@
-// A table as it stands in the file.
+// A table as the file defines it.
 #pragma once
 #include "platform/dao/dao.h"
 
@@ -9,7 +9,7 @@ class Connection;
 struct Column {
     Text name;
     DataType type;
-    bool ours; // false: a type that this program didn't declare
+    bool ours; // false for a type that this program doesn't use
 };
 
 struct Table {
@@ -17,12 +17,13 @@ struct Table {
     std::vector<Column> columns;
     std::vector<Text> keyColumns; // of the primary key, in its order
 
-    int position(TextView column) const; // -1 for none; case doesn't count
-    // Columns from here on may lie behind long texts.
+    int position(TextView column) const; // -1 for none; ignores case
+    // The first memo column. The columns from here on are expensive to read: they are
+    // stored after long texts.
     int firstMemo() const;
 };
 
-// No such table: 3078.
+// Error 3078 if there is no such table.
 Table readTable(Connection& connection, TextView name);
 bool tableExists(Connection& connection, TextView name);
 

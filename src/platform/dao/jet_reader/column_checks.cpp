@@ -10,7 +10,7 @@ namespace tolvek::jet {
 
 namespace {
 
-// Of the types that always take the same room; none for those that don't.
+// The size of a value, for the types with a fixed size; none for other types.
 std::optional<int> fixedSize(int type)
 {
     switch (type) {
@@ -62,7 +62,7 @@ private:
     std::set<Number> seen_;
 };
 
-// A Yes/No is a bit elsewhere and takes no place.
+// A Yes/No value is a bit in the marks at the end of the row and takes no place.
 bool takesFixedPlace(const MdbColumn& column)
 {
     return column.is_fixed && column.col_type != MDB_BOOL;

@@ -1,7 +1,7 @@
-// A table's definition, held against itself.
+// Checks a table's definition for consistency.
 //
-// The library takes a definition at its word: with one changed byte a column is
-// read from where another one lies, or comes out empty in every row.
+// The library doesn't check it. One changed byte would make it read a column from the
+// place of another, or return it empty in every row.
 #pragma once
 #include <vector>
 
@@ -9,9 +9,9 @@
 
 namespace tolvek::jet {
 
-// `mostColumns`: how many a row may have, those included that were removed.
-// Damage unless the columns' numbers and places are possible side by side and
-// their types are the format's.
+// `mostColumns`: the number of columns that a row may have, including removed ones.
+// Throws Damage unless the numbers and places of the columns fit together and their
+// types exist in the format.
 void requireSoundColumns(const MdbTableDef& table, const std::vector<MdbColumn*>& columns,
                          unsigned mostColumns);
 

@@ -1,16 +1,16 @@
-// What is wrong with a file. The words are for a debugger.
+// The exceptions for an unusable file. Their messages are for debugging only.
 #pragma once
 #include <stdexcept>
 
 namespace tolvek::jet {
 
-// The file isn't what its engine would have left.
+// The file isn't in a state that its engine would have left.
 class Damage : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
-// The library doesn't know this form of file, which may be a sound one.
+// The library doesn't know this format; the file may be sound.
 class NotUnderstood : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;

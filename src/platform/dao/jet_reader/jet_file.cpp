@@ -9,16 +9,17 @@ namespace tolvek::jet {
 
 namespace {
 
-constexpr unsigned long kCatalogPage = 2;
-constexpr int kObjectKind = 0x7F;
-constexpr std::int64_t kPageNumber = 0xFFFFFF;
-constexpr std::int64_t kSystemFlags = 0x80000002;
+constexpr unsigned long kCatalogPage = 2;         // in every Jet file
+constexpr int kObjectKind = 0x7F;                 // mask of the catalog's Type
+constexpr std::int64_t kPageNumber = 0xFFFFFF;    // mask of the catalog's Id
+constexpr std::int64_t kSystemFlags = 0x80000002; // of the catalog's Flags
 
 bool isSystemName(const std::string& name)
 {
     return name.size() >= 4 && g_ascii_strncasecmp(name.c_str(), "MSys", 4) == 0;
 }
 
+// Two entries of the catalog that lead to one definition would give its rows twice.
 void requireDistinctPages(std::vector<JetFile::Entry> tables)
 {
     const auto page = &JetFile::Entry::page;

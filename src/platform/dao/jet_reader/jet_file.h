@@ -1,8 +1,8 @@
-// A Jet file and its tables, through the library's surest functions alone: no
-// reading of the catalog or of bound columns, in which a damaged file crashes
-// or hangs the library, or loses the difference between no text and an empty one.
+// A Jet file and its tables. Only the safest functions of the library are used. Its
+// functions for the catalog and for bound columns aren't: on a corrupt file they crash
+// or hang, and they return Null like an empty text.
 //
-// Everything that isn't sound is Damage.
+// Throws Damage for everything that isn't sound.
 #pragma once
 #include "platform/system/mapped_input.h"
 
@@ -18,7 +18,7 @@ namespace tolvek::jet {
 
 class JetFile {
 public:
-    explicit JetFile(const MappedInput& input); // of a form the library refuses: NotUnderstood
+    explicit JetFile(const MappedInput& input); // NotUnderstood if the library refuses it
 
     struct Entry {
         std::string name;
@@ -35,7 +35,8 @@ private:
     std::uint64_t size_;
 };
 
-// A row's field; the bytes lie in the handle's page and are good until the next row.
+// A field of a row. The bytes are in the handle's page buffer and valid until the next
+// row is read.
 struct Field {
     bool isNull;
     std::string_view bytes;
@@ -47,9 +48,9 @@ public:
     JetTable(JetFile& file, const JetFile::Entry& entry);
 
     const std::vector<MdbColumn*>& columns() const { return columns_; }
-    // The position of a column; one that is missing or of another type is Damage.
+    // The position of a column. Damage if it is missing or of another type.
     std::size_t position(const std::string& column, int type) const;
-    // Every row that the table announces, or Damage.
+    // Visits every row. Damage if there are fewer rows than the table announces.
     void eachRow(const std::function<void(const Row&)>& visit);
 
 private:
@@ -74,7 +75,7 @@ private:
     std::unique_ptr<MdbTableDef, void (*)(MdbTableDef*)> table_;
     std::vector<MdbColumn*> columns_;
     int mostColumns_ = 0;
-    Places moved_; // where the rows stand now that outgrew their place, sorted
+    Places moved_; // the new places of rows that outgrew their old ones, sorted
 };
 
 }

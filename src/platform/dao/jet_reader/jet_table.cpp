@@ -10,18 +10,20 @@ namespace tolvek::jet {
 
 namespace {
 
+// A slot of a page: the offset of the row and two flags.
 constexpr int kOffset = 0x1FFF;
-constexpr int kHidden = 0x8000;  // removed, or reached through a pointer alone
-constexpr int kPointer = 0x4000; // alone: to where the row was moved
+constexpr int kHidden = 0x8000;  // removed, or reached only through a pointer
+constexpr int kPointer = 0x4000; // without kHidden: a pointer to where the row was moved
 constexpr std::size_t kSmallestMap = 5;
 constexpr unsigned kMostColumns = 255;
-// In a definition: the most columns of a row, those of variable size, all.
+// A definition has three numbers of two bytes: the most columns that a row may have, those
+// of variable size, and all. The library gives the place of the last one.
 constexpr int kFromMostToAll = 4;
 
 void requireUsable(const MdbTableDef* table)
 {
     require(table != nullptr, "no table definition");
-    // The library reads through this map without a look.
+    // The library uses this map without checking it.
     require(table->usage_map != nullptr && table->map_sz >= kSmallestMap, "no usage map");
     require(table->num_cols > 0 && table->num_cols <= kMostColumns, "number of columns");
 }
@@ -65,7 +67,7 @@ std::size_t JetTable::position(const std::string& column, int type) const
     return static_cast<std::size_t>(found - columns_.begin());
 }
 
-// Pages come in rising order; anything else would go round for ever.
+// A sound table has its pages in ascending order. Any other order may be an endless loop.
 void JetTable::eachPage(const std::function<void()>& visit)
 {
     mdb_rewind_table(table_.get());
@@ -83,6 +85,7 @@ JetTable::Slot JetTable::slot(int number) const
     std::size_t size = 0;
     const bool sound = mdb_find_row(&handle_, number, &start, &size) == 0;
     const Slot found{number, start & kOffset, static_cast<int>(size), start & ~kOffset};
+    // A pointer is skipped later, so its size doesn't matter.
     if ((found.flags & kPointer) && !sound) return {number, 0, 0, found.flags};
     require(sound && found.start + found.size <= handle_.fmt->pg_size, "place of a row");
     return found;
@@ -109,7 +112,8 @@ void JetTable::findMovedRows()
     std::sort(moved_.begin(), moved_.end());
 }
 
-// A row that was moved stays behind when it is removed: nothing points to it then.
+// When a moved row is removed, only the pointer to it goes; the row itself remains as a
+// hidden one to which nothing points.
 bool JetTable::isSuperseded(const Slot& slot) const
 {
     if (slot.flags & kPointer) return true;
@@ -127,6 +131,8 @@ void JetTable::eachRow(const std::function<void(const Row&)>& visit)
         visit(crackedRow(slot));
         ++rows;
     });
+    // The library doesn't report a lost page. The count may be too low in a file that
+    // wasn't closed properly, so more rows are accepted.
     require(rows >= table_->num_rows, "rows are missing");
 }
 
@@ -142,7 +148,8 @@ Row JetTable::crackedRow(const Slot& slot) const
     for (std::size_t i = 0; i < columns_.size(); ++i) {
         const int number = columns_[i]->col_num;
         const bool wasThere = number < stored; // when the row was stored
-        // The library gives Null as well where it finds no place.
+        // The library also returns Null if it finds no place for the value; the row's
+        // marks tell whether it is Null.
         require(!wasThere || isMarked(marks, number) == !fields[i].is_null,
                 "a value without place");
         const bool isNull = !wasThere || fields[i].is_null;
@@ -157,7 +164,7 @@ bool JetTable::isMarked(int marks, int number) const
     return handle_.pg_buf[marks + number / 8] >> number % 8 & 1;
 }
 
-// The values of fixed places come first, then the others; a row ends with marks
+// In a row the values of fixed size come first, then the others, and at its end the marks
 // of the values that aren't Null.
 void JetTable::requireOwnBytes(const Row& row, int end) const
 {

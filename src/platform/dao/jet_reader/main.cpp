@@ -1,7 +1,7 @@
-// Reads the Jet file on its standard input and tells its tables on descriptor 3
-// (see stream_format.h). A program of its own, because a damaged file may do
-// anything to the library: crash it, hang it, eat all memory, or turn it against
-// its user. So the process can open nothing any more when it first looks at it.
+// Reads the Jet file on standard input and writes its tables to descriptor 3 (see
+// stream_format.h). It is a separate program because a corrupt or malicious file may do
+// anything to the library: crash it, hang it, exhaust memory, or take control of it. So
+// the process can't open anything any more when it first reads the file.
 #include "platform/system/captured_errors.h"
 #include "platform/dao/jet_reader/damage.h"
 #include "platform/dao/jet_reader/values.h"
@@ -18,23 +18,23 @@ constexpr int kResult = 3;
 constexpr const char* kAnsi = "CP932";
 const auto kNoConversion = reinterpret_cast<iconv_t>(-1);
 
-// The library takes its options from here, and nowhere else the code page of
-// the names in a Jet 3 file, whose own statement of it can't be relied on.
+// The library takes its options from the environment. That is also the only way to set
+// the code page of names in a Jet 3 file; the code page in the file's header isn't
+// reliable.
 void settleEnvironment()
 {
     clearenv();
     setenv("MDB_JET3_CHARSET", kAnsi, 1);
 }
 
-// What the library converts by lies in files, which can't be opened any more
-// once the process is locked. What was opened once stays in memory: these are
-// never closed.
+// The conversion tables are files, which can't be opened once the process is locked down.
+// Tables that have been opened once stay in memory, so these converters are never closed.
 void loadConversions()
 {
     for (const char* stored : {kAnsi, "UCS-2LE"})
         if (iconv_open("UTF-8", stored) == kNoConversion ||
             iconv_open(stored, "UTF-8") == kNoConversion)
-            std::abort(); // before the Hello: says nothing about the file
+            std::abort(); // before the Hello, so this isn't blamed on the file
 }
 
 void tellTable(JetFile& file, const JetFile::Entry& entry, StreamWriter& to)
@@ -49,6 +49,8 @@ void tellTable(JetFile& file, const JetFile::Entry& entry, StreamWriter& to)
     });
 }
 
+// The library reports some kinds of corruption only on standard error, so any output
+// there counts as Damage.
 void tellFile(const MappedInput& input, const CapturedErrors& complaints, StreamWriter& to)
 {
     JetFile file(input);
@@ -69,12 +71,13 @@ int told(const MappedInput& input, const CapturedErrors& complaints, StreamWrite
         return kWhole;
     } catch (const NotUnderstood&) {
         return kNotUnderstood;
-    } catch (const std::exception&) { // memory that ran out, too
+    } catch (const std::exception&) { // Damage, or out of memory
         return kDamaged;
     }
 }
 
-// Everything that has to be opened is open before the first look at the file.
+// Everything that needs opening is opened before the lock-down, and the file's content
+// is read only after it.
 int run()
 {
     settleEnvironment();
@@ -94,6 +97,7 @@ int run()
 
 int main()
 {
-    // Without the exit handlers: what they look after ends with the process.
+    // Without exit handlers, which have nothing to do here that the end of the process
+    // doesn't do.
     std::_Exit(tolvek::jet::run());
 }

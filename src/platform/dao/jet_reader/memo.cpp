@@ -8,8 +8,8 @@ namespace tolvek::jet {
 
 namespace {
 
-constexpr std::size_t kHead = 12;
-constexpr std::size_t kLink = 4; // in front of each part: the place of the next
+constexpr std::size_t kHead = 12; // length and flags, first place, unused
+constexpr std::size_t kLink = 4;  // before each part: the place of the next one
 constexpr std::uint32_t kInline = 0x80000000, kOnePlace = 0x40000000, kLength = 0x3FFFFFFF;
 constexpr int kOffset = 0x1FFF;
 constexpr char kLongValues[] = "LVAL";
@@ -22,7 +22,7 @@ std::uint32_t wordAt(std::string_view bytes, std::size_t position)
     return word;
 }
 
-// Good until the next one.
+// The bytes are valid until the next call.
 std::string_view placeBytes(MdbHandle& handle, std::uint32_t place)
 {
     void* page = nullptr;
@@ -38,8 +38,7 @@ std::string_view placeBytes(MdbHandle& handle, std::uint32_t place)
     return {bytes + from, size};
 }
 
-// Every part brings something, so a chain that goes round comes to more than
-// was announced.
+// Every part has at least one byte, so a cyclic chain soon exceeds the announced length.
 std::string chained(MdbHandle& handle, std::uint32_t place, std::uint32_t size)
 {
     std::string whole;

@@ -1,7 +1,8 @@
-// A long value: in the row itself, in one other place, or in a chain of places.
+// Reads a long value, which is in the row itself, in one other place, or in a chain of
+// places.
 //
-// The chain is followed here: the library's own walk goes round for ever in a
-// damaged one, and cuts a text at the size of a buffer.
+// The library's own function for this isn't used: it never ends on a cyclic chain, and
+// it cuts a text at the size of a buffer.
 #pragma once
 #include "platform/dao/jet_reader/jet_file.h"
 
@@ -9,7 +10,7 @@
 
 namespace tolvek::jet {
 
-// Whole, as its head announces it, or Damage.
+// The complete value. Damage unless it has the length that its header announces.
 std::string memoBytes(JetFile& file, std::string_view field);
 
 }

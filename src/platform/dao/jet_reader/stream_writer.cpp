@@ -28,7 +28,7 @@ StreamWriter::~StreamWriter()
 
 void StreamWriter::put(std::string_view bytes)
 {
-    if (bytes.empty()) return; // fwrite wants a place even then
+    if (bytes.empty()) return; // fwrite must not be given a null pointer
     if (std::fwrite(bytes.data(), 1, bytes.size(), file_) != bytes.size()) std::abort();
 }
 

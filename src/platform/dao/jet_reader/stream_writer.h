@@ -1,5 +1,4 @@
-// Writes the items of the stream. A program that doesn't listen any more ends
-// this one.
+// Writes the items of the stream. If the receiving program has gone, this one ends.
 #pragma once
 #include "platform/dao/jet_reader/stream_format.h"
 

@@ -36,6 +36,7 @@ std::int64_t wholeNumber(const Field& field)
     return static_cast<std::int32_t>(value);
 }
 
+// A character of two bytes has at most three in UTF-8.
 std::string nameText(JetFile& file, const Field& field)
 {
     std::string name(field.bytes.size() * 3 + 16, '\0');
@@ -71,6 +72,7 @@ std::uint32_t sizeInCharacters(const JetFile& file, const MdbColumn& column)
     return file.hasAnsiTexts() ? size : size / 2;
 }
 
+// Jet stores a Yes/No in the mark of the field: the mark for Null means No.
 void tellValue(JetFile& file, const MdbColumn& column, const Field& field, StreamWriter& to)
 {
     const ColumnType type = columnType(column);

@@ -1,4 +1,4 @@
-// From a field's bytes to what is told of it.
+// Converts a field's bytes to the item that is sent for it.
 #pragma once
 #include "platform/dao/jet_reader/jet_file.h"
 #include "platform/dao/jet_reader/stream_writer.h"
@@ -8,7 +8,7 @@
 namespace tolvek::jet {
 
 std::int64_t wholeNumber(const Field& field); // Null is 0
-// Of a table, as UTF-8.
+// The name of a table, in UTF-8.
 std::string nameText(JetFile& file, const Field& field);
 
 ColumnType columnType(const MdbColumn& column);
