@@ -1,4 +1,4 @@
-// A converter library that tells back what it was given, to see the records.
+// A converter library that returns what it was given, to check the records.
 #include "converter/exports.h"
 
 #include <cstring>
@@ -26,7 +26,7 @@ bool blanksBehindNul(const char* bytes, std::size_t size)
 
 }
 
-// count: bytes of the list file's path; status: 0 when every record is well made.
+// count: bytes of the list file's path; status: 0 when every record is well formed.
 int Tolvek_Edit(TolvekPath* listFile, TolvekPath* mailFile, TolvekPath* tempFile,
                 std::int16_t* count, std::int16_t* status)
 {
@@ -45,7 +45,7 @@ int TolvekFriend_Edit(StrChangeRec* folder, StrChangeRec* tempFile, std::int16_t
     return 0;
 }
 
-// Gives the text back; the length is in characters of one byte.
+// Returns the text unchanged; the length counts one-byte characters.
 int Mail_StrChange(StrChangeRec* input, StrChangeRec* output, std::int16_t* length)
 {
     *output = *input;

@@ -121,7 +121,7 @@ TEST_F(ReportsTest, CountingADeadRecordsetIsReported)
     EXPECT_EQ(count, 0);
 }
 
-// What the user does meanwhile is served row by row; no row, no move, no yield.
+// User input is handled row by row: no row, no move, no yield.
 TEST_F(ReportsTest, CountingYieldsAtEachRow)
 {
     for (const int count : {0, 1, 3}) {
@@ -144,7 +144,7 @@ TEST_F(ReportsTest, AWaitLastsItsMillisecondsAndYieldsAfterEach)
         EXPECT_EQ(yieldsOf([&] { SleepEX_Rtn(count); }), 0);
 }
 
-// The wait is over all the same: what follows it isn't given up.
+// The failing wait ends early; the statements after it still run.
 TEST_F(ReportsTest, AFailureWithinAWaitIsReportedAndTheWaitGoesOn)
 {
     boxes.expect(u"エラー番号： 5\r\n（" + errorText(5) + u"）", MsgAnswer::Ok,

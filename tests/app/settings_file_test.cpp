@@ -14,7 +14,7 @@ namespace {
 
 struct ProgramEnd {};
 
-// A window as it comes from its designer, on a screen of 1024 by 768 pixels.
+// A window with its designed size, on a screen of 1024 by 768 pixels.
 class DesignedWindow : public WindowPlacement {
 public:
     std::int32_t Top() const override { return top; }
@@ -95,7 +95,7 @@ TEST_F(SettingsFileTest, WithoutAFileEveryFieldTakesItsDefault)
     EXPECT_EQ(gRecievMailReadOption[15], 0);
     EXPECT_EQ(gFriendWidth, 9225);
     EXPECT_EQ(gFriendHeight, 5445);
-    EXPECT_EQ(gFriendTop, 3038);  // 3037.5: halves go to the even neighbour
+    EXPECT_EQ(gFriendTop, 3038);  // 3037.5: halves round to even
     EXPECT_EQ(gFriendLeft, 3068); // 3067.5
     for (int column = 1; column <= 5; ++column)
         EXPECT_EQ(gFriendColWidth[column], 900);
@@ -103,7 +103,7 @@ TEST_F(SettingsFileTest, WithoutAFileEveryFieldTakesItsDefault)
 
 TEST_F(SettingsFileTest, AFirstStartCentresTheWindowByItsDesignedSize)
 {
-    window.width = 10000; // as designed: the corner is worked out before the size
+    window.width = 10000; // as designed: the corner is calculated before the size
     window.height = 6000;
     iniRead(window);
     EXPECT_EQ(window.left, 2680);
@@ -140,7 +140,7 @@ TEST_F(SettingsFileTest, OnAVeryLargeScreenTheFriendEditorsCornerStopsAtSixteenB
     EXPECT_EQ(gFriendLeft, 32767);
 }
 
-// However many keys there are: a file of 60 MB once took that as often as there are keys.
+// A file of 60 MB used to be read once for each key.
 TEST_F(SettingsFileTest, TheFileIsReadOnce)
 {
     givenFile(u"[Tolvek Environment]\r\nVer=331\r\n");
@@ -194,7 +194,7 @@ TEST_F(SettingsFileTest, AnEmptyPostPetFolderEndsTheProgram)
     EXPECT_EQ(gPostPetDir, u"C:\\Program Files\\So-net\\PostPet for Windows ver. 2.0");
 }
 
-// Nothing was read of it: after a bad value before it, at a first start.
+// The folder wasn't read: after a bad value before it, or at a first start.
 TEST_F(SettingsFileTest, AnEmptyPostPetFolderIsNeverWritten)
 {
     givenFile(u"[Tolvek Environment]\r\nVer=x\r\n");

@@ -20,7 +20,7 @@ protected:
         ArchiveFixture::TearDown();
     }
 
-    // The subjects that are left, oldest mail first.
+    // The remaining subjects, oldest mail first.
     static Texts left() { return column(u"SELECT tblTolvek_Subject FROM tblTolvek"); }
     // A mail whose subject is its mark.
     void marked(const Text& mark, const Text& sndAdd, const Text& rcvAdd,
@@ -32,7 +32,7 @@ protected:
         store(made);
     }
     void ofSubject(const Text& subject) { marked(subject, u"a@x.jp", u"b@x.jp"); }
-    // The archive's only rule, listed by a filter run.
+    // Stores the archive's only rule and lists its mails by a filter run.
     static void givenRule(int code, const Text& data)
     {
         addFilter(10, code, 0, u"見出し", data);
@@ -62,7 +62,7 @@ protected:
         });
         opened.Close();
     }
-    // The results hold a quote where no statement could have put one.
+    // Puts a quote into the results that no statement could have written.
     static void quoteInResults()
     {
         Database opened = DBEngine::OpenDatabase(gDbPath);
@@ -130,7 +130,7 @@ TEST_F(DeleteMailTest, AQuoteInARowFailsTheStatementAndHarmsNothing)
     EXPECT_TRUE(left().empty());
 }
 
-// The whole key is the condition: a mail apart in one part of it stays.
+// The condition is the whole key: a mail that differs in one part stays.
 TEST_F(DeleteMailTest, ARowsMailIsFoundByEveryPartOfItsKey)
 {
     const Mail kept = mail(u"a@x.jp", u"b@x.jp", u"kept");
@@ -153,7 +153,7 @@ TEST_F(DeleteMailTest, ARowsMailIsFoundByEveryPartOfItsKey)
     EXPECT_TRUE(left().empty());
 }
 
-// A failure shows the condition as it was built, the time twice.
+// The failure shows the statement as built, with the time twice.
 TEST_F(DeleteMailTest, TheConditionOfARowNamesTheTimeTwice)
 {
     keyOf(mail(u"it's", u"b@x.jp"));
@@ -317,7 +317,7 @@ TEST_F(DeleteMailTest, TheRuleGoesWithItsMailsAndItsResultsWaitForTheNextRun)
     EXPECT_EQ(rows(u"tblFilterData"), 1);
 }
 
-// The number is what joins a rule and its results: another's stay untouched.
+// The number links a rule and its results: another rule's stay untouched.
 TEST_F(DeleteMailTest, OnlyTheRulesOwnResultsCount)
 {
     ofSubject(u"ABC");
@@ -329,7 +329,7 @@ TEST_F(DeleteMailTest, OnlyTheRulesOwnResultsCount)
     EXPECT_EQ(rows(u"tblFilter"), 2);
 }
 
-// The names may have been set anew since the run; the rest tells mails apart.
+// The names may have been changed since the run; the other fields identify the mail.
 TEST_F(DeleteMailTest, AListedMailIsFoundByTimePartAndAddressesWhateverItsNames)
 {
     const Mail listed = mail(u"a@x.jp", u"b@x.jp", u"listed");

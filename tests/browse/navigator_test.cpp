@@ -90,8 +90,8 @@ TEST_F(NavigatorTest, TheFilterListAndTheRulesInMemoryAreOneTable)
     EXPECT_EQ(gFilterRule[0].No, 20);
     EXPECT_EQ(gFilterRule[1].No, 30);
     EXPECT_EQ(gFilterRule[1].Data, u"c");
-    EXPECT_EQ(gFilterRule[2].No, 9999); // the do-not-read rule is gone from memory
-    EXPECT_EQ(gFilterRuleCnt, 3);       // and the count isn't touched
+    EXPECT_EQ(gFilterRule[2].No, 9999); // the do-not-read rule is no longer in memory
+    EXPECT_EQ(gFilterRuleCnt, 3);       // the count is unchanged
 }
 
 TEST_F(NavigatorTest, WithoutSortingRulesTheListIsEmptyAndTheTableIsEmptyEntries)
@@ -309,7 +309,7 @@ TEST_F(NavigatorTest, EachListReportsUnderItsOwnName)
     }
 }
 
-// A report that can't be shown fails itself, and is its caller's then.
+// A report that can't be shown fails itself; the caller then reports that failure.
 TEST_F(NavigatorTest, EachEventReportsUnderItsOwnNameAndItsCommandsComeBack)
 {
     addAddress(u"a@x.jp");
@@ -339,7 +339,7 @@ TEST_F(NavigatorTest, EachEventReportsUnderItsOwnNameAndItsCommandsComeBack)
         });
         c.event();
         EXPECT_EQ(told, std::vector<Text>{u"エラーメッセージ (" + Text(c.reported) + u")"});
-        if (c.unshown.size() == 1) { // the event itself went on to its end
+        if (c.unshown.size() == 1) { // the event ran to its end
             EXPECT_TRUE(form.comMailRead->Enabled()) << toUtf8(c.reported);
         }
     }

@@ -36,7 +36,7 @@ TEST(SubjectLine, SubjectsStandInOneColumnWhileNamesAreShort)
 
 TEST(SubjectLine, ANameOfExactlyTheWidthGetsNoBlanksAndALongerOnePushesTheSubject)
 {
-    // 21 bytes of date and time, 14 of the direction, one blank behind the name.
+    // 21 bytes of date and time, 14 of the direction, one blank after the name.
     const Text exact(55 - 21 - 14 - 1, u'x');
     EXPECT_EQ(right(rowOf(received(exact)), 4), u"x 件名");
     const Text longer = exact + u"yy";

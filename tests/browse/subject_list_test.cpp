@@ -115,7 +115,7 @@ TEST_F(SubjectListTest, RowsBehindTheFirstBlockLeaveTheirDirectionInTheFirst)
     EXPECT_EQ(gSubjectKeyCnt1, kSubjectBlock);
     EXPECT_EQ(gSubjectKeyCnt2, 2);
     EXPECT_EQ(SubjectRowLocate(kSubjectBlock).SubKey, kSubjectBlock);
-    // Rows 10240 and 10241 are received and sent, as rows 0 and 1 are.
+    // Rows 10240 and 10241 are received and sent, like rows 0 and 1.
     EXPECT_FALSE(gSubjectKey1[0].SndRcvFlag);
     EXPECT_TRUE(gSubjectKey1[1].SndRcvFlag);
     EXPECT_FALSE(gSubjectKey2[1].SndRcvFlag);
@@ -133,7 +133,7 @@ TEST_F(SubjectListTest, MoreRowsThanSixteenBitsCountAreToldTwiceAndNoMailIsHarme
     EXPECT_EQ(rows(u"tblTolvek"), 32768);
 }
 
-// More rows than can be counted: reached only with the blocks filled by hand.
+// More rows than can be counted: only reachable with blocks filled by hand.
 TEST_F(SubjectListTest, TheLastRowThatTheBlocksHoldIsListedAndTheLimitIsReported)
 {
     storeMany(3, u"a@x.jp");

@@ -177,7 +177,7 @@ TEST_F(SampleFolder, SomeOfThePeopleWriteBothWaysAndHanaToHerself)
     const auto toMyself = std::count_if(mails.begin(), mails.end(), [](const ReadMail& mail) {
         return addressOf(mail.from) == "hana@example.jp" && addressOf(mail.to) == "hana@example.jp";
     });
-    EXPECT_EQ(toMyself, 4); // two, on both sides
+    EXPECT_EQ(toMyself, 4); // two mails, in boxes of both sides
 }
 
 }

@@ -22,7 +22,8 @@ protected:
     void SetUp() override { clearRegistry(); }
     void TearDown() override { resetRegistry(); }
 
-    // Shows the dialog, does this while it stands and closes it if it still does.
+    // Shows the dialog, runs the steps while it is shown, and closes it if it is still
+    // open.
     void atDialog(const std::function<void()>& steps)
     {
         const ModalScript script("frmAbout", [&](QWidget&) {
@@ -114,7 +115,7 @@ TEST_F(AboutTest, WithAToolThatIsGoneTheMessageComesAndTheDialogStays)
     });
 }
 
-// Also the keys: Enter on the button starts the tool instead of pressing OK.
+// Keys too: Enter on the button starts the tool and doesn't press OK.
 TEST_F(AboutTest, EnterOnTheInformationButtonIsItsOwn)
 {
     atDialog([&] {

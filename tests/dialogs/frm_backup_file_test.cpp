@@ -32,7 +32,7 @@ protected:
     }
     void put(const std::string& name) const { test::writeBytes(folder / name, "a database"); }
 
-    // Shows the dialog and does this while it stands.
+    // Shows the dialog and runs the steps while it is shown.
     void atDialog(const std::function<void()>& steps)
     {
         const ModalScript script("frmBackUpFile", [&](QWidget&) { steps(); });
@@ -179,7 +179,7 @@ TEST_F(BackUpFileTest, ANewOpeningLooksAtTheFolderAnew)
     EXPECT_EQ(offered(), std::vector<Text>{u"Tolvek_20000226.Mdb"});
 }
 
-// The listing stops one name behind its limit; the live store's may be among them.
+// The listing stops one name beyond its limit; the live store's name may be among them.
 TEST_F(BackUpFileTest, AThousandNamesAreTheMost)
 {
     for (int i = 0; i < 1100; ++i) {

@@ -27,7 +27,7 @@ protected:
         gMailReadCancel = 7;
     }
 
-    // Shows the dialog and does this while it stands.
+    // Shows the dialog and runs the steps while it is shown.
     void atDialog(const std::function<void()>& steps)
     {
         const ModalScript script("frmMailReadOpt", [&](QWidget&) { steps(); });

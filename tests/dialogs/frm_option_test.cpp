@@ -66,7 +66,7 @@ protected:
         const ModalScript script("frmDir_Sel", steps);
         dialog.cmbOpenPostPet->click();
     }
-    // The font dialog answers with these; false for Cancel.
+    // Makes the font dialog return these fields; false for Cancel.
     void fontDialogGives(const FontDialogFields& fields, bool accepted = true)
     {
         setFontDialogHook([=, this](FontDialogFields& shown) {
@@ -93,7 +93,7 @@ protected:
     test::TempFolder folder;
     test::MsgBoxScript boxes;
     frmOption dialog;
-    FontDialogFields begun; // what the font dialog last began with
+    FontDialogFields begun; // the fields that the font dialog last started with
 };
 
 TEST_F(OptionTest, ShowsTheFields)
@@ -142,7 +142,7 @@ TEST_F(OptionTest, CancelEscapeAndTheCloseBoxStoreNothing)
     };
     for (const auto& leave : roads) {
         atDialog([&] {
-            gPostPetDir.clear(); // as a chooser may leave it
+            gPostPetDir.clear(); // as after a cancelled chooser
             for (TextBox* box : {dialog.txtDisp_PetDir, dialog.txtMy_Address, dialog.txtMy_Handle,
                                  dialog.txtPetName})
                 box->setText(u"other");

@@ -98,8 +98,7 @@ TEST_F(GetKeyValueTest, TheBufferHolds1024Bytes)
     EXPECT_EQ(result, u"");
 }
 
-// Bytes from last to first, without leading zeros of their own, after the cut
-// at the first NUL.
+// Bytes from last to first, each without leading zeros, after the cut at the first NUL.
 TEST_F(GetKeyValueTest, ANumberIsBuiltFromItsBytes)
 {
     const struct {
@@ -148,8 +147,8 @@ TEST_F(GetKeyValueTest, NoKeyStaysOpen)
     EXPECT_EQ(RegCloseKey(after), kRegistryFound);
 }
 
-// The tools are scripts that say their names into a pipe; reading it waits for
-// the one that was started.
+// The tools are scripts that write their names to a pipe; reading it waits for the one
+// that was started.
 class StartSysInfoTest : public RegistryOfTest {
 protected:
     StartSysInfoTest() { EXPECT_EQ(mkfifo((folder / "words").c_str(), 0600), 0); }

@@ -1,5 +1,5 @@
-// An archive with the filter editor in its user's hands: the steps run while
-// the dialog stands, on the controls that the user sees.
+// An archive and the filter editor operated by its user: the steps run while the dialog
+// is shown, on the real controls.
 #pragma once
 #include "filter/filter_rules.h"
 #include "filter/frm_filter.h"
@@ -35,8 +35,8 @@ protected:
         ArchiveFixture::TearDown();
     }
 
-    // Sorting rules with these titles, numbered by 10 from `first` on; each has
-    // a code of its own and "title-data" as its condition.
+    // Sorting rules with these titles, numbered by 10 from `first` on. Each has its own
+    // code and "title-data" as its condition.
     static void givenSorting(const std::vector<Text>& titles, int first = 10)
     {
         int no = first;
@@ -62,7 +62,7 @@ protected:
         return column(u"SELECT tblFilter_No FROM tblFilter ORDER By tblFilter_No ASC");
     }
 
-    // The box of a failure that nothing traps; the end of the program follows.
+    // Expects the box of an untrapped failure; the end of the program follows.
     void expectUntrapped(int number)
     {
         boxes.expect(u"実行時エラー '" + decimal(number) + u"':\r\n\r\n" + errorText(number),
@@ -76,7 +76,7 @@ protected:
             texts.push_back(grid.TextMatrix(row, 0));
         return texts;
     }
-    // The index of the button that is set, -1 for none.
+    // The index of the set button, -1 for none.
     template <std::size_t N> static int setIn(const CheckedArray<OptionButton*, N>& options)
     {
         for (int i = 0; i < options.size(); ++i)

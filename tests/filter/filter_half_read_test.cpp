@@ -1,5 +1,5 @@
-// Rules that aren't all in memory are never written: neither while they are
-// being read, nor after a reading that failed.
+// Rules that aren't completely in memory are never written: neither while they are
+// being read nor after a reading that failed.
 #include "filter/frm_filter_fixture.h"
 #include "platform/runtime/yield_hook.h"
 #include "support/report_list.h"
@@ -20,7 +20,7 @@ protected:
         FrmFilterTest::TearDown();
     }
 
-    // The next reading loses its database at its first row, as to a fault.
+    // Makes the next reading lose its database at the first row, as after a fault.
     static void breakNextReading()
     {
         setYieldHook([] {
@@ -117,7 +117,7 @@ TEST_F(FilterHalfReadTest, MoreRulesThanMemoryTakesStayInTheTable)
     EXPECT_EQ(rows(u"tblFilter"), 300);
 }
 
-// The rules are stored, and lost to memory on their way back.
+// The rules are stored, but lost to memory when they are read back.
 TEST_F(FilterHalfReadTest, AnOrderDialogOverRulesThatWereNotReadBackCanOnlyBeLeft)
 {
     reports.listen();

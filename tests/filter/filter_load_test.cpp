@@ -66,7 +66,7 @@ TEST_F(FilterLoadTest, TheTableAndTheMemoryHoldTheRulesOfTheFile)
     EXPECT_EQ(gFilterRule[1].ActionCode, 1);
 }
 
-// The list of the rules that keep mail out is filled by the next reading alone.
+// The list of the do-not-read rules is only filled by the next reading.
 TEST_F(FilterLoadTest, TheOtherEntriesAreEmptiedButTheLast)
 {
     givenText(u"10,1,1,\"一\",\"a\"\r\n");

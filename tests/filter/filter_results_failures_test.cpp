@@ -1,11 +1,11 @@
-// What breaks a build of the filter results, and how far.
+// Failures while the filter results are built, and how far each reaches.
 #include "filter/filter_results_fixture.h"
 #include "store/database_files.h"
 
 namespace tolvek::test {
 namespace {
 
-// ---- values that aren't there, and hostile ones ----
+// ---- missing values, and hostile ones ----
 
 TEST_F(FilterResultsTest, AFieldWithoutAValueHoldsNothingAndHarmsNoOtherTerm)
 {
@@ -29,8 +29,8 @@ TEST_F(FilterResultsTest, ANameWithoutAValueIsPassedOver)
     EXPECT_EQ(rows(u"tblFilterData"), 0);
 }
 
-// The other side's name selects the mail all the same; as an empty text the
-// missing one has no place in a row, which ends the rule.
+// The other party's name selects the mail. The missing name becomes an empty text,
+// which the table doesn't accept; that ends the rule.
 TEST_F(FilterResultsTest, AMailFoundByItsOtherNameCantBeListedWithoutTheFirst)
 {
     rawMail(u"件名", std::nullopt);

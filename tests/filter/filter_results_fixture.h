@@ -1,4 +1,4 @@
-// Rules in memory, mails in an archive, and a look at what the rules list.
+// Rules in memory, mails in an archive, and functions that show what the rules list.
 #pragma once
 #include "filter/filter_results.h"
 #include "filter/filter_rules.h"
@@ -46,7 +46,7 @@ protected:
         tblFilterData_Sel();
     }
 
-    // Mails come in the order in which they are put in: each has a later date.
+    // Mails are listed in the order of insertion: each has a later date.
     void mailWith(const Text& subject, const Text& sndAdd = u"a@x.jp",
                   const Text& rcvAdd = u"b@x.jp", const Text& sndName = u"太郎",
                   const Text& rcvName = u"花子")
@@ -56,7 +56,7 @@ protected:
         made.RcvName = rcvName;
         store(made);
     }
-    // Written past the builder of statements; an unset text is Null.
+    // Written without the statement builder; an unset text is Null.
     void rawMail(const std::optional<Text>& subject, const std::optional<Text>& sndName,
                  const Text& rcvName = u"花子")
     {
@@ -95,7 +95,7 @@ protected:
 
     static Texts ids() { return column(u"SELECT tblFilterDt_Id FROM tblFilterData"); }
     static Texts subjects() { return column(u"SELECT tblFilterDt_Subject FROM tblFilterData"); }
-    // Days of the listed mails: 1 for the first mail put in.
+    // The days of the listed mails: 1 for the first mail inserted.
     static std::vector<int> listed(int rule = 10)
     {
         Statement sql{u"SELECT tblFilterDt_Date FROM tblFilterData"};

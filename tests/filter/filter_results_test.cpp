@@ -82,7 +82,7 @@ TEST_F(FilterResultsTest, APartOfANameIsFoundWithoutRegardToCaseWidthAndKanaOnEi
     EXPECT_EQ(listed(), (std::vector<int>{1, 2}));
 }
 
-// The subject codes make no allowance for case where the address code does.
+// Subject codes are case-sensitive; the address code isn't.
 TEST_F(FilterResultsTest, ASubjectsCaseCountsWhereAnAddresssDoesNot)
 {
     mailWith(u"NET", u"a@NET.jp");
@@ -185,7 +185,7 @@ TEST_F(FilterResultsTest, WithoutASortingRuleTheTableEndsEmptyAndNothingIsTold)
     EXPECT_EQ(gStatusLines[4], u"e");
 }
 
-// Every opening of the file is a look at what the status text says then.
+// Each opening of the file is used to look at the status text.
 TEST_F(FilterResultsTest, EachRuleIsShownInTheProgressTextAlsoWithoutMails)
 {
     addRule(0, u"a");

@@ -10,7 +10,7 @@ const TextView kNotAllMoved = u"全てのデータを変更後に移動してく
 
 class FrmFilterDspChengeTest : public FilterDialogs {
 protected:
-    // As the editor opens it: on rules just written and loaded.
+    // As opened by the editor: on rules just written and loaded.
     void atDialog(const std::function<void()>& steps)
     {
         openOnRules(steps);
@@ -218,8 +218,8 @@ TEST_F(FrmFilterDspChengeTest, ARememberedRowThatTheListLacksEndsTheProgram)
     EXPECT_EQ(dialog.order.FilterAfter[0].Header, u"D") << "moved before the row was missed";
 }
 
-// Without a rule only the next row is set anew; what is left of the opening
-// before comes into memory behind a count of 0, and isn't stored.
+// Without rules only the next row is reset. What is left of the previous opening gets
+// into memory after a count of 0 and isn't stored.
 TEST_F(FrmFilterDspChengeTest, AnOpeningWithoutRulesKeepsTheOldWorkingDataAndStoresNone)
 {
     givenSorting({u"A"});
@@ -271,10 +271,10 @@ TEST_F(FrmFilterDspChengeTest, TheCheckStopsAtTheRowThatItFoundTheTimeBefore)
     expectRefusal();
     atDialog([&] {
         move(2);
-        ok(); // finds A, and leaves Row there
+        ok(); // finds A and leaves Row there
         dialog.order.BeforeRow = 1;
         click(*dialog.cmdSUp);
-        ok(); // C isn't looked at any more
+        ok(); // C isn't checked any more
     });
     EXPECT_EQ(storedTitles(), (std::vector<Text>{u"B", u"A"}));
 }

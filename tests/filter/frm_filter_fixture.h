@@ -1,5 +1,5 @@
-// The filter editor with its user's gestures: typing a rule, adding it, picking
-// a row, leaving.
+// The filter editor and its user's actions: typing a rule, adding it, picking a row,
+// leaving.
 #pragma once
 #include "filter/filter_dialogs.h"
 

@@ -17,7 +17,7 @@ TEST_F(FrmFilterTest, OpensOnTheStoredRulesWithAnEmptyEditArea)
 {
     addFilter(10, 3, 1, u"後", u"b");
     addFilter(20, 5, 0, u"先", u"a");
-    gFilterRuleCnt = 77; // whatever stood in memory
+    gFilterRuleCnt = 77; // any old value
     atEditor([&] {
         EXPECT_EQ(
             cells(*editor.grdFilter, 0),
@@ -208,7 +208,7 @@ TEST_F(FrmFilterTest, AddingWithARowChosenLeavesThatRow)
         click(*editor.comAdd);
         EXPECT_EQ(titles(*editor.grdFilter), (std::vector<Text>{u"A", u"B"}));
         EXPECT_EQ(gFilterRule[1].Data, u"A-data");
-        click(*editor.comUp); // no row is chosen any more
+        click(*editor.comUp); // no row is selected any more
         EXPECT_EQ(gFilterRule[0].Header, u"A");
         cancel();
     });
@@ -303,7 +303,7 @@ TEST_F(FrmFilterTest, AChangeIsCheckedLikeANewRule)
         click(*editor.comUp);
         EXPECT_EQ(gFilterRule[0].Data, u"A-data");
         editor.txtTerms->setText(u"its");
-        click(*editor.comUp); // the row is still the chosen one
+        click(*editor.comUp); // the row is still selected
         EXPECT_EQ(gFilterRule[0].Data, u"its");
         ok();
     });

@@ -40,7 +40,7 @@ protected:
 
 TEST_F(MailNonCopyCheckTest, WithoutRulesEveryMailIsKept)
 {
-    gNonCopyRule[0].TermsCode = 1; // behind the count
+    gNonCopyRule[0].TermsCode = 1; // after the count
     EXPECT_EQ(check({}), 0);
 }
 
@@ -117,7 +117,7 @@ TEST_F(MailNonCopyCheckTest, TheCheckEndsAtTheFirstMatch)
 {
     for (int n = 0; n < 256; ++n)
         givenRule(0, u"Hello");
-    gNonCopyRuleCnt = 257; // one more would be outside the table
+    gNonCopyRuleCnt = 257; // the last index would be outside the table
     EXPECT_EQ(check({}), 1);
 }
 

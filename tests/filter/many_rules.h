@@ -1,4 +1,4 @@
-// A table of so many rules that it comes to the end of their memory.
+// A table with more rules than the array in memory can hold.
 #pragma once
 #include "app/database.h"
 #include "platform/dao/dao.h"

@@ -1,10 +1,11 @@
-// Whose operations count where a test ends the editor's road at its files alone.
+// Selects the file operations that count when a test cuts off the editor at its own
+// files.
 #pragma once
 #include <filesystem>
 
 namespace tolvek::test {
 
-// Friend.Tmp and the copies of it.
+// True for Friend.Tmp and its copies.
 inline bool isFriendFile(const std::filesystem::path& path)
 {
     return path.filename().string().starts_with("Friend.");

@@ -35,7 +35,7 @@ protected:
         return tmpFriend(tmpPath());
     }
 
-    // Each friend as "kind,pet,name,address,count", by address.
+    // Each friend as "kind,pet,name,address,count", ordered by address.
     static Texts book()
     {
         Database opened = DBEngine::OpenDatabase(gDbPath);
@@ -62,7 +62,7 @@ TEST_F(EdFriendTest, TheLibraryWritesPostPetsBookAndItsFriendsAreAdded)
         given = {book, temp};
         givenTmp(u"\"4\",\"タマ\",\"花子\",\"hanako@x.jp\",12\r\n2,ピョン,次郎,jiro@x.jp,0\r\n");
         count = 2;
-        second = 7; // nobody looks at it
+        second = 7; // ignored
     };
     edFriend();
     EXPECT_EQ(given, (Texts{joinPath(u"/post", u"おともだち帳"), tmpPath()}));
@@ -100,7 +100,7 @@ TEST_F(EdFriendTest, AFailureInsideTheLibraryIsReportedAndNothingIsRead)
     EXPECT_EQ(book(), Texts{});
 }
 
-// It is tmpFriend's failure alone.
+// The failure belongs to tmpFriend alone.
 TEST_F(EdFriendTest, AFailureWhileReadingIsReportedOnce)
 {
     converterLibrary().TolvekFriend_Edit = [this](const Text&, const Text&, Int16& count, Int16&) {
@@ -163,7 +163,7 @@ TEST_F(EdFriendTest, TheTextsAreStoredTrimmed)
     EXPECT_EQ(book(), Texts{u"くま,タマ,花 子,a@x.jp,3"});
 }
 
-// It is looked up as it stands in the file, and stored trimmed.
+// The address is looked up as it is in the file and stored trimmed.
 TEST_F(EdFriendTest, AKnownAddressWithABlankBeforeItIsntFoundAndFailsAsATwin)
 {
     addFriend(u"a@x.jp", u"花子", u"");
@@ -200,7 +200,7 @@ TEST_F(EdFriendTest, APathFromARecordIsTakenUpToItsNul)
     EXPECT_EQ(rows(u"tblFriend"), 1);
 }
 
-// The friends before the bad record stay, those behind it aren't read.
+// The friends before the bad record stay; those after it aren't read.
 TEST_F(EdFriendTest, ABadRecordEndsTheReading)
 {
     const struct {
@@ -241,7 +241,7 @@ TEST_F(EdFriendTest, AMissingDatabaseIsReportedAndTheFileIsFreeAgain)
     EXPECT_EQ(reports.take(), Reports{"tmpFriend 3024"});
 }
 
-// A quote would end a value: what a stranger calls himself is text all the same.
+// A quote would end a value; names from strangers are plain text all the same.
 TEST_F(EdFriendTest, HostileNamesAreText)
 {
     EXPECT_TRUE(read(u"1,x'); DROP TABLE tblFriend; --,%_*[!a]'||',a@x.jp,0\r\n"));

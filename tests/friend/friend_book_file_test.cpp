@@ -1,6 +1,5 @@
-// What must never happen to the friend book between OK and the end of the
-// reading back, wherever it is cut off or fails: that it is neither the old
-// one nor the whole new one.
+// Between OK and the end of the import, wherever it is cut off or fails, the friend
+// book must be either the old one or the whole new one.
 #include "friend/friend_book_file.h"
 
 #include "friend/book_files.h"
@@ -67,7 +66,7 @@ protected:
     {
         if (!dir(joinPath(appPath(), u"*.tmp")).empty()) kill(joinPath(appPath(), u"*.tmp"));
     }
-    // The library writes PostPet's own book over the file.
+    // The library overwrites the file with PostPet's own book.
     static void writeOver()
     {
         writeFriendTmp([](Int16 number) { write(number, u"postpet", u"postpet"); });
@@ -121,7 +120,7 @@ TEST_F(FriendBookFileTest, TheFirstOfTwoFailuresIsTold)
     }
 }
 
-// ---- the road ----
+// ---- from OK to the import ----
 
 TEST_F(FriendBookFileTest, ACopyStandsUntilTheFileIsReadIn)
 {
@@ -189,8 +188,8 @@ protected:
     ReportList reports;
 };
 
-// Nothing is taken away that a later repair could need, and what is stored
-// after the failure stays.
+// Nothing is removed that a later repair could need, and what is stored after the
+// failure stays.
 TEST_F(BadRecordTest, ARecordThatCantBeReadKeepsTheCopyAndWhatComesAfterStays)
 {
     reports.listen();
@@ -292,7 +291,7 @@ TEST_F(FriendBookFaultsTest, AnEndAtAnyMomentLeavesTheOldBookOrTheNewOne)
     endAtEachOperation(wholeRoad, [this](int operation) { checkStart(operation); });
 }
 
-// What the sweep and the library touch is the files of the book alone.
+// The exit's sweep and the library only touch the book's files.
 TEST_F(FriendBookFaultsTest, AlsoAfterAnOrderlyExitThatSweepsAndALibraryThatWritesOver)
 {
     kept.keep();
@@ -319,8 +318,7 @@ TEST_F(FriendBookFaultsTest, AnEndOfTheCompletionItselfLeavesTheNewBook)
     }
 }
 
-// The user was told of the failure and ended the program without reading the
-// file back.
+// The failure was reported, and the user ended the program without importing the file.
 TEST_F(FriendBookFaultsTest, AFailureOfAnyOperationLeavesTheOldBookOrTheNewOne)
 {
     kept.keep();

@@ -23,7 +23,7 @@ const Text kNewQuestion = u"おともだち帳に登録して宜しいですか�
                           u"おともだちの名前：花子\r\n"
                           u"おともだちのメールアドレス：hanako@x.jp";
 
-// As the friend editor can leave a friend: no statement would take its quote.
+// As the friend editor can leave a friend: a statement would refuse its quote.
 void addFriendByHand(const Text& address, const Text& name, const Text& pet)
 {
     Database opened = DBEngine::OpenDatabase(gDbPath);
@@ -108,7 +108,7 @@ TEST_F(EdFriendNameTest, AnEmptyPetNameProtectsNoMail)
               (Texts{u"はなちゃん", u"はなちゃん"}));
 }
 
-// The statement asks for the address with a blank behind it.
+// The statement compares with the address plus a trailing blank.
 TEST_F(EdFriendNameTest, TheReceiversAddressIsFoundWithABlankBehindIt)
 {
     addFriend(u"hanako@x.jp", u"はなちゃん", u"");
@@ -146,7 +146,7 @@ TEST_F(EdFriendNameTest, WhoHasLeftTheBookKeepsHisNames)
     EXPECT_EQ(senderName(), u"はなちゃん");
 }
 
-// Friends come by name, and each is committed by itself.
+// Friends are handled in the order of their names, each committed separately.
 TEST_F(EdFriendNameTest, AQuoteInAFriendsNameEndsItThereAndKeepsWhatWasDone)
 {
     addFriend(u"a@x.jp", u"Aiko", u"");
@@ -170,7 +170,7 @@ TEST_F(EdFriendNameTest, AQuoteInAPetsNameFailsToo)
     EXPECT_EQ(receiverName(), u"太郎");
 }
 
-// Without the indexes every friend would be a walk over all mails.
+// Without the indexes, every friend would need a walk over all mails.
 TEST_F(EdFriendNameTest, MailsAreFoundByTheIndexesOfTheirAddresses)
 {
     const struct {
@@ -310,7 +310,7 @@ TEST_F(FriendNameAddTest, NoAndAnEmptyNameChangeNothing)
     }
 }
 
-// A refusal leaves the database open; the next routine opens it anew.
+// When the user declines, the database stays open; the next routine opens it anew.
 TEST_F(FriendNameAddTest, AfterARefusalTheNextOneWorks)
 {
     givenReceived();
@@ -322,8 +322,8 @@ TEST_F(FriendNameAddTest, AfterARefusalTheNextOneWorks)
     EXPECT_EQ(book().size(), 1u);
 }
 
-// A row behind the first block has its flag from where the fill left it: its
-// own block never gets one.
+// A row beyond the first block keeps the flag that an earlier fill left: its own block
+// never gets one.
 TEST_F(FriendNameAddTest, InALaterBlockTheFlagIsTheBlocksOwn)
 {
     gSubjectKeyCnt1 = kSubjectBlock;

@@ -1,4 +1,4 @@
-// The friend editor in its user's hands, over any fixture that has an archive:
+// The friend editor operated by its user, on top of any fixture that has an archive:
 // typing a friend, picking a row, leaving; and the book as the table holds it.
 #pragma once
 #include "friend/friend_book_file.h"
@@ -14,7 +14,7 @@
 
 namespace tolvek::test {
 
-using Book = std::vector<Text>; // a friend each: "kind/pet/name/address/mails"
+using Book = std::vector<Text>; // one friend each: "kind/pet/name/address/mails"
 
 template <class Fixture> class WithFriendEditor : public Fixture {
 protected:

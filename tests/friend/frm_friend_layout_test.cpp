@@ -1,5 +1,5 @@
-// How the friend editor looks: its words, its places at the least size and
-// above, its way back from a smaller one.
+// The friend editor's texts, its layout at the minimum size and above, and its return
+// from a smaller size.
 #include "friend/frm_friend_fixture.h"
 
 #include <QHeaderView>
@@ -17,7 +17,7 @@ protected:
                 editor.cmdFriendCan, editor.cmdSndMail,   editor.grdFriend,   editor.cmdOK,
                 editor.cmdCancel};
     }
-    // The rule, put down once more from the form's size.
+    // The layout rule, restated in terms of the form's size.
     void expectLaidOut(float width, float height)
     {
         EXPECT_EQ(editor.Width(), width);
@@ -98,7 +98,7 @@ TEST_F(FrmFriendLayoutTest, StandsApartAndWholeAtTheLeastSize)
 
 TEST_F(FrmFriendLayoutTest, ASmallerSizeSnapsBackWhoeverMakesIt)
 {
-    gFriendWidth = 0; // as an unreadable settings file leaves them
+    gFriendWidth = 0; // as after an unreadable settings file
     gFriendHeight = 0;
     atEditor([&] {
         expectLaidOut(9225, 5445);

@@ -1,5 +1,5 @@
-// The ways out of the friend editor: OK with what it writes and keeps, Cancel,
-// the close box; and OK when something fails.
+// The ways out of the friend editor: OK with what it writes and keeps, Cancel, the
+// close box; and OK when something fails.
 #include "friend/frm_friend_fixture.h"
 #include "platform/runtime/codepage932.h"
 #include "store/database_files.h"
@@ -31,7 +31,7 @@ protected:
             EXPECT_EQ(command->Enabled(), enabled) << toUtf8(command->Name());
         EXPECT_TRUE(editor.cmdSndMail->Enabled());
     }
-    // An OK that fails: what is told, what is left to the user.
+    // Expects an OK that fails: what is reported, and what the user can still do.
     void expectFailedOk(const std::string& report)
     {
         ReportList reports;
@@ -129,7 +129,7 @@ TEST_F(FrmFriendLeavingTest, ASingleQuoteInACellEndsNoReadingOfTheBook)
               (Book{u"ねこ/クロ/次郎/b@example.jp/3", u"くま/モ’モ/O’Hara/o’hara@example.jp/12"}));
 }
 
-// A row that the table can't take would cost the user all rows below it.
+// A row that the table doesn't accept would cost the user all rows below it.
 TEST_F(FrmFriendLeavingTest, ABoxTakesNoMoreThanTheTable)
 {
     const Text tooLong(100, u'字'), fits(64, u'字');
@@ -149,7 +149,7 @@ TEST_F(FrmFriendLeavingTest, ABoxTakesNoMoreThanTheTable)
                             u"/" + fits + u"/" + fits + u"/" + fits + u"/12"}));
 }
 
-// To the reading it is the end of the file, in whatever cell it stands.
+// When read back, this character is the end of the file, whatever cell it is in.
 TEST_F(FrmFriendLeavingTest, AnEndOfFileCharacterInACellCutsOffNothing)
 {
     atEditor([&] {
@@ -191,7 +191,7 @@ TEST_F(FrmFriendLeavingTest, OkKeepsPlaceSizeAndColumnsAsTheyStand)
         editor.setTop(900);
         editor.setWidth(12000);
         editor.setHeight(7500);
-        editor.grdFriend->horizontalHeader()->resizeSection(3, 180); // what a drag does
+        editor.grdFriend->horizontalHeader()->resizeSection(3, 180); // as if dragged
         ok();
     });
     EXPECT_EQ(gFriendLeft, 600);

@@ -88,7 +88,7 @@ TEST_F(FrmFriendTest, AnOrderThatNoCommandGivesFailsByItsComma)
     });
 }
 
-// Stored, the rows that it doesn't show would be gone.
+// If it were stored, the rows that it doesn't show would be lost.
 TEST_F(FrmFriendTest, ABookThatCantBeReadCantBeStored)
 {
     givenThree();
@@ -111,7 +111,7 @@ TEST_F(FrmFriendTest, ABookThatCantBeReadCantBeStored)
     });
 }
 
-// Only the first row is whole: another program has made the others.
+// Only the first row is valid: another program has written the others.
 TEST_F(FrmFriendTest, ABookThatFailsInItsMiddleCantBeStoredEither)
 {
     givenThree();
@@ -198,7 +198,7 @@ TEST_F(FrmFriendTest, ANewFriendStandsLastAsTypedBehindABlank)
         EXPECT_EQ(gFriendRowCnt, 4);
         EXPECT_EQ(editor.grdFriend->Row(), 4);
         expectAreaEmpty();
-        click(*editor.cmdFriendUp); // no row is chosen
+        click(*editor.cmdFriendUp); // no row is selected
         EXPECT_EQ(row(4)[1], u" かめ ");
         cancel();
     });
@@ -238,7 +238,7 @@ TEST_F(FrmFriendTest, ANewFriendTakesTheMailCountOfTheRowLastClicked)
         EXPECT_EQ(row(5)[5], u"305");
         cancel();
     });
-    atEditor([&] { // the form outlives its closing
+    atEditor([&] { // the form object survives its closing
         add(u"third@example.jp");
         EXPECT_EQ(row(4)[5], u"305");
         editor.window()->close();

@@ -1,5 +1,5 @@
-// Mails as they were really sent, from a box through the built converter
-// library to rows: what one side writes the other must take apart.
+// Mails as they were really sent, from a box through the built converter library to
+// rows: the reader must parse what the converter writes.
 #include "app/database.h"
 #include "app/settings.h"
 #include "app/state.h"
@@ -32,7 +32,7 @@ protected:
         gRecievMailReadOption[0] = 1;
     }
 
-    // Reads a box of this content; a second reading must change nothing.
+    // Reads a box with these contents; a second reading must change nothing.
     void read(const std::string& box)
     {
         const Path place =
@@ -44,7 +44,7 @@ protected:
         MailBoxRead();
         EXPECT_EQ(rows(u"tblTolvek"), once);
     }
-    // The same for one mail, whose fields are then to be looked at.
+    // The same for a single mail, whose fields are then checked.
     void readOne(const std::string& head, const std::string& text = "text\n")
     {
         execute(Statement{u"DELETE FROM tblTolvek"});
@@ -75,7 +75,7 @@ TEST_F(ConverterReadTest, ASendersNameAndAddressArriveInTheirFields)
         {"\"a..b.\"@docomo.example.jp (ai)", "ai", "a..b.@docomo.example.jp"},
         {"Ai <.ai..@docomo.example.jp>", "Ai", ".ai..@docomo.example.jp"},
         {"Root <root@localhost>", "Root", "root@localhost"},
-        // A name that looks like an address mustn't be taken for it.
+        // A name that looks like an address must not be taken for it.
         {"\"r.oot@x\" <root@localhost>", "r・oot@x", "root@localhost"},
         {"=?utf-8?B?772Y77yO77ygeQ==?= <root@localhost>", "ｘ・＠y", "root@localhost"},
         // Brackets are the reader's delimiters, in an address too.
@@ -107,7 +107,7 @@ TEST_F(ConverterReadTest, APostPetFolderMayBeDeeperThanThePathRecords)
     EXPECT_EQ(rows(u"tblTolvek"), 1);
 }
 
-// Silence would pass for a read without new mail.
+// Without an error it would look like a read without new mail.
 TEST_F(ConverterReadTest, ATempFileThatCantBeWrittenIsAnError)
 {
     test::writeBytes(
@@ -150,7 +150,7 @@ std::string repeated(const std::string& piece, int times)
 
 TEST_F(ConverterReadTest, AnEndlessSubjectKeepsItsFirstHundredCharacters)
 {
-    // 桜 by base64, one word a line: 7500 bytes, more than a text record holds.
+    // 桜 in base64, one word a line: 7500 bytes, more than a text record holds.
     const std::string word = "\n =?utf-8?B?5qGc?=";
     readOne("Subject:" + repeated(word, 400) + "\n");
     EXPECT_EQ(field(u"tblTolvek_Subject"), repeated("桜", 100));

@@ -81,7 +81,7 @@ TEST_F(EdAddresTest, TakesAReceivedMailWithoutAReceiverForTheUsersOwn)
     EXPECT_EQ(read(kReceive, kTo, u"To"), user);
     EXPECT_EQ(read(kReceive, kTo, u"To  "), user);
     EXPECT_EQ(read(kReceive, kTo, u"To:  "), user);
-    // One missing half replaces both.
+    // If one half is missing, both are replaced.
     EXPECT_EQ(read(kReceive, kTo, u"To:hanako@x.jp"), user);
     EXPECT_EQ(read(kReceive, kTo, u"To:花子"), user);
     EXPECT_EQ(read(kReceive, kTo, u"To:花子 <hanako@x.jp>"),
@@ -146,7 +146,8 @@ TEST_F(EdAddresTest, GivesAnEmptyAddressTheHandleWhileTheUserHasNone)
     EXPECT_EQ(sender(u"pochi"), (Correspondent{u"ぼく", u"設定無し"}));
 }
 
-// A report that can't be shown fails itself: it is the normaliser's own then.
+// A report that can't be shown fails itself; the normaliser then reports that failure
+// under its own name.
 TEST_F(EdAddresTest, ReportsUnderItsOwnNameAndReturnsWithWhatItHas)
 {
     Reports told;

@@ -32,18 +32,18 @@ TEST_F(EdDateTest, ReadsTheSendersOwnWallClock)
         {u"5 Dec 1999 00:00:01 GMT", u"19991205", u"000001"},
         {u"15 Xyz 1999 10:11:12", u"19990015", u"101112"},
         {u"15 feb 1999 10:11:12", u"19990015", u"101112"},
-        // No digit is added in front of an hour.
+        // The hour gets no leading zero.
         {u"15 Feb 99 9:05", u"19990215", u"90500"},
         {u"15 Feb 2000 10:23 +0900", u"20000215", u"102300"},
         {u"15 Feb 2000 10:23+0900", u"20000215", u"102300"},
-        // A zone without a plus sign stays in the minute.
+        // A zone without a plus sign stays part of the minute.
         {u"15 Feb 2000 10:23 -0800", u"20000215", u"1023 -080000"},
         {u"15 Feb 2000 10:11:1", u"20000215", u"10111"},
         {u"15 Feb 2000 10:11:", u"20000215", u"1011"},
         {u"15 Feb 2000 10:11:1 ", u"20000215", u"10111"},
         {u"15 Feb 2000 :11:12", u"20000215", u"1112"},
-        // A long day name leaves its tail, which is then no number; a bare
-        // three-letter one goes.
+        // The rest of a long day name remains and is then no number; a bare
+        // three-letter name is removed.
         {u"Tue 15 Feb 2000 10:11:12", u"20000215", u"101112"},
     };
     for (const auto& each : cases) {

@@ -7,14 +7,14 @@ namespace {
 
 class EdMailTest : public ImportTest {
 protected:
-    // Reads a text as edMail does from the line behind the Mail line.
+    // Reads a text with edMail, from the line after the Mail line.
     void gather(const std::vector<Text>& lines, bool withEnd = true)
     {
         std::vector<Text> file = lines;
         if (withEnd) file.push_back(u"<End> of mail");
         file.push_back(u"From:next");
         givenTmpLines(file);
-        done = 0; // as the reader leaves it at the Mail line
+        done = 0; // as set by the reader at the Mail line
         const Int16 number = freeFile();
         openForInput(tmpPath(), number);
         edMail(number, line, 0, u"太郎", u"taro@x.jp", u"ぼく", u"me@home.jp", subject, ymd, hms,
@@ -132,7 +132,7 @@ TEST_F(EdMailTest, DoesNotCountEmptyLinesAmongTheThirtyThree)
 
 TEST_F(EdMailTest, ClosesABlockPastTheConvertersRecord)
 {
-    // The line end is two bytes; 4608 themselves don't close the block.
+    // The line end is two bytes; exactly 4608 bytes don't close the block.
     gather({Text(4606, u'a'), u"b"});
     EXPECT_EQ(text[1], u"");
     gather({Text(4607, u'a'), u"b"});
@@ -245,10 +245,10 @@ TEST_F(EdMailTest, AddsASecondForEachPartWithItsCarriesTestedInTurn)
         {u"20000229", u"235959", u"20000301", u"000000"},
         {u"19990228", u"235959", u"19990301", u"000000"},
         {u"19991231", u"235959", u"20000101", u"000000"},
-        // A minute or an hour that never was one carries too.
+        // An invalid minute or hour carries too.
         {u"20000215", u"107511", u"20000215", u"111512"},
         {u"20000215", u"300000", u"20000216", u"060001"},
-        // 9:05 without seconds is kept in five digits and read as 90:50:0.
+        // 9:05 without seconds is stored in five digits and read as 90:50:0.
         {u"19990215", u"90500", u"19990216", u"665001"},
     };
     for (const auto& each : cases) {

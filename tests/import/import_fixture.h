@@ -1,6 +1,6 @@
-// An archive, a user and a temp file for the import's tests.
+// An archive, a user and a temp file for the tests of the import.
 //
-// Reports are gathered as "routine number"; whatever a test didn't take with
+// Reports are collected as "routine number"; any that a test didn't take with
 // takeReports() fails it at its end.
 #pragma once
 #include "filter/filter_rules.h"
@@ -35,7 +35,7 @@ protected:
 
     Reports takeReports() { return reports_.take(); }
 
-    // Texts that went to the converter since the test began.
+    // The texts passed to the converter since the test began.
     const std::vector<Text>& decoded() const { return decoded_; }
     void onDecode(std::function<void()> look) { onDecode_ = std::move(look); }
 
@@ -49,7 +49,7 @@ protected:
         givenTmp(content);
     }
 
-    // A column of tblTolvek in the order of its key, and that of its only row.
+    // A column of tblTolvek in key order, and the column of its only row.
     static std::vector<Text> column(TextView field)
     {
         Database opened = DBEngine::OpenDatabase(gDbPath);
@@ -68,7 +68,7 @@ protected:
     }
 
 private:
-    // As the real library's record has it: a NUL ends the text, 4608 bytes are all it holds.
+    // As in the real library's record: a NUL ends the text, and it holds 4608 bytes.
     void watchDecoding()
     {
         ConverterLibrary library = givingBack();

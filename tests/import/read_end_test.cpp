@@ -1,4 +1,4 @@
-// How a read of mail ends when nothing more can be stored: after the first box.
+// A read of mail ends after the first box when nothing more can be stored.
 #include "app/database.h"
 #include "app/settings.h"
 #include "import/import_fixture.h"
@@ -109,7 +109,8 @@ TEST_F(ReadEndTest, AMissingADamagedAndAReadOnlyArchiveEndTheReadAfterOneBox)
     EXPECT_EQ(boxesConverted, 3);
 }
 
-// Whatever operation fails and goes on failing: one box, and no mail twice.
+// Whatever operation fails and keeps failing, there is one box, and no mail is stored
+// twice.
 TEST_F(ReadEndTest, ADiskThatFailsFromAnyMomentOnBringsOneBoxAndNoTwins)
 {
     for (int operation = 0, reported = 1; reported > 0 && operation < kManyOperations;
@@ -147,7 +148,7 @@ TEST_F(ReadEndTest, ABadMailEndsNothing)
     EXPECT_EQ(boxesConverted, 4);
 }
 
-// The first part of a long mail can't be stored, and so can't the next.
+// The first part of a long mail can't be stored, and neither can the next.
 TEST_F(ReadEndTest, ALongMailThatCantBeStoredBringsOneBox)
 {
     std::vector<Text> lines{u"<Start>"};
@@ -160,7 +161,7 @@ TEST_F(ReadEndTest, ALongMailThatCantBeStoredBringsOneBox)
     EXPECT_EQ(rows(u"tblTolvek"), 0);
 }
 
-// More than the file's buffer holds at once, so that there are several reads.
+// More than the file's buffer holds, so that there are several reads.
 TEST_F(ReadEndTest, ATempFileThatFailsAtTheNthReadBringsOneBoxAndIsClosed)
 {
     std::vector<Text> lines{u"<Start>"};

@@ -1,5 +1,5 @@
-// The sample folder from PostPet's files to rows, through the built converter
-// library: what a first day stores, and that no second one changes it.
+// The sample folder, from PostPet's files through the built converter library to rows:
+// what a first day stores, and that a second one doesn't change it.
 #include "app/database.h"
 #include "app/settings.h"
 #include "app/state.h"
@@ -54,7 +54,7 @@ protected:
         return nativePath(joinPath(joinPath(gPostPetDir, folder), mailFile));
     }
 
-    // Every field of every mail, in the order of the keys.
+    // Every field of every mail, in key order.
     static std::vector<Text> everything()
     {
         Database archive = DBEngine::OpenDatabase(gDbPath);
@@ -131,7 +131,7 @@ TEST_F(SampleReadTest, BrokenMissingAndEmptyBoxesCostNothingOfTheOthers)
     EXPECT_EQ(rows(u"tblTolvek WHERE (tblTolvek_SndRcvFlag = True)") > 0, true);
     EXPECT_GT(rest, 85);
     EXPECT_LT(rest, all);
-    // A box that was cut off gives the mails that are whole in it.
+    // A truncated box gives the mails that are complete in it.
     test::writeBytes(box(u"受信フォルダ", u"黄色の引出し.ppm"), whole.substr(0, whole.size() / 2));
     read();
     EXPECT_GT(rows(u"tblTolvek"), rest);

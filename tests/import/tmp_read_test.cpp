@@ -14,7 +14,7 @@ struct Letter {
 
 // Ten characters: bit 3 of the length is set, so a stored mail is found early.
 const Text kTen = u"tarou@x.jp";
-// Sixteen characters: it isn't.
+// Sixteen characters: bit 3 is clear.
 const Text kSixteen = u"taro-yamada@x.jp";
 
 class TmpReadTest : public ImportTest {
@@ -48,7 +48,7 @@ protected:
         gNonCopyRule[0] = {10, termsCode, 1, u"rule", data};
         gNonCopyRuleCnt = 1;
     }
-    // As the friend editor can leave one: no statement would take its quote.
+    // As the friend editor can leave a friend: a statement would refuse its quote.
     static void addFriendByHand(const Text& address, const Text& name, const Text& pet)
     {
         Database opened = DBEngine::OpenDatabase(gDbPath);
@@ -68,7 +68,8 @@ protected:
             lines.push_back(u"line " + decimal(i));
         return lines;
     }
-    // How often a text of the mail went to the converter: not when it was skipped.
+    // How often a text of the mail was passed to the converter; never when it was
+    // skipped.
     int timesRead(TextView piece) const
     {
         int times = 0;
@@ -259,7 +260,7 @@ TEST_F(TmpReadTest, BeginsEachMailWithNothingOfTheLastOne)
     lines.insert(lines.end(), {u"Date:15 Feb 2000 10:11:11", u"Mail", u"b", u"<End>"});
     givenTmpLines(lines);
     read();
-    // Neither sender nor receiver came: the store refuses the row.
+    // Sender and receiver are missing, so the store refuses the row.
     EXPECT_EQ(takeReports(), Reports{"TolvekDB_Insert 3315"});
     EXPECT_EQ(rows(u"tblTolvek"), 1);
 }
@@ -324,7 +325,7 @@ TEST_F(TmpReadTest, LooksEarlyOnlyWhereTheThreeLengthsShareABit)
         {48, 48, u"2000", false},
         {8, 7, u"2000", false},
         {7, 8, u"2000", false},
-        // A year of three digits makes a date of seven characters.
+        // A three-digit year gives a date of seven characters.
         {7, 7, u"5", true},
         {8, 8, u"5", false},
         {16, 17, u"5", false},
@@ -519,7 +520,7 @@ TEST_F(TmpReadTest, TellsTheProgressOfTheMailBeingRead)
     EXPECT_EQ(seen.back(), u"   1 / 12  のデータを処理中です。");
 }
 
-// The converter's count ends there too; no mail is left out for it.
+// The converter's count ends there too; no mail is skipped for it.
 TEST_F(TmpReadTest, AMailThatSixteenBitsCannotCountKeepsTheLastNumber)
 {
     std::vector<Text> lines(32768, u"<End>");

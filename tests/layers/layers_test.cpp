@@ -1,6 +1,6 @@
-// The layers as they are in the sources, against the picture in docs/architecture.md:
-// an include of a header that its folder may not know doesn't fail the build, because
-// a library's headers are seen by whoever links it from above or below.
+// Compares the layers in the sources with the picture in docs/architecture.md.
+// Including a header that a folder may not use doesn't fail the build, because a
+// library's headers are visible to whatever links it, directly or not.
 #include "support/test_data.h"
 
 #include <gtest/gtest.h>
@@ -20,7 +20,7 @@ namespace {
 namespace fs = std::filesystem;
 
 using Rooms = std::set<std::string>;
-using Arrows = std::map<std::string, Rooms>; // from a folder to those that it uses
+using Arrows = std::map<std::string, Rooms>; // from a folder to those it uses
 
 const fs::path kSources = fs::path(TOLVEK_CHECKOUT) / "src";
 const char* const kToolkit = "Qt";
@@ -32,8 +32,8 @@ std::string contents(const fs::path& path)
     return text.str();
 }
 
-// The folder of src that a path below it belongs to: the reader of Jet files and
-// the systems are folders in their own right, platform is none.
+// The folder of src for a path below it. The reader of Jet files and the systems are
+// folders of their own; platform isn't one.
 std::string roomOf(const std::string& path)
 {
     std::string room;
@@ -55,8 +55,8 @@ std::vector<fs::path> sourceFiles()
     return files;
 }
 
-// Each include of a file: group 1 is what stands in quotes, group 2 what stands
-// in angle brackets.
+// Visits each include of a file: group 1 is the name in quotes, group 2 the name in
+// angle brackets.
 template <class Look> void eachInclude(const fs::path& file, Look look)
 {
     static const std::regex kInclude("#include (?:\"([^\"]+)\"|<([^>]+)>)");
@@ -80,7 +80,7 @@ Arrows arrowsInTheSources()
     return arrows;
 }
 
-// The table in the documentation: `folder -> folder folder`, the way it is printed.
+// The table in the documentation: `folder -> folder folder`, as printed there.
 Arrows arrowsInThePicture()
 {
     Arrows arrows;
@@ -105,7 +105,7 @@ TEST(LayersTest, AreThoseOfTheArchitecturePage)
     EXPECT_EQ(real.size(), picture.size());
 }
 
-// A folder is above all that it uses.
+// Whether a folder is above another: it uses it, directly or not.
 bool standsOn(const Arrows& arrows, const std::string& upper, const std::string& lower)
 {
     if (upper == lower) return true;
@@ -129,7 +129,7 @@ TEST(LayersTest, OnlyBrowseWindowAndShellSeeTheMainWindow)
         EXPECT_EQ(used.contains("window"), room == "browse" || room == "shell") << room;
 }
 
-// What only one system has is behind the system layer's headers.
+// Headers that only one system has are included only in that system's folder.
 TEST(LayersTest, TheSystemsOwnHeadersStayInItsFolder)
 {
     const std::regex systems("sys/.*|linux/.*|X11/.*|windows\\.h|unistd\\.h|fcntl\\.h|dlfcn\\.h|"

@@ -18,7 +18,7 @@ protected:
         home = fs::canonical(folder.path()) / "PostPet";
         fs::create_directory(home);
         gPostPetDir = pathText(home);
-        gPostPetPid = 4711; // whatever the last press left
+        gPostPetPid = 4711; // left by an earlier press
     }
     void TearDown() override
     {
@@ -32,8 +32,8 @@ protected:
         findPostPet(caller);
         return gPostPetPid;
     }
-    // A script, which runs under its interpreter's name: seen to start, never
-    // to run.
+    // A script runs under its interpreter's name: its start can be seen, but it is
+    // never found in the process list.
     void givenProgram(const std::string& name, const std::string& lines) const
     {
         writeBytes(home / name, "#!/bin/sh\n" + lines);
@@ -111,7 +111,7 @@ TEST_F(PostPetSearchTest, AFolderWithJapaneseLettersIsFound)
     EXPECT_EQ(found(), postPet.id());
 }
 
-// As an emulator has it on its command line: spelt as it was started.
+// The name on an emulator's command line: spelt as it was started.
 TEST_F(PostPetSearchTest, AnEmulatedProgramIsFoundThroughALinkOnEitherSide)
 {
     writeBytes(home / "PostPet20.exe", "");
@@ -128,7 +128,7 @@ TEST_F(PostPetSearchTest, AnEmulatedProgramIsFoundThroughALinkOnEitherSide)
         }
 }
 
-// Handles are given out one after the other.
+// Handles are numbered consecutively.
 TEST_F(PostPetSearchTest, TheSnapshotIsClosedAfterTheSearch)
 {
     const auto take = [] { return CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0); };

@@ -1,16 +1,16 @@
-// PostPet as far as a reply needs it: a main screen, menus by Alt+F and Alt+E,
-// and a new-mail screen with address, subject and text. Built as PostPet20.exe.
+// A stand-in for PostPet, as far as a reply needs it: a main screen, menus by Alt+F and
+// Alt+E, and a new-mail screen with address, subject and text. Built as PostPet20.exe.
 //
-// What arrives is written, at each change, to the record beside the program
+// At each change, what arrived is written to the record beside the program
 // (PostPet20.exe.record, JSON): the process, the number of mails begun, address,
-// subject and text of the last one, the order in which they came, the clipboard
-// as the paste found it, and what was typed into other screens.
+// subject and text of the last one, the order in which they came, the clipboard at the
+// time of the paste, and what was typed into other screens.
 //
-// PostPet20.exe.ini beside it tells how it behaves:
-//   start_delay   milliseconds until its window comes up
+// PostPet20.exe.ini beside it configures its behaviour:
+//   start_delay   milliseconds until its window appears
 //   screen        page (of the main window) or window (of its own)
-//   screen_delay  milliseconds until the new-mail screen stands
-//   dialog        1: another screen stands open over the main one
+//   screen_delay  milliseconds until the new-mail screen is ready
+//   dialog        1: another screen is open over the main one
 //   gone          1: it ends as soon as the address has been filled in
 #include <QApplication>
 #include <QClipboard>
@@ -57,7 +57,7 @@ public:
     void set(const char* field, const QJsonValue& value)
     {
         values_[QLatin1String(field)] = value;
-        // Whole at any moment, but without a wait for the disk: keys come fast.
+        // Complete at any moment, but without waiting for the disk: keys arrive fast.
         const std::string record =
             QCoreApplication::applicationFilePath().toStdString() + ".record";
         std::ofstream(record + ".new", std::ios::binary)
@@ -70,7 +70,7 @@ private:
     QJsonArray order_;
 };
 
-// Two tabs lead from the subject to the text: what is sent along lies between.
+// Two tabs lead from the subject to the text; the attachments are in between.
 class MailScreen : public QWidget {
 public:
     explicit MailScreen(Record& record) : record_(record)
@@ -156,7 +156,7 @@ public:
     }
 
 protected:
-    // Ready for its user only now.
+    // The user can act only from now on.
     void changeEvent(QEvent* event) override
     {
         QMainWindow::changeEvent(event);
@@ -206,7 +206,7 @@ private:
 
     QSettings settings_;
     Record record_;
-    QLineEdit* room_ = nullptr; // the main screen takes what is typed there
+    QLineEdit* room_ = nullptr; // receives what is typed into the main screen
     MailScreen* mail_ = nullptr;
     QMainWindow mailWindow_;
 };

@@ -1,5 +1,5 @@
-// The program over an archive, with its user's hands led line by line from the
-// standard input: reply_driver FOLDER.
+// The program with an archive, controlled line by line from the standard input:
+// reply_driver FOLDER.
 //
 //   select N     the first address, and the mail in row N of its list
 //   reply        presses comSendMail
@@ -9,8 +9,8 @@
 //   refuse W     the key sender refuses a text with that word in it
 //   quit         closes the main window
 //
-// Each is answered "done" when it is over. Boxes really stand on the screen; each
-// is written as "box TEXT", with its line breaks as "|".
+// Each is answered "done" when it has finished. Boxes are really shown; each is written
+// as "box TEXT", with its line breaks as "|".
 #include "app/converter_library.h"
 #include "app/program_end.h"
 #include "dialogs/frm_splash.h"
@@ -62,12 +62,12 @@ void useConverterWithoutMail()
     setConverterLibrary(library);
 }
 
-// The real sender, but for a text with this word.
+// The real sender, except for texts with this word.
 Text refusedWord;
 
 void refuse();
 
-// Without what refuses, which is put back at the end.
+// Removes the refusal for its lifetime.
 class Really {
 public:
     Really() { setKeySender({}); }
@@ -148,15 +148,15 @@ private:
         if (!address || !isSeen(*modal)) return;
         address->setText(friendAddress_);
         friendAddress_.clear();
-        // Not within the tick: a timer doesn't tick inside its own tick, and
-        // there are boxes to come.
+        // Not inside the tick: a timer doesn't tick inside its own tick, and boxes may
+        // follow.
         QTimer::singleShot(0, modal, [editor = QPointer<QWidget>(modal)] {
             press(editor, "cmdSndMail");
             press(editor, "cmdCancel");
         });
     }
-    // Nobody acts before the window has come to the front; where no manager
-    // brings it there, after a while all the same.
+    // Acts only when the window has come to the front or, without a manager to bring it
+    // there, after some time.
     bool isSeen(QWidget& modal)
     {
         if (&modal != looked_) {
@@ -170,7 +170,7 @@ private:
         if (!form) return;
         if (auto* button = form->findChild<QAbstractButton*>(QLatin1String(name))) button->click();
     }
-    // Only one that really stands there, as its user would.
+    // Only a box that is visible, as for its user.
     void atBox(QMessageBox& box)
     {
         if (!box.isVisible() || &box == answered_ || !isSeen(box)) return;

@@ -1,5 +1,5 @@
-// A reply on a screen of its own: the window manager, the program in its
-// driver's hands, and PostPet's stand-ins, each test with its own.
+// A reply on a screen of its own: the window manager, the controlled program and
+// PostPet's stand-ins; each test has its own.
 #pragma once
 #include "store/search_tables.h"
 #include "support/archive_fixture.h"
@@ -29,7 +29,7 @@ inline QProcessEnvironment onScreen(const TestScreen& screen, const std::filesys
     return environment;
 }
 
-// A program that goes with the object.
+// A program that ends with the object.
 class ChildProgram {
 public:
     ~ChildProgram() { end(); }
@@ -50,7 +50,7 @@ public:
     QProcess process;
 };
 
-// PostPet20.exe in a folder of its own, with what it has been sent.
+// PostPet20.exe in a folder of its own, and the record of what it received.
 class StandIn {
 public:
     explicit StandIn(const std::filesystem::path& folder, const std::string& settings = {})
@@ -72,8 +72,8 @@ public:
     {
         writeBytes(program_.string() + ".ini", settings);
     }
-    // True once it stands there with the keyboard, which needs a window manager,
-    // or at least shows itself.
+    // True once its window is shown with the keyboard focus, which needs a window
+    // manager, or, if so asked, once it is only shown.
     bool run(const QProcessEnvironment& environment, const char* state = "ready")
     {
         child_.start(environment, program_.string(), {});
@@ -148,7 +148,7 @@ protected:
         EXPECT_EQ(heard(), Lines{});
         EXPECT_EQ(tell("select 0"), Lines{});
     }
-    // What the program says until it is done.
+    // The lines that the program writes until "done".
     Lines tell(const std::string& command)
     {
         driver.process.write((command + "\n").c_str());

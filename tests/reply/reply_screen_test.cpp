@@ -1,5 +1,5 @@
-// Whole replies: the real main window types into a PostPet of its own kind on a
-// real screen, and what arrived there is looked at.
+// Whole replies: the real main window types into a stand-in for PostPet on a real
+// screen, and what arrived there is checked.
 #include "reply_screen.h"
 
 #include <algorithm>
@@ -32,7 +32,7 @@ protected:
         received.Mail1 = kBody;
         store(received);
     }
-    // PostPet first, so that the program stands before it.
+    // PostPet first, so that the program's window is in front of it.
     void givenProgramBeside(StandIn& postPet)
     {
         givenManager();
@@ -48,8 +48,8 @@ protected:
         EXPECT_EQ(postPet.value("pasted"), toUtf8(kBody)) << "with its line ends";
         EXPECT_EQ(postPet.order(), (Lines{"address", "subject", "text"}));
     }
-    // Presses until a whole reply has arrived, as its user would; every box on
-    // the way is one of the two that lead there.
+    // Presses until a complete reply has arrived, as a user would; each box on the way
+    // must be one of the two expected ones.
     void replyAtLast(const StandIn& postPet)
     {
         const auto whole = [&] { return postPet.value("text") == shown(kBody); };
@@ -142,7 +142,7 @@ TEST_F(ReplyScreenTest, APostPetThatGoesInTheMiddleIsReportedAndTheProgramGoesOn
     expectReply(postPet);
 }
 
-// What the box warns of: the keys go to the screen that stands in front.
+// This is what the box warns about: the keys go to the screen in front.
 TEST_F(ReplyScreenTest, WithAnotherScreenOpenTheKeysGoThere)
 {
     StandIn postPet(home, "dialog=1\n");

@@ -13,7 +13,7 @@
 namespace tolvek::test {
 namespace {
 
-// What stands in front of the subject in every mail that gets as far.
+// What is sent before the subject in every mail that gets so far.
 const Sent kOpened{u"activate 77", u"%F", u"N"};
 
 class SendMailTest : public ArchiveFixture {
@@ -29,7 +29,7 @@ protected:
         gSubjectKey1[0] = {};
         ArchiveFixture::TearDown();
     }
-    // The mail stored, and listed in the first row.
+    // Stores the mail and lists it in the first row.
     static void given(const Mail& m)
     {
         store(m);
@@ -125,8 +125,8 @@ TEST_F(SendMailTest, TheInterfaceStaysAliveWhilePostPetOpensItsScreen)
     EXPECT_GT(ticksAtAddress, 0);
 }
 
-// Before the address stands nothing is made good: what isn't at its place then
-// may be anywhere.
+// Until the address is typed, no failure is worked around: later keys might go
+// anywhere.
 TEST_F(SendMailTest, AFailureUpToTheAddressIsToldAndEndsIt)
 {
     const Sent steps{u"activate 77", u"%F", u"N", u"a@x.jp{TAB}"};
@@ -148,7 +148,7 @@ TEST_F(SendMailTest, AMailThatIsNotThereIsToldAndNothingIsTyped)
     execute(Statement{u"DELETE FROM tblTolvek"});
     expectNotReached(3021);
     reply();
-    expectNotReached(9); // no row at all
+    expectNotReached(9); // no such row
     reply(-1);
     gDbPath = joinPath(appPath(), u"none.Mdb");
     expectNotReached(3024);
@@ -192,8 +192,8 @@ TEST_F(SendMailTest, AFailedMenuKeyIsPassedByTheSameTwoTabs)
     }
 }
 
-// PostPet went in the middle of it: nothing arrives any more, and the way past
-// a failed step fails as the step did.
+// PostPet ended halfway: nothing arrives any more, and tabbing past the failed step
+// fails too.
 TEST_F(SendMailTest, AFailureOfTheTwoTabsTooIsTheCallers)
 {
     sent.watch([](const Text& step) {

@@ -1,6 +1,6 @@
-// While a box waits, for a night perhaps, the archive is at rest: no log beside it,
-// nothing of it that isn't in the file, and every other program may have it. For
-// each routine that reports, and each of its statements that may fail.
+// While a box waits, for a night perhaps, the archive is at rest: no log beside it, all
+// its data in the file, and other programs may use it. Checked for each routine that
+// reports, and for each of its statements that may fail.
 #include "app/database.h"
 #include "browse/delete_mail.h"
 #include "browse/mail_view.h"
@@ -48,7 +48,7 @@ private:
     {
         const bool changes =
             action == SQLITE_INSERT || action == SQLITE_DELETE || action == SQLITE_UPDATE;
-        const bool reads = action == SQLITE_READ && isNew_; // of the first column
+        const bool reads = action == SQLITE_READ && isNew_; // for the first column only
         isNew_ = action == SQLITE_SELECT;
         if (!armed_ || !(changes || reads) || !std::string(table).starts_with("tbl"))
             return SQLITE_OK;
@@ -140,7 +140,7 @@ const std::vector<Routine>& routines()
 class AtRestInBoxesTest : public BackUpTest, public ::testing::WithParamInterface<Routine> {
 protected:
     AtRestInBoxesTest()
-        : others([this] { return isLocked() ? 1 : 0; }) // before anything is open here
+        : others([this] { return isLocked() ? 1 : 0; }) // forked before anything is open here
     {
     }
     void SetUp() override
@@ -159,7 +159,7 @@ protected:
         BackUpTest::TearDown();
     }
 
-    // The bytes on which the engine's locks lie, as another program sees them.
+    // Tests the bytes that hold the engine's locks, as another program sees them.
     bool isLocked() const
     {
         struct flock lock {};
@@ -181,7 +181,7 @@ protected:
         EXPECT_EQ(readBytes(file("Tolvek.Mdb")).at(18), 1) << toUtf8(box.title);
         EXPECT_EQ(others.run(), 0) << "locked: " << toUtf8(box.title);
     }
-    // In the middle of a command that has written already.
+    // Inside a command that has already written.
     bool failsAt(int statement)
     {
         const FailingStatement failing(statement);
@@ -196,7 +196,7 @@ protected:
     {
         try {
             work();
-        } catch (const ProgramEnd&) { // of a locked database, which none is here
+        } catch (const ProgramEnd&) { // ends for a locked database, which none is here
             ADD_FAILURE() << "the program ended: " << lastBox;
         }
     }

@@ -1,4 +1,4 @@
-// The mails move into a file of the day, by the main window's own menu.
+// Moves the mails to a file of the day, through the main window's own menu.
 #include "shell/backup_commands.h"
 
 #include "shell/backup_fixture.h"
@@ -47,7 +47,7 @@ TEST_F(BackUpTest, TheWindowIsEmptyAndReadyAfterwardsAndNoBoxTellsOfSuccess)
 struct Display {
     int type;
     TextView label;
-    int entries; // after the backup
+    int entries; // number of entries after the backup
 };
 
 class BackUpDisplayTest : public BackUpTest, public ::testing::WithParamInterface<Display> {};
@@ -125,7 +125,7 @@ TEST_F(BackUpTest, MailsThatPostPetStillKeepsComeInAgainBesideTheFile)
     EXPECT_EQ(subjectsIn(gDbPath), Texts{u"first"});
 }
 
-// The clock's tick has the text blink as long as gBusyFlag says so.
+// The timer makes the text blink as long as gBusyFlag is set.
 TEST_F(BackUpTest, TheStatusTextStandsAndBlinksWhileTheMailsMove)
 {
     std::vector<Text> panes;
@@ -145,7 +145,8 @@ TEST_F(BackUpTest, TheStatusTextStandsAndBlinksWhileTheMailsMove)
     EXPECT_EQ(off, kOffAfterAFailure);
 }
 
-// Found by what each shows or reports: the mails are gone, so the tables say nothing.
+// Recognised by what each step shows or reports: the mails are gone, so the tables tell
+// nothing.
 TEST_F(BackUpTest, NamesSearchTablesAndFilterResultsAreMadeAnewInTheirOrder)
 {
     bool broken = false;
@@ -159,7 +160,7 @@ TEST_F(BackUpTest, NamesSearchTablesAndFilterResultsAreMadeAnewInTheirOrder)
     removeDatabase(pathOf(u"Tolvek_20000225.Mdb"));
     ReportList reports;
     reports.listen(MsgAnswer::Yes);
-    const YieldWatch yields([&] { // the first one after the deletes
+    const YieldWatch yields([&] { // the first yield after the deletes
         if (!exists("Tolvek_20000225.Mdb") || gDb.isOpen() || std::exchange(broken, true)) return;
         gDbPath += u".gone";
     });
@@ -171,8 +172,8 @@ TEST_F(BackUpTest, NamesSearchTablesAndFilterResultsAreMadeAnewInTheirOrder)
                        "tblFilterData_Sel 3024"}));
 }
 
-// The compaction that comes next doesn't yield: for seconds the pane shows what
-// was painted before it.
+// The compaction that follows doesn't yield: for seconds the pane shows what was
+// painted before it.
 TEST_F(BackUpTest, TheStatusTextIsOnTheScreenWhenTheFirstFileIsTouched)
 {
     std::vector<bool> inked;
@@ -225,7 +226,7 @@ TEST_F(BackUpTest, ACompactionThatLeftNoDatabaseEndsTheCommandBeforeAnyDelete)
     EXPECT_EQ(commandsOff(), kOffAfterAFailure);
 }
 
-// The file stays: it stands for the day, and holds all that is live still.
+// The file stays: it is the backup of the day and holds everything that is still live.
 TEST_F(BackUpTest, ADeleteThatFailsEndsTheCommandBehindAWholeBackUp)
 {
     setFileProbe([this](FileOperation operation, const Path& path) {
@@ -242,7 +243,7 @@ TEST_F(BackUpTest, ADeleteThatFailsEndsTheCommandBehindAWholeBackUp)
     EXPECT_EQ(commandsOff(), kOffAfterAFailure);
 }
 
-// What a refused question has left open must not stand in the files' way.
+// A database left open by a declined question must not block the renames.
 TEST_F(BackUpTest, ADatabaseThatWasLeftOpenIsClosedFirst)
 {
     gDb = DBEngine::OpenDatabase(gDbPath);

@@ -1,4 +1,4 @@
-// A backup is looked at in the main window, and the live store comes back.
+// Displays a backup in the main window and returns to the live store.
 #include "shell/backup_fixture.h"
 #include "support/yield_watch.h"
 
@@ -99,12 +99,12 @@ TEST_F(BackUpTest, AnEarlierChoiceIsForgottenByTheCloseBoxToo)
     EXPECT_EQ(gDbPath, pathOf(u"Tolvek.Mdb"));
 }
 
-// A reading of mail in the middle would go into the backup.
+// A read of mail halfway would go into the backup.
 TEST_F(BackUpTest, NoCommandIsOnWhileTheDisplayChanges)
 {
     storeMany(3000, u"hanako@example.jp");
     backUp();
-    gDisplayType = 2; // walks all mails and yields
+    gDisplayType = 2; // this list walks all mails and yields
     int ticks = 0;
     QTimer clock;
     QObject::connect(&clock, &QTimer::timeout, [&] {
@@ -192,7 +192,7 @@ TEST_F(BackUpTest, ADamagedBackUpIsToldWhereItIsReadAndBackToNormalWorks)
     EXPECT_EQ(readBytes(file("Tolvek_20000225.Mdb")), bytes);
 }
 
-// By the modes, and for a superuser, whom they don't hold, by the operations.
+// By the file modes; for a superuser, who isn't bound by them, by the operations.
 TEST_F(BackUpTest, ABackUpInAFolderThatCantBeWrittenIsShownAllTheSame)
 {
     using std::filesystem::perms;
@@ -217,7 +217,7 @@ TEST_F(BackUpTest, ABackUpInAFolderThatCantBeWrittenIsShownAllTheSame)
     std::filesystem::permissions(folder.path(), perms::owner_all);
 }
 
-// The choice of a file has no name of its own.
+// The choice of a file reports under the other command's name.
 TEST_F(BackUpTest, AFailureIsReportedUnderTheCommandsNameAndTheDisplayChangesAllTheSame)
 {
     backUp();

@@ -1,5 +1,4 @@
-// What must never happen to the mails in a backup, wherever it is cut off or
-// fails: that one of them stands nowhere.
+// Wherever a backup is cut off or fails, every mail must exist somewhere.
 #include "shell/backup_fixture.h"
 #include "store/database_files.h"
 #include "store/db_compress.h"
@@ -16,7 +15,7 @@ protected:
     void SetUp() override
     {
         BackUpTest::SetUp();
-        form.Hide(); // the threads that paint don't go along into a child process
+        form.Hide(); // painting threads aren't copied to a child process
         setMsgBoxHandler([](const MsgBoxRequest& box) {
             return box.buttons == MsgButtons::YesNo ? MsgAnswer::Yes : MsgAnswer::Ok;
         });
@@ -24,8 +23,8 @@ protected:
     Text backUpPath() const { return pathOf(u"Tolvek_20000225.Mdb"); }
     void backUpByForm() { memBackUp_FileEdit_Click(form); }
 
-    // All the mails or none, in the live store too; a backup is there with all
-    // of them or isn't there. True when the live ones are gone.
+    // Checks that the live store has all the mails or none, and that a backup has all
+    // of them or doesn't exist. True when the live ones are gone.
     bool isMoved(int operation)
     {
         const Texts live = subjectsIn(gDbPath);
@@ -75,8 +74,8 @@ TEST_F(BackUpFaultsTest, AFailureOfAnyOperationLosesNoMail)
     EXPECT_GT(movedRuns, 10);
 }
 
-// A power cut keeps what was forced to the disk and no more: the backup's
-// contents and then its name come before the first row that goes.
+// After a power cut only flushed data remain: the backup's contents and then its name
+// are flushed before the first row is deleted.
 TEST_F(BackUpFaultsTest, TheBackUpIsOnTheDiskBeforeTheFirstMailIsDeleted)
 {
     std::vector<std::string> seen;
@@ -101,7 +100,7 @@ TEST_F(BackUpFaultsTest, TheBackUpIsOnTheDiskBeforeTheFirstMailIsDeleted)
                                               "folder flushed", "live written"}));
 }
 
-// What a kill leaves of the side file is in nobody's way on the same day.
+// A side file left by a kill doesn't block another try on the same day.
 TEST_F(BackUpFaultsTest, AnotherTryOnTheSameDayGetsThrough)
 {
     const auto killed = [this] {

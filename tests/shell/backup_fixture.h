@@ -1,5 +1,5 @@
-// A window over an archive of two mails, a friend and two rules, on 25 February
-// 2000, with the backup menu's three entries wired.
+// A window with an archive of two mails, a friend and two rules, on 25 February 2000,
+// and with the three entries of the backup menu connected.
 #pragma once
 #include "filter/filter_results.h"
 #include "filter/filter_rules.h"
@@ -66,7 +66,7 @@ protected:
         boxes.expect(kBackUpQuestion, answer, u"Tolvek");
         choose(form.memBackUp_FileEdit);
     }
-    // Picks the file in the dialog, by the row of its name.
+    // Picks the file in the dialog by its row.
     void view(const Text& name)
     {
         const ModalScript dialog("frmBackUpFile", [&](QWidget& shown) {
@@ -90,7 +90,7 @@ protected:
     {
         return column(Statement{u"SELECT tblTolvek_Subject FROM tblTolvek"}, 0, path);
     }
-    // All that a command may switch, in the order of the switching.
+    // Everything that a command may disable, in switching order.
     std::string commandsOff() const
     {
         const std::pair<const char*, bool> all[] = {

@@ -47,7 +47,7 @@ protected:
         edSearch_Name();
         edSearch_Addr();
     }
-    // A name with a quote: put past the builder of statements, as an old dump may.
+    // Stores a name with a quote, bypassing the statement builder, as an old dump may.
     static void storeQuoted()
     {
         Database opened = DBEngine::OpenDatabase(gDbPath);
@@ -74,7 +74,7 @@ protected:
         });
         opened.Close();
     }
-    // Rules of the archive with their results.
+    // Stores the archive's rules and builds their results.
     static void run()
     {
         tblFilter_Get();
@@ -254,7 +254,7 @@ TEST_F(DeleteCommandsTest, AFilterViewTakesItsListedMailsAndItsRule)
     addFilter(30, 0, 1, u"読まない", u"x");
     run();
     store(mail(u"hanako@x.jp", u"taro@x.jp", u"new first", u"20000218"));
-    for (const int type : {3, 9}) { // a stray type shows filters too
+    for (const int type : {3, 9}) { // an unknown type lists filters too
         showType(type);
         form.lstNameOrAddr->setListIndex(type == 3 ? 1 : 0);
         expectQuestion(kEntryQuestions[3], MsgAnswer::Yes);
@@ -272,7 +272,7 @@ TEST_F(DeleteCommandsTest, AFilterViewTakesItsListedMailsAndItsRule)
     EXPECT_EQ(rows(u"tblFilterData"), 0);
 }
 
-// A failure's box is where to look: what the program shows while it deletes.
+// Looks at the program while the box of a failure is shown during the deletion.
 TEST_F(DeleteCommandsTest, AMailIsDeletedBehindTheStatusTextAndAnEntryBeforeIt)
 {
     storeQuoted();
@@ -361,7 +361,7 @@ TEST_F(DeleteCommandsTest, AFailedStatementLeavesTheCommandsOnAndTheListsRebuilt
     EXPECT_EQ(left().size(), 2u);
 }
 
-// The database goes with the answer: each step then reports itself.
+// The database is removed with the answer, so each step reports itself.
 TEST_F(DeleteCommandsTest, AfterAnEntrysDeletionAllIsUpdatedInItsOrder)
 {
     givenThreeMails();
@@ -400,7 +400,7 @@ TEST_F(DeleteCommandsTest, MoreRulesThanTheTableHoldsAreToldAndTheMailIsGoneAllT
     expectCommandsOn();
 }
 
-// What lies in the archive after an import whose converter let all through.
+// What an archive may hold after an import whose converter let everything through.
 TEST_F(DeleteCommandsTest, HostileSubjectsAndNamesAreDeletedAsTheTextsTheyAre)
 {
     const Texts hostile{u"a|b", Text(u"a\0b", 3), u"\"; DROP TABLE tblTolvek; --"};

@@ -30,7 +30,7 @@ protected:
     }
     void TearDown() override
     {
-        gUnloading = -1; // the window goes without the exit's steps
+        gUnloading = -1; // the window closes without the exit's steps
         form.Unload();
         gUnloading = 0;
         gBusyFlag = 0;

@@ -36,7 +36,7 @@ protected:
         setMsgBoxHandler({});
         gPostPetDir.clear();
     }
-    // Runs the command, whose dialog is left by this button.
+    // Runs the command and closes its dialog by this button.
     void runAndPress(const char* button)
     {
         const ModalScript dialog("frmOption", [&](QWidget& shown) { test::press(shown, button); });

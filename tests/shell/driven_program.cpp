@@ -1,14 +1,14 @@
-// The program with a script in its user's place: driven_program FOLDER SCENARIO.
+// The program controlled by a script: driven_program FOLDER SCENARIO.
 //
-// FOLDER is the program's folder, with settings that choose one mail box. The
-// converter gives a box of kMails mails. Boxes are written to the output and
-// answered with OK. Scenarios:
+// FOLDER is the program's folder, with settings that choose one mail box. The converter
+// makes a box of kMails mails. Boxes are written to the output and answered with OK.
+// Scenarios:
 //   read        reads the box, then closes the window
-//   close N     reads, and closes the window while mail N is on its way
-//   close data  the same while the data are brought up to date
-//   dialog      closes the window while the box selection stands
-//   hold N      reads, says so at mail N, and stays there to be killed
-//   idle        starts, says so, and stays
+//   close N     reads, and closes the window while mail N is being read
+//   close data  the same while the data are being updated
+//   dialog      closes the window while the box selection is shown
+//   hold N      reads, reports mail N, and stays there to be killed
+//   idle        starts, reports it, and stays
 //   start       starts and closes the window
 #include "app/converter_library.h"
 #include "app/program_end.h"
@@ -72,7 +72,7 @@ void useBoxOfManyMails()
     setConverterLibrary(library);
 }
 
-// Looks at the program at each turn of its message loop, as its user would.
+// Watches the program at each turn of its event loop, like its user.
 class User {
 public:
     User(frmTolvek& window, std::string scenario, std::string moment)
@@ -99,7 +99,8 @@ private:
         else if (scenario_ == "start")
             window_.window()->close();
         else
-            // Comes back when the read is over; a timer doesn't tick inside its own tick.
+            // The click returns when the read is over, and a timer doesn't tick inside
+            // its own tick.
             QTimer::singleShot(0, [this] { window_.comMailRead->click(); });
     }
     void atDialog(QWidget& dialog)

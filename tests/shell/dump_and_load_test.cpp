@@ -1,5 +1,5 @@
-// The whole way through the text files: a first day's archive comes back as it
-// was, and a load that is cut off anywhere costs no mail.
+// A complete round through the text files: an archive is restored as it was, and a load
+// that is cut off anywhere costs no mail.
 #include "app/database.h"
 #include "app/settings.h"
 #include "app/state.h"
@@ -58,7 +58,7 @@ protected:
         std::sort(found.begin(), found.end());
         return found;
     }
-    // All six tables, without the two columns that are numbered anew.
+    // All six tables, without the two columns that are renumbered.
     static std::vector<std::vector<Texts>> everything()
     {
         return {table(u"tblTolvek", 0, 26),        table(u"tblSearch_Addresses", 0, 1),
@@ -141,7 +141,7 @@ protected:
     {
         return column(Statement{u"SELECT tblTolvek_Subject FROM tblTolvek"}, 0, database);
     }
-    // What every moment must hold: both databases open, and one has all mails.
+    // What must be true at every moment: both databases open, and one has all mails.
     void check(int operation)
     {
         const Texts both{u"一通目", u"二通目"};
@@ -170,7 +170,7 @@ TEST_F(LoadFaultsTest, AnEndAtAnyMomentOfALoadLosesNoMail)
         [this](int operation) { check(operation); });
 }
 
-// A user who saw 1,040 of 5,006 mails would take them for all there are.
+// A user who sees 1,040 of 5,006 mails would think that they are all.
 TEST_F(LoadFaultsTest, AfterAnEndAtAnyMomentTheNextStartShowsAWholeArchive)
 {
     int takenBack = 0;
@@ -188,14 +188,14 @@ TEST_F(LoadFaultsTest, AfterAnEndAtAnyMomentTheNextStartShowsAWholeArchive)
             kept_.putBack();
         },
         {},
-        [](const Path& path) { // the engine's journals have tests of their own
+        [](const Path& path) { // the engine's journals have their own tests
             return path.filename().string().find('-') == std::string::npos;
         });
     EXPECT_GT(takenBack, 10);
 }
 
-// The dump is as it was, or whole and new; what a failed exchange left is made
-// good by the next load or unload.
+// The dump is unchanged, or complete and new. What a failed exchange left is repaired
+// by the next load or unload.
 TEST_F(LoadFaultsTest, AFailureOfAnyOperationOfAnUnLoadLeavesOneSetOrTheOther)
 {
     const std::string old = test::readBytes(file("tblTolvek.Txt"));
@@ -228,7 +228,7 @@ TEST_F(LoadFaultsTest, AFailureOfAnyOperationOfALoadLosesNoMail)
         [] {
             try {
                 dbLoad();
-            } catch (const RuntimeError&) { // told by the command
+            } catch (const RuntimeError&) { // reported by the command
             }
         },
         [this](int operation) { check(operation); });

@@ -1,5 +1,5 @@
-// The main window with all its events over an archive of its own, with the
-// settings of a user who is known.
+// The main window with all its events and an archive of its own, with the settings of a
+// known user.
 #pragma once
 #include "platform/forms/events.h"
 #include "shell/frm_tolvek_events.h"
@@ -17,7 +17,7 @@ protected:
     }
     void TearDown() override
     {
-        gUnloading = -1; // the window goes without the exit's steps
+        gUnloading = -1; // the window closes without the exit's steps
         form.Unload();
         gUnloading = 0;
         gBusyFlag = 0;

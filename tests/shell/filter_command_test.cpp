@@ -146,7 +146,8 @@ TEST_F(FilterCommandTest, AFailureIsReportedAndTheCommandGoesOnToItsEnd)
     expectPanesEmpty();
 }
 
-// The close box counts as an OK, but what wasn't read must not be taken for deleted.
+// The close box counts as an OK, but rules that weren't read must not be taken for
+// deleted ones.
 TEST_F(FilterCommandTest, RulesThatCouldNotBeReadAreKeptHoweverTheEditorIsLeft)
 {
     addFilter(10, 2, 0, u"花子", u"hanako@example.jp");
@@ -158,7 +159,7 @@ TEST_F(FilterCommandTest, RulesThatCouldNotBeReadAreKeptHoweverTheEditorIsLeft)
     });
     setYieldHook([] {
         setYieldHook({});
-        gDb.Close(); // as by a fault of the disk
+        gDb.Close(); // as after a fault of the disk
     });
     atEditor([&] { editor.window()->close(); });
     EXPECT_GE(shown, 1);

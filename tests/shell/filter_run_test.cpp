@@ -78,7 +78,7 @@ TEST_F(FilterRunTest, TheNavigatorIsListedByTheDisplayType)
     }
 }
 
-// A long run, with the window's own clock ticking into it.
+// A long run during which the window's own timer ticks.
 TEST_F(FilterRunTest, MeanwhileTheCommandsAreOffTheWindowLivesAndTheRuleIsNamed)
 {
     storeMany(2000, u"a@x.jp");

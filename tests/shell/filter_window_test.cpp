@@ -1,4 +1,4 @@
-// The main window's entry for the filter editor, from the menu to the navigator.
+// The main window's menu entry for the filter editor, from the menu to the navigator.
 #include "filter/filter_rules.h"
 #include "platform/forms/events.h"
 #include "shell/frm_tolvek_events.h"
@@ -25,7 +25,7 @@ protected:
     }
     void TearDown() override
     {
-        gUnloading = -1; // the window goes without the exit's steps
+        gUnloading = -1; // the window closes without the exit's steps
         form.Unload();
         gUnloading = 0;
         gBusyFlag = 0;

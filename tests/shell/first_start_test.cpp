@@ -1,4 +1,4 @@
-// A user's first start: the message, the settings, and a window to begin with.
+// A user's first start: the message, the settings, and the first window.
 #include "platform/forms/text_box.h"
 #include "shell/events_window.h"
 
@@ -32,7 +32,7 @@ TEST_F(FirstStartTest, WithoutAnAddressTheSettingsAreAskedForBeforeTheNavigatorI
     EXPECT_EQ(form.lstNameOrAddr->ListCount(), 1);
 }
 
-// An unusable style fails at each application of the font, in both its flags.
+// An unusable style fails each time the font is applied, in both its flags.
 TEST_F(FirstStartTest, TheFontIsAppliedTwice)
 {
     std::vector<Text> titles;

@@ -34,7 +34,7 @@ protected:
 
     void nameAnew() { form.memFriendEd->action().trigger(); }
     void addAddress() { form.memAddressAdd->action().trigger(); }
-    // The sender's mail in the subject list, selected.
+    // Lists the sender's mail and selects it.
     void selectMail()
     {
         dspSelData(form);
@@ -85,7 +85,7 @@ TEST_F(FriendCommandsTest, WhileNamingTheCommandsAreOffAndTheStatusTextSaysSo)
     removeDatabase(gDbPath);
     Texts titles;
     setMsgBoxHandler([&](const MsgBoxRequest& box) {
-        if (titles.empty()) { // the first step that touches the database
+        if (titles.empty()) { // the first step that uses the database
             EXPECT_EQ(gBusyFlag, -1);
             EXPECT_EQ((Texts{gStatusLines.begin(), gStatusLines.end()}),
                       (Texts{u"ともだち帳から", u"　名前の再設定を行っています。",
@@ -107,7 +107,7 @@ TEST_F(FriendCommandsTest, WhileNamingTheCommandsAreOffAndTheStatusTextSaysSo)
     expectAtRest();
 }
 
-// A report that can't be shown fails itself: the command's own affair then.
+// A report that can't be shown fails itself; the command then reports that failure.
 TEST_F(FriendCommandsTest, AFailureOfAStepIsReportedUnderTheCommandsNameAndItGoesOn)
 {
     removeDatabase(gDbPath);
@@ -161,7 +161,8 @@ TEST_F(FriendCommandsTest, ARefusalRebuildsNothing)
     EXPECT_FALSE(exists("Tolvek.Mdb-wal"));
 }
 
-// Rows, but none of them selected: told, and the names are set anew all the same.
+// With rows but no selection the failure is reported, and the names are set all the
+// same.
 TEST_F(FriendCommandsTest, WithoutASelectedRowTheFailureIsToldAndTheNamesAreSetAnew)
 {
     addFriend(u"hanako@x.jp", u"はなちゃん", u"タマ");

@@ -1,4 +1,4 @@
-// The friend editor from its menu entries to the names over the mails.
+// The friend editor, from its menu entries to the names in the mails.
 #include "friend/book_files.h"
 #include "friend/frm_friend_fixture.h"
 #include "shell/friend_commands.h"
@@ -156,8 +156,8 @@ TEST_F(FriendEditorCommandsTest, WhileTheEditorIsOpenNoSecondOneOpens)
     });
 }
 
-// From the press of OK to the end of the menu command, at every operation on the
-// book's files (friend_book_file_test ends it at those on the database too).
+// From the press of OK to the end of the menu command, at every operation on the book's
+// files (friend_book_file_test also covers the operations on the database).
 TEST_F(FriendEditorCommandsTest, AnEndAtAnyMomentOfTheCommandLeavesTheOldBookOrTheNewOne)
 {
     const Book newBook{u"くま/モモ/花子/hanako@example.jp/12", u"かめ/ポチ/新/new@example.jp/12"};

@@ -1,4 +1,4 @@
-// The friend book from the main window's start and menu to its mails.
+// The friend book, from the main window's start and menu to its mails.
 #include "friend/friend_book_file.h"
 #include "platform/forms/text_box.h"
 #include "shell/events_window.h"
@@ -17,7 +17,7 @@ protected:
     }
     std::vector<Text> names() { return column(u"SELECT tblFriend_Name FROM tblFriend"); }
     Text sender() { return value(u"SELECT tblTolvek_SndName FROM tblTolvek"); }
-    // A library whose friend book is this file.
+    // Makes the library write this friend book.
     void givenBook(const std::string& ansi)
     {
         ConverterLibrary library = givingBack();
@@ -62,7 +62,7 @@ TEST_F(FriendWindowTest, AFriendAddedInTheEditorGivesTheMailsTheName)
     for (int i = 0; i < 3; ++i) {
         execute(Statement{u"DELETE FROM tblFriend"});
         const ModalScript editor("frmFriend", [&](QWidget& shown) {
-            gFriendRowCnt = 0; // an empty table leaves the last editor's count
+            gFriendRowCnt = 0; // an empty table leaves the previous editor's count
             add(shown, typed[i], kHanako);
             press(shown, "cmdOK");
         });

@@ -42,7 +42,7 @@ protected:
     {
         setHelpViewer({});
         setClock({});
-        gUnloading = -1; // the window goes without the exit's steps
+        gUnloading = -1; // the window closes without the exit's steps
         form.Unload();
         gUnloading = 0;
         gBackUpDisp = 0;
@@ -58,7 +58,7 @@ protected:
         edSearch_Addr();
         edSearch_Name();
     }
-    // Shortcuts belong to the active window.
+    // Shortcuts need an active window.
     void showActive()
     {
         form.Show();
@@ -271,7 +271,7 @@ TEST_F(TolvekEventsTest, TheKeyboardStartsAtTheReadButtonAndWalksThroughListsAnd
     ASSERT_TRUE(form.lstNameOrAddr->HasFocus());
     key(Qt::Key_Down);
     EXPECT_EQ(form.lstSubject->ListCount(), 2);
-    key(Qt::Key_Down); // the list keeps the focus through its own command
+    key(Qt::Key_Down); // the list keeps the focus while its own command runs
     EXPECT_EQ(form.lstNameOrAddr->ListIndex(), 1);
     key(Qt::Key_Tab);
     ASSERT_TRUE(form.lstSubject->HasFocus());
@@ -426,13 +426,13 @@ TEST_F(TolvekEventsTest, ATemporaryFileThatCantBeDeletedDoesntStopTheExit)
         return MsgAnswer::Ok;
     });
     expectEndBy([&] { form.comEnd->click(); });
-    // The unload is entered twice, and looks for the files each time.
+    // The unload is entered twice and looks for the files each time.
     const Text failed = u"エラーメッセージ (Form_Unload)";
     EXPECT_EQ(titles, (std::vector<Text>{failed, failed}));
     EXPECT_EQ(setting(u"Tolvek Environment", u"Ver"), u"331");
 }
 
-// The end doesn't wait for the settings: what couldn't be written is told once.
+// The end doesn't depend on the settings: a failed write is reported once.
 TEST_F(TolvekEventsTest, ASettingsFileThatCantBeWrittenIsToldAndTheProgramEnds)
 {
     form.Show();

@@ -1,5 +1,5 @@
-// Each entry and button of the real main window leads to its own command: the
-// first that is seen of a command tells it from all others.
+// Each entry and button of the real main window runs its own command, recognised by the
+// first thing it shows.
 #include "friend/frm_friend.h"
 #include "platform/runtime/paths.h"
 #include "platform/system/process_list.h"
@@ -16,7 +16,7 @@ namespace {
 
 struct Command {
     const char* way;  // captions from the bar down, or a control's name
-    const char* sign; // the beginning of what is seen first
+    const char* sign; // the beginning of what is shown first
 };
 
 void PrintTo(const Command& command, std::ostream* out)
@@ -53,7 +53,7 @@ protected:
         EventsWindow::TearDown();
     }
 
-    // A backup on display as far as paths go, and with every command on.
+    // Displays a backup as far as paths are concerned, with every command enabled.
     void showABackUp()
     {
         gDbPath = joinPath(appPath(), u"Tolvek_20000101.Mdb");

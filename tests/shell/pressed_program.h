@@ -1,5 +1,5 @@
-// One run of the real main window and its dialogs in a user's hands, from its
-// start to its end, and all that it leaves behind as one text:
+// One run of the real main window and its dialogs, operated by a user from start to
+// end; run() returns everything it leaves behind as one text:
 //
 //     PressedProgram program;
 //     program.plan = {{{"frmTolvek", "memFilter"}, {"frmFilter", "comOk"}}};
@@ -7,9 +7,8 @@
 //     program.plan.moment = 3;           // at the third yield after the last step
 //     const std::string left = program.run();
 //
-// The user acts when the program waits for it, and never at a yield; only the
-// second press comes at its moment. Dialogs beyond the plan are answered by
-// their OK.
+// The user acts when the program waits for him, never at a yield; only the second press
+// comes at its moment. Dialogs beyond the plan are answered by their OK.
 #pragma once
 #include "filter/filter_rules.h"
 #include "friend/frm_friend.h"
@@ -36,16 +35,17 @@
 namespace tolvek::test {
 
 struct Plan {
-    std::deque<Press> steps; // each when its form waits; the last one is watched
+    std::deque<Press>
+        steps; // each is done when its form waits; the command of the last one is watched
     std::optional<Press> second;
-    int moment = 0; // 0: right behind the last step; n: at the n-th yield after it
+    int moment = 0; // 0: right after the last step; n: at the n-th yield after it
 };
 
 class PressedProgram {
 public:
     Plan plan;
 
-    // A run that the program's end cuts off is ended then.
+    // If the program's end interrupts the run, the run ends there.
     std::string run()
     {
         start();
@@ -61,7 +61,7 @@ public:
         finish();
         return left_ + "\n" + stateOnDisk() + "\n" + log_.str();
     }
-    // Of the last step.
+    // The number of yields of the last step.
     int yields() const { return yields_; }
     void log(const std::string& line) { log_ << line << '\n'; }
     frmTolvek& form() { return *form_; }
@@ -71,7 +71,7 @@ private:
     {
         form_ = std::make_unique<frmTolvekEvents>();
         form_->Show();
-        form_->Timer1->setEnabled(false); // its yields would come by the clock
+        form_->Timer1->setEnabled(false); // its yields would depend on the clock
         setYieldHook([this] { atYield(); });
     }
     void wait()
@@ -86,7 +86,7 @@ private:
         QObject::disconnect(watch);
         rethrowKept();
     }
-    // The program waits for its user. What is in the queue goes first.
+    // The program waits for its user. Queued input is handled first.
     void look()
     {
         QAbstractEventDispatcher::instance()->wakeUp();
@@ -119,7 +119,8 @@ private:
             {"frmBackUpFile", "cmdOK"},       {"frmAbout", "cmdOK"}};
         const auto found = buttons.find(form);
         const bool tired = ++answers_[form] > kPatience;
-        if (ofDialog_) watched_ = false; // a control's command that left its dialog open is over
+        if (ofDialog_)
+            watched_ = false; // the command of a control has ended and left its dialog open
         if (form == "frmBackUpFile") queued::press({form, "lstBackUpFile"});
         if (found == buttons.end() || tired)
             queued::press({form, kCloseBox});
@@ -140,7 +141,7 @@ private:
     {
         setYieldHook({});
         EXPECT_FALSE(InputHold::isHeld());
-        gUnloading = -1; // a window that is left goes without the exit's steps
+        gUnloading = -1; // a window still open closes without the exit's steps
         form_->Unload();
         form_.reset();
         gUnloading = 0;
@@ -216,7 +217,7 @@ private:
     std::unique_ptr<frmTolvekEvents> form_;
     QEventLoop* loop_ = nullptr;
     int settling_ = kTurnsOfAStep;
-    bool watched_ = false; // the command of the last step runs
+    bool watched_ = false; // the command of the last step is running
     bool ofDialog_ = false;
     int yields_ = 0;
     std::map<std::string, int> answers_;

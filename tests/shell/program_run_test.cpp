@@ -1,5 +1,5 @@
-// Whole runs of the program in a process of their own: each is started, left in
-// the middle of something, and what stands in its folder afterwards is looked at.
+// Whole runs of the program in a process of their own: each is started and interrupted,
+// and its folder is checked afterwards.
 #include "platform/system/process.h"
 #include "support/archive_fixture.h"
 
@@ -34,7 +34,7 @@ protected:
         }
     }
 
-    // A program of this folder, in a session of its own.
+    // Starts a program of this folder in a session of its own.
     void start(QProcess& process, const QString& program, const QStringList& arguments)
     {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
@@ -50,7 +50,7 @@ protected:
         start(process, QStringLiteral(DRIVEN_PROGRAM),
               QStringList(QString::fromStdString(home.string())) + scenario);
     }
-    // Runs to its end, which must be a good one; gives what it said.
+    // Runs to its end, which must be successful; returns the output.
     std::string run(const QStringList& scenario)
     {
         QProcess process;
@@ -78,10 +78,7 @@ protected:
             all[name] = test::readBytes(file(name));
         return all;
     }
-    void expectRefused()
-    {
-        EXPECT_EQ(run({"start"}), "box Tolvekはすでに実行されています。\n");
-    }
+    void expectRefused() { EXPECT_EQ(run({"start"}), "box Tolvekはすでに実行されています。\n"); }
 
     // The archive and its previous generation, the settings, the file that the
     // running program locks, and nothing else.
@@ -158,7 +155,7 @@ TEST_F(ProgramRunTest, ASecondCopyIsToldSoAndNothingIsTouched)
     EXPECT_EQ(run({"start"}), "") << "the lock goes with the process";
 }
 
-// The archive is one, however many sessions and paths lead to it.
+// The archive is the same one, through whatever sessions and paths it is opened.
 TEST_F(ProgramRunTest, ACopyInAnotherSessionIsASecondOneByAnyPath)
 {
     QProcess first;

@@ -27,7 +27,7 @@ struct Call {
     bool operator==(const Call&) const = default;
 };
 
-// A temp file of one mail.
+// A temp file with one mail.
 std::string tempFile(const std::string& sender, const std::string& date)
 {
     return "\"<Start>\"\r\nFrom:<" + sender + ">\r\nTo:<taro@example.jp>\r\nSubject:hello\r\n" +
@@ -68,7 +68,7 @@ protected:
     void receive(int element, int value = 1) { gRecievMailReadOption[element] = value; }
     void send(int element, int value = 1) { gSendMailReadOption[element] = value; }
 
-    // Every box holds one mail, the same.
+    // Makes every box hold the same single mail.
     void givenOneMail()
     {
         convert = [&](Int16& count, Int16&) {
@@ -92,7 +92,7 @@ protected:
     }
 
     std::vector<Call> calls;
-    std::vector<Text> titles; // of the boxes, where a test takes them itself
+    std::vector<Text> titles; // the titles of the boxes, for tests that handle them themselves
     std::function<void(Int16& count, Int16& status)> convert;
     frmTolvek form;
 };
@@ -203,7 +203,7 @@ TEST_F(MailBoxReadTest, ABoxThatCantBeReadIsPassedOver)
     EXPECT_EQ(rows(u"tblTolvek"), 0);
 }
 
-// A converter that writes no status leaves the one of the box before.
+// If a converter writes no status, the previous box's remains.
 TEST_F(MailBoxReadTest, TheStatusOfABoxStandsUntilTheConverterClearsIt)
 {
     test::writeBytes(file("Tolvek.Tmp"), tempFile("a@example.jp", "Tue, 15 Feb 2000 10:11:12"));
@@ -221,7 +221,7 @@ TEST_F(MailBoxReadTest, TheStatusOfABoxStandsUntilTheConverterClearsIt)
     MailBoxRead();
     EXPECT_EQ(before, (std::vector<int>{0, 3, 3}));
     EXPECT_EQ(rows(u"tblTolvek"), 0);
-    before.assign(1, 9); // the next walk begins with 0 again
+    before.assign(1, 9); // the next walk starts with 0 again
     MailBoxRead();
     EXPECT_EQ(before[1], 0);
 }
@@ -262,7 +262,7 @@ TEST_F(MailBoxReadTest, AfterwardsTheCommandsAreOnAndTheReadButtonHasTheFocus)
     EXPECT_TRUE(form.comMailRead->HasFocus());
 }
 
-// The database goes while the boxes are read: each step then reports itself.
+// The database is removed while the boxes are read, so each later step reports itself.
 TEST_F(MailBoxReadTest, AfterTheBoxesAllIsUpdatedInItsOrderUnderAStatusTextOfItsOwn)
 {
     receive(0);
@@ -284,7 +284,7 @@ TEST_F(MailBoxReadTest, AfterTheBoxesAllIsUpdatedInItsOrderUnderAStatusTextOfIts
                                  u"　少々お待ちください。", u"", u""}));
 }
 
-// The user's mail to himself lies in a box of each side; the first one read counts.
+// The user's mail to himself is in a box of each side; the first one read counts.
 TEST_F(MailBoxReadTest, AMailToOneselfIsStoredOnceAndAsReceived)
 {
     receive(0);
@@ -395,7 +395,7 @@ TEST_F(MailBoxReadTest, TheFilterResultsAreBuiltAnewFromWhatWasRead)
               std::vector<Text>{u"hanako@example.jp"});
 }
 
-// The friend book is read in first and written over the mails last.
+// The friend book is imported first and written over the mails last.
 TEST_F(MailBoxReadTest, NewFriendsNamesAreThereWhenTheirMailsComeIn)
 {
     converterLibrary().TolvekFriend_Edit = [this](const Text&, const Text&, Int16& count, Int16&) {
@@ -449,8 +449,8 @@ TEST_F(MailBoxReadTest, AFailingFriendBookIsToldAndTheMailIsReadAllTheSame)
     EXPECT_EQ(gBusyFlag, 0);
 }
 
-// What a stranger writes into a mail is text on its whole way: read, listed by
-// the rules, deleted with one of them.
+// What a stranger writes in a mail is plain text at every step: read, listed by the
+// rules, deleted with one of them.
 TEST_F(MailBoxReadTest, HostileNamesAndSubjectsAreTextOnTheirWholeWay)
 {
     const std::string hostile[] = {"x'); DROP TABLE tblTolvek; --", "a|b\" OR 1=1 --",

@@ -1,5 +1,5 @@
-// An archive on a medium that can't be written, such as a disc of old mail: the
-// start tells what it couldn't do, and everything can be browsed.
+// An archive on a read-only medium, such as a disc of old mail: the start reports what
+// it couldn't do, and everything can be browsed.
 #include "dialogs/frm_splash.h"
 #include "platform/forms/events.h"
 #include "shell/frm_tolvek_events.h"
@@ -47,14 +47,14 @@ protected:
         setFileProbe({});
         std::filesystem::permissions(folder.path(), Permissions::owner_all);
         splash.Unload();
-        gUnloading = -1; // the window goes without the exit's steps
+        gUnloading = -1; // the window closes without the exit's steps
         window.Unload();
         gUnloading = 0;
         gDisplayType = 0;
         ArchiveFixture::TearDown();
     }
 
-    // By the modes, and for a superuser, whom they don't hold, by the operations.
+    // By the file modes; for a superuser, who isn't bound by them, by the operations.
     void makeReadOnly()
     {
         for (const std::string& name : fileNames(folder.path()))

@@ -1,5 +1,5 @@
-// The main window while a big mail box is read: it is painted, its clock goes on
-// and its status text blinks, all inside the one command.
+// The main window while a large mail box is read: it is painted, its clock advances and
+// its status text blinks, all during the one command.
 #include "platform/forms/events.h"
 #include "platform/runtime/dates.h"
 #include "shell/frm_tolvek_events.h"
@@ -29,8 +29,8 @@ constexpr Colour kRed = 0xFF;
 int seconds = 0;
 Timer* ticking = nullptr; // the window's
 
-// Each look at the clock is a second later. The first that a tick does is to
-// look, and until mails are read again it is the last tick.
+// Each reading of the clock is a second later. A tick reads it first, and until mails
+// are read again it is the last tick.
 DateTime oneSecondLater()
 {
     ticking->setInterval(kNever);
@@ -38,7 +38,7 @@ DateTime oneSecondLater()
     return {2001, 2, 3, seconds / 3600 % 24, seconds / 60 % 60, seconds % 60};
 }
 
-// Counts what is painted while a command runs.
+// Counts the paint events while a command runs.
 class PaintCounter : public QObject {
 public:
     PaintCounter() { qApp->installEventFilter(this); }
@@ -55,9 +55,9 @@ private:
     std::map<const QObject*, int> paints_;
 };
 
-// The clock ticks every few milliseconds while mails are read, but never inside
-// a tick of its own: on a busy machine the painting in there takes longer than
-// that, and ticks inside ticks would neither come in turn nor end.
+// The timer ticks every few milliseconds while mails are read, but never inside a tick:
+// on a busy machine the painting in a tick takes longer than the interval, and nested
+// ticks would neither be in order nor end.
 class ReadingWindowTest : public ArchiveFixture {
 protected:
     void SetUp() override
@@ -85,7 +85,7 @@ protected:
     void TearDown() override
     {
         setClock({});
-        gUnloading = -1; // the window goes without the exit's steps
+        gUnloading = -1; // the window closes without the exit's steps
         form.Unload();
         gUnloading = 0;
         ArchiveFixture::TearDown();
@@ -102,7 +102,7 @@ protected:
                 << "\r\nDate:Tue, 15 Feb 2000 " << clock << " +0900\r\nMail:\r\ntext\r\n<End>\r\n";
         }
     }
-    // What the window shows at each tick of a running command.
+    // Records what the window shows at each tick of a running command.
     void watch()
     {
         onEvent(form.Timer1, &Timer::Tick, [this] {
@@ -111,7 +111,7 @@ protected:
             times.insert(form.lblDate->Caption());
             colours.insert(form.txtMail->ForeColor());
             texts.insert(form.txtMail->Text());
-            form.window()->update(); // as when another window has lain on it
+            form.window()->update(); // as if another window had covered it
         });
     }
     void read()
@@ -149,7 +149,7 @@ TEST_F(ReadingWindowTest, TheWindowIsPaintedTheClockGoesOnAndTheStatusTextBlinks
     EXPECT_EQ(form.txtMail->ForeColor(), kWindowText);
 }
 
-// A click that waits in the queue may be met by the yield of the clock's own tick.
+// A queued click may be delivered by the yield of the timer's own tick.
 TEST_F(ReadingWindowTest, AReadThatBeginsInsideATickIsNoDifferent)
 {
     PaintCounter painted;

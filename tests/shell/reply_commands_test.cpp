@@ -46,7 +46,7 @@ protected:
         clickEntry(*form.lstSubject, 0);
         ASSERT_EQ(form.lstSubject->SelCount(), 1);
     }
-    // A program that only starts and says so.
+    // A program that only starts and reports it.
     void givenProgram() const
     {
         writeBytes(home / "PostPet20.exe", "#!/bin/sh\necho $$ > \"$0.id\"\n");

@@ -1,6 +1,5 @@
-// A second press of every control of every form, before the first one's command
-// has begun and at each of its yields: what is left is what one press leaves, or
-// two in a row.
+// A second press of every control of every form, before the first one's command has
+// begun and at each of its yields, leaves the same as one press, or as two in a row.
 #include "app/database.h"
 #include "app/settings.h"
 #include "app/state.h"
@@ -27,7 +26,7 @@ namespace {
 
 constexpr const char* kMain = "frmTolvek";
 
-using Steps = std::deque<Press>; // that lead to where the presses are made
+using Steps = std::deque<Press>; // that lead to the form of the presses
 
 const Steps kSelected{{kMain, "lstNameOrAddr"}};
 const std::vector<Way> kButton{Way::Mouse, Way::Key, Way::Call};
@@ -116,7 +115,7 @@ protected:
         if (program) program->log(line);
     }
 
-    // What one run leaves; each begins with the same files.
+    // Returns what one run leaves; each starts with the same files.
     std::string leaves(const Plan& plan, int* yields = nullptr)
     {
         kept.putBack();
@@ -136,7 +135,8 @@ protected:
                       << left << "\n--- instead of:\n"
                       << *allowed.begin();
     }
-    // `first` after its path, and at every moment of it one of `seconds`, by turns.
+    // Presses `first` after its path, and at every moment of it one of `seconds`, in
+    // rotation.
     void pressAtEachMoment(const Steps& path, const Press& first, const std::vector<Press>& seconds)
     {
         Plan plan{path, {}, 0};
@@ -162,7 +162,7 @@ protected:
             seconds.push_back({press.form, press.control, way});
         pressAtEachMoment(path, press, seconds);
     }
-    // Every control of a dialog that takes presses.
+    // Every control of a dialog that can be pressed.
     template <class Dialog, class... Arguments>
     void pressAllTwice(const Steps& path, const Arguments&... arguments)
     {
@@ -260,8 +260,8 @@ TEST_F(SecondPressTest, TheCloseBox)
     pressTwice({}, {kMain, kCloseBox}, kClosing);
 }
 
-// A dialog that loads isn't modal yet; a mail that is written to a friend and a
-// name that is asked for leave the commands on.
+// A loading dialog isn't modal yet; writing a mail to a friend and asking for a name
+// leave the commands enabled.
 const Command kBeginning[] = {{"memFilter", {}},     {"memFriend_A", {}}, {"memEnv", {}},
                               {"memAddressAdd", {}}, {"memFilterGo", {}}, {"comSendMail", {}},
                               {"lstNameOrAddr", {}}};

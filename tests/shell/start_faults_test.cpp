@@ -1,6 +1,5 @@
-// What must never happen to the mails at a start, wherever it is cut off or
-// fails: from what an earlier run left behind to the compaction, a later start
-// finds them again.
+// Wherever a start is cut off or fails, from the remains of an earlier run to the
+// compaction, a later start finds the mails again.
 #include "shell/tolvek_main.h"
 #include "store/db_compress.h"
 #include "store/fault_injection.h"
@@ -29,14 +28,14 @@ protected:
     {
         try {
             prepareDatabase(version(), [](TextView) {});
-        } catch (const ProgramEnd&) { // where going on would cost mail
+        } catch (const ProgramEnd&) { // ended where going on could lose mail
         }
     }
     static std::vector<Text> subjects(const Text& path)
     {
         return column(Statement{u"SELECT tblTolvek_Subject FROM tblTolvek"}, 0, path);
     }
-    // After one more start that nothing disturbs.
+    // Checks the result after one more, undisturbed start.
     void expectAtLast(const Text& path, const std::vector<Text>& expected, int operation)
     {
         start();
@@ -57,7 +56,7 @@ protected:
         endAtEachOperation([this] { start(); }, check, {}, counts);
         failEachOperation([this] { start(); }, check, {}, counts);
     }
-    // What a compaction and a creation do in their side files has tests of its own.
+    // The side files of compaction and creation have their own tests.
     static bool isOfTheStart(const Path& path)
     {
         const std::string name = path.filename().string();
@@ -65,7 +64,7 @@ protected:
                name.find(".Compact") == std::string::npos &&
                name.find(".Whole") == std::string::npos;
     }
-    // The previous generation, what it is kept as, and the database itself.
+    // The previous generation, the names it is kept under, and the database itself.
     static bool isOfTheBak(const Path& path)
     {
         const std::string name = path.filename().string();
@@ -96,7 +95,7 @@ TEST_F(StartFaultsTest, ABakWithoutADatabaseIsAtLastKeptAside)
     disturbAtEachOperation(gDbPath + u".Kept", both(), isOfTheBak);
 }
 
-// The same when the upgrade is what makes the new archive.
+// The same when the upgrade makes the new archive.
 TEST_F(StartFaultsTest, ABakWithoutADatabaseIsKeptAsideFromAnUpgradeToo)
 {
     givenTwoGenerations();
@@ -114,8 +113,8 @@ TEST_F(StartFaultsTest, ABakWithoutADatabaseIsKeptAsideFromAnUpgradeToo)
                        {}, isOfTheBak);
 }
 
-// From the mark, the half new archive and the old one to an upgraded one. The
-// copy's own operations are those of the store's tests.
+// From the mark, the half-built new archive and the old one to an upgraded archive. The
+// operations of the copying are covered by the store's tests.
 TEST_F(StartFaultsTest, ACutOffUpgradeIsAtLastDone)
 {
     givenOldArchive();

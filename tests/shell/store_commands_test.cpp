@@ -96,7 +96,7 @@ protected:
             shown += Text(kCrLf) + (line < lines.size() ? lines[line] : Text());
         EXPECT_EQ(form.txtMail->Text(), shown);
     }
-    // Answers the question, and Yes to whatever else is asked.
+    // Answers the question, and any further one with Yes.
     void expectQuestion(const Text& question, MsgAnswer answer)
     {
         boxes.expect(question, answer, u"Tolvek");
@@ -179,7 +179,7 @@ TEST_F(StoreCommandsTest, TheExportWritesSixFilesBehindItsStatusText)
     expectReady();
 }
 
-// Before its first row the import copies the whole archive without a yield.
+// Before its first row, the import copies the whole archive without a yield.
 TEST_F(StoreCommandsTest, TheStatusTextIsOnTheScreenWhenTheFirstFileIsTouched)
 {
     std::vector<bool> inked;
@@ -294,7 +294,7 @@ TEST_F(StoreCommandsTest, TheArchiveBeforeTheLoadIsKeptBesideIt)
     EXPECT_FALSE(databaseExists(beforeLoad() + u".New"));
 }
 
-// Each quotation mark shifts the items that follow, so the load ends early.
+// Each quotation mark shifts the items after it, so the load ends early.
 TEST_F(StoreCommandsTest, ImportingADumpWithQuotationMarksTwiceLeavesTheFirstArchiveBesideIt)
 {
     execute(Statement{u"UPDATE tblTolvek SET tblTolvek_Mail1 = 'say \"x\"'"});
@@ -371,7 +371,7 @@ TEST_F(StoreCommandsTest, AnExchangeThatFailsIsReportedUnderTheCommandAndTheEndA
     EXPECT_EQ(reports.take(), (test::Reports{"Tolvek: " + toUtf8(kExport), "memExport_Click 57",
                                              "Tolvek: " + toUtf8(kUnLoaded)}));
     execute(Statement{u"DELETE FROM tblTolvek"});
-    pick(form.memInport); // finishes the exchange first
+    pick(form.memInport); // completes the exchange first
     reports.take();
     EXPECT_EQ(rows(u"tblTolvek"), 3);
     EXPECT_FALSE(exists("tblTolvek.Txt.Whole"));
@@ -410,7 +410,7 @@ TEST_F(StoreCommandsTest, WithoutACopyNothingIsLoaded)
     EXPECT_EQ(test::readBytes(file("Tolvek.Mdb.BeforeLoad")), "of an earlier load");
     EXPECT_EQ(entries(*form.lstNameOrAddr).size(), 3U) << "the command goes on";
     expectReady();
-    importAll(); // what was left over doesn't stand in its way
+    importAll(); // the remains don't block it
     EXPECT_EQ(subjects(beforeLoad()), (Texts{u"first", u"second", u"later"}));
 }
 

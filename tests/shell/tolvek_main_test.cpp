@@ -25,7 +25,7 @@ const TextView kRepair = u"DBの読み込み中にエラーが発生しました
 const TextView kAnew = u"DBの読み込み中にエラーが発生しました。\r\n"
                        u"   新しい DB を作りますか？";
 
-// A folder with nothing in it but what a test puts there.
+// A folder that holds only what a test puts there.
 class MainTest : public ArchiveFixture {
 protected:
     void SetUp() override
@@ -40,7 +40,7 @@ protected:
     {
         App.PrevInstance = 0;
         splash.Unload();
-        gUnloading = -1; // the window goes without the exit's steps
+        gUnloading = -1; // the window closes without the exit's steps
         window.Unload();
         gUnloading = 0;
         ArchiveFixture::TearDown();
@@ -121,7 +121,7 @@ TEST_F(MainTest, AVersionThatIsNoNumberIsATypeMismatch)
     }
 }
 
-// Read any earlier, there would be no file to read it from.
+// If it were read earlier, there would be no file to read from.
 TEST_F(MainTest, TheVersionIsReadFromTheFileThatTheSplashHasFound)
 {
     gIniPath.clear();
@@ -196,8 +196,8 @@ TEST_F(MainTest, ASecondCopyIsToldSoAndTouchesNothing)
     EXPECT_EQ(test::readBytes(file("TOLVEK.ini")), settings);
 }
 
-// What can't be read as a number is told, and the start goes on: the same value
-// then ends the reading of the settings, so that the address stays empty.
+// A value that is no number is reported, and the start goes on. The same value then
+// ends the reading of the settings, so the address stays empty.
 class BadVersionTest : public MainTest, public ::testing::WithParamInterface<const char*> {};
 
 TEST_P(BadVersionTest, IsToldAndTheStartGoesOn)
@@ -220,7 +220,7 @@ TEST_P(BadVersionTest, IsToldAndTheStartGoesOn)
 
 INSTANTIATE_TEST_SUITE_P(EmptyOrNoNumber, BadVersionTest, ::testing::Values("", "abc", "3.3a"));
 
-// Every path of a read hangs on that folder. Without its key the default serves.
+// Every path of a read depends on that folder. Without its key the default is used.
 TEST_F(MainTest, AnEmptyPostPetFolderEndsTheProgramBeforeTheMainWindowAppears)
 {
     const std::string settings = "[PostPet Mail Option]\r\nMy Mail Addr=taro@example.jp\r\n";
@@ -265,7 +265,8 @@ TEST_F(MainTest, ADamagedDatabaseIsRepairedFromTheBak)
     EXPECT_EQ(rows(u"tblTolvek"), 1);
 }
 
-// The new one ends as .Bak, as users know it; the first list makes another.
+// The new database ends up as .Bak, which is established behaviour; the first list
+// creates another.
 TEST_F(MainTest, ADamagedDatabaseThatIsGivenUpLeavesAnEmptyArchiveAndAnEmptyBak)
 {
     givenSettings("331");
@@ -363,7 +364,7 @@ TEST_F(MainTest, ACreationThatFailsLeavesThePreviousGenerationKeptAside)
     EXPECT_EQ(rows(u"tblTolvek", gDbPath + u".Kept"), 1);
 }
 
-// Going on, the creation and the compaction behind it would delete it.
+// Otherwise the creation and the compaction after it would delete it.
 TEST_F(MainTest, APreviousGenerationThatCantBeKeptAsideEndsTheStart)
 {
     givenOnlyABakWithMail();

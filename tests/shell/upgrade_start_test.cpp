@@ -1,4 +1,4 @@
-// Starts of the program beside an archive of an older version.
+// Starts of the program with an archive of an older version.
 #include "dialogs/frm_splash.h"
 #include "shell/frm_tolvek_events.h"
 #include "shell/tolvek_main.h"
@@ -20,7 +20,7 @@ protected:
     void TearDown() override
     {
         splash.Unload();
-        gUnloading = -1; // the window goes without the exit's steps
+        gUnloading = -1; // the window closes without the exit's steps
         window.Unload();
         gUnloading = 0;
         UpgradeFixture::TearDown();
@@ -31,7 +31,7 @@ protected:
                                            "[PostPet Mail Option]\r\n"
                                            "My Mail Addr=taro@example.jp\r\n");
     }
-    // Answers No and OK; the titles and texts of the boxes.
+    // Answers No and OK; returns the titles and texts of the boxes.
     std::vector<Text> start()
     {
         std::vector<Text> told;
@@ -71,12 +71,12 @@ TEST_P(OldVersionTest, Upgrades)
     EXPECT_TRUE(window.Visible());
 }
 
-// An empty one is told as no number first, and upgrades all the same.
+// An empty value is first reported as no number; the upgrade runs all the same.
 INSTANTIATE_TEST_SUITE_P(OfTheSettings, OldVersionTest,
                          ::testing::Values("Ver=200\r\n", "Ver=210\r\n", "Ver=1000\r\n",
                                            "Ver=0\r\n", "Ver=\r\n"));
 
-// Without its settings file, too: what the tables are decides.
+// Also without a settings file: the tables decide.
 INSTANTIATE_TEST_SUITE_P(OfNewerSettings, OldVersionTest,
                          ::testing::Values("Ver=211\r\n", "Ver=331\r\n", "Ver=999\r\n",
                                            "Ver=99\r\n", ""));
@@ -154,7 +154,7 @@ TEST_F(UpgradeStartTest, ACutOffUpgradeIsTakenUpAgainWithoutAWord)
     EXPECT_FALSE(exists("Tolvek.Mdb.Upgrade"));
 }
 
-// A compacted copy that was still to be put in place is newer than any .V300.
+// A compacted copy not yet put in place is newer than any .V300.
 TEST_F(UpgradeStartTest, AWholeNewComesBeforeTheOldArchiveOfAnEarlierUpgrade)
 {
     givenSettings("Ver=210\r\n");
@@ -166,7 +166,7 @@ TEST_F(UpgradeStartTest, AWholeNewComesBeforeTheOldArchiveOfAnEarlierUpgrade)
     EXPECT_EQ(rows(u"tblTolvek"), 2);
 }
 
-// Going on, the upgrade would delete the only whole archive.
+// Otherwise the upgrade would delete the only complete archive.
 TEST_F(UpgradeStartTest, AnOldArchiveThatCantBePutBackEndsTheStart)
 {
     givenSettings("Ver=210\r\n");

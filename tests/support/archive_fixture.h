@@ -1,13 +1,13 @@
-// An archive of its own for each logic test: a temporary folder as the
-// program's folder, Tolvek.Mdb in it with its six empty tables, a converter
-// library that gives texts back with each ' as ’, and a script for the boxes.
+// An archive for each test: a temporary folder as the program's folder, Tolvek.Mdb in
+// it with its six empty tables, a converter library that returns texts with each ' as
+// ’, and a script for the boxes.
 //
 // The end of the program is the exception ProgramEnd, which no report catches:
 //
 //     EXPECT_THROW(iniWrite(window), ProgramEnd);
 //
-// Fill the archive with `store(mail(...))`, `addFriend`, `addFilter`; look at
-// it with `rows`, `column` and `value`. Every look opens the file itself.
+// Fill the archive with `store(mail(...))`, `addFriend`, `addFilter`; look at it with
+// `rows`, `column` and `value`. Each of these opens the file itself.
 #pragma once
 #include "app/converter_library.h"
 #include "app/database.h"
@@ -27,7 +27,7 @@
 
 namespace tolvek::test {
 
-// Not a std::exception: what answers to failures lets it through.
+// Not a std::exception: the failure handlers let it pass.
 struct ProgramEnd {
     int code;
 };
@@ -57,7 +57,8 @@ inline Mail mail(TextView SndAdd, TextView RcvAdd, TextView Subject = u"こん�
     return made;
 }
 
-// Texts as they are, with each single quote as ’; no boxes and no friends.
+// Returns texts unchanged except that each single quote becomes ’; no boxes and no
+// friends.
 inline ConverterLibrary givingBack()
 {
     ConverterLibrary library;
@@ -105,7 +106,7 @@ protected:
     Path file(const std::string& name) const { return folder / name; }
     bool exists(const std::string& name) const { return fileExists(file(name)); }
 
-    // The number of rows of a table, or of those under a condition:
+    // The number of rows of a table, or of those that match a condition:
     // rows(u"tblTolvek WHERE (tblTolvek_SubKey = 1)").
     template <std::size_t N> int rows(const char16_t (&table)[N], const Text& database = gDbPath)
     {

@@ -1,5 +1,5 @@
-// A sound Jet file of tests/data/jet with one byte changed, and what the program
-// makes of it.
+// A valid Jet file of tests/data/jet with one byte changed, and what the program makes
+// of it.
 #pragma once
 #include "platform/dao/connection.h"
 #include "platform/runtime/paths.h"
@@ -37,7 +37,7 @@ public:
     }
 
 private:
-    // None for a file that is refused.
+    // Empty for a file that is refused.
     std::optional<JetTables> rowsOf(const std::string& bytes) const
     {
         const auto source = folder_ / "Old.Mdb", target = folder_ / "New.Mdb";

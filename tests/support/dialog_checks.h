@@ -1,5 +1,5 @@
-// What holds for every dialog: nothing lies over anything else, Tab goes the
-// told way; and what a row of its grid shows.
+// Checks that apply to every dialog: no control covers another, and Tab follows the
+// given order; also what a row of its grid shows.
 //
 // Needs Qt6::Test, as support/screen_driver.h does.
 #pragma once

@@ -1,5 +1,4 @@
-// The reader of Jet files as it was built, for the length of a test; one that
-// links tolvek_jet_test_support.
+// Uses the built reader of Jet files during a test that links tolvek_jet_test_support.
 #pragma once
 #include "platform/dao/jet_child.h"
 #include "support/jet_reader_file.h"

@@ -1,5 +1,5 @@
-// What is in the Jet files of tests/data/jet, and what is in a database, in a form
-// in which the two compare.
+// The contents of the Jet files in tests/data/jet and of a database, in a comparable
+// form.
 #pragma once
 #include "platform/dao/connection.h"
 #include "support/temp_folder.h"
@@ -11,11 +11,12 @@
 
 namespace tolvek::test {
 
-// A table's rows, each as "column=value" with a mark of the value's type; in any order.
+// A table's rows, each as "column=value" with a mark for the value's type; in any
+// order.
 using JetRows = std::multiset<std::vector<std::string>>;
 using JetTables = std::map<std::string, JetRows>;
 
-// As the JSON beside the file tells it, with Null texts empty.
+// From the JSON beside the file, with Null texts as empty ones.
 inline JetTables expectedTables(const std::string& name)
 {
     const auto shown = [](const nlohmann::ordered_json& value) -> std::string {
@@ -37,7 +38,7 @@ inline JetTables expectedTables(const std::string& name)
     return tables;
 }
 
-// Every field of every row, from SQLite's own view of the file.
+// Every field of every row, as SQLite itself returns it.
 inline JetTables tablesOf(Connection& connection)
 {
     JetTables tables;

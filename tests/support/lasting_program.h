@@ -1,4 +1,4 @@
-// A program that only runs, under any path that a test wants one to run from.
+// A program that only keeps running, under any path that a test needs.
 #pragma once
 #include "platform/system/process.h"
 #include "platform/system/process_list.h"
@@ -13,7 +13,7 @@
 
 namespace tolvek::test {
 
-// The processes of that program, in the order in which the system tells them.
+// The processes of that program, in the system's order.
 inline std::vector<std::int32_t> processesOf(const std::filesystem::path& program)
 {
     std::vector<std::int32_t> ids;
@@ -27,8 +27,8 @@ inline std::vector<std::int32_t> processesOf(const std::filesystem::path& progra
     return ids;
 }
 
-// Waits for what another process is about to do, for as long as a slow machine
-// may need. False when it never came.
+// Waits for a condition that another process will fulfil, as long as a slow machine may
+// need. False when it never became true.
 template <class Condition> bool comesTrue(const Condition& condition)
 {
     const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);

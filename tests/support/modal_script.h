@@ -1,12 +1,12 @@
-// What a test does at a modal form, while the routine that shows it waits.
+// The steps of a test at a modal form, while the routine that shows it waits.
 //
 //     ModalScript dialog("frmMailReadOpt", [](QWidget& shown) {
 //         press(shown, "cmbMail_Ok");
 //     });
 //     comMailRead_Click(form);
 //
-// The steps run once, as soon as a modal window of that name stands. One that
-// never came fails the test.
+// The steps run once, as soon as a modal window of that name is shown. If it is never
+// shown, the test fails.
 #pragma once
 #include "platform/forms/buttons.h"
 
@@ -49,7 +49,7 @@ private:
     bool done_ = false;
 };
 
-// A control of a form's window by its name; one that isn't there ends the test.
+// A control of a form's window by its name; if it doesn't exist, the test ends.
 template <class T> T& controlOf(QWidget& window, const char* name)
 {
     T* const found = window.findChild<T*>(QString::fromLatin1(name));

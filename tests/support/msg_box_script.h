@@ -1,11 +1,11 @@
-// A script of the boxes that a test expects, in their order, with the answers.
+// The boxes that a test expects, in order, with their answers.
 //
 //     MsgBoxScript boxes;
 //     boxes.expect(u"よろしいですか？", MsgAnswer::Yes);
 //     boxes.expect(u"終わりました。", MsgAnswer::Ok, u"Tolvek");
 //
-// A box that wasn't foreseen fails the test and is answered No, Cancel or OK; an
-// expected box that never came fails it at the end. Without a title any does.
+// An unexpected box fails the test and is answered No, Cancel or OK; an expected box
+// that was never shown fails it at the end. Without a title, any title matches.
 #pragma once
 #include "platform/runtime/msg_box.h"
 
@@ -39,7 +39,8 @@ public:
     {
         expected_.push_back({Text(text), answer, std::move(title), {}});
     }
-    // `look` runs while the box stands: what the program shows or holds then.
+    // `look` runs while the box is shown, to check what the program shows or holds
+    // then.
     void expectAndLook(TextView text, MsgAnswer answer, std::function<void()> look)
     {
         expected_.push_back({Text(text), answer, std::nullopt, std::move(look)});

@@ -1,5 +1,5 @@
-// Another program beside the test: a copy of this process that does one work, as
-// often as it is asked to.
+// A second process beside the test: a copy of this one that does one job, as often as
+// asked.
 //
 // Make it before anything is opened here, or the copy has it open too:
 //

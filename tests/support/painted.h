@@ -1,5 +1,4 @@
-// What really stands on the (offscreen) screen, as the last painting left it;
-// looking paints nothing.
+// What is on the (offscreen) screen after the last painting; looking doesn't paint.
 #pragma once
 #include <QColor>
 #include <QImage>
@@ -18,7 +17,7 @@ inline QImage painted(const QWidget& widget)
         .toImage();
 }
 
-// Whether text of that very colour stands there.
+// Whether there is text in exactly that colour.
 inline bool isInkedIn(const QColor& colour, const QImage& picture)
 {
     for (int y = 0; y < picture.height(); ++y)

@@ -1,5 +1,5 @@
-// The main of every test program with windows: one QApplication for all tests,
-// on no screen at all when no platform is asked for.
+// The main function of every test program with windows: one QApplication for all tests,
+// on the offscreen platform unless another is requested.
 #include <QApplication>
 #include <QEvent>
 
@@ -11,9 +11,8 @@ namespace {
 
 bool isCopy = false;
 
-// A forked copy of the program doesn't paint: the toolkit would hand large
-// areas to painting threads that only the first process has, and wait for them
-// for ever.
+// A forked copy of the program doesn't paint: the toolkit would hand large areas to
+// painting threads, which exist only in the first process, and wait for them for ever.
 class PaintingOfTheFirstAlone : public QObject {
 protected:
     bool eventFilter(QObject*, QEvent* event) override

@@ -1,9 +1,9 @@
-// Presses that wait in the window system's queue, as a user's do: the program
-// meets them at its next turn that takes input. And calls of a control, which no
-// queue keeps: what an assistive program, a shortcut or a session's end does.
+// Presses that wait in the event queue like a user's: the program receives them the
+// next time it accepts input. Also direct calls of a control, which no queue holds
+// back, as made by an assistive program, a shortcut or the end of a session.
 //
-// The queue is the toolkit's own, where its platforms put what they receive; the
-// functions of Qt6::Test pass it by. Needs Qt6::GuiPrivate.
+// The queue is the toolkit's own, in which its platforms put their input; the functions
+// of Qt6::Test bypass it. Needs Qt6::GuiPrivate.
 #pragma once
 #include "platform/forms/form.h"
 #include "platform/forms/grid.h"
@@ -20,7 +20,7 @@ namespace tolvek::test {
 
 enum class Way { Mouse, Key, Call };
 
-// A control or menu entry by its name, the close box by kCloseBox.
+// A control or menu entry by its name; kCloseBox is the close box.
 struct Press {
     std::string form, control;
     Way way = Way::Mouse;
@@ -32,7 +32,7 @@ namespace queued {
 
 using WindowSystem = QWindowSystemInterface;
 
-// Each press comes soon enough to make a double click of two.
+// Presses are close enough together to make a double click.
 inline unsigned long nextMoment()
 {
     static unsigned long moment = 0;
@@ -99,14 +99,14 @@ inline void closeBox(QWidget& window, Way way)
         WindowSystem::handleCloseEvent<WindowSystem::AsynchronousDelivery>(window.windowHandle());
 }
 
-// Runs at the next turn, whatever the turn leaves out.
+// Runs at the next turn of the event loop, whatever kinds of events that turn excludes.
 inline void call(QWidget& widget)
 {
     if (auto* button = qobject_cast<QAbstractButton*>(&widget))
         QMetaObject::invokeMethod(button, &QAbstractButton::click, Qt::QueuedConnection);
 }
 
-// By key: to what has the focus. False when there is nothing to be pressed.
+// By key: to the widget with the focus. False when there is nothing to press.
 inline bool press(const Press& press)
 {
     const Form* const form = loadedForm(press.form);

@@ -1,11 +1,11 @@
-// The boxes of failed routines, gathered as "routine number".
+// Collects the boxes of failed routines as "routine number".
 //
 //     reports.listen();
 //     edSearch_Name();
 //     EXPECT_EQ(reports.take(), Reports{"edSearch_Name 3024"});
 //
-// Any other box is gathered as "title: text". Questions are answered No unless
-// told otherwise.
+// Any other box is collected as "title: text". Questions are answered No unless another
+// answer is given.
 #pragma once
 #include "platform/runtime/msg_box.h"
 
@@ -23,7 +23,7 @@ public:
     ReportList(const ReportList&) = delete;
     ReportList& operator=(const ReportList&) = delete;
 
-    // Takes the boxes over; what owned them before sees none until the test's end.
+    // Takes over the boxes; their previous handler sees none until the end of the test.
     void listen(MsgAnswer toQuestions = MsgAnswer::No)
     {
         toQuestions_ = toQuestions;

@@ -1,8 +1,8 @@
-// Hands on the real controls: presses, clicks and keys as a user makes them.
+// Operates the real controls with presses, clicks and keys, as a user does.
 //
-// A key goes to the widget itself, whether or not the window is active, so that
-// tests don't depend on a window manager. Afterwards what an event kept (the
-// end of the program, as a test's hook throws it) is thrown here.
+// A key is sent to the widget itself, whether or not its window is active, so that
+// tests don't depend on a window manager. An exception that an event kept (the end of
+// the program, as a test's hook throws it) is rethrown here afterwards.
 //
 // Needs Qt6::Test: find_package(Qt6 REQUIRED COMPONENTS Test) and LINKS Qt6::Test.
 #pragma once
@@ -51,7 +51,7 @@ inline void key(QWidget& control, Qt::Key which, Qt::KeyboardModifiers keys = {}
     rethrowKept();
 }
 
-// The control of that name and kind; an error if the form has none.
+// The control with that name and type; an error if the form has none.
 template <class Kind> Kind& find(const Form& form, TextView name)
 {
     auto* found = qobject_cast<Kind*>(form.control(name));

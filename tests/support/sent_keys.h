@@ -1,5 +1,5 @@
-// In PostPet's place: what is sent is gathered, in its order, and what a test
-// names fails instead of arriving.
+// Stands in for PostPet: collects what is sent, in order; what a test names fails
+// instead of arriving.
 //
 //     SentKeys sent;
 //     sent.refuse(u"%E");
@@ -29,9 +29,10 @@ public:
     SentKeys(const SentKeys&) = delete;
     SentKeys& operator=(const SentKeys&) = delete;
 
-    // Error 5, as a text that the notation doesn't take and a window that is gone.
+    // Fails with error 5, as for a text that the notation refuses or a window that is
+    // gone.
     void refuse(const Text& keys) { refused_.insert(keys); }
-    // Called at each step, before it counts as sent.
+    // Called at each step, before it is recorded.
     void watch(std::function<void(const Text&)> watcher) { watcher_ = std::move(watcher); }
     Sent take() { return std::exchange(sent_, {}); }
 

@@ -1,8 +1,8 @@
-// A folder of its own for each test, gone with it.
+// A folder for each test, deleted with the object.
 //
-// It is made in TMPDIR if that is set; else in the memory file system, where
-// there is one with room, since the tests flush thousands of files; else where
-// the system has its temporary files.
+// It is made in TMPDIR if that is set; otherwise in the memory file system, if there is
+// one with enough room, since the tests flush thousands of files; otherwise in the
+// system's temporary folder.
 #pragma once
 #include <sys/statvfs.h>
 #include <unistd.h>
@@ -15,10 +15,10 @@
 
 namespace tolvek::test {
 
-// Programs are started from these folders too.
+// Programs are started from these folders too, so it must not be mounted noexec.
 inline bool takesTests(const char* memory)
 {
-    constexpr unsigned long long kRoom = 1ULL << 30; // for all tests that run at a time
+    constexpr unsigned long long kRoom = 1ULL << 30; // for all tests running at the same time
     struct statvfs found;
     if (statvfs(memory, &found) != 0 || access(memory, W_OK | X_OK) != 0) return false;
     return (found.f_flag & (ST_NOEXEC | ST_RDONLY)) == 0 &&

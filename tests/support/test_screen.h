@@ -1,5 +1,5 @@
-// A screen of its own for a test, seen by nobody; gone with the object, and with
-// the process.
+// A screen for a test, invisible to the user; it ends with the object and with the
+// process.
 #pragma once
 #include <fcntl.h>
 #include <signal.h>
@@ -16,7 +16,7 @@ namespace tolvek::test {
 
 class TestScreen {
 public:
-    // Throws where the server isn't installed or doesn't come up.
+    // Throws when the server isn't installed or doesn't start.
     explicit TestScreen(const std::vector<std::string>& more = {})
     {
         int ends[2];
@@ -51,12 +51,12 @@ private:
         for (const std::string& word : more)
             words.push_back(word.c_str());
         words.push_back(nullptr);
-        // Open, or a file of the server would take its place.
+        // Must be open, or one of the server's files would get its number.
         if (!freopen("/dev/null", "w", stderr)) _exit(127);
         execvp(words[0], const_cast<char* const*>(words.data()));
         _exit(127);
     }
-    // The server says its number once it is ready.
+    // The server writes its number once it is ready.
     static std::string told(int in)
     {
         std::string digits;

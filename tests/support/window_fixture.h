@@ -1,5 +1,5 @@
-// An archive with the main window really on the (offscreen) screen, its lists
-// answering to their clicks, and boxes that report failures.
+// An archive with the main window shown on the (offscreen) screen, its lists connected
+// to their click events, and boxes that report failures.
 #pragma once
 #include "app/database.h"
 #include "app/settings.h"
@@ -31,7 +31,7 @@ protected:
         DoEventsNow();
     }
 
-    // The box of a failed database routine.
+    // Expects the box of a failed database routine.
     void expectDbReport(TextView routine, int number, TextView name = {})
     {
         boxes.expect(u"エラー番号： " + decimal(number) + Text(kCrLf) + u"（" +
@@ -47,7 +47,7 @@ protected:
         return texts;
     }
 
-    // `count` mails of one sender, a second apart, in one transaction.
+    // Stores `count` mails of one sender, a second apart, in one transaction.
     static void storeMany(int count, const Text& sender)
     {
         Database opened = DBEngine::OpenDatabase(gDbPath);

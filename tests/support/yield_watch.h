@@ -1,10 +1,10 @@
-// Counts the yields of what runs while it lives, and looks in at each.
+// Counts the yields during its lifetime, and calls `look` at each.
 //
 //     YieldWatch yields([] { EXPECT_EQ(gBusyFlag, -1); });
 //     edSearch_Name();
 //     EXPECT_EQ(yields.count(), 5);
 //
-// What `look` throws is a failure of that yield.
+// An exception thrown by `look` is a failure of that yield.
 #pragma once
 #include "platform/runtime/yield_hook.h"
 
@@ -31,7 +31,7 @@ private:
     int count_ = 0;
 };
 
-// The yields that a routine makes.
+// The number of yields that a routine makes.
 template <class Routine> int yieldsOf(Routine routine)
 {
     const YieldWatch yields;

@@ -1,5 +1,5 @@
-// The main window as it was designed: every word to its last blank, every face,
-// every place, and the tree of its menus.
+// The main window's design: every text to its last blank, every font, every position,
+// and the menu tree.
 #include "platform/forms/fonts.h"
 #include "window/frm_tolvek.h"
 
@@ -14,7 +14,7 @@
 namespace tolvek {
 namespace {
 
-// A window without events: its controls stand as they were built.
+// A window without events: its controls are as they were built.
 class DesignedWindow : public frmTolvek {
 protected:
     void Form_Resize() override {}
@@ -33,7 +33,7 @@ struct ControlDesign {
     TextView toolTip;
     float left, top, width, height;
     int tab;
-    TextView font; // empty: set while it runs
+    TextView font; // empty: set at run time
     float size;
 };
 
@@ -103,7 +103,7 @@ TEST_F(MainWindowDesignTest, TheWindowItsButtonsAndItsLabelsAreLightBlue)
         EXPECT_EQ(control->BackColor(), lightBlue) << toUtf8(control->Name());
 }
 
-// Two blanks more for each level below the bar.
+// Indented by two blanks for each level below the bar.
 void listMenu(const QList<QAction*>& entries, int level, std::vector<std::string>& lines)
 {
     for (const QAction* entry : entries) {

@@ -31,7 +31,7 @@ protected:
         DoEventsNow();
     }
 
-    // As the window system puts a click into the queue.
+    // Posts a click to the event queue, as the window system does.
     static void postClick(QWidget& target)
     {
         const QPointF middle = target.rect().center();
@@ -243,8 +243,8 @@ TEST_F(MainWindowTest, TheStatusTextBlinksBetweenTwoColoursAndBeginsWithAnEmptyL
     EXPECT_EQ(gStatusColorFlag, 0);
 }
 
-// Seconds of work without a yield may follow. The second call finds the screen
-// just painted, as a command does that has shown a box.
+// Seconds of work without a yield may follow. The second call finds the screen just
+// painted, like a command that has shown a box.
 TEST_F(MainWindowTest, TheStatusTextIsPaintedBeforeTheNextStatementRuns)
 {
     setStatusLines(u"一二三", u"", u"", u"", u"", u"");
@@ -265,10 +265,10 @@ TEST_F(MainWindowTest, TheEndOfTheStatusTextGivesThePaneBack)
     EXPECT_EQ(form.txtMail->FontSize(), 10);
     EXPECT_EQ(form.txtMail->ForeColor(), kWindowText);
     EXPECT_EQ(gStatusLines[0], u"");
-    EXPECT_EQ(gStatusColorFlag, 1); // the colour runs on from one command to the next
+    EXPECT_EQ(gStatusColorFlag, 1); // the colour flag continues from one command to the next
 }
 
-// The text is to be seen before the work that it speaks of.
+// The text must be visible before the work that it announces.
 TEST_F(MainWindowTest, TheStatusTextYieldsWhenItComesAndWhenItGoes)
 {
     setStatusLines(u"一", u"", u"", u"", u"", u"");
@@ -299,7 +299,7 @@ TEST_F(MainWindowTest, TheMailFontTakesItsStyleFromTwoFlags)
     EXPECT_EQ(form.txtMail->FontName(), u"ＭＳ ゴシック");
 }
 
-// What stands behind the bold flag counts for the start alone.
+// The character after the bold flag counts only at start-up.
 TEST_F(MainWindowTest, AFlagIsReadWithOrWithoutTheCharacterBehindIt)
 {
     gMailTextFontStyle = u"0,05";
