@@ -80,7 +80,7 @@ protected:
         const Text top = pathText(folder.path());
         return name.empty() ? top : joinPath(top, name);
     }
-    // The rows below the Path's own.
+    // The rows below that of Path.
     Texts within() const
     {
         Texts names;

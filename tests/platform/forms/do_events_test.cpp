@@ -15,7 +15,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// Counts the turns that its posted events get.
+// Counts the turns in which its posted events are delivered.
 class TurnCounter : public QObject {
 public:
     int turns = 0;

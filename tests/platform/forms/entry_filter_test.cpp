@@ -78,7 +78,8 @@ TEST_F(EntryFilterTest, AMarkTypedAfterAKanaJoinsIt)
     EXPECT_EQ(edit.cursorPosition(), 1);
 }
 
-// The clipboard's line end would stay in a rule unseen, and the rule never match.
+// A line end from the clipboard would be invisible in a rule, and the rule would
+// never match.
 TEST_F(EntryFilterTest, OfAPastedTextTheFirstLineIsTaken)
 {
     given(u"<>", 1);

@@ -20,7 +20,7 @@ namespace tolvek::test {
 
 namespace {
 
-// The dialog as its user sees it.
+// The dialog as the user sees it.
 struct Shown {
     explicit Shown(QWidget& window)
         : dialog(window), faces(controlOf<QListWidget>(window, "faces")),
@@ -68,7 +68,7 @@ protected:
     }
     ~FontDialogTest() override { setFontDialogHook({}); }
 
-    // Shows it; the number of the failure that it ends with.
+    // Shows it and returns the number of the error that it ends with.
     int show(const std::function<void(Shown&)>& steps)
     {
         const ModalScript script("FontDialog", [&](QWidget& window) {

@@ -18,7 +18,7 @@ namespace {
 
 using Events = std::vector<std::string>;
 
-// Acts once the form's message loop runs.
+// Acts once the form's event loop runs.
 void later(std::function<void()> act)
 {
     QTimer::singleShot(0, [act = std::move(act)] { runEvent(act); });

@@ -26,8 +26,8 @@
 namespace tolvek::test {
 namespace {
 
-// A form with two buttons, a text box and a menu entry below another, each
-// press of which is noted.
+// A form with two buttons, a text box and a menu entry below another one. Each
+// press is recorded.
 class InputHoldTest : public ::testing::Test {
 protected:
     InputHoldTest()
@@ -65,7 +65,7 @@ protected:
                                                                  Qt::LeftButton, Qt::LeftButton,
                                                                  Qt::NoModifier));
     }
-    // Every way in which the buttons and the entry may be reached.
+    // Presses the buttons and the entry in every possible way.
     void pressAll()
     {
         queueClick(*two);
@@ -93,7 +93,7 @@ TEST_F(InputHoldTest, QueuedPressesAreWhatTheToolkitCountsAsInput)
     queueClick(*one);
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     EXPECT_EQ(pressed, Presses{});
-    queueClick(*two); // wakes the queue, which rests after such a turn
+    queueClick(*two); // wakes the queue, which is idle after such a turn
     QCoreApplication::processEvents();
     EXPECT_EQ(pressed, (Presses{"one", "two"}));
 }
@@ -142,7 +142,7 @@ TEST_F(InputHoldTest, WhatWasKeptArrivesInItsOrder)
     EXPECT_EQ(pressed, (Presses{"two", "entry", "one", "two"}));
 }
 
-// Input methods hand their keys on by themselves.
+// Input methods deliver their keys without the window system's queue.
 TEST_F(InputHoldTest, KeysAndComposedTextWaitToo)
 {
     {
@@ -250,7 +250,7 @@ TEST_F(InputHoldTest, AWaitForTheUserTakesInputAndLeavesWhatWasKeptToItsHold)
             const WaitScope wait([] {});
             one->click();
             {
-                const InputHold inside; // of what is loaded in the wait
+                const InputHold inside; // for what is loaded during the wait
                 entry->action().trigger();
             }
             DoEventsNow();

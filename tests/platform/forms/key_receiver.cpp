@@ -1,10 +1,10 @@
 // A program to type into: a line for an address, one for a subject, a box for a
-// text, and the menus File/New and Edit/Paste. What stands in them is written to
-// a file at each change, one after the other with a "|" behind each.
+// text, and the menus File/New and Edit/Paste. At each change their contents are
+// written to a file, one after the other, each followed by "|".
 //
 //   key_receiver FILE                  a window
 //   key_receiver FILE --dialog         with a modal dialog open, which has one line
-//   key_receiver FILE --slow           that takes half a second for a new mail
+//   key_receiver FILE --slow           takes half a second for a new mail
 //   key_receiver FILE --thief OTHER N  takes the keyboard once OTHER has N bytes
 #include <QAction>
 #include <QApplication>

@@ -52,7 +52,7 @@ TEST_F(LabelTest, LineEndsOfAllFormsMakeLinesAndTheCaptionStays)
     EXPECT_EQ(label.Caption(), u"a\r\nb\n\rc\rd");
 }
 
-// The rows of the image that hold ink.
+// The rows of the image with painted pixels.
 std::vector<int> inkedRows(const QImage& image)
 {
     std::vector<int> rows;

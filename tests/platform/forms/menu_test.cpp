@@ -90,7 +90,7 @@ TEST_F(MenuTest, ThePopupShowsTheBranchUnlessItIsOff)
     PopupMenu(*top);
     EXPECT_TRUE(top->menu()->isVisible());
     top->menu()->close();
-    PopupMenu(*help); // nothing below it
+    PopupMenu(*help); // has no entries below it
 }
 
 TEST_F(MenuTest, TheBarTakesNothingFromTheControlsArea)

@@ -27,7 +27,7 @@ QPushButton* buttonOf(QMessageBox& box, TextView caption)
     return nullptr;
 }
 
-// Does something to the box once it stands.
+// Acts on the box once it is shown.
 void whenShown(std::function<void(QMessageBox&)> act)
 {
     QTimer::singleShot(0, [act = std::move(act)] {

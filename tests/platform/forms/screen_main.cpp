@@ -1,4 +1,4 @@
-// The main of the tests that need a real screen: they bring their own.
+// main() of the tests that need a real screen; it starts a screen of its own.
 #include "support/test_screen.h"
 
 #include <QApplication>

@@ -1,4 +1,4 @@
-// Keys into another program on a screen with a window manager. The test brings
+// Sends keys to another program on a screen with a window manager. The test starts
 // the screen (screen_main.cpp), the manager and the program.
 #include "platform/forms/send_keys.h"
 
@@ -41,7 +41,7 @@ void layout(const char* name)
     run("setxkbmap", {QString::fromLatin1(name)});
 }
 
-// Another program with windows; ends with the object.
+// Another program with windows; ends with this object.
 class OtherProgram : public QProcess {
 public:
     OtherProgram(const char* program, const QStringList& arguments = {})
@@ -64,7 +64,8 @@ class SendKeysScreenTest : public testing::Test {
 protected:
     ~SendKeysScreenTest() override { layout("us"); }
 
-    // Ready before any window comes: it doesn't always take one that it meets.
+    // The manager must be ready before any window is shown: it doesn't always
+    // manage windows that exist when it starts.
     void givenManager()
     {
         manager = std::make_unique<OtherProgram>(
@@ -72,7 +73,7 @@ protected:
                                    QStringLiteral("touch ") + path("ready")});
         ASSERT_TRUE(waitFor([this] { return std::filesystem::exists(folder / "ready"); }));
     }
-    // The program with its window up and active.
+    // Starts the program; its window is shown and active.
     void givenReceiver(const QStringList& more = {})
     {
         receiver = std::make_unique<OtherProgram>(KEY_RECEIVER, QStringList{path(file)} + more);
@@ -113,7 +114,7 @@ protected:
     std::unique_ptr<OtherProgram> receiver;
 };
 
-// All of ASCII, as the notation has it.
+// All of ASCII, in the key notation.
 constexpr TextView kAscii = u" !\"#$&'*,-./0123456789:;<=>?@ABCDEFGHIJKLMNOPQRSTUVWXYZ[\\]_`"
                             u"abcdefghijklmnopqrstuvwxyz|{+}{^}{%}{~}{(}{)}{{}{}}";
 const std::string kAsciiText = " !\"#$&'*,-./0123456789:;<=>?@ABCDEFGHIJKLMNOPQRSTUVWXYZ[\\]_`"
@@ -188,7 +189,7 @@ TEST_F(SendKeysScreenTest, EverythingOnTheClipboardIsPutBack)
 {
     givenManager();
     givenReceiver();
-    auto* contents = new QMimeData; // the clipboard's from here on
+    auto* contents = new QMimeData; // owned by the clipboard from now on
     contents->setHtml(QStringLiteral("<b>bold</b>"));
     contents->setData(QStringLiteral("application/x-own"), "own");
     QImage image(3, 2, QImage::Format_RGB32);
@@ -309,7 +310,7 @@ TEST_F(SendKeysScreenTest, APasteThatNobodyTakesIsAFailure)
 {
     givenManager();
     givenReceiver();
-    SendKeys(u"%F"); // an open menu takes no text
+    SendKeys(u"%F"); // an open menu accepts no text
     EXPECT_EQ(errorOf([] { SendKeys(u"日本"); }), 5);
 }
 

@@ -1,4 +1,4 @@
-// A form whose events a test fills in and counts.
+// A form whose events a test defines and counts.
 #pragma once
 #include "platform/forms/form.h"
 
@@ -42,7 +42,7 @@ private:
     }
 };
 
-// A shown form of a comfortable size to put single controls on.
+// A form that is shown, large enough for single controls.
 class ShownForm : public TestForm {
 public:
     ShownForm()

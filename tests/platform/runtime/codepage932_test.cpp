@@ -54,7 +54,7 @@ TEST(Codepage932Test, EveryDoubleByteButTheDuplicatesComesBack)
         ++assigned;
         const std::string back = toAnsi(text);
         ASSERT_EQ(back.size(), 2u);
-        EXPECT_EQ(fromAnsi(back), text); // a duplicate at least means the same
+        EXPECT_EQ(fromAnsi(back), text); // a duplicate at least converts to the same character
         duplicates += back != bytes;
     });
     EXPECT_EQ(assigned, 9604);
@@ -63,9 +63,10 @@ TEST(Codepage932Test, EveryDoubleByteButTheDuplicatesComesBack)
 
 TEST(Codepage932Test, DuplicatesTakeTheCodeThatWindowsTakes)
 {
-    EXPECT_EQ(toAnsi(fromAnsi("\xED\x40")), "\xFA\x5C"); // 纊: the IBM row, not NEC's choice of it
+    // 纊: the IBM row, not NEC's selection of it
+    EXPECT_EQ(toAnsi(fromAnsi("\xED\x40")), "\xFA\x5C");
     EXPECT_EQ(toAnsi(fromAnsi("\xFA\x4A")), "\x87\x54"); // Ⅰ: NEC row 13
-    EXPECT_EQ(toAnsi(fromAnsi("\x87\x90")), "\x81\xE0"); // ≒: the standard's own row
+    EXPECT_EQ(toAnsi(fromAnsi("\x87\x90")), "\x81\xE0"); // ≒: the row of the standard
     EXPECT_EQ(toAnsi(fromAnsi("\xFA\x59")), "\x87\x82"); // №
 }
 
@@ -110,7 +111,7 @@ TEST(Codepage932Test, JisTwinsGoToTheirWindowsForms)
 TEST(Codepage932Test, WhatHasNoFormBecomesAGetaMarkOfItsOwn)
 {
     const std::string geta = "\x81\xAC";
-    // Best fit would give \ c e ・ << and V; 200B, FE0F and FEFF are dropped by ICU itself.
+    // Best fit would give \ c e ・ << and V; ICU itself drops 200B, FE0F and FEFF.
     for (const Text text : {u"¥", u"©", u"é", u"·", u"«", u"\u3094", u"\u2014", u"한", u"😀",
                             u"\u200B", u"\uFE0F", u"\uFEFF", u"\u00AD", u"\uF86F"}) {
         EXPECT_EQ(toAnsi(text), geta) << toUtf8(text);
@@ -144,7 +145,7 @@ TEST(Codepage932Test, BytesThatAreNoCharacterBecomeAMiddleDot)
 {
     const Row table[] = {
         {u"a\u30FB", "a\x81"},       // a lead byte at the end
-        {u"\u30FB\r\n", "\x81\r\n"}, // before a line end, which stays
+        {u"\u30FB\r\n", "\x81\r\n"}, // before a line end, which is kept
         {u"\u30FB\"", "\x82\""},     // before a quote
         {u"\u30FB\x7F", "\x82\x7F"},
         {u"a\u30FBb", "a\x85\x40"

@@ -1,4 +1,4 @@
-// The number of the failure that an action ends with; 0 for none.
+// The number of the error that an action ends with; 0 for none.
 #pragma once
 #include "platform/runtime/runtime_error.h"
 

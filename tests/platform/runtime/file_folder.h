@@ -1,4 +1,5 @@
-// A test's own folder as the program's texts name it, and one failing operation.
+// A folder for one test, by the name that the program's texts use, and one
+// operation that fails.
 #pragma once
 #include "platform/runtime/paths.h"
 #include "platform/system/files.h"

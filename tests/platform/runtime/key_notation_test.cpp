@@ -30,8 +30,8 @@ std::string spelledCharacter(char32_t character)
                        static_cast<char16_t>(0xDC00 + (rest & 0x3FF))});
 }
 
-// A press as "+Shift", a release as "-Shift", a key by its name in <>, a
-// character as itself; one blank between them.
+// A press is written "+Shift", a release "-Shift", a named key in <>, a character
+// as itself, separated by one blank.
 std::string spelled(const std::vector<KeyEvent>& events)
 {
     std::string all;
@@ -224,7 +224,7 @@ TEST(KeyNotation, GroupsStandInGroups)
     });
 }
 
-// A second press would bring a release before the group's end.
+// A second press would cause a release before the end of the group.
 TEST(KeyNotation, AModifierThatIsHeldAlreadyStaysHeld)
 {
     expectRows({
@@ -270,7 +270,8 @@ TEST(KeyNotation, NoTextIsTooDeep)
     EXPECT_EQ(spelled(keyEvents(deep)), "a");
 }
 
-// An address goes out as it is: what means something in the notation does.
+// An address is sent unescaped: characters with a meaning in the notation take
+// effect.
 TEST(KeyNotation, AnAddressIsReadAsNotation)
 {
     expectRows({

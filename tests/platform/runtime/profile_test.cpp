@@ -12,7 +12,7 @@ constexpr TextView kKey = u"Mail Text Font";
 
 class ProfileTest : public FileFolderTest {
 protected:
-    // "-" where the key isn't found.
+    // "-" if the key isn't found.
     Text read(TextView section, TextView key, int size = 255)
     {
         return getProfileString(section, key, u"-", size, text(u"TOLVEK.ini"));
@@ -26,7 +26,7 @@ protected:
     {
         return writeProfileString(section, key, value, text(u"TOLVEK.ini"));
     }
-    // The file after the one key was written into it.
+    // The file after the one key has been written to it.
     std::string writtenInto(const std::string& bytes, TextView value)
     {
         given("TOLVEK.ini", bytes);
@@ -134,7 +134,8 @@ TEST_F(ProfileTest, AValueIsCutWithoutHalfACharacter)
     const Text kana253(253, u'ｱ');
     EXPECT_EQ(cut(Text(300, u'a')), Text(254, u'a'));
     EXPECT_EQ(cut(Text(200, u'あ')), Text(127, u'あ'));
-    EXPECT_EQ(cut(u"a" + Text(200, u'あ')), u"a" + Text(126, u'あ')); // byte 254 is a first half
+    // byte 254 is the first half of a character
+    EXPECT_EQ(cut(u"a" + Text(200, u'あ')), u"a" + Text(126, u'あ'));
     EXPECT_EQ(cut(kana253 + u"あ"), kana253);
     EXPECT_EQ(cut(kana253 + u"ｲあ"), kana253 + u"ｲ");
     EXPECT_EQ(read(u"s", u"none", 1), u"");
@@ -227,7 +228,7 @@ TEST_F(ProfileTest, AReadOnlyFileIsRefusedThoughARenameCouldReplaceIt)
     given("TOLVEK.ini", "[Mail Font]\r\nMail Text Font=old\r\n");
     protect("TOLVEK.ini");
     EXPECT_FALSE(write(kSection, kKey, u"new"));
-    EXPECT_FALSE(write(kSection, kKey, u"old")); // also with nothing to change
+    EXPECT_FALSE(write(kSection, kKey, u"old")); // also if nothing would change
     EXPECT_EQ(contents("TOLVEK.ini"), "[Mail Font]\r\nMail Text Font=old\r\n");
     EXPECT_EQ(fs::status(folder / "TOLVEK.ini").permissions(), fs::perms(0444));
 }

@@ -1,4 +1,4 @@
-// The number of the RuntimeError that an action ends with; 0 when it doesn't fail.
+// The number of the RuntimeError that an action ends with; 0 if it doesn't fail.
 #pragma once
 #include "platform/runtime/runtime_error.h"
 

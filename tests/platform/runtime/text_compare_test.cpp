@@ -142,7 +142,7 @@ TEST(TextCompareTest, ByteSearchGoesByBytePositions)
 
 TEST(TextCompareTest, AByteMatchMayBeginInTheMiddleOfAUnit)
 {
-    // 34 12 78 56: the bytes 12 78 are the unit 7812.
+    // 34 12 78 56: the bytes 12 78 are the code unit 7812.
     EXPECT_EQ(inStrB(u"\u1234\u5678", u"\u7812"), 2);
     EXPECT_EQ(inStrB(u"\u1234\u5678", u"\u7812", 3), 0);
 }

@@ -63,7 +63,8 @@ TEST_F(TextFilesTest, AByte1AEndsTheFile)
 
 TEST_F(TextFilesTest, LinesAcrossTheBuffersEndAreWhole)
 {
-    // Every place of the line end and of a double byte around the buffers' ends.
+    // Every position of the line end and of a double byte around the end of a
+    // buffer.
     for (std::size_t size = (1 << 17) - 4; size <= (1 << 17) + 2; ++size) {
         const Texts read = lines(std::string(size, 'x') + "\r\n\x83\x79\r\n" +
                                  std::string(300'000, 'y') + "\r\nz");
@@ -98,7 +99,7 @@ TEST_F(TextFilesTest, ItemsOfTexts)
         {" \t\x81\x40 a  \x81\x40,b", {u"a", u"b"}},
         {"a\r\n\r\nb,,c", {u"a", u"", u"b", u"", u"c"}},
         {"\"\",\"x\"", {u"", u"x"}},
-        {"\"a\"\"b\"", {u"a", u"b"}}, // no escape: the second quote begins an item
+        {"\"a\"\"b\"", {u"a", u"b"}}, // not an escape: the second quote begins an item
         {"\"a\"rest,b", {u"a", u"rest", u"b"}},
         {"a\"b\",c", {u"a\"b\"", u"c"}},
         {"\"no end,\r\n", {u"no end,\r\n"}},
@@ -240,7 +241,7 @@ TEST_F(TextFilesTest, AFailedReadIsReportedOnceAndEndsTheFile)
     EXPECT_TRUE(endOfFile(1)) << "what could be read now would have a gap before it";
 }
 
-// The line that the failed read was to complete isn't a line.
+// The line that the failed read was to complete doesn't count as a line.
 TEST_F(TextFilesTest, NothingOfALineThatCantBeReadOnIsHandedOut)
 {
     openWith("a\r\n" + std::string(200'000, 'b') + "\r\n");

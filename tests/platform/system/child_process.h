@@ -1,4 +1,4 @@
-// A second process for a test: a copy of this one that runs a function and ends.
+// A second process for a test: a fork of this one that runs a function and exits.
 #pragma once
 #include "platform/system/process.h"
 
@@ -39,7 +39,7 @@ private:
     pid_t id_;
 };
 
-// One side waits until the other one has said its word.
+// One process waits until the other has sent its signal.
 class Signal {
 public:
     Signal()
@@ -58,7 +58,8 @@ public:
     {
         if (write(ends_[1], &word, 1) != 1) std::abort();
     }
-    // What this process prints is its word, also once it runs another program.
+    // Whatever this process prints is its signal, also after it has executed
+    // another program.
     void sendFromOutput() { dup2(ends_[1], STDOUT_FILENO); }
     char wait()
     {

@@ -1,4 +1,5 @@
-// What the file layer asked, in order, and one operation that fails on demand.
+// Records the operations of the file layer in order, and makes one of them fail on
+// demand.
 #pragma once
 #include "platform/system/files.h"
 
@@ -35,7 +36,7 @@ public:
     std::vector<std::string> asked;
 };
 
-// The failure that the action ends with; none: an empty code.
+// The failure that the action ends with; an empty code for none.
 template <class Action> std::error_code failureOf(Action action)
 {
     try {

@@ -16,7 +16,7 @@ protected:
     {
         setRegistryValue(HKEY_LOCAL_MACHINE, key, name, kRegistryString, text + '\0');
     }
-    // The text of a value, or "-" with the step that didn't find it.
+    // The text of a value, or "-" with the step that failed to find it.
     static std::string text(const std::string& keyName, const std::string& valueName,
                             std::uint32_t root = HKEY_LOCAL_MACHINE)
     {

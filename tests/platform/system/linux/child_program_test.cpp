@@ -17,7 +17,7 @@ protected:
     ChildProgramTest() { writeBytes(input, "abc"); }
     ~ChildProgramTest() override { setFileProbe({}); }
 
-    // A program of the shell, with its words behind it.
+    // Runs a shell script with the arguments after it.
     ChildEnd run(const std::string& script, const ChildLimits& limits = {})
     {
         return runChild("/bin/sh", {"-c", script}, input, limits,
@@ -55,8 +55,8 @@ TEST_F(ChildProgramTest, ItsOtherOutputsGoNowhere)
     EXPECT_EQ(result, "x");
 }
 
-// The program lists its own descriptors: a shell that starts a pipe has some
-// more for a moment. The number is one that nothing else takes.
+// The program lists its own descriptors: a shell that starts a pipe has some more
+// for a moment. The number of this one is not used by anything else.
 TEST_F(ChildProgramTest, NothingElseIsInherited)
 {
     const int low = ::open(input.c_str(), O_RDONLY); // not closed by exec
@@ -64,7 +64,7 @@ TEST_F(ChildProgramTest, NothingElseIsInherited)
     run("exec ls /proc/self/fd >&3");
     close(inherited);
     close(low);
-    EXPECT_EQ(result, "0\n1\n2\n3\n4\n"); // the last is the folder that is listed
+    EXPECT_EQ(result, "0\n1\n2\n3\n4\n"); // the last one is the folder being listed
 }
 
 TEST_F(ChildProgramTest, TheEnvironmentIsNotInherited)

@@ -8,7 +8,7 @@ namespace tolvek::test {
 
 namespace fs = std::filesystem;
 
-// An environment with the drives C, of its own, and Z, which is the host's root.
+// An environment with a drive C of its own and a drive Z, which is the host's root.
 class EmulatedPathTest : public testing::Test {
 protected:
     EmulatedPathTest()

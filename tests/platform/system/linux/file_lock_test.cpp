@@ -47,7 +47,7 @@ TEST_F(FileLockTest, WhatIsLeftOverIsNoLock)
     EXPECT_EQ(readBytes(path), "somebody's text");
 }
 
-// Unlike the locks by which a process as a whole is kept out.
+// Unlike locks that belong to the whole process.
 TEST_F(FileLockTest, ReadingTheFileInTheSameProcessLeavesTheLock)
 {
     const FileLock lock(path);
@@ -56,7 +56,7 @@ TEST_F(FileLockTest, ReadingTheFileInTheSameProcessLeavesTheLock)
     EXPECT_EQ(other.exitCode(), 1);
 }
 
-// What a network file system makes of such a lock is one of the common kind.
+// Network file systems turn such a lock into one of the common kind.
 TEST_F(FileLockTest, TheCommonKindOfLockIsSeen)
 {
     Signal ready;

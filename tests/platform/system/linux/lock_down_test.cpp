@@ -6,7 +6,7 @@
 namespace tolvek::test {
 namespace {
 
-// What the locked program says of its tries.
+// What the locked program reports about its attempts.
 std::string triesOf(const std::string& state)
 {
     const TempFolder folder;
@@ -25,7 +25,7 @@ TEST(LockDownTest, NothingCanBeOpenedOrReachedAndTheWorkGoesOn)
                                  "code: EPERM\nprocess: EPERM\nprogram: EPERM\n");
 }
 
-// Or the test above would prove nothing.
+// Otherwise the test above would prove nothing.
 TEST(LockDownTest, WithoutTheLockAllOfItCanBeDone)
 {
     EXPECT_EQ(triesOf("free"), "memory: done\ninput: done\nplace: done\nopen: done\n"

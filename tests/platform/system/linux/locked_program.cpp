@@ -1,5 +1,5 @@
-// Tries what a program that is locked in can't do, and writes on descriptor 3
-// how each try ended. Words: "locked" or "free", a file, a folder.
+// Tries what a locked-down program can't do, and writes the result of each attempt
+// to descriptor 3. Arguments: "locked" or "free", a file, a folder.
 #include "platform/system/lock_down.h"
 
 #include <cerrno>
@@ -23,7 +23,7 @@ void note(const std::string& what, long result)
     if (write(3, line.data(), line.size()) < 0) _exit(9);
 }
 
-// Work of the kind that it is there for.
+// The kind of work that must still be possible.
 void useMemory()
 {
     std::vector<std::string> pieces;
@@ -41,7 +41,7 @@ long mapCode()
     return page == MAP_FAILED ? -1 : 0;
 }
 
-// Not vfork's way, by which a sanitizer might be misled.
+// Doesn't use vfork, which might mislead a sanitizer.
 long startProcess()
 {
     const pid_t child = fork();

@@ -10,7 +10,7 @@ namespace {
 
 const std::string kRoot = "27 1 254:0 / / rw,relatime - ext4 /dev/sda2 rw\n";
 
-// A line of the table as the system writes it.
+// A line of the table in the system's format.
 std::string line(const std::string& device, const std::string& root, const std::string& folder,
                  const std::string& type, const std::string& source)
 {

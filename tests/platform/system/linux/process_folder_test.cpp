@@ -11,7 +11,7 @@ namespace tolvek::test {
 namespace fs = std::filesystem;
 using namespace std::string_literals;
 
-// A folder of processes as the system's, with what each test puts into it.
+// A process folder in the system's format, filled by each test.
 class ProcessFolderTest : public testing::Test {
 protected:
     ProcessFolderTest()

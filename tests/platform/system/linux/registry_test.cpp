@@ -26,7 +26,7 @@ protected:
         writeBytes(folder / name, "#!/bin/sh\n");
         fs::permissions(folder / name, fs::perms(0755));
     }
-    // As a program reads it; without the NUL.
+    // The value as a program reads it, without the NUL.
     static std::string pathOfTool()
     {
         RegistryKey key = 0;

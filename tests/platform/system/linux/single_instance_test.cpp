@@ -10,7 +10,7 @@ namespace tolvek::test {
 
 namespace fs = std::filesystem;
 
-// The environment as it was before the test.
+// Restores an environment variable after the test.
 class KeptVariable {
 public:
     explicit KeptVariable(const char* name) : name_(name)
@@ -118,7 +118,8 @@ TEST_F(SingleInstanceTest, TheSessionsFolderMayBeTheProgramsOwn)
     EXPECT_TRUE(isFirst("home"));
 }
 
-// The temporary folder is anybody's: who comes first there could keep others out.
+// Everybody may write to the temporary folder: whoever comes first there could keep
+// others out.
 TEST_F(SingleInstanceTest, WithoutASessionsFolderOnlyTheProgramsOwnIsUsed)
 {
     for (const char* value : {"", "/no/such/folder"}) {

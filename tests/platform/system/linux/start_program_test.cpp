@@ -13,21 +13,21 @@ namespace tolvek::test {
 
 namespace fs = std::filesystem;
 
-// The started programs are shell scripts that say their word into a pipe with a
-// name; reading it waits for them.
+// The started programs are shell scripts that write to a named pipe; reading the
+// pipe waits for them.
 class StartProgramTest : public testing::Test {
 protected:
     StartProgramTest() { EXPECT_EQ(mkfifo(words().c_str(), 0600), 0); }
 
     fs::path words() const { return folder / "words"; }
     std::string said() const { return readBytes(words()); }
-    // Runs the line in a shell, with its output going to the pipe.
+    // Runs the line in a shell, with its output redirected to the pipe.
     std::int32_t shell(const std::string& line) const
     {
         return startProgram("/bin/sh", {"-c", "exec >'" + words().string() + "'; " + line});
     }
     static bool exists(std::int32_t id) { return kill(id, 0) == 0; }
-    // An ended child that nobody asked for its end would exist for ever.
+    // An ended child that nobody waits for would exist for ever.
     static bool vanishes(std::int32_t id)
     {
         const auto patience = std::chrono::steady_clock::now() + std::chrono::seconds(20);
@@ -94,7 +94,8 @@ TEST_F(StartProgramTest, StandsInASessionOfItsOwn)
     EXPECT_TRUE(stops(id));
 }
 
-// It waits with its word until the pipe is read, which is after its starter's end.
+// It writes only when the pipe is read, which is after the end of the program that
+// started it.
 TEST_F(StartProgramTest, OutlivesTheProgramThatStartedIt)
 {
     ChildProcess starter([this] {
@@ -121,7 +122,7 @@ TEST_F(StartProgramTest, OneThatCantBeRunIsToldByItsCode)
     EXPECT_EQ(failureOf(folder / "text"), std::errc::executable_format_error);
 }
 
-// The emulation layer is a script that says what it was to run.
+// The emulation layer is a script that prints what it was asked to run.
 class StartWindowsProgramTest : public StartProgramTest {
 protected:
     StartWindowsProgramTest() : path_(std::getenv("PATH"))

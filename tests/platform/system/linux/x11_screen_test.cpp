@@ -1,4 +1,4 @@
-// Before the names that the screen's own headers take away.
+// Included first: the X11 headers define macros with names that this header uses.
 #include <gtest/gtest.h>
 
 #include "platform/system/linux/x11_screen.h"
