@@ -57,6 +57,7 @@ void CheckBox::setValue(Int16 value)
     setChecked(value != 0);
 }
 
+// Called by Qt for the user's click, before clicked is emitted.
 void CheckBox::nextCheckState()
 {
     setValue(value_ == 0 ? 1 : 0);

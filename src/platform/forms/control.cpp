@@ -152,6 +152,7 @@ void applyTabOrder(QWidget& root)
     for (QWidget* child : root.findChildren<QWidget*>())
         if (auto* control = dynamic_cast<Control*>(child); control && control->TabIndex() >= 0)
             order.push_back(control);
+    // Stable: controls with equal indexes keep the order of their creation.
     std::stable_sort(order.begin(), order.end(), [](const Control* a, const Control* b) {
         return a->TabIndex() < b->TabIndex();
     });

@@ -53,6 +53,7 @@ Path wholePath(const Path& folder)
 bool comesBefore(const Text& a, const Text& b)
 {
     const int order = compareText(a, b, Compare::TextMode);
+    // Names that are equal in text mode are ordered by code units.
     return order != 0 ? order < 0 : a < b;
 }
 

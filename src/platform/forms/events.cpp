@@ -18,6 +18,7 @@ UntrappedHandler untrappedHandler;
 std::function<void()> endFunction;
 std::exception_ptr kept;
 bool quitting = false;
+// Innermost last.
 std::vector<std::function<void()>> waits;
 
 void endProcess()
@@ -39,6 +40,7 @@ void showUntrapped(const RuntimeError& error)
 void keep(std::exception_ptr exception) noexcept
 {
     if (!kept) kept = std::move(exception);
+    // Ends the innermost event loop, whose caller rethrows the exception.
     if (!waits.empty()) waits.back()();
 }
 
@@ -115,6 +117,7 @@ int runApplication()
     const WaitScope wait([] { QCoreApplication::exit(1); });
     const int code = QApplication::exec();
     QObject::disconnect(watch);
+    // So that the loop can be run again.
     quitting = false;
     rethrowKept();
     return code;

@@ -40,7 +40,10 @@ QStringList faceNames(const Text& current)
         names += toQt(own);
     for (const QString& family : QFontDatabase::families())
         if (fitsAnsi(fromQt(family)) && !QFontDatabase::isPrivateFamily(family)) names += family;
+    // A stored face that isn't installed is offered too, so that OK doesn't lose
+    // it.
     if (!current.empty() && !names.contains(toQt(current))) names.prepend(toQt(current));
+    // An installed face of the program's own is in both lists.
     names.removeDuplicates();
     return names;
 }
@@ -187,6 +190,7 @@ void FontDialog::ShowFont(QWidget* owner)
     if ((Flags & kScreenFonts) == 0)
         throw RuntimeError(kNoFonts, u"フォントがありません。", nullptr);
     beforeWait();
+    // A copy, so that a cancelled dialog changes nothing.
     FontDialogFields chosen = fields_;
     if (fontDialogHook ? fontDialogHook(chosen) : ask(chosen, owner))
         fields_ = chosen;

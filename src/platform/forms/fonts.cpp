@@ -51,6 +51,7 @@ QString firstInstalled(const ProgramFont& font)
 int evenDevicePixels(double size)
 {
     const double ratio = qGuiApp->devicePixelRatio();
+    // With an even ratio every size is an even number of device pixels.
     if (std::fmod(ratio, 2.0) == 0.0) return static_cast<int>(std::lround(size));
     const double device = 2 * std::ceil(size * ratio / 2 - 0.5);
     return static_cast<int>(std::lround(device / ratio));
@@ -81,6 +82,7 @@ QString installedFamily(TextView name)
 QFont platformFont(const FontChoice& choice)
 {
     QFont font(installedFamily(choice.name));
+    // A point is 1/72 inch; sizes are meant for 96 dpi.
     const double size = choice.size * 96.0 / 72.0;
     const int rounded = isFixedPitchName(choice.name) ? evenDevicePixels(size)
                                                       : static_cast<int>(std::lround(size));

@@ -110,6 +110,7 @@ void Form::Load()
     try {
         buildWindow();
     } catch (...) {
+        // A form whose controls failed to build must not stay half loaded.
         destroyWindow();
         throw;
     }
@@ -178,6 +179,7 @@ void Form::Unload()
 
 void Form::unload(UnloadMode mode)
 {
+    // An event may unload and load the form again; then the window is another one.
     const QPointer<QWidget> unloading = window_;
     if (!unloading) return;
     const InputHold hold;
@@ -253,6 +255,7 @@ bool Form::keyPressed(int key)
     CommandButton* button = key == Qt::Key_Escape ? cancelButton_.data() : nullptr;
     if (enter && defaultButton_) {
         auto* focused = qobject_cast<CommandButton*>(window_->focusWidget());
+        // Enter presses a focused button instead of the default one.
         button = focused ? focused : defaultButton_.data();
     }
     if (!button || !button->isVisible() || !button->isEnabled()) return false;

@@ -85,6 +85,7 @@ void Form::applySize()
 
 void Form::applyPosition()
 {
+    // A form without a position of its own is placed by the window manager.
     if (window_ && placed_ && WindowState() == 0) window_->move(pixels(left_), pixels(top_));
 }
 
@@ -106,6 +107,7 @@ void Form::setWindowState(int state)
 void Form::windowResized(const QSize& client)
 {
     if (!shown_ || window_->isMinimized() || client == clientPixels()) return;
+    // Each side separately: dragging one edge must not round the other side.
     if (client.width() != clientPixels().width())
         width_ = twipsOf(client.width(), widthAsSet_, frameTwips(border_, kFrameTwipsWide));
     if (client.height() != clientPixels().height())

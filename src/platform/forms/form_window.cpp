@@ -69,7 +69,9 @@ void FormWindow::moveEvent(QMoveEvent*)
 void FormWindow::closeEvent(QCloseEvent* event)
 {
     event->ignore();
+    // A close request during a hold is repeated afterwards.
     if (keptBack(*this, [this] { close(); })) return;
+    // The window manager may send a close request even without a close button.
     if (form_ && form_->controlBox_)
         runEvent([form = form_] { form->unload(UnloadMode::ControlMenu); });
 }

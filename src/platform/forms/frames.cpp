@@ -14,6 +14,7 @@ Frame::Frame(Container container, TextView name, TextView caption) : ControlOf(c
 Line::Line(Container container, TextView name) : ControlOf(container, name)
 {
     setAttribute(Qt::WA_TransparentForMouseEvents);
+    // Lines are painted under the other controls.
     lower();
 }
 
@@ -58,6 +59,7 @@ void Line::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     painter.setPen(palette().color(QPalette::WindowText));
+    // The widget is the line's bounding box; the line is one of its diagonals.
     const bool falls = (x1_ <= x2_) == (y1_ <= y2_);
     const QRect box = rect();
     painter.drawLine(falls ? box.topLeft() : box.bottomLeft(),

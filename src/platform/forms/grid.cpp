@@ -55,6 +55,7 @@ void prepareHeader(QHeaderView& header, bool shown)
     header.setSectionsClickable(false);
     header.setHighlightSections(false);
     header.setSectionResizeMode(QHeaderView::Fixed);
+    // Otherwise Qt would widen narrow columns.
     header.setMinimumSectionSize(1);
 }
 
@@ -189,6 +190,8 @@ void Grid::setColWidth(int col, float twips)
 
 void Grid::applyColWidth(int col)
 {
+    // A resize by code fires sectionResized too; it must not replace the twips as
+    // set by a rounded value.
     applyingWidth_ = true;
     const int width = pixels(ColWidth(col));
     if (col < FixedCols())
@@ -250,6 +253,7 @@ void Grid::mouseReleaseEvent(QMouseEvent* event)
     event->accept();
 }
 
+// The second press of a double click counts as a press too.
 void Grid::mouseDoubleClickEvent(QMouseEvent* event)
 {
     mousePressEvent(event);
@@ -257,6 +261,7 @@ void Grid::mouseDoubleClickEvent(QMouseEvent* event)
 
 bool Grid::moveByKey(int key)
 {
+    // One row less than fits, so that a row of the previous page stays visible.
     const int page =
         std::max(1, viewport()->height() / std::max(1, verticalHeader()->defaultSectionSize()) - 1);
     int row = row_;
@@ -289,6 +294,7 @@ bool Grid::moveByKey(int key)
     default:
         return false;
     }
+    // Without ordinary cells the keys are consumed but move nothing.
     if (model_->rowCount() > 0 && model_->columnCount() > 0) {
         setRow(std::clamp(row, FixedRows(), Rows() - 1));
         setCol(std::clamp(col, FixedCols(), Cols() - 1));

@@ -13,6 +13,7 @@ GridModel::GridModel(int rows, int cols, int fixedRows, int fixedCols, QObject* 
 
 void GridModel::setRows(int rows)
 {
+    // The model's rows are the ordinary ones; the fixed row is the view's header.
     const int before = rowCount();
     const int after = std::max(0, rows - fixedRows_);
     if (after > before)
@@ -29,6 +30,7 @@ void GridModel::setRows(int rows)
 
 void GridModel::setCols(int cols)
 {
+    // A reset and not an insertion, because every row changes its length.
     beginResetModel();
     cols_ = cols;
     for (auto& row : cells_)
@@ -49,6 +51,7 @@ const Text& GridModel::text(int row, int col) const
 void GridModel::setText(int row, int col, TextView text)
 {
     cell(row, col) = text;
+    // A cell is an item, part of a header, or the corner, which isn't shown.
     if (const QModelIndex changed = indexOf(row, col); changed.isValid())
         emit dataChanged(changed, changed, {Qt::DisplayRole});
     else if (row < fixedRows_ && col >= fixedCols_)
@@ -86,6 +89,7 @@ int GridModel::columnCount(const QModelIndex& parent) const
 QVariant GridModel::data(const QModelIndex& index, int role) const
 {
     if (role != Qt::DisplayRole || !index.isValid()) return {};
+    // Each cell is painted on one line.
     return paintedText(text(index.row() + fixedRows_, index.column() + fixedCols_), u' ');
 }
 

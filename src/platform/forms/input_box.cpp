@@ -34,6 +34,7 @@ QLineEdit* addRows(QDialog& dialog, const InputBoxRequest& request)
 {
     auto* rows = new QVBoxLayout(&dialog);
     auto* prompt = new QLabel(paintedText(request.prompt), &dialog);
+    // Otherwise a text that looks like markup would be interpreted.
     prompt->setTextFormat(Qt::PlainText);
     rows->addWidget(prompt);
     auto* edit = new QLineEdit(toQt(request.defaultText), &dialog);
@@ -50,6 +51,7 @@ Text ask(const InputBoxRequest& request)
     dialog.setObjectName(QStringLiteral("InputBox"));
     dialog.setWindowTitle(toQt(request.title));
     const QLineEdit* edit = addRows(dialog, request);
+    // An event that throws closes the dialog; the exception is then rethrown here.
     const WaitScope wait([&dialog] { dialog.reject(); });
     const bool accepted = dialog.exec() == QDialog::Accepted;
     rethrowKept();

@@ -28,6 +28,7 @@ struct Level {
 
 std::vector<Level>& levels()
 {
+    // The first level belongs to the main event loop.
     static std::vector<Level> all(1);
     return all;
 }
@@ -73,6 +74,7 @@ protected:
     bool eventFilter(QObject* target, QEvent* event) override
     {
         if (!InputHold::isHeld() || !isInput(event->type())) return false;
+        // A clone, because the sender destroys the event after delivery.
         keep({target, std::shared_ptr<QEvent>(event->clone()), {}});
         return true;
     }
@@ -83,6 +85,7 @@ void installFilter()
     static QPointer<QObject> filter;
     if (filter || !QCoreApplication::instance()) return;
     filter = new InputFilter;
+    // Ends with the application object; a test may create another one.
     filter->setParent(QCoreApplication::instance());
     QCoreApplication::instance()->installEventFilter(filter);
 }
@@ -109,6 +112,7 @@ bool isBelowModal(QObject* target)
     const QWidget* const modal = QApplication::activeModalWidget();
     if (!modal) return false;
     const QWidget* widget = nearestWidget(target);
+    // A window owned by the modal one isn't below it.
     while (widget && widget->window() != modal)
         widget = widget->window()->parentWidget();
     return !widget;

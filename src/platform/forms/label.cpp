@@ -29,6 +29,7 @@ int linePitch(const QLabel& label, int lines)
 {
     const int wanted = label.fontMetrics().lineSpacing();
     if (lines * wanted <= label.height()) return wanted;
+    // Not below the font's pixel size, where lines would overlap.
     return std::max(label.height() / lines, label.font().pixelSize());
 }
 
@@ -91,6 +92,7 @@ void Label::showCaption()
     setText(paintedText(useMnemonic_ ? withoutMnemonic(caption_) : caption_));
     if (room_ <= 0) return;
     Control::applyFont(narrowedTo(pixels(room_), askedFont(), text()));
+    // The overflow to the left depends on the text.
     Label::applyGeometry();
 }
 

@@ -75,6 +75,7 @@ void ListBox::mousePressEvent(QMouseEvent* event)
     if (event->button() == Qt::RightButton) emit RightButton(pos);
     if (event->button() != Qt::LeftButton) return;
     const int row = indexAt(pos).row();
+    // Kept quirk: on an empty list Click fires with ListIndex -1.
     if (row < 0 && ListCount() > 0) return;
     if (row >= 0) select(row);
     emit Click();
@@ -133,6 +134,7 @@ void ListBox::keyPressEvent(QKeyEvent* event)
     if (enter && takesEnter_) return emit EnterKey();
     const int row = ListCount() > 0 ? rowForKey(event->key()) : -1;
     if (row < 0) return searchByKey(event);
+    // At either end of the list a key moves nothing, so it fires nothing.
     if (row == listIndex_) return;
     select(row);
     emit Click();

@@ -61,6 +61,7 @@ QMenu* MenuEntry::menu() const
 
 QMenu& MenuEntry::branch()
 {
+    // The menu is created with the first entry below.
     if (!action_->menu()) {
         auto* menu = new QMenu(qobject_cast<QWidget*>(parent()));
         menu->setObjectName(objectName());

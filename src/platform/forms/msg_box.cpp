@@ -20,6 +20,7 @@ public:
     {
         setObjectName(QStringLiteral("MsgBox"));
         setWindowTitle(toQt(request.title));
+        // Otherwise a text that looks like markup would be interpreted.
         setTextFormat(Qt::PlainText);
         setText(paintedText(request.text));
         if (request.icon == MsgIcon::Critical) setIcon(QMessageBox::Critical);
@@ -59,6 +60,7 @@ private:
         QPushButton* refuse =
             yesNo ? addButton(QStringLiteral("いいえ"), QMessageBox::NoRole)
                   : addButton(QStringLiteral("キャンセル"), QMessageBox::RejectRole);
+        // Also the answer of the close box.
         setEscapeButton(refuse);
         setDefaultButton(yesNo && defaultAnswer == MsgAnswer::No ? refuse : agree_);
     }
@@ -70,6 +72,8 @@ private:
 MsgAnswer showBox(const MsgBoxRequest& request)
 {
     MessageBox box(request);
+    // An event that throws closes the box; the exception is then rethrown here and
+    // no answer is returned.
     const WaitScope wait([&box] { box.done(0); });
     box.exec();
     rethrowKept();

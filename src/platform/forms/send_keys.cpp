@@ -78,6 +78,7 @@ private:
 std::unique_ptr<QMimeData> copyOf(const QMimeData* contents)
 {
     if (!contents || contents->formats().isEmpty()) return nullptr;
+    // A full copy, because the contents are gone once ours replace them.
     auto copy = std::make_unique<QMimeData>();
     for (const QString& format : contents->formats())
         copy->setData(format, contents->data(format));
@@ -145,6 +146,7 @@ std::vector<Run> runsOf(TextView notation)
     for (KeyEvent event : keyEvents(notation)) {
         if (event.action == KeyAction::Press) ++held;
         if (event.action == KeyAction::Release) --held;
+        // A TAB moves to the next field, so it is sent as a key and never pasted.
         if (event.character == U'\t') event = {KeyAction::Stroke, Key::Tab};
         const bool isText = held == 0 && isPlainCharacter(event);
         if (runs.empty() || runs.back().isText != isText) runs.push_back({isText, {}});
@@ -190,6 +192,7 @@ template <class Work> void orError5(Work work)
 void AppActivate(std::int32_t processId)
 {
     if (senderOfTests.AppActivate) return senderOfTests.AppActivate(processId);
+    // A failed activation must not leave the previous target.
     activated = 0;
     orError5([&] {
         serve(); // takes a box that has just closed off the screen first

@@ -78,6 +78,7 @@ void MultiLineTextBox::setText(TextView text)
     const bool adds = !openBreak_ && !text_.empty() && text.size() >= text_.size() &&
                       text.substr(0, text_.size()) == text_;
     const TextView rest = adds ? text.substr(text_.size()) : text;
+    // textChanged fires for changes by code too, which takeUserEdit must ignore.
     settingText_ = true;
     if (!adds) clear();
     append(rest);

@@ -55,6 +55,7 @@ std::chrono::year_month_day calendarDay(TextView text)
     if (!eightDigits) throw RuntimeError(13);
     const year_month_day date{year(static_cast<int>(number(text.substr(0, 4)))),
                               month(number(text.substr(4, 2))), day(number(text.substr(6, 2)))};
+    // ok() also rejects days such as 30 February.
     if (!date.ok() || date.year() < year(kFirstYear)) throw RuntimeError(13);
     return date;
 }
@@ -86,6 +87,7 @@ Text nextDay(TextView yyyymmdd)
 {
     using namespace std::chrono;
     const year_month_day next = sys_days(calendarDay(yyyymmdd)) + days(1);
+    // The last day of the calendar has no next one.
     if (next.year() > year(kLastYear)) throw RuntimeError(5);
     return digits(static_cast<int>(next.year()), 4) +
            digits(static_cast<int>(static_cast<unsigned>(next.month())), 2) +

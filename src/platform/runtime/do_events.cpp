@@ -12,6 +12,7 @@ namespace {
 using Clock = std::chrono::steady_clock;
 constexpr std::chrono::milliseconds kTurnEvery{5};
 
+// constinit: forms installs its loop during static initialisation, in any order.
 constinit EventLoop eventLoop{[] { return true; }, [] {}};
 constinit Clock::time_point lastTurn{};
 

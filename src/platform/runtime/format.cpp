@@ -50,6 +50,7 @@ struct Decimal {
 Decimal decimalOf(double value)
 {
     char buffer[32]; // d.dddddddddddddde+ddd
+    // 14 digits after the point make 15 in all.
     const auto [end, error] = std::to_chars(buffer, buffer + sizeof buffer, std::fabs(value),
                                             std::chars_format::scientific, 14);
     const std::string text(buffer, end);
@@ -67,6 +68,7 @@ void addOneAtTheEnd(Decimal& number)
         }
         *digit = '0';
     }
+    // All digits were 9.
     number.digits.insert(0, 1, '1');
     ++number.point;
 }
@@ -107,6 +109,7 @@ Text format(double value, TextView pattern)
     if (!std::isfinite(value)) throw RuntimeError(6);
     Decimal number = decimalOf(value);
     roundHalfAway(number, parsed.places);
+    // A negative number that rounds to zero has no minus.
     const bool isZero = number.digits.find_first_not_of('0') == std::string::npos;
     const std::string text = (value < 0 && !isZero ? "-" : "") +
                              integerPart(number, parsed.integerDigits) + (parsed.point ? "." : "") +

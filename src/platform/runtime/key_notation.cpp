@@ -83,6 +83,7 @@ int timesOf(TextView digits)
     for (const char16_t digit : digits) {
         if (digit < u'0' || digit > u'9') throw RuntimeError(kBadNotation);
         times = times * 10 + (digit - u'0');
+        // Checked at each digit, so that the number can't overflow.
         if (times > kMostTimes) throw RuntimeError(kBadNotation);
     }
     if (times == 0) throw RuntimeError(kBadNotation);

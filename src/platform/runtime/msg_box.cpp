@@ -8,6 +8,7 @@ namespace tolvek {
 
 namespace {
 
+// constinit: forms installs its screen during static initialisation, in any order.
 constinit MsgBoxScreen msgBoxScreen = nullptr;
 
 MsgBoxHandler& msgBoxHandler()
@@ -24,6 +25,8 @@ std::function<void()>& beforeWaitHook()
 
 MsgAnswer shown(const MsgBoxRequest& request)
 {
+    // Without a screen the text of the box goes into the error, so that it isn't
+    // lost.
     if (!msgBoxScreen) throw RuntimeError(51, u"内部エラーです。(" + request.text + u")", nullptr);
     return msgBoxScreen(request);
 }
@@ -54,6 +57,8 @@ MsgAnswer MsgBox(TextView text, MsgButtons buttons, TextView title, MsgIcon icon
                  MsgAnswer defaultAnswer)
 {
     beforeWait();
+    // The hook has run even if a handler answers, so that tests take the same
+    // steps.
     const MsgBoxRequest request{Text(text), buttons, Text(title), icon, defaultAnswer};
     return msgBoxHandler() ? msgBoxHandler()(request) : shown(request);
 }

@@ -28,6 +28,7 @@ Text foldedAscii(TextView name)
 
 Text foldedName(TextView name)
 {
+    // Most names are ASCII and don't need ICU.
     if (isAscii(name)) return foldedAscii(name);
     const icu::UnicodeString source(false, name.data(), static_cast<int>(name.size()));
     icu::UnicodeString lower;

@@ -67,6 +67,8 @@ private:
     void readMantissa()
     {
         std::size_t digits = readDigits();
+        // Commas are accepted anywhere after the first digit, not only every three
+        // digits.
         while (digits > 0 && peek() == ',') {
             ++at_;
             digits += readDigits();

@@ -111,6 +111,7 @@ const Text& appPath()
 
 void setAppPath(TextView folder)
 {
+    // The root keeps its separator.
     while (folder.size() > 1 && isSeparator(folder.back()))
         folder.remove_suffix(1);
     startFolder() = Text(folder);

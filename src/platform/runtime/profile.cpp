@@ -51,6 +51,8 @@ TextView upToLineEnd(TextView value)
 
 std::string contentsOrNothing(const Path& path)
 {
+    // An existing file that can't be read throws: it must not be replaced by a file
+    // with a single key.
     return entryExists(path) ? readFile(path) : std::string();
 }
 

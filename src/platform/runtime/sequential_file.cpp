@@ -27,6 +27,7 @@ std::size_t MappedInput::readPiece()
 bool MappedInput::readMore()
 {
     if (ended_) return false;
+    // Views that were returned earlier become invalid here.
     buffer_.erase(0, std::exchange(position_, 0));
     const std::size_t before = buffer_.size();
     piece_.resize(kPieceSize);
@@ -57,6 +58,7 @@ std::size_t MappedInput::lengthUpTo(std::string_view stops)
         const std::size_t found = stops.size() == 1 ? rest().find(stops.front(), searched)
                                                     : rest().find_first_of(stops, searched);
         if (found != std::string_view::npos) return found;
+        // What has been searched isn't searched again.
         searched = rest().size();
         if (!readMore()) return searched;
     }

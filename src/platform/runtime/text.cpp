@@ -29,6 +29,7 @@ std::size_t count(int length)
 
 TextView slice(TextView text, std::size_t from, std::size_t units)
 {
+    // substr throws beyond the end; the classic platform returns an empty text.
     return from < text.size() ? text.substr(from, units) : TextView();
 }
 
@@ -36,6 +37,8 @@ void appendUtf8(std::string& bytes, char32_t c)
 {
     char buffer[U8_MAX_LENGTH];
     int used = 0;
+    // The buffer has room for any character, and the caller has replaced
+    // surrogates.
     U8_APPEND_UNSAFE(buffer, used, c);
     bytes.append(buffer, static_cast<std::size_t>(used));
 }

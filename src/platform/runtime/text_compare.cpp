@@ -85,6 +85,7 @@ int compareFolded(TextView a, TextView b)
         const int difference = readerA.next() - readerB.next();
         if (difference != 0) return difference;
     }
+    // The text that ended first is the smaller one.
     return static_cast<int>(readerB.atEnd()) - static_cast<int>(readerA.atEnd());
 }
 

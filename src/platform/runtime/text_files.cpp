@@ -97,6 +97,7 @@ Text quotedItem(MappedInput& file)
 {
     file.take(1);
     Text item = decoded(file.upTo("\""));
+    // The closing quote is missing if the file ends inside the item.
     if (file.isNext("\"")) file.take(1);
     file.dropDelimiter();
     return item;
@@ -230,6 +231,7 @@ void closeFile(Int16 number)
 
 void closeAllFiles()
 {
+    // All files are closed before the first failure is rethrown.
     std::exception_ptr failure;
     for (int number = 1; number <= kLastNumber; ++number) {
         try {

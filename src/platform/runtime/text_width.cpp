@@ -27,10 +27,12 @@ char16_t wideAscii(char16_t c)
     return widens ? static_cast<char16_t>(c + 0xFEE0) : c;
 }
 
+// A range of capitals and the distance to their small letters.
 struct CaseRange {
     char16_t first, last, step;
 };
 
+// The Greek range has a gap at U+03A2, which is unassigned.
 constexpr CaseRange kUpperCase[] = {
     {u'A', u'Z', 0x20},           {u'\u0391', u'\u03A1', 0x20}, {u'\u03A3', u'\u03A9', 0x20},
     {u'\u0400', u'\u040F', 0x50}, {u'\u0410', u'\u042F', 0x20}, {u'\u2160', u'\u2169', 0x10},
@@ -58,6 +60,7 @@ char16_t joinedKana(char16_t narrow, char16_t mark)
     // form is the one after.
     if (mark == kVoicedMark && contains(kTakesVoicing, wide))
         return static_cast<char16_t>(wide + 1);
+    // ヴ is the exception: it doesn't follow ウ in Unicode.
     if (mark == kVoicedMark && wide == u'ウ') return u'ヴ';
     if (mark == kSemiVoicedMark && contains(kTakesSemiVoicing, wide))
         return static_cast<char16_t>(wide + 2);

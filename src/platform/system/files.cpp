@@ -54,6 +54,8 @@ class SideFile {
 public:
     explicit SideFile(const fs::path& target) : target_(target), path_(target)
     {
+        // Not .tmp or .Mdb: the program deletes *.tmp when it ends and lists *.Mdb
+        // as backups.
         path_ += ".side";
         file_.emplace(path_, OpenFile::Mode::Anew);
     }
@@ -177,6 +179,7 @@ void copyFileContents(const fs::path& from, const fs::path& to, bool failIfExist
 {
     probeFile(FileOperation::Copy, from);
     const fs::path target = failIfExists ? to : linkTarget(to);
+    // Saves a useless copy; the final rename checks again.
     if (failIfExists && entryExists(to))
         throw std::system_error(std::make_error_code(std::errc::file_exists), to.string());
     if (isReadOnly(target)) // the replacement would ignore the mode

@@ -57,6 +57,7 @@ bool Process32First(SnapshotHandle snapshot, PROCESSENTRY32& entry)
 {
     const auto open = openSnapshots().find(snapshot);
     if (open != openSnapshots().end()) open->second.next = 0;
+    // This also fails for a handle that isn't open.
     return Process32Next(snapshot, entry);
 }
 

@@ -8,6 +8,7 @@ namespace tolvek {
 
 namespace {
 
+// The classic platform's error codes.
 constexpr std::int32_t kNoSuchName = 2;
 constexpr std::int32_t kNoSuchKey = 6; // the key isn't open
 constexpr std::int32_t kBufferTooSmall = 234;
@@ -93,6 +94,7 @@ std::int32_t RegCloseKey(RegistryKey key)
 void setRegistryValue(std::uint32_t root, const std::string& keyName, const std::string& valueName,
                       std::uint32_t type, const std::string& bytes)
 {
+    // A test's first value hides all values of the system.
     if (!valuesOfTests()) clearRegistry();
     std::erase_if(*valuesOfTests(), [&](const RegistryValue& value) {
         return isIn(value, {root, folded(keyName)}) && folded(value.valueName) == folded(valueName);

@@ -85,6 +85,7 @@ void removeFile(const fs::path& path)
 void renameAfterLooking(const fs::path& from, const fs::path& to)
 {
     struct stat ignored {};
+    // lstat, because a dangling link occupies the name too.
     if (lstat(to.c_str(), &ignored) == 0) throwSystemError(EEXIST, to);
     systemCall(from, [&] { return std::rename(from.c_str(), to.c_str()); });
 }

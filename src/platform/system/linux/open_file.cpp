@@ -101,6 +101,7 @@ void OpenFile::write(std::string_view bytes)
 {
     if (!handle_) throwSystemError(EBADF, {});
     probeFile(FileOperation::Write, handle_->path);
+    // write() may accept only a part of the bytes.
     while (!bytes.empty()) {
         const auto written = systemCall(handle_->path, [&] {
             return ::write(handle_->descriptor, bytes.data(), bytes.size());

@@ -17,6 +17,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
+// The emulation layer's own programs.
 constexpr std::string_view kLoaders[] = {"wine", "wine64", "wine-preloader", "wine64-preloader"};
 
 // Empty if the process has ended or belongs to another user.
@@ -85,6 +86,7 @@ fs::path withoutMark(const fs::path& program)
 {
     constexpr std::string_view mark = " (deleted)";
     const std::string name = program.string();
+    // A file's real name may end this way too.
     if (!name.ends_with(mark) || entryExists(program)) return program;
     return name.substr(0, name.size() - mark.size());
 }

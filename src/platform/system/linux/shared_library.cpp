@@ -21,6 +21,7 @@ SharedLibrary::SharedLibrary(const std::filesystem::path& path)
     if (!fileExists(path)) throwLibraryError(std::errc::no_such_file_or_directory, path.string());
     // dlopen searches the system's folders for a bare name, so the path must be
     // absolute.
+    // RTLD_NOW: an unresolved symbol is reported here and not at the first call.
     handle_ = dlopen(std::filesystem::absolute(path).c_str(), RTLD_NOW | RTLD_LOCAL);
     if (!handle_) throwLibraryError(std::errc::executable_format_error, path.string());
 }

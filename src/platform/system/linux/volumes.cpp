@@ -62,6 +62,7 @@ std::vector<std::string> volumeFolders()
     if (!givenFolders().empty()) return givenFolders();
     std::vector<std::string> folders{"/"};
     for (std::string own : {homeFolder(), windowsDrive()})
+        // The environment variables may be unset or relative.
         if (own.starts_with('/') && folderExists(own)) add(folders, std::move(own));
     for (std::string& mounted : mountedVolumes(mountInfo()))
         add(folders, std::move(mounted));

@@ -15,6 +15,7 @@ namespace {
 
 // The time that the user has to release the keys that started a command.
 constexpr std::chrono::milliseconds kPatience{500};
+// CapsLock and NumLock aren't among them: they are locked, not held.
 constexpr unsigned kHoldable = ShiftMask | ControlMask | Mod1Mask | Mod4Mask | Mod5Mask;
 
 struct NamedKey {
@@ -110,6 +111,7 @@ std::vector<Hold> holdsOf(const Description& keyboard, unsigned group)
             const auto key = static_cast<KeyCode>(code);
             const unsigned modifier = keyboard->map->modmap[code];
             if (modifier == 0 || symbolAt(keyboard, key, group) != symbol) continue;
+            // Each combination found so far, with this key added.
             for (std::size_t at = 0, end = holds.size(); at < end; ++at) {
                 Hold more = holds[at];
                 more.keys.push_back(key);
@@ -173,9 +175,11 @@ KeyPlace X11Keyboard::placeOfCommand(const KeyEvent& key) const
 FreeModifiers::FreeModifiers(const X11Screen& screen) : screen_(screen)
 {
     screen.waitFor(kPatience, [&] { return heldModifierKeys(screen).empty(); });
+    // The keys that are still down after the wait.
     for (const KeyCode key : heldModifierKeys(screen))
         XTestFakeKeyEvent(screen.display(), key, False, CurrentTime);
     const XkbStateRec state = stateOf(screen);
+    // A modifier that is active without a pressed key is locked.
     if (state.mods & kHoldable)
         throwDesktopError(std::errc::device_or_resource_busy, "a modifier key is locked");
     capsLock_ = (state.locked_mods & LockMask) != 0;

@@ -23,6 +23,7 @@ bool serverHasGone = false;
 XErrorHandler errorsBefore = nullptr;
 XIOErrorHandler lossesBefore = nullptr;
 
+// Errors of our connection are ignored; others go to the previous handler.
 int onError(Display* display, XErrorEvent* error)
 {
     return display == ownDisplay || !errorsBefore ? 0 : errorsBefore(display, error);
@@ -33,6 +34,7 @@ int onLoss(Display* display)
     return display == ownDisplay || !lossesBefore ? 0 : lossesBefore(display);
 }
 
+// Called when the server is lost; the next check() throws.
 void stayAlive(Display*, void*)
 {
     serverHasGone = true;
@@ -59,6 +61,7 @@ X11Screen::X11Screen() : display_(XOpenDisplay(nullptr))
 
 X11Screen::~X11Screen()
 {
+    // Before the handlers are restored: closing may still report errors.
     XCloseDisplay(display_);
     XSetErrorHandler(errorsBefore);
     XSetIOErrorHandler(lossesBefore);
@@ -81,6 +84,7 @@ std::vector<unsigned long> X11Screen::numbers(Window window, const char* name, A
                                            type, &found, &bits, &count, &left, &bytes);
     std::vector<unsigned long> values;
     if (failure == Success && bytes && bits == 32) {
+        // Xlib returns 32-bit elements as longs, even where a long has 64 bits.
         const auto* first = reinterpret_cast<const unsigned long*>(bytes);
         values.assign(first, first + count);
     }
@@ -126,6 +130,8 @@ bool X11Screen::waitFor(std::chrono::milliseconds patience, const std::function<
 {
     const Clock::time_point end = Clock::now() + patience;
     for (;;) {
+        // The condition's requests may reveal a lost server, so check() comes after
+        // it.
         const bool holds = condition();
         check();
         if (holds || Clock::now() >= end) return holds;

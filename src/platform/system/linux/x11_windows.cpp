@@ -129,7 +129,10 @@ bool X11Windows::haveKeyboard() const
     Window focus = None;
     int revert = 0;
     XGetInputFocus(screen_.display(), &focus, &revert);
+    // The focus follows the pointer, so no window is certain to have it.
     if (focus == PointerRoot) return false;
+    // Called for each key, so the parents are only searched when the focus has
+    // changed.
     if (focus != lastFocus_) lastFocus_ = isInside(focus) ? focus : None;
     return lastFocus_ != None;
 }
