@@ -1,5 +1,5 @@
-// One program whose work is cut off: it is killed before a file operation, the
-// operation fails, or the power goes. A later start finds every mail.
+// One program whose work is cut off: it is killed before a file operation, the operation
+// fails, or the power is cut. A later start finds every mail.
 #include "soak/soak_fixture.h"
 
 namespace tolvek::test {
@@ -15,12 +15,12 @@ protected:
     void SetUp() override
     {
         BackUpTest::SetUp();
-        form.Hide(); // the threads that paint don't go along into a child process
+        form.Hide(); // a forked child doesn't get the threads that paint
         setMsgBoxHandler([](const MsgBoxRequest& box) {
             return box.buttons == MsgButtons::YesNo ? MsgAnswer::Yes : MsgAnswer::Ok;
         });
         writeBytes(file("TOLVEK.ini"), "[Tolvek Environment]\r\nVer=331\r\n");
-        dbCompress(gDbPath); // so that there is a generation before
+        dbCompress(gDbPath); // so that there is a previous generation
         kept.keep();
     }
     void start()
@@ -34,7 +34,7 @@ protected:
         if (name == "read") errorOfStoring(u"third");
         if (name == "backup") tillItsEnd([this] { memBackUp_FileEdit_Click(form); });
     }
-    // In a process that ends at the operation; false when it doesn't come so far.
+    // Runs in a process that ends at the operation; false if it doesn't get that far.
     bool isCutOff(int operation, const std::function<void()>& lastWords = [] {},
                   const FileProbe& always = {})
     {

@@ -1,5 +1,5 @@
-// A program beside this one that stops before one file operation of its work,
-// until it is told to go on.
+// A second program, which stops before one file operation of its work until finish()
+// lets it go on.
 #pragma once
 #include "platform/system/child_process.h"
 #include "store/fault_injection.h"
@@ -8,7 +8,7 @@ namespace tolvek::test {
 
 class HeldProgram {
 public:
-    // Nothing may be open here: the program is a copy of this one.
+    // No database may be open here, since the second program is a fork of this one.
     HeldProgram(int operation, const std::function<void()>& work, const FaultFilter& counts = {})
         : child_([&] {
               const auto hold = [this] {
@@ -23,7 +23,7 @@ public:
     {
     }
 
-    // False when the work has got through without that many operations.
+    // False if the work ended with fewer operations.
     bool isStopped() { return stopped_.wait() == 's'; }
     int finish()
     {

@@ -1,11 +1,11 @@
-// The disk as a power cut leaves it: of each file what was last forced to it, and
-// of a folder the names that were.
+// The disk as a power cut leaves it: the content of each file and the names of each
+// folder as they were flushed last.
 //
-// It listens to the file operations of a work. What was written and not flushed,
-// and a name that was given, changed or taken away before the folder was flushed,
-// may be there after the cut or not; two disks stand for what lies between:
-// Unforced::Lost has nothing of it, Unforced::Torn has all names, and of each file
-// the sectors of its first half as they were written last, the rest as forced.
+// It observes the file operations of some work. Data that wasn't flushed, and names that
+// were created, changed or removed before their folder was flushed, may or may not be
+// on the disk after the cut. Two disks represent the possible outcomes: Unforced::Lost
+// has none of it; Unforced::Torn has all names, and in each file the sectors of the
+// first half as they were written last, the rest as flushed.
 #pragma once
 #include "platform/system/file_stamp.h"
 #include "platform/system/files.h"
@@ -28,7 +28,7 @@ public:
             forced_[file] = readBytes(folder_ / name);
     }
 
-    // Asked before each operation: what the one before has done counts from here on.
+    // Called before each operation, when the effect of the previous one is known.
     void before(FileOperation operation, const std::filesystem::path& path)
     {
         settle();
@@ -36,7 +36,7 @@ public:
         if (operation == FileOperation::Create) isNew_ = !fileExists(path);
     }
 
-    // The files of the folder become those of the disk.
+    // Replaces the files of the folder by those of the disk.
     void cut(Unforced unforced)
     {
         const Names names = unforced == Unforced::Torn ? present() : names_;
@@ -50,9 +50,9 @@ public:
     }
 
 private:
-    using Names = std::map<std::string, int>; // to files, as they are counted here
+    using Names = std::map<std::string, int>; // to files, by our own numbering
 
-    // The system gives a file the number of one that is gone.
+    // The system reuses the inode number of a deleted file.
     int fileAt(const std::filesystem::path& path)
     {
         const auto [at, added] = files_.try_emplace(fileStamp(path).file, next_);
@@ -76,7 +76,7 @@ private:
             files_[fileStamp(path).file] = next_++;
         if (operation == FileOperation::Flush) force(path);
     }
-    // The engine forces the name of a new journal together with it.
+    // The engine flushes the folder of a new journal together with the journal.
     void force(const std::filesystem::path& path)
     {
         const std::string name = path.filename().string();

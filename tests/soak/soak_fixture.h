@@ -1,8 +1,8 @@
-// Works of the program over a small archive, each to be disturbed at one of its
-// file operations, and what must be true of the mails afterwards.
+// Works of the program on a small archive, each of which is disturbed at one of its file
+// operations, and what must hold for the mails afterwards.
 //
-// A run of ./test takes some operations of each work, always the same ones;
-// with TOLVEK_SOAK=1 in the environment it is every one. See README.md.
+// ./test disturbs some operations of each work, always the same ones; with TOLVEK_SOAK=1
+// in the environment, every one. See README.md.
 #pragma once
 #include "import/tolvek_db.h"
 #include "platform/dao/connection.h"
@@ -17,7 +17,7 @@
 
 namespace tolvek::test {
 
-// How many operations are left out between two that are disturbed.
+// The number of operations that are skipped between two that are disturbed.
 inline int soakStep(int inShort)
 {
     return std::getenv("TOLVEK_SOAK") ? 1 : inShort;
@@ -36,7 +36,7 @@ inline Subjects subjectsAt(const Text& path)
     return found;
 }
 
-// As a read stores a mail, without its boxes: the number of its failure.
+// Stores a mail like a read, but without boxes; returns the number of its failure.
 inline int errorOfStoring(const Text& subject)
 {
     try {
@@ -56,12 +56,12 @@ inline int errorOfStoring(const Text& subject)
     }
 }
 
-// Ends where the program does; every question is answered with Yes.
+// Runs until the program ends; every question is answered with Yes.
 inline void tillItsEnd(const std::function<void()>& work)
 {
     try {
         work();
-    } catch (const ProgramEnd&) { // as where going on would cost mail
+    } catch (const ProgramEnd&) { // the program ends where going on could lose mail
     }
 }
 

@@ -1,7 +1,6 @@
-// Two programs on one archive, as if no lock in the folder kept them apart: one is
-// stopped before each of its file operations while the other reads, backs up or
-// starts. No mail is lost, neither one that was there nor one that was stored
-// meanwhile.
+// Two programs on one archive, as if no lock kept the second one from starting. One is
+// stopped before each of its file operations in turn, while the other reads, backs up or
+// starts. No mail is lost: neither the earlier ones nor one that is stored in between.
 #include "shell/store_commands.h"
 #include "soak/soak_fixture.h"
 #include "store/text_dump.h"
@@ -19,7 +18,7 @@ protected:
     void SetUp() override
     {
         BackUpTest::SetUp();
-        form.Hide(); // the threads that paint don't go along into a child process
+        form.Hide(); // a forked child doesn't get the threads that paint
         Connection::setPatience(20);
         setMsgBoxHandler([](const MsgBoxRequest& box) {
             return box.buttons == MsgButtons::YesNo ? MsgAnswer::Yes : MsgAnswer::Ok;
@@ -54,7 +53,7 @@ protected:
         if (name == "backup") backUpByForm();
         if (name == "load") tillItsEnd([this] { memInport_Click(form); });
     }
-    // In the archive, in the dated backup, or in what a load has put aside.
+    // In the archive, in the dated backup, or in a file that a load has kept.
     Subjects everywhere()
     {
         Subjects found = subjectsAt(gDbPath);
@@ -64,16 +63,16 @@ protected:
     }
     void expectNothingLost(int operation)
     {
-        start(); // the next one, beside nobody
+        start(); // the next start, without another program
         Subjects expected{u"first", u"second"};
         if (stored) expected.insert(u"meanwhile");
         ASSERT_TRUE(databaseExists(gDbPath)) << "operation " << operation;
         Subjects found = everywhere();
-        if (!stored) found.erase(u"meanwhile"); // the held one may have stored it
+        if (!stored) found.erase(u"meanwhile"); // the stopped program may have stored it
         EXPECT_EQ(found, expected) << "operation " << operation;
         EXPECT_EQ(rows(u"tblFriend"), 1) << "operation " << operation;
     }
-    // False when the held work has fewer operations.
+    // False if the stopped work has fewer operations.
     bool disturbed(int operation)
     {
         stored = false;
@@ -85,7 +84,7 @@ protected:
         kept.putBack();
         return stopped;
     }
-    // Reading and writing of pages follow each other by hundreds.
+    // There are hundreds of reads and writes of pages in a row.
     static bool isOfNote(const Path& path)
     {
         const std::string name = path.filename().string();
@@ -116,7 +115,7 @@ INSTANTIATE_TEST_SUITE_P(
         return std::string(works.param.held) + "_" + works.param.beside;
     });
 
-// Two upgrades of one archive: one of them wins, and the other leaves it alone.
+// Two upgrades of one archive: one of them succeeds, and the other leaves it alone.
 class TwoUpgradesTest : public UpgradeFixture {
 protected:
     void SetUp() override
@@ -141,7 +140,7 @@ protected:
     {
         tillItsEnd([this] { prepareDatabase(version(), [](TextView) {}); });
     }
-    // The program's end writes the version; here what the upgrade wrote counts.
+    // The end of the program also writes the version; only the upgrade's write counts here.
     bool disturbed(int operation)
     {
         const auto counts = [](const Path& path) {

@@ -1,4 +1,4 @@
-// Which files are opened as an archive, and what becomes of others in its place.
+// Which files are opened as an archive, and what happens to other files in its place.
 #include "store/archive_tables.h"
 
 #include "platform/dao/connection.h"
@@ -19,7 +19,7 @@ protected:
         DBEngine::Abandon();
         UpgradeFixture::TearDown();
     }
-    // As another program would, which asks nobody.
+    // As another program would do it, without our checks.
     void change(TextView sql)
     {
         DBEngine::Rest();
@@ -86,7 +86,7 @@ TEST_F(ArchiveTablesTest, StatisticsOfTheEngineAreNobodyElses)
 struct Change {
     const char* name;
     TextView sql;
-    int compacting; // its error; that of opening is 3343
+    int compacting; // the error of compacting; that of opening is always 3343
 };
 
 class ChangedTablesTest : public ArchiveTablesTest, public ::testing::WithParamInterface<Change> {};

@@ -21,7 +21,7 @@ protected:
         const TextView time = subject == u"一" ? u"101110" : u"101111";
         store(mail(u"a@b.jp", u"c@d.jp", subject, u"20000215", time), database);
     }
-    // What the engine does in its journals has tests of its own.
+    // The engine's operations on its journals have tests of their own.
     static bool isNoJournal(const Path& path)
     {
         return path.filename().string().find("-") == std::string::npos;
@@ -70,7 +70,7 @@ TEST_F(BeforeLoadTest, ACopyThatWasDeletedIsNoLongerProtected)
     EXPECT_EQ(beginLoad(gDbPath), copy());
 }
 
-// An empty file from an empty table may be loaded twice without any error.
+// Loading the empty file of an empty table twice ends without an error each time.
 TEST_F(BeforeLoadTest, TheOnlyCopyOfAMailIsNeverGivenUp)
 {
     storeMail(u"一");
@@ -158,7 +158,7 @@ TEST_F(BeforeLoadTest, ACopyThatCantBeReadAnyMoreTakesNoOnesPlace)
     EXPECT_FALSE(exists("Tolvek.Mdb.BeforeLoad.Running"));
 }
 
-// Its end had failed, and the program went on.
+// The end of the import failed, and the program went on.
 TEST_F(BeforeLoadTest, ASecondImportOfOneRunLeavesOneMark)
 {
     storeMail(u"一");

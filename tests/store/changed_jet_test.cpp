@@ -21,7 +21,7 @@ struct NamedChange {
     ByteChange change;
 };
 
-// Lines of: name of a file, place, value.
+// Each line: the name of a file, a position, a value.
 std::vector<NamedChange> changesOfTheTable()
 {
     std::ifstream lines(TOLVEK_TEST_DATA "/jet/changed_bytes.tsv");
@@ -33,7 +33,7 @@ std::vector<NamedChange> changesOfTheTable()
     return changes;
 }
 
-// Each of them once gave an archive with other rows and no error.
+// Each of these changes used to give an archive with other rows and no error.
 TEST_F(ChangedJetTest, AChangedByteIsFoundOrChangesNothing)
 {
     std::map<std::string, ChangedJet> sound;

@@ -1,6 +1,6 @@
-// How many of 300 mails come back from a damaged archive: 200 of them are in the
-// .Bak as well, 100 were stored since and lie at the end of the file. With the
-// .Bak, and with nothing but the damaged file.
+// How many of 300 mails are recovered from a corrupt archive, with the .Bak and from
+// the corrupt file alone. 200 of them are also in the .Bak; 100 were stored later and
+// are at the end of the file.
 #include "store/database_files.h"
 #include "store/db_compress.h"
 #include "support/archive_fixture.h"
@@ -23,7 +23,7 @@ public:
         for (std::size_t at = kPage; at < bytes.size(); at += kPage)
             if (bytes[at] != 0 || isFollowed(at)) byKind_[bytes[at]].push_back(at);
     }
-    // The middle one of a kind, which is the mails': they are most of the file.
+    // The middle page of a kind belongs to the mails, which are most of the file.
     std::size_t mails(std::size_t after = 0) const { return middle('\x0d') + after * kPage; }
     std::size_t inner() const { return byKind_.at('\x05').front(); }
     std::size_t index() const { return middle('\x0a'); }
@@ -48,8 +48,8 @@ public:
     std::string& bytes() { return bytes_; }
 
 private:
-    // An overflow page that isn't the last one of its text: the engine can't see
-    // that a last one was zeroed.
+    // An overflow page that isn't the last one of its text: if the last one is zeroed,
+    // the engine can't detect it.
     bool isFollowed(std::size_t at) const
     {
         return bytes_[at + 1] != 0 || bytes_[at + 2] != 0 || bytes_[at + 3] != 0;
@@ -67,7 +67,7 @@ private:
 struct Damage {
     const char* name;
     void (*spoil)(Pages&);
-    int withBak, alone; // mails that come back, at least
+    int withBak, alone; // the least number of recovered mails
 };
 
 const Damage kDamages[] = {
@@ -100,7 +100,7 @@ const Damage kDamages[] = {
 
 class DamageTest : public ArchiveFixture, public ::testing::WithParamInterface<Damage> {
 protected:
-    // Every tenth is longer than a page.
+    // Every tenth mail is longer than a page.
     static Text textOf(int number)
     {
         const int lines = number % 10 == 0 ? 300 : 12;
@@ -141,7 +141,7 @@ protected:
         writeBytes(file("Tolvek.Mdb"), bytes);
         return bytes;
     }
-    // The mails by their subject, with their texts; nothing else may be there.
+    // The texts of the mails by subject; the archive must have no other rows.
     std::map<Text, Text> found()
     {
         std::map<Text, Text> mails;
@@ -151,7 +151,7 @@ protected:
             EXPECT_TRUE(mails.emplace(subjects[i], texts[i]).second) << "twice";
         return mails;
     }
-    // Those that the .Bak had are unchanged, whatever the damaged file says of them.
+    // Mails of the .Bak are unchanged, whatever the corrupt file has for them.
     int expectSound(const std::map<Text, Text>& mails, int certain)
     {
         int back = 0;

@@ -1,5 +1,5 @@
-// What must never happen to the mails at a start, wherever it is cut off or
-// fails: that they are gone, or that no later start finds them again.
+// Wherever a start is cut off or fails, the mails must never be lost, and a later start
+// must find them.
 #include "store/database_files.h"
 #include "store/db_compress.h"
 #include "store/db_start.h"
@@ -18,11 +18,11 @@ protected:
             return box.buttons == MsgButtons::YesNo ? MsgAnswer::Yes : MsgAnswer::Ok;
         });
         store(mail(u"a@b.jp", u"c@d.jp", u"一通目"));
-        dbCompress(gDbPath); // so there is a generation before
+        dbCompress(gDbPath); // so that there is a previous generation
         store(mail(u"a@b.jp", u"c@d.jp", u"二通目", u"20000216"));
     }
 
-    // From here on putBack() gives what stands in the folder now.
+    // From here on putBack() restores the present state of the folder.
     void keep() { kept_.keep(); }
     void putBack() { kept_.putBack(); }
 

@@ -1,4 +1,4 @@
-// What a start does about a database that can't be read as one.
+// What a start does with a file that can't be read as a database.
 #include "store/database_files.h"
 #include "store/db_compress.h"
 #include "store/fault_injection.h"
@@ -28,7 +28,7 @@ protected:
     }
     Text previous() const { return gDbPath + u".Bak"; }
 
-    // In the middle of the file: its head still reads as a database's.
+    // In the middle of the file, so that its header is still that of a database.
     void damage(const std::string& name)
     {
         std::string bytes = readBytes(file(name));
@@ -41,7 +41,7 @@ protected:
     {
         return column(Statement{u"SELECT tblTolvek_Subject FROM tblTolvek"}, 0, path);
     }
-    // Nothing in it can be read any more.
+    // No row can be read any more.
     void ruin(const std::string& name) { writeBytes(file(name), std::string(5000, 'x')); }
     static std::vector<Text> ofTheBak() { return {u"前の起動のとき"}; }
     static std::vector<Text> ofBoth() { return {u"前の起動のとき", u"その後"}; }
@@ -234,7 +234,7 @@ protected:
             return box.buttons == MsgButtons::YesNo ? MsgAnswer::Yes : MsgAnswer::Ok;
         });
     }
-    // What a compaction does in its side files has tests of its own.
+    // A compaction's operations on its side files have tests of their own.
     static bool isOfTheRepair(const Path& path) { return path.extension() != ".Compact"; }
     KeptFolder kept{folder.path()};
 };
@@ -263,7 +263,7 @@ TEST_F(RepairFaultsTest, AFailureInTheRepairLeavesTheBakOrARestoredDatabase)
     const auto repair = [] {
         try {
             dbCompress(gDbPath);
-        } catch (const RuntimeError&) { // goes to the caller, as told
+        } catch (const RuntimeError&) { // propagates to the caller by contract
         }
     };
     failEachOperation(

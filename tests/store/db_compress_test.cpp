@@ -140,7 +140,7 @@ TEST_F(DbCompressTest, TheModeOfTheDatabaseIsKeptAndANewOneIsItsOwnersAlone)
     EXPECT_EQ(modeOf("Tolvek.Mdb.Copy"), owner);
 }
 
-// Somebody else's file under one of our names is another file, whatever it leads to.
+// A foreign file under one of our names is a different file, wherever it leads.
 TEST_F(DbCompressTest, ALinkUnderTheNameOfASideFileIsntFollowed)
 {
     store(Mail{});
@@ -165,7 +165,7 @@ TEST_F(DbCompressTest, AJournalGoesWithItsDatabase)
     EXPECT_EQ(rows(u"tblTolvek", previous()), 1);
 }
 
-// The close box may end the program at any of them.
+// The close box may end the program at any yield.
 TEST_F(DbCompressTest, EachStepYieldsAndAWholeDatabaseHasTheName)
 {
     store(Mail{});

@@ -8,7 +8,7 @@ namespace {
 
 class DbStartTest : public ArchiveFixture {
 protected:
-    // The archive so far becomes another file; a new one may be made in its place.
+    // Renames the archive, so that a new one can be created in its place.
     void moveAside(TextView suffix) { renameDatabase(gDbPath, gDbPath + Text(suffix)); }
 };
 

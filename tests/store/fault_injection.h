@@ -1,5 +1,5 @@
-// Ends a process at every file operation of some work in turn, or makes each
-// operation fail in turn.
+// Ends a process at each file operation of some work in turn, or makes each operation
+// fail in turn.
 #pragma once
 #include "platform/system/child_process.h"
 #include "platform/system/files.h"
@@ -11,7 +11,7 @@
 
 namespace tolvek::test {
 
-// The files of a folder as they stand at keep(), to be put back after each end.
+// The files of a folder as they were at keep(), to be restored after each end.
 class KeptFolder {
 public:
     explicit KeptFolder(std::filesystem::path folder)
@@ -41,15 +41,15 @@ private:
 };
 
 inline constexpr int kCutOff = 42;
-inline constexpr int kManyOperations = 5000; // more than any work here has
+inline constexpr int kManyOperations = 5000; // more than any work in the tests has
 
-// Whose operations count; an empty one takes every file.
+// Selects the files whose operations count; if empty, all files.
 using FaultFilter = std::function<bool(const std::filesystem::path&)>;
 
 enum class Reads { Count, DontCount };
 
-// Runs `fault` at the operation with that number, counted from 0. `always` is
-// asked at every operation before.
+// Runs `fault` at the operation with that number, counted from 0. `always` is called
+// first at every operation.
 inline void faultAt(int number, std::function<void()> fault, FileProbe always = {},
                     FaultFilter counts = {}, Reads reads = Reads::Count)
 {
@@ -62,8 +62,8 @@ inline void faultAt(int number, std::function<void()> fault, FileProbe always = 
     });
 }
 
-// True when the work got through in a process that was to end at that operation.
-// Before a read the disk is as before the operation that follows it.
+// True if the work ended without reaching that operation, at which the process was to
+// end. Reads don't count: they leave the disk as it was.
 inline bool gotThrough(int operation, const std::function<void()>& work, const FileProbe& always,
                        const FaultFilter& counts = {})
 {
@@ -78,7 +78,7 @@ inline bool gotThrough(int operation, const std::function<void()>& work, const F
     return code != kCutOff;
 }
 
-// `check` looks at what each end left behind and puts the start back in place.
+// `check` examines what each end has left and restores the initial state.
 inline void endAtEachOperation(const std::function<void()>& work,
                                const std::function<void(int)>& check, const FileProbe& always = {},
                                const FaultFilter& counts = {})

@@ -1,5 +1,5 @@
-// What becomes of an archive of the home platform when a start turns it into
-// this program's own format: the rows come over, the original stays.
+// When a start converts an archive of the classic platform to this program's format,
+// the rows are converted and the original stays.
 #include "platform/dao/connection.h"
 #include "store/database_files.h"
 #include "store/db_compress.h"
@@ -33,13 +33,13 @@ protected:
     {
         return readBytes(Path(TOLVEK_TEST_DATA) / "jet" / (name + ".mdb"));
     }
-    // As a user brings it: another file under that name.
+    // As a user does it: another file under that name.
     void given(const std::string& name, const std::string& as = "Tolvek.Mdb")
     {
         std::filesystem::remove(file(as));
         writeBytes(file(as), original(name));
     }
-    // Opened as a file of our own format; a Jet file couldn't be.
+    // Opens it as a file of our own format, which fails for a Jet file.
     JetTables rowsOf(const std::string& name) { return tablesOf(*Connection::open(file(name))); }
     Names left() const
     {
@@ -121,7 +121,7 @@ TEST_F(JetOriginalTest, AnOriginalThatCantBeKeptIsntReplaced)
     EXPECT_EQ(readBytes(file("Tolvek.Mdb")), original("current_jet4"));
 }
 
-// A compaction of the home platform that was cut off between its renames.
+// A compaction on the classic platform that was cut off between its renames.
 TEST_F(JetOriginalTest, ACutOffRotationOfTheHomePlatformIsEndedWithItsOriginalKept)
 {
     given("current_jet4", "Tolvek.Mdb.New");
@@ -200,7 +200,7 @@ protected:
         given("empty_current_jet4");
         kept.keep();
     }
-    // The conversion into the side file has tests of its own.
+    // The conversion to the side file has tests of its own.
     static bool isOfTheRotation(const Path& path)
     {
         return path.filename().string().starts_with("Tolvek.Mdb") && path.extension() != ".Compact";

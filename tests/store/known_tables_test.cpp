@@ -18,7 +18,7 @@ protected:
         DBEngine::Abandon();
         ArchiveFixture::TearDown();
     }
-    // A database of the home platform as Old.Mdb.
+    // Puts a database of the classic platform in place as Old.Mdb.
     void given(const std::string& name)
     {
         std::filesystem::copy_file(Path(TOLVEK_TEST_DATA) / "jet" / (name + ".mdb"),
@@ -27,7 +27,7 @@ protected:
     }
     static Text at(TextView name) { return joinPath(appPath(), name); }
 
-    using Schema = std::map<Text, Text>; // what is made, and how
+    using Schema = std::map<Text, Text>; // the statement by the name of its object
     static Schema schemaOf(const Path& path)
     {
         const auto connection = Connection::open(path);
@@ -63,7 +63,7 @@ TEST_F(KnownTablesTest, AConvertedArchiveTakesMailAndRefusesAStoredOne)
     EXPECT_THROW(store(mail(u"new@example.jp", u"taro@example.jp")), RuntimeError);
 }
 
-// Their keys come with the upgrade; until then nothing may be refused.
+// The upgrade adds the keys; until then every row must be accepted.
 TEST_F(KnownTablesTest, TablesOfAnOlderSchemaComeAsTheyAre)
 {
     given("v210_jet4");

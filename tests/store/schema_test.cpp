@@ -1,5 +1,5 @@
-// The archive's fields as the other versions of the program and users' own
-// copies know them, against a database that was just created.
+// Compares a newly created database with the fields that other versions of the program
+// and the users' existing archives have.
 #include "platform/dao/connection.h"
 #include "support/archive_fixture.h"
 
@@ -8,8 +8,7 @@
 namespace tolvek::test {
 namespace {
 
-// Whether an empty text may stand in the field, and what stands there when
-// nothing was given.
+// Whether the field may be empty, and its default value.
 struct FieldRule {
     Text name, type;
     int size = 0;
@@ -107,7 +106,7 @@ protected:
 
     struct Stored {
         int error = 0;
-        Row row; // as it is read again
+        Row row; // as it is read back
     };
 
     static bool isText(const FieldRule& field)
@@ -118,7 +117,7 @@ protected:
     {
         return std::find(table.key.begin(), table.key.end(), field.name) != table.key.end();
     }
-    // "1" is a text and a number.
+    // "1" is valid both as a text and as a number.
     static Row full(const TableRule& table) { return Row(table.fields.size(), u"1"); }
     static Row with(const TableRule& table, std::size_t at, const Text& value)
     {
@@ -127,7 +126,7 @@ protected:
         return row;
     }
 
-    // Nothing stays in the table.
+    // The table is empty again afterwards.
     static Stored store(const TableRule& table, const Row& row)
     {
         Stored stored;
@@ -138,7 +137,7 @@ protected:
         } catch (const RuntimeError& error) {
             stored.error = error.number();
         }
-        opened.Close(); // what isn't committed is rolled back
+        opened.Close(); // rolls back
         return stored;
     }
     static Row add(Recordset rows, const Row& row)
@@ -237,7 +236,7 @@ TEST_F(SchemaTest, AFieldThatIsNotGivenHasItsDefaultOrNothing)
             return;
         }
         ASSERT_EQ(stored.error, 0);
-        const bool yesNo = field.type == u"YESNO INT"; // is never without a value
+        const bool yesNo = field.type == u"YESNO INT"; // is never Null
         const std::optional<Text> expected =
             field.byDefault ? std::optional<Text>(field.byDefault)
                             : (yesNo ? std::optional<Text>(u"False") : std::nullopt);

@@ -20,14 +20,14 @@ protected:
         ArchiveFixture::TearDown();
     }
     Reports takeReports() { return reports.take(); }
-    // Mails come in the order in which they are put in: each has a later date.
+    // Mails are returned in the order of insertion: each has a later date.
     void mail(const Text& sndName, const Text& rcvName, const Text& sndAdd = u"a@x.jp",
               const Text& rcvAdd = u"b@x.jp")
     {
         addRow({u"2000" + decimal(1000 + ++mails_), u"101112", 0, false, sndName, sndAdd, rcvName,
                 rcvAdd});
     }
-    // Written past the builder of statements, so that a value may hold a quote.
+    // Stored without the statement builder, so that a value may contain a quote.
     static void addRow(const Mail& row)
     {
         Database opened = DBEngine::OpenDatabase(gDbPath);
@@ -85,7 +85,7 @@ TEST_F(SearchTablesTest, EndEmptyWithoutMails)
     EXPECT_TRUE(addresses().empty());
 }
 
-// Whatever is written is written by the delete.
+// The delete is the only statement that writes.
 TEST_F(SearchTablesTest, WithoutMailsNoStatementRunsButTheDelete)
 {
     const auto writesOf = [this](const std::function<void()>& work) {
@@ -108,7 +108,7 @@ TEST_F(SearchTablesTest, WithoutMailsNoStatementRunsButTheDelete)
     EXPECT_EQ(yields, 1) << "between the senders and the receivers";
 }
 
-// Senders are counted and listed, receivers also looked up.
+// Senders are counted and listed; receivers are also looked up.
 TEST_F(SearchTablesTest, YieldAtEachRow)
 {
     mail(u"太郎", u"花子");

@@ -16,7 +16,7 @@ protected:
         DBEngine::Abandon();
         ArchiveFixture::TearDown();
     }
-    // The archive of an earlier version, with a character of a subject zeroed.
+    // The archive of an earlier version in which a character of a subject is zeroed.
     void givenSpoilt()
     {
         std::string bytes = readBytes(Path(TOLVEK_TEST_DATA) / "jet" / "v210_apostrophe_jet4.mdb");

@@ -17,7 +17,7 @@ protected:
         database.Close();
         return names;
     }
-    // The number of the error that storing gives, 0 for none.
+    // The number of the error when the row is stored; 0 for none.
     static int numberOfStoring(const Mail& m)
     {
         try {

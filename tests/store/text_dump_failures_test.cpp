@@ -163,7 +163,7 @@ TEST_F(TextDumpFailuresTest, MoreMailsThanSixteenBitsCountArentUnloaded)
 TEST_F(TextDumpFailuresTest, AFullDiskIsToldOnceByEachRoutineAndTouchesNoDatabase)
 {
     putMail(u"101112", u"件名");
-    putMail(u"101113", u"長い", Text(200000, u'字')); // more than waits for the disk
+    putMail(u"101113", u"長い", Text(200000, u'字')); // larger than the write buffer
     addFriend(u"a@x.jp", u"n", u"p");
     addFilter(10, 0, 0, u"h", u"d");
     putResult(u"0", u"10", u"101112");

@@ -1,5 +1,5 @@
-// An archive with its text files. Reports are gathered as "routine number";
-// whatever a test didn't take fails it at its end.
+// An archive with its text files. Reports are collected as "routine number"; a report
+// that the test doesn't take makes it fail at its end.
 #pragma once
 #include "platform/runtime/codepage932.h"
 #include "store/text_dump.h"
@@ -21,14 +21,14 @@ protected:
         ArchiveFixture::TearDown();
     }
 
-    // The files' content as text; they hold it in code page 932.
+    // The content of the files as text; on disk it is in code page 932.
     void givenText(const std::string& name, const Text& content) const
     {
         writeBytes(file(name), toAnsi(content));
     }
     Text textOf(const std::string& name) const { return fromAnsi(readBytes(file(name))); }
 
-    // A row by position, put past the builder of statements: any text may stand in it.
+    // Stores a row without the statement builder, so that it may contain any text.
     template <std::size_t N>
     static void put(const char16_t (&table)[N], const std::vector<Text>& fields)
     {

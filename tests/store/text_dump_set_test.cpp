@@ -26,7 +26,7 @@ protected:
         writeNew();
         exchangeTextFiles();
     }
-    // One row each, so that no two sets have a file in common.
+    // One row in each table, so that no two sets have a file in common.
     static void givenRows(const Text& text)
     {
         for (const Statement& clear :
@@ -41,7 +41,7 @@ protected:
         addFilter(10, 0, 0, u"h", text);
         putResult(u"0", u"10", u"101112", text);
     }
-    // In how many of the six the text is.
+    // The number of files, of the six, that contain the text.
     int filesWith(const Text& text) const
     {
         int found = 0;

@@ -1,5 +1,5 @@
-// What comes back from the text files: what was written, in place of all that
-// the tables held, but for the two renumbered columns and broken records.
+// What a load gives: the rows that were written, instead of all rows of the tables,
+// except for the two renumbered columns and broken records.
 #include "store/text_dump.h"
 
 #include "store/text_dump_fixture.h"
@@ -12,7 +12,7 @@ using Texts = std::vector<Text>;
 class TextLoadTest : public TextDumpFixture {
 protected:
     static Texts subjects() { return column(u"SELECT tblTolvek_Subject FROM tblTolvek"); }
-    // The rules without the memory of the filters.
+    // Loads the rules without the filters' memory.
     static void loadRules()
     {
         loadFilterTable({[] {}, [](const FilterRecord&) {}});
@@ -58,11 +58,11 @@ TEST_F(TextLoadTest, OfEachTableAnUnloadOfNoRowsIsAnEmptyFileAndItsLoadEmptiesTh
         EXPECT_EQ(left(), expected);
         load();
         expected[next++] = 0;
-        EXPECT_EQ(left(), expected) << "each its own table alone";
+        EXPECT_EQ(left(), expected) << "each only its own table";
     }
 }
 
-// The import never makes such a pair of mails; a text file may hold one.
+// The import never stores such a pair of mails, but a text file may contain one.
 TEST_F(TextLoadTest, TwoMailsThatDifferInTheirDirectionAloneComeIn)
 {
     putMail(u"101112", u"件名");
@@ -159,7 +159,7 @@ TEST_F(TextLoadTest, AQuoteShiftsTheFieldsOfItsRecord)
     putMail(u"101112", u"say \"x\"", u"text");
     tblTolvek_UnLoad();
     tblTolvek_Load();
-    EXPECT_EQ(reports.take(), Reports{"tblTolvek_Load 62"}); // the last field is left over
+    EXPECT_EQ(reports.take(), Reports{"tblTolvek_Load 62"}); // the last field remains unread
     EXPECT_EQ(subjects(), Texts{u"say "});
     EXPECT_EQ(value(u"SELECT tblTolvek_Mail1 FROM tblTolvek"), u"x\"\"");
     EXPECT_EQ(value(u"SELECT tblTolvek_Mail2 FROM tblTolvek"), u"text");
@@ -170,7 +170,7 @@ TEST_F(TextLoadTest, FilesOfOtherHandsAreReadByTheirItems)
     givenText("TBLFRIEND.TXT", u"  くま , もも,花子 ,h@x.jp, 12 \r\n\"a\"\r\n\"b\",\"\","
                                u"\"a@x.jp\"\r\n");
     tblFriend_Load();
-    EXPECT_EQ(reports.take(), Reports{"tblFriend_Load 62"}); // the second lacks its number
+    EXPECT_EQ(reports.take(), Reports{"tblFriend_Load 62"}); // the second record lacks its number
     EXPECT_EQ(content(u"tblFriend", 5), (Texts{u"くま", u"もも", u"花子", u"h@x.jp", u"12"}));
 }
 

@@ -1,10 +1,10 @@
-// An archive of a version up to 2.10 as Tolvek.Mdb: without the sub keys and
-// without the include field.
+// An archive of a version up to 2.10 as Tolvek.Mdb, without the sub keys and the
+// include field.
 //
 //     givenOldArchive();
 //     storeOld(mail(u"a@b.jp", u"c@d.jp", u"一通目"));
 //
-// storeOld leaves out what the old table doesn't have.
+// storeOld omits the fields that the old table lacks.
 #pragma once
 #include "store/database_files.h"
 #include "store/schema.h"
@@ -35,7 +35,7 @@ protected:
         std::erase_if(spec.key, isNewField);
         return tableDefinition(spec);
     }
-    // Six empty tables in the place of the archive that the fixture made.
+    // Replaces the fixture's archive by one with six empty tables.
     static void givenOldArchive()
     {
         if (databaseExists(gDbPath)) removeDatabase(gDbPath);
@@ -75,7 +75,7 @@ protected:
         names << name << u"' )";
         execute(names);
     }
-    // A row or two in each of the six tables.
+    // Stores a row or two in each of the six tables.
     static void givenOldRows()
     {
         storeOld(mail(u"hanako@example.jp", u"taro@example.jp", u"一通目"));
@@ -99,8 +99,8 @@ protected:
     static Text old() { return gDbPath + u".V300"; }
     static Text mark() { return gDbPath + u".Upgrade"; }
 
-    // The rows of a table by its primary key, each as its fields' texts; without
-    // the fields that the old schema doesn't know.
+    // The rows of a table in the order of its primary key, each as the texts of its fields,
+    // without the fields that the old schema lacks.
     using Rows = std::vector<std::vector<Text>>;
     static Rows oldFieldsOf(const TableSpec& table, const Statement& all, const Text& path)
     {
@@ -141,7 +141,7 @@ protected:
         VerUp300([this](TextView line) { lines.emplace_back(line); });
     }
 
-    std::vector<Text> lines; // of progress
+    std::vector<Text> lines; // the progress lines
 };
 
 }

@@ -1,5 +1,5 @@
-// What must never happen to the rows of an old archive, wherever its upgrade is
-// cut off or fails: that one is lost, or that half a new archive is taken for it.
+// Wherever the upgrade of an old archive is cut off or fails, no row may be lost, and an
+// incomplete new archive must never be taken for the old one.
 #include "store/archive_tables.h"
 #include "store/db_compress.h"
 #include "store/db_start.h"
@@ -27,16 +27,16 @@ protected:
     {
         try {
             runUpgrade();
-        } catch (const ProgramEnd&) { // as a failed one does
+        } catch (const ProgramEnd&) { // a failed upgrade ends the program
         }
     }
-    // The side files of a compaction and of a creation have tests of their own.
+    // Operations on the side files of a compaction or a creation have tests of their own.
     static bool isOfTheUpgrade(const Path& path)
     {
         const std::string name = path.filename().string();
         return name.find(".Create") == std::string::npos && name.find(".New") == std::string::npos;
     }
-    // What a run left: whether its version is the old one, and the files.
+    // The state that a run has left: whether `Ver` is old, and the files.
     std::string state() const
     {
         std::vector<std::string> names = fileNames(folder.path());
@@ -46,7 +46,7 @@ protected:
             if (name.starts_with("Tolvek.")) all += " " + name.substr(6);
         return all;
     }
-    // As far as the look for the database.
+    // A start up to the point where it looks for the database.
     void beginNextStart()
     {
         restoreFromNew(gDbPath);
@@ -62,7 +62,7 @@ protected:
         EXPECT_EQ(oldFieldsOf(old()), before);
         EXPECT_FALSE(exists("Tolvek.Mdb.Upgrade"));
     }
-    // The upgrade that follows is the same for all moments that left the same.
+    // The next upgrade is the same for all runs that left the same state.
     void check(int operation)
     {
         const std::string left = state();
@@ -82,7 +82,7 @@ protected:
 
     Archive before;
     KeptFolder kept{folder.path()};
-    std::map<std::string, int> states; // how often which files were left
+    std::map<std::string, int> states; // how often each state was left
 };
 
 TEST_F(UpgradeFaultsTest, AnEndAtAnyMomentLosesNoRow)
@@ -116,7 +116,7 @@ protected:
     {
         try {
             settleCutOffUpgrade(gDbPath, true);
-        } catch (const std::exception&) { // ends a start
+        } catch (const std::exception&) { // ends the start
         }
     }
 };
@@ -135,9 +135,8 @@ TEST_F(SettleFaultsTest, AWayBackThatIsCutOffOrFailsIsTakenUpAgain)
     }
 }
 
-// Rows are on the disk before the mark goes, and it before the version is written;
-// the mark is there before the old
-// archive leaves its name.
+// The rows are on the disk before the mark is removed, and the mark is removed before
+// the version is written. The mark is set before the old archive is renamed.
 TEST_F(UpgradeFaultsTest, WhatALaterStepRestsOnIsForcedToTheDiskBefore)
 {
     std::vector<std::string> order;

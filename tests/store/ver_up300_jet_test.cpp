@@ -1,4 +1,4 @@
-// The upgrade of archives as the home platform left them.
+// The upgrade of archives that the classic platform left.
 #include "platform/dao/connection.h"
 #include "store/upgrade_fixture.h"
 #include "support/jet_reader.h"
@@ -30,7 +30,7 @@ protected:
         std::filesystem::copy_file(Path(TOLVEK_TEST_DATA) / "jet" / (name + ".mdb"),
                                    file("Tolvek.Mdb"));
     }
-    // As the old schema shows it; what is new must be what every row gets.
+    // The fields of the old schema; the new ones must have their default values.
     static JetTables oldTablesOf(const Path& path)
     {
         JetTables tables = tablesOf(*Connection::open(path));
@@ -97,7 +97,7 @@ TEST_F(VerUp300JetTest, TwinsGoBackAtEveryStart)
     expectWayBack("v210_twins_jet4", u"3022");
 }
 
-// As an upgrade on the home platform may have been cut off: no mark was set.
+// An upgrade that was cut off on the classic platform, which set no mark.
 TEST_F(VerUp300JetTest, AnArchiveThatTheHomePlatformHadAlreadyMovedIsUpgradedToo)
 {
     given("v210_jet4");

@@ -1,5 +1,4 @@
-// The upgrade of an archive of an older version: what it carries over, what it
-// shows, and where it goes back.
+// The upgrade of an older archive: what it copies, what it shows, and when it is undone.
 #include "store/archive_tables.h"
 #include "store/upgrade_fixture.h"
 
@@ -30,7 +29,7 @@ protected:
         EXPECT_THROW(runUpgrade(), ProgramEnd);
         EXPECT_EQ(boxes.shown().rbegin()[1].icon, MsgIcon::Critical);
     }
-    // Answers Yes and OK; the boxes that came.
+    // Answers Yes and OK; returns the boxes that were shown.
     std::vector<MsgBoxRequest> upgradeThatEnds()
     {
         std::vector<MsgBoxRequest> told;
@@ -41,7 +40,7 @@ protected:
         EXPECT_THROW(runUpgrade(), ProgramEnd);
         return told;
     }
-    // By its fields, since no statement takes an apostrophe.
+    // Set field by field, since no statement accepts an apostrophe.
     static void storeOldSubject(const Text& subject)
     {
         const Text values[] = {u"20000217", u"101112", u"0",      u"花子",
@@ -177,7 +176,7 @@ TEST_F(VerUp300Test, AnOldArchiveThatCantBeOpenedGoesBackFirst)
     EXPECT_FALSE(exists("Tolvek.Mdb.Upgrade"));
 }
 
-// The count goes to 32767 and no further; what fails then goes back.
+// The count stops at 32767; a failure after that undoes the upgrade.
 TEST_F(VerUp300Test, MoreRowsThanTheCountHoldsEndItWithNothingLost)
 {
     Database opened = DBEngine::OpenDatabase(gDbPath);
@@ -226,7 +225,7 @@ TEST_F(VerUp300Test, AVersionThatCantBeWrittenEndsTheProgramWithTheArchiveUpgrad
     EXPECT_FALSE(isOldArchive(gDbPath)) << "nothing is left for the next start";
 }
 
-// A start that went on would stamp the version and never come back to this.
+// A start that went on would write the version and never upgrade again.
 TEST_F(VerUp300Test, AnEarlierOldArchiveThatCantBeDeletedIsToldAndNothingMoves)
 {
     storeOld(Mail{});
@@ -257,7 +256,7 @@ TEST_F(VerUp300Test, ADamagedArchiveThatTheUserGivesUpLeavesNoMarkBehind)
 
 class SettleTest : public VerUp300Test {
 protected:
-    // The old archive under its second name, half a new one in its place.
+    // The old archive is renamed, and an incomplete new one is in its place.
     void givenCutOff()
     {
         storeOld(Mail{});
@@ -277,7 +276,7 @@ TEST_F(SettleTest, WithTheMarkTheOldArchiveComesBackOverTheHalfNewOne)
     EXPECT_FALSE(exists("Tolvek.Mdb.Upgrade"));
 }
 
-// An old archive may lie beside the settings of a newer version.
+// There may be an old archive with the settings of a newer version.
 TEST_F(SettleTest, WithTheMarkItComesBackWhateverTheVersionSays)
 {
     givenCutOff();

@@ -1,5 +1,5 @@
-// Two programs on one database: what the one sees while the other keeps it to
-// itself, and what becomes of a file that was exchanged under an open database.
+// Two programs and one database: what one of them sees while the other has locked it,
+// and what happens when the file is exchanged under an open database.
 #include "platform/dao/alone.h"
 #include "dao_fixture.h"
 #include "platform/dao/connection.h"
@@ -30,7 +30,7 @@ protected:
     {
         return errorOf([&] { Alone alone(path(name), with); });
     }
-    // Another whole database in this one's place, with one mail of 1999.
+    // Replaces the database by another sound one, with one mail of 1999.
     void exchange()
     {
         createTables(path("Other.Mdb"));
@@ -74,7 +74,7 @@ TEST_F(AloneTest, AnythingCanBeKeptAsAFile)
         EXPECT_EQ(readBytes(folder_ / "Any"), content);
     }
     EXPECT_EQ(files(), (Names{"Any", "Test.Mdb"}));
-    EXPECT_EQ(errorOfKeeping("Any", Alone::With::Database), 0) << "which is no database";
+    EXPECT_EQ(errorOfKeeping("Any", Alone::With::Database), 0) << "which isn't a database";
     const Alone missing(path("None"));
     missing.confirm();
 }
@@ -108,7 +108,7 @@ TEST_F(AloneTest, ACompactionGoesOnInsideWithTheLock)
     EXPECT_EQ(files(), (Names{"New.Mdb", "Test.Mdb"}));
 }
 
-// A descriptor of the file that is closed takes the process's locks away.
+// Closing any descriptor of the file drops the locks of the process.
 TEST_F(AloneTest, WhatWasWrittenWhileTheSystemHadDroppedTheLockIsSeen)
 {
     OtherProgram opening([&] { return errorOfOpening(); });
@@ -136,7 +136,7 @@ TEST_F(AloneTest, AnotherFileInThePlaceIsSeen)
     }
 }
 
-// As a rotation that was cut off leaves it.
+// As left by a rotation that was cut off.
 TEST_F(AloneTest, ASecondNameOfTheFileIsTheSameFile)
 {
     linkFile(folder_ / "Test.Mdb", folder_ / "Test.Mdb.Bak");
@@ -163,7 +163,7 @@ TEST_F(AloneTest, AWaitForTheUserLetsOthersInAndWhatTheyDidIsSeen)
 
 class ExchangedTest : public AloneTest, public testing::WithParamInterface<bool> {};
 
-// Also within a command, whose log would lie beside the new file.
+// Also within a command, whose log would end up beside the new file.
 TEST_P(ExchangedTest, WhatIsOpenReadsOnAndWritesNowhere)
 {
     std::optional<DBEngine::Session> session;

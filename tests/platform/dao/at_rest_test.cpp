@@ -1,4 +1,4 @@
-// Where the file stands between commands: nothing beside it, all of it there.
+// The file between commands: no side files, and everything in it.
 #include "dao_fixture.h"
 #include "platform/dao/alone.h"
 
@@ -54,7 +54,7 @@ TEST_F(DaoTest, RestPutsIdleFilesAtRestWithinASession)
     EXPECT_EQ(files(), Names{});
 }
 
-// As long as the box of a failure waits, which may be a night.
+// While the box of a failure waits, which may be a night.
 TEST_F(DaoTest, AllIsAtRestBeforeAWaitAlsoWhatIsOpen)
 {
     DBEngine::Session session;
@@ -77,7 +77,7 @@ TEST_F(DaoTest, AllIsAtRestBeforeAWaitAlsoWhatIsOpen)
     EXPECT_EQ(files(), (Names{"Test.Mdb", "Test.Mdb-wal"}));
 }
 
-// The box must come: it is about the failure.
+// The box must appear, since it reports the failure.
 TEST_F(DaoTest, AWaitBeginsAlsoWhereTheDiskDoesntLetTheFileRest)
 {
     {

@@ -1,5 +1,5 @@
-// A copy of the test program that does one thing and dies at once, without
-// destructors or flushing, as a killed program does.
+// Forks a copy of the test program that does one thing and then ends at once, without
+// destructors or flushing, like a killed program.
 #pragma once
 #include <functional>
 #include <sys/wait.h>
@@ -7,7 +7,7 @@
 
 namespace tolvek::test {
 
-// What a child answers that wasn't made to die; not 1, which a sanitizer ends with.
+// The exit code of a child that wasn't made to die; not 1, which the sanitizers use.
 inline constexpr int kGotThrough = 3;
 
 // The child's exit code; 99 for an exception.

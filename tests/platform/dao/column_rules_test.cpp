@@ -5,7 +5,7 @@ namespace {
 
 class ColumnRulesTest : public DaoTest {
 protected:
-    // Into a row of its own; the value stands as SQL writes it.
+    // Stores the value, an SQL literal, in a new row.
     template <std::size_t N> int errorOfStoring(const char16_t (&column)[N], const Statement& value)
     {
         Statement sql{u"INSERT INTO tblMail (Mail_Day, Mail_No, "};

@@ -15,7 +15,7 @@ protected:
         database.Execute(Statement{u"DELETE FROM tblMail WHERE Mail_No <> 7"}, dbFailOnError);
         database.Close();
     }
-    // Looking changes nothing, and what removes leftovers must get through.
+    // Reads change nothing, and the removal of leftovers must not fail.
     static bool isSparedFrom(FileOperation failing)
     {
         return failing == FileOperation::Read || failing == FileOperation::List ||
@@ -84,7 +84,7 @@ TEST_F(CompactTest, LeftoversOfTheTargetsNameAreNotPlayedIn)
     EXPECT_EQ(files(), (Names{"New.Mdb", "Test.Mdb"}));
 }
 
-// Each changing operation fails in turn, until the work gets through.
+// Each changing operation fails in turn, until the work succeeds.
 TEST_F(CompactTest, WhateverFailsNothingIsLeftAndItIsNever53)
 {
     const std::string before = bytes();

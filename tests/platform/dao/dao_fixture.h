@@ -1,4 +1,4 @@
-// A database with two small tables in a folder of its own.
+// A database with two small tables, in its own folder.
 #pragma once
 #include "platform/dao/dao.h"
 #include "platform/runtime/paths.h"
@@ -12,7 +12,7 @@
 
 namespace tolvek::test {
 
-// The number of the error that the work ends with; 0 for none.
+// The number of the error that ends the work; 0 for none.
 template <class Work> int errorOf(const Work& work)
 {
     try {
@@ -45,8 +45,8 @@ protected:
     Text path(const std::string& name = "Test.Mdb") const { return pathText(folder_ / name); }
     Database opened() const { return DBEngine::OpenDatabase(path()); }
 
-    // tblMail: a text key, a number, Yes/No, two texts, two memos, a text
-    // behind them. tblBook: a text key alone.
+    // tblMail: a text key, a number, a Yes/No, two texts, two memos, and a text after
+    // them. tblBook: only a text key.
     static void createTables(const Text& path)
     {
         Database database =
@@ -122,7 +122,7 @@ protected:
         return names;
     }
     std::string bytes() const { return readBytes(folder_ / "Test.Mdb"); }
-    // By the header: 1 with the rollback journal, 2 with the write-ahead log.
+    // From the header: 1 with the rollback journal, 2 with the write-ahead log.
     int journalManner() const { return static_cast<unsigned char>(bytes().at(18)); }
 
     TempFolder folder_;

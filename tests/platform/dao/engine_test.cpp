@@ -87,7 +87,7 @@ TEST_F(DaoTest, AFileHeldByAnotherProgramIs3356AtOnce)
     EXPECT_EQ(mails(), 1);
 }
 
-// The other program's lock comes between opening and writing.
+// The other program takes its lock between our opening and our writing.
 TEST_F(DaoTest, AFileThatBecomesBusyIs3356AfterTheWait)
 {
     Connection::setPatience(20);
@@ -168,8 +168,8 @@ TEST_F(DaoTest, ClosingRollsBackAndTheNextTransactionStartsAnew)
     EXPECT_EQ(mails(), 1);
 }
 
-// A statement that is refused before it reaches the file leaves a begun
-// transaction with nothing in it.
+// A statement that is refused before it reaches the file leaves an empty open
+// transaction.
 TEST_F(DaoTest, ATransactionInWhichNothingWasDoneEndsWithTheDatabaseToo)
 {
     DBEngine::Session session;

@@ -17,7 +17,7 @@ int sign(int value)
     return (value > 0) - (value < 0);
 }
 
-// Escapes of the table: \\, \t, \xNN.
+// The escapes in the table: \\, \t, \xNN.
 Text unescaped(const std::string& field)
 {
     std::string bytes;

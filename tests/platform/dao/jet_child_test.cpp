@@ -9,7 +9,7 @@
 namespace tolvek::test {
 namespace {
 
-// Readers of the shell's making in the place of the true one.
+// Shell scripts instead of the real reader.
 class JetChildTest : public JetTest {
 protected:
     JetChildTest() { given("foreign_jet4"); }
@@ -30,7 +30,7 @@ protected:
         EXPECT_EQ(files(), Names{"Old.Mdb"}) << what;
     }
 
-    // As the system shows it; this process has one child at a time.
+    // From the system's list; this process has one child at a time.
     static std::string stateOfChild()
     {
         const std::string self = std::to_string(getpid());
@@ -66,7 +66,8 @@ TEST_F(JetChildTest, AReaderThatHangsOverTheFileIsDamage)
     expect(3343, "hangs");
 }
 
-// None of this says anything about the file, which would be offered for removal.
+// None of this says anything about the file. Reported as corrupt, the file would be
+// offered for removal.
 TEST_F(JetChildTest, AReaderThatIsntThereIsNoDamage)
 {
     setJetReader(tools_ / "none");
@@ -113,7 +114,7 @@ TEST_F(JetChildTest, AFileThatTheReaderDoesntKnowIsNoDamage)
     expect(3041, "not understood");
 }
 
-// Seen from outside at its first word, which comes before its first look at the file.
+// Checked from outside at the Hello, which comes before the first read of the file.
 TEST_F(JetChildTest, TheReaderIsLockedWhenItLooksAtTheFile)
 {
     std::string state;

@@ -4,7 +4,7 @@
 namespace tolvek::test {
 namespace {
 
-// Where temporary files go, for the length of a test.
+// Sets the folder for temporary files during a test.
 class TempVariable {
 public:
     explicit TempVariable(const Path& folder)
@@ -30,7 +30,7 @@ protected:
         all.MoveLast();
         return all.RecordCount();
     }
-    // Conversions that have been made since the last look.
+    // The number of conversions since the last call.
     int conversions() { return std::exchange(starts_, 0); }
     void countConversions()
     {
@@ -141,14 +141,14 @@ TEST_F(JetCopyTest, AFileOfOurFormatInItsPlaceIsOpenedItself)
     database.Execute(Statement{u"DELETE FROM tblFriend"}, dbFailOnError);
 }
 
-// A folder for the temporary files of this test alone.
+// A folder only for the temporary files of this test.
 TEST_F(JetCopyTest, NothingIsLeftAmongTheTemporaryFiles)
 {
     const TempFolder temp;
     const TempVariable variable(temp.path());
     Database database = DBEngine::OpenDatabase(path());
     EXPECT_EQ(mails(database), 56);
-    EXPECT_TRUE(std::filesystem::is_empty(temp.path())); // also while it is open
+    EXPECT_TRUE(std::filesystem::is_empty(temp.path())); // even while it is open
     givenBytes(contents_.substr(0, 100000));
     EXPECT_EQ(errorOfOpening(), 3343);
     EXPECT_TRUE(std::filesystem::is_empty(temp.path()));

@@ -26,7 +26,7 @@ TEST_F(JetDamageTest, ADamagedFileIs3343AndStaysAsItIs)
               u"データベースの形式 '" + path() + u"' を認識できません。");
 }
 
-// Also where a page ends, where less is noticed.
+// Also at the end of a page, where it is harder to notice.
 TEST_F(JetDamageTest, AFileThatWasCutOffIs3343)
 {
     given("current_jet4");
@@ -49,7 +49,7 @@ TEST_F(JetDamageTest, APageThatWasLostIs3343)
     }
 }
 
-// Whatever stands in a file, the program lives and the file stays.
+// Whatever a file contains, the program survives and the file stays.
 class Mutation {
 public:
     explicit Mutation(unsigned seed) : random_(seed) {}
@@ -69,7 +69,7 @@ private:
     }
     void spoil(std::string& bytes)
     {
-        // The definitions at the front, and heads of pages, are the sore places.
+        // The definitions at the beginning and the headers of pages matter most.
         const std::size_t page = upTo(1) ? upTo(30) : upTo(bytes.size() / 4096 - 1);
         const std::size_t at = page * 4096 + (upTo(1) ? upTo(64) : upTo(4000));
         switch (upTo(3)) {

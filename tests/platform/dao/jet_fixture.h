@@ -1,4 +1,4 @@
-// Jet files of tests/data/jet in a folder of their own, and what is in them.
+// The Jet files of tests/data/jet in a folder of their own, and their contents.
 #pragma once
 #include "dao_fixture.h"
 #include "support/jet_reader.h"

@@ -18,7 +18,7 @@ protected:
             ->pragma(u"SELECT group_concat(sql, '; ') FROM sqlite_master WHERE tbl_name = '" +
                      Text(name) + u"'");
     }
-    // Knows tblFriend, or a like of it that takes another kind of rows.
+    // Knows tblFriend, or a variant of it with other rules.
     static void knowFriends(
         const std::function<void(Field&)>& change = [](Field&) {},
         const Text& key = u"tblFriend_Address")
@@ -90,7 +90,7 @@ TEST_F(JetImportTest, AKnownTableHasItsOwnKeyAndRules)
     EXPECT_EQ(schemaOf(u"tblFilter").find(u"PRIMARY KEY"), Text::npos);
 }
 
-// The engine that wrote the file had kept the same rules.
+// The engine that wrote the file enforced the same rules.
 TEST_F(JetImportTest, RowsThatBreakAKnownTablesRulesAreDamage)
 {
     given("current_jet4");
@@ -130,7 +130,7 @@ TEST_F(JetImportTest, ANewerJetIsNotKnown)
               u"データベース '" + path() + u"' の形式には対応していません。");
 }
 
-// The reader's library looks at more of the head than the program does.
+// The reader's library checks more of the header than the program does.
 TEST_F(JetImportTest, AHeadThatTheReaderRefusesIsNotKnown)
 {
     given("foreign_jet4");
@@ -159,7 +159,7 @@ TEST_F(JetImportTest, TablesThatCantBeAllAreDamage)
     EXPECT_EQ(friends->Fields.items().back().Type, dbLong);
 }
 
-// The last two bytes of a name become zero, as in a part of the file that was lost.
+// Zeroes the last two bytes of a name, as in a part of the file that was lost.
 TEST_F(JetImportTest, TextsWithAZeroAreTakenAsTheyAreAndCounted)
 {
     given("foreign_jet4");
@@ -179,7 +179,7 @@ TEST_F(JetImportTest, TextsWithAZeroAreTakenAsTheyAreAndCounted)
     EXPECT_EQ(DBEngine::takeSpoiltTexts(), 0);
 }
 
-// It belongs to a file of our own format that had the name before.
+// It belongs to an earlier file of that name in our own format.
 TEST_F(JetImportTest, AJournalOfThatNameIsntPlayedIn)
 {
     given("foreign_jet4");
@@ -200,7 +200,7 @@ TEST_F(JetImportTest, LeftoversOfAKilledImportAreNotInTheWay)
     EXPECT_EQ(files(), (Names{"New.Mdb", "Old.Mdb"}));
 }
 
-// Each operation on the disk fails in turn, until the work gets through.
+// Each operation on the disk fails in turn, until the work succeeds.
 TEST_F(JetImportTest, WhateverFailsNothingIsLeftAndItIsNeitherDamageNor53)
 {
     given("foreign_jet4");

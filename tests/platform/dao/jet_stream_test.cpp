@@ -50,7 +50,7 @@ struct Noted : JetReceiver {
     std::string text;
 };
 
-// What the receiver gets; "bad" for what is no stream.
+// What the receiver gets; "bad" for bytes that aren't a stream.
 std::string received(const std::string& bytes, std::size_t piece = 1000)
 {
     Noted noted;
@@ -79,8 +79,8 @@ TEST(JetStreamTest, TablesAndRowsComeInTheirOrderHoweverTheyAreCut)
         EXPECT_EQ(received(stream, piece), "t(c 10 9;n 1 1;) 'x' -1. Null 0.t(c 10 9;)end");
 }
 
-// The texts of a Jet 3 file are code page 932, whatever its header says; here
-// with what other tables of that code page lose: ① ㈱ 髙 ～ \ ~ and ｱ.
+// The texts of a Jet 3 file are in code page 932, whatever its header says. The test
+// has characters that other tables of that code page lose: ① ㈱ 髙 ～ \ ~ and ｱ.
 TEST(JetStreamTest, TextsOfTheOlderFormatAreCodePage932)
 {
     EXPECT_EQ(valueOf(Item::Ansi, "\x87\x40\x87\x8A\xFB\xFC\x81\x60\\~\xB1"), " '①㈱髙～\\~ｱ'");

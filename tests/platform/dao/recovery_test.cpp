@@ -1,4 +1,4 @@
-// A program that dies at any moment loses nothing that was committed.
+// A program that dies at any moment loses no committed row.
 #include "dao_fixture.h"
 
 #include "child_process.h"
@@ -40,8 +40,8 @@ TEST_F(DaoTest, OutsideOfASessionAKilledTransactionIsTakenBack)
     EXPECT_EQ(files(), Names{"Test.Mdb"});
 }
 
-// Dies before the n-th operation that changes something, from the first one
-// until the work gets through.
+// Dies before the n-th operation that changes something; n counts up from the first
+// until the work succeeds.
 TEST_F(DaoTest, AtEveryOperationAKillLeavesAllCommitsAndNoHalf)
 {
     const std::string before = bytes();
@@ -119,7 +119,7 @@ TEST_F(DaoTest, ALogBesideAReadOnlyFileIsShownAndNothingIsChanged)
     database = DBEngine::OpenDatabase(path("Copy.Mdb"));
     EXPECT_EQ(rows(database, Statement{u"SELECT * FROM tblMail"}), 1);
     database.Close();
-    DBEngine::Abandon(); // the copy is kept for the next look
+    DBEngine::Abandon(); // drops the kept copy
     std::filesystem::permissions(folder_ / "Test.Mdb", std::filesystem::perms::owner_all);
     EXPECT_EQ(mails(), 1);
 }
