@@ -13,6 +13,7 @@ Container::Container(Form& form) : widget_(&form.client()) {}
 Control::Control(QWidget& widget, TextView name) : widget_(&widget)
 {
     widget_->setObjectName(toQt(name));
+    // Otherwise the control would inherit its container's font.
     widget_->setFont(platformFont(font_));
 }
 
@@ -98,6 +99,7 @@ void Control::setBackColor(Colour colour)
 {
     backColor_ = colour;
     QPalette palette = widget_->palette();
+    // The widget classes paint their background with different roles.
     for (const auto role : {QPalette::Window, QPalette::Base, QPalette::Button})
         palette.setColor(role, colourOf(colour));
     widget_->setPalette(palette);

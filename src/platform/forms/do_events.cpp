@@ -16,8 +16,10 @@ bool isRunning()
 
 void turn()
 {
+    // Excluded input stays in the window system's queue.
     QCoreApplication::processEvents(InputHold::isHeld() ? QEventLoop::ExcludeUserInputEvents
                                                         : QEventLoop::AllEvents);
+    // An exception that an event has kept leaves at the yield.
     rethrowKept();
 }
 

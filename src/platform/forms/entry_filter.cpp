@@ -87,6 +87,7 @@ void EntryFilter::hold()
     const QString text = edit_.text();
     const QString held = entered(text);
     if (held == text) return;
+    // The caret moves left by the characters that were removed before it.
     const auto caret = entered(text.left(edit_.cursorPosition())).size();
     edit_.setText(held);
     edit_.setCursorPosition(static_cast<int>(caret));

@@ -26,6 +26,7 @@ void endProcess()
     if (endFunction)
         endFunction();
     else
+        // No destructors or exit handlers: this may run deep inside nested events.
         std::_Exit(0);
 }
 

@@ -48,6 +48,7 @@ QStringList faceNames(const Text& current)
     return names;
 }
 
+// Tests find the controls by their object names.
 class FontWindow : public QDialog {
 public:
     FontWindow(FontDialogFields fields, QWidget* owner) : QDialog(owner), fields_(std::move(fields))
@@ -123,6 +124,7 @@ private:
         sample_ = new QLabel(QStringLiteral("Ａａあぁアァ亜宇 Aa 123"), frame);
         sample_->setObjectName(QStringLiteral("sample"));
         sample_->setAlignment(Qt::AlignCenter);
+        // Fixed, so that a large sample doesn't resize the dialog.
         sample_->setFixedSize(kSampleSize);
         row->addWidget(sample_, 0, Qt::AlignCenter);
         return frame;

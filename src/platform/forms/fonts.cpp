@@ -89,6 +89,7 @@ QFont platformFont(const FontChoice& choice)
     font.setPixelSize(std::max(rounded, 1));
     font.setBold(choice.bold);
     font.setItalic(choice.italic);
+    // Makes Qt choose a similar face if no family of the line is installed.
     if (const ProgramFont* known = programFont(choice.name))
         font.setStyleHint(known->hint, QFont::PreferOutline);
     return font;

@@ -42,6 +42,7 @@ Qt::WindowFlags windowFlags(BorderStyle border, bool controlBox)
 {
     if (border == BorderStyle::None) return Qt::SplashScreen | Qt::FramelessWindowHint;
     const Qt::WindowFlags close = controlBox ? Qt::WindowCloseButtonHint : Qt::WindowFlags();
+    // CustomizeWindowHint: the frame has only the parts listed here.
     const Qt::WindowFlags frame = Qt::CustomizeWindowHint | Qt::WindowTitleHint;
     if (border == BorderStyle::FixedDialog)
         return Qt::Dialog | frame | Qt::WindowSystemMenuHint | close;
@@ -134,6 +135,7 @@ void Form::present()
 {
     applySize();
     applyPosition();
+    // The first showing fires Form_Resize, which may unload the form.
     if (!std::exchange(shown_, true)) fireResize();
     if (!window_) return;
     window_->setWindowState(Qt::WindowNoState);

@@ -194,6 +194,7 @@ void Grid::applyColWidth(int col)
     // set by a rounded value.
     applyingWidth_ = true;
     const int width = pixels(ColWidth(col));
+    // The fixed column is the vertical header.
     if (col < FixedCols())
         verticalHeader()->setFixedWidth(width);
     else

@@ -38,6 +38,7 @@ QLineEdit* addRows(QDialog& dialog, const InputBoxRequest& request)
     prompt->setTextFormat(Qt::PlainText);
     rows->addWidget(prompt);
     auto* edit = new QLineEdit(toQt(request.defaultText), &dialog);
+    // Owned by the edit.
     new EntryFilter(*edit);
     edit->selectAll();
     rows->addWidget(edit);

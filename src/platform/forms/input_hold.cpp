@@ -33,6 +33,7 @@ std::vector<Level>& levels()
     return all;
 }
 
+// Pointer moves are let through: they start nothing.
 bool isInput(QEvent::Type type)
 {
     switch (type) {
@@ -97,6 +98,7 @@ QWidget* widgetOf(const QWindow* window)
     return nullptr;
 }
 
+// A menu entry, for example, belongs to the nearest widget among its parents.
 QWidget* nearestWidget(QObject* object)
 {
     for (; object; object = object->parent()) {

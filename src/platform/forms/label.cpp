@@ -113,6 +113,7 @@ void Label::applyFont(const QFont& font)
 
 void Label::paintEvent(QPaintEvent* event)
 {
+    // With word wrap Qt breaks the lines itself.
     if (wordWrap()) return QLabel::paintEvent(event);
     const QStringList lines = text().split(u'\n');
     const int pitch = linePitch(*this, static_cast<int>(lines.size()));

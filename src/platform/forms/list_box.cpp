@@ -148,6 +148,7 @@ void ListBox::searchByKey(QKeyEvent* event)
     if (typed.isEmpty() || !typed[0].isPrint() || ListCount() == 0 ||
         event->modifiers().testFlag(Qt::ControlModifier))
         return event->ignore();
+    // The search begins after the selected entry.
     const auto hits = model_->match(model_->index((listIndex_ + 1) % ListCount()), Qt::DisplayRole,
                                     typed, 1, Qt::MatchStartsWith | Qt::MatchWrap);
     if (hits.isEmpty() || hits.front().row() == listIndex_) return;

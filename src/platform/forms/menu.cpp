@@ -41,6 +41,8 @@ void MenuEntry::addTo(QWidget& menuOrBar, TextView name, TextView caption)
     setCaption(caption);
     menuOrBar.addAction(action_);
     connect(action_, &QAction::triggered, this, [this] {
+        // A shortcut or an assistive program may trigger an entry that the user
+        // can't reach at present.
         if (isReachable(*action_) && isHeard(*this, [this] { action_->trigger(); })) emit Click();
     });
 }

@@ -170,6 +170,8 @@ void play(const Run& run)
     try {
         playKeys(activated, run.events, serve);
     } catch (const std::invalid_argument&) {
+        // playKeys throws before the first key, so nothing of the text has been
+        // typed yet.
         if (!run.isText) throw;
         paste(textOf(run));
     }

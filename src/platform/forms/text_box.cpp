@@ -104,6 +104,7 @@ void MultiLineTextBox::takeUserEdit()
     const tolvek::Text typed = fromQt(toPlainText());
     const tolvek::Text entered = enteredLines(typed);
     tolvek::Text exact;
+    // Line ends in the user's text become CR LF.
     for (const char16_t unit : entered)
         exact += unit == u'\n' ? kCrLf : TextView(&unit, 1);
     text_.clear(); // it no longer matches what is painted, so nothing may be appended to it

@@ -51,6 +51,7 @@ struct Match {
 std::vector<std::string> namesIn(const Path& folder)
 {
     const Path listed = folder.empty() ? Path(".") : folder;
+    // A missing folder is no error: nothing matches.
     if (!folderExists(listed)) return {};
     return asFileError([&] { return fileNames(listed); });
 }

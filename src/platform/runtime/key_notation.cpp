@@ -151,6 +151,7 @@ private:
         }
     }
 
+    // The modifiers before the group are held until it ends.
     void openGroup() { groups_.push_back(std::exchange(waiting_, {})); }
 
     void closeGroup()

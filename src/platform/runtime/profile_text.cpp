@@ -194,6 +194,7 @@ bool ProfileText::setValue(TextView section, TextView key, std::string_view valu
     const std::size_t behindEquals = *equalsOf(line) + 1;
     const std::size_t begin = std::min(line.find_first_not_of(kBlanks, behindEquals), line.size());
     const std::string_view old = readForm(line.substr(begin));
+    // Equal as a reader gets it, with or without quotes.
     if (old == value || old == readForm(value)) return false;
     bytes_.replace(found->begin + begin, line.size() - begin, trimmed(value));
     findSections();
@@ -218,6 +219,7 @@ std::size_t ProfileText::insertLine(std::size_t at, const std::string& content)
 {
     const std::string end = lineEnd();
     std::string line = content + end;
+    // A last line without a line end gets one first.
     if (at > 0 && !isEnd(bytes_[at - 1])) line.insert(0, end);
     bytes_.insert(at, line);
     return at + line.size();

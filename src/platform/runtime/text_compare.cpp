@@ -133,6 +133,7 @@ std::string_view bytesOf(TextView text)
 int inStr(TextView text, TextView what, Compare mode, int start)
 {
     const std::size_t from = searchStart(start);
+    // findFolded needs a first character, so an empty `what` is left to find().
     if (mode == Compare::Binary || what.empty()) return foundPosition(text.find(what, from));
     return foundPosition(findFolded(text, what, from));
 }

@@ -9,6 +9,8 @@ namespace tolvek {
 
 CapturedErrors::CapturedErrors() : notes_(memfd_create("complaints", 0))
 {
+    // Without the capture corruption would go unnoticed, so the program must not
+    // continue.
     if (notes_ < 0 || dup2(notes_, STDERR_FILENO) < 0) std::abort();
 }
 

@@ -195,6 +195,7 @@ ChildEnd endOf(int status)
 ChildEnd awaited(Child& child, Milliseconds patience)
 {
     int status = 0;
+    // Polled, because waitpid has no timeout.
     for (const auto until = Clock::now() + patience; !child.hasEnded(status);) {
         if (Clock::now() >= until) return {ChildEnd::How::OutOfTime, 0};
         std::this_thread::sleep_for(kNap);

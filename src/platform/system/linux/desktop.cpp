@@ -229,6 +229,7 @@ void playKeys(std::int32_t processId, std::span<const KeyEvent> keys,
     // All keys are looked up before the first one is sent, so an unknown key leaves
     // nothing half typed.
     const std::vector<Step> steps = stepsFor(keys, screen);
+    // Determined before the keys are sent, because they may open another window.
     const Window asked = windows.active();
     {
         const FreeModifiers freely(screen);

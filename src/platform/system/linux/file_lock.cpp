@@ -45,6 +45,7 @@ Descriptor openedFile(const std::filesystem::path& path, FileLock::Missing missi
 {
     const int make = missing == FileLock::Missing::Make ? O_CREAT : 0;
     const mode_t mode = modeInFolder(path);
+    // O_NOFOLLOW: a link could redirect the lock to another file.
     Descriptor file(open(path.c_str(), O_RDWR | make | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, mode));
     if (file.number() >= 0) fchmod(file.number(), mode);
     return file;

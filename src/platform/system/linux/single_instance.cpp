@@ -15,6 +15,7 @@ namespace {
 bool isOwnFolder(const fs::path& folder)
 {
     struct stat status {};
+    // lstat: a link to a folder isn't accepted.
     return lstat(folder.c_str(), &status) == 0 && S_ISDIR(status.st_mode) &&
            status.st_uid == geteuid() && (status.st_mode & (S_IWGRP | S_IWOTH)) == 0;
 }
