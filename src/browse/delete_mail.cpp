@@ -43,6 +43,7 @@ Statement deletionOfRow(const SubjectKey& key)
     return sql;
 }
 
+// The types are gDisplayType's; the caller has excluded others.
 Statement deletionOfEntry(Int16 type, const Text& key)
 {
     Statement sql{u"DELETE FROM tblTolvek"};

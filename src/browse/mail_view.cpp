@@ -30,6 +30,7 @@ void showText(frmTolvek& form)
 {
     for (int i = 1; i <= kMailFields; ++i) {
         const Value block = gRs.field(u"tblTolvek_Mail" + decimal(i));
+        // Archives of earlier versions may hold Null here.
         if (!block.isNull()) form.txtMail->setText(form.txtMail->Text() + block.text());
     }
 }

@@ -48,6 +48,8 @@ void dspNavigator(frmTolvek& form)
     displayType().list(form);
 }
 
+// Kept: of the routines that fill the navigator, only this one and dspSearch_Date clear
+// the mail pane; the count label stays.
 void dspSelData(frmTolvek& form)
 {
     ResumeNext on{u"dspSelData"};

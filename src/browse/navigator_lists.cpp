@@ -19,6 +19,7 @@ void listRows(frmTolvek& form, const Statement& sql, Prepare prepare, AddRow add
     gRs = gDb.OpenRecordset(sql, dbOpenDynaset);
     Int16 count = 0;
     GET_RECCNT(gRs, count);
+    // Cleared only now: a query that fails leaves the lists unchanged.
     form.lstNameOrAddr->Clear();
     form.lstSubject->Clear();
     prepare(count);
@@ -26,6 +27,7 @@ void listRows(frmTolvek& form, const Statement& sql, Prepare prepare, AddRow add
     if (count != 0) {
         for (; !gRs.Eof(); gRs.MoveNext())
             addRow(entry);
+        // Kept: one yield for all rows, and none for an empty list.
         DoEvents();
     }
     gDb.Close();

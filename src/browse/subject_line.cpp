@@ -17,6 +17,7 @@ Text instant(const SubjectLine& line)
            u" ";
 }
 
+// Both labels have the same width, so the names start in the same column.
 Text otherParty(const SubjectLine& line)
 {
     if (line.SndRcvFlag) return u"　送　受取人：" + trim(line.RcvName);
@@ -37,6 +38,7 @@ void edmsgSubject(const SubjectLine& line, Text& result)
         result = instant(line);
         result += otherParty(line);
         result += u" ";
+        // Kept: a longer name pushes the subject to the right.
         padToAnsiLength(result, kSubjectColumn);
         result += trim(line.Subject);
     });

@@ -103,6 +103,7 @@ void fillRows(frmTolvek& form, const SubjectSource& from)
 {
     startSubjectKeys();
     Int16 row = 0;
+    // Kept: full-width digits here, half-width ones once a mail is shown.
     form.lblRecCount->setCaption(u"表示件数　：　" + toWide(decimal(gSubjectCount)) + u" 件");
     while (!gRs.Eof()) {
         Text text;

@@ -86,6 +86,7 @@ void frmAbout::Form_Load()
     layRules();
     lblVersion->setCaption(u"Version " + versionText());
     lblDescription->setCaption(u"ｱﾌﾟﾘｹｰｼｮﾝの説明\r\n\r\n   " + Text(kComments));
+    // Kept: a placeholder that was never filled in.
     lblDisclaimer->setCaption(u"警告: ...");
 }
 

@@ -25,6 +25,7 @@ constexpr TextView kWrongFolder = u"フォルダーの指定が間違ってい�
 constexpr int kItalicAt = 1;
 constexpr int kBoldAt = 3;
 
+// Any character but "0" counts as set.
 bool isSet(const Text& style, int at)
 {
     return mid(style, at, 1) != u"0";
@@ -73,6 +74,7 @@ void frmOption::Form_Load()
     txtMy_Address->setText(gMyMailAddr);
     txtMy_Handle->setText(gMyMailHandle);
     txtPetName->setText(gMyPetName);
+    // Working copies; OK stores them.
     fontName_ = gMailTextFont;
     fontSize_ = gMailTextFontSize;
     fontStyle_ = gMailTextFontStyle;
@@ -126,6 +128,8 @@ bool frmOption::folderPasses() const
     try {
         attributes = getAttr(joinPath(txtDisp_PetDir->Text(), kReceiveFolder));
     } catch (const std::exception& failure) {
+        // 53 when only 受信フォルダ is missing; if the folder above it is missing too, the
+        // error is 76 and the user gets the other message.
         const bool missing = asRuntimeError(failure).number() == kFileNotFound;
         MsgBox(missing ? u"指定されたフォルダーが見つかりません。" : kWrongFolder);
         return false;

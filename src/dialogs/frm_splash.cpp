@@ -12,6 +12,7 @@ namespace tolvek {
 
 namespace {
 
+// Colours are 0xBBGGRR.
 constexpr Colour kBlue = 0xFF0000;
 constexpr Colour kBlack = 0;
 constexpr Colour kPaper = 0xFFFFFF;

@@ -39,6 +39,7 @@ QPen outline()
     return {kInk, 3, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin};
 }
 
+// Coordinates of all drawing functions are in the units of UnitSquare.
 void drawHeart(QPainter& painter, const QPointF& middle, double size)
 {
     QPainterPath heart(middle + QPointF(0, size));
@@ -74,6 +75,7 @@ void drawPaw(QPainter& painter, const QRect& area)
     const UnitSquare square(painter, area);
     painter.setPen(Qt::NoPen);
     painter.setBrush(kPawPad);
+    // The pad, as four curves; the toes are ellipses above it.
     QPainterPath pad(QPointF(50, 46));
     pad.cubicTo(70, 46, 88, 76, 74, 86);
     pad.cubicTo(66, 92, 58, 84, 50, 84);
@@ -93,6 +95,7 @@ QIcon programIcon()
         picture.fill(Qt::transparent);
         QPainter painter(&picture);
         drawLetter(painter, picture.rect());
+        // The lower right quarter.
         drawPaw(painter, QRect(side / 2, side / 2, side / 2, side / 2));
         painter.end();
         icon.addPixmap(picture);

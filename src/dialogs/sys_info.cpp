@@ -79,6 +79,7 @@ bool startToolInFolder()
     if (!GetKeyValue(HKEY_LOCAL_MACHINE, Text(kFolderKey), Text(kFolderValue), folder))
         return false;
     const Path tool = existingPath(joinPath(folder, kToolName));
+    // An old entry may name a folder that has no tool any more.
     if (!fileExists(tool)) return false;
     startProgram(tool);
     return true;
@@ -104,6 +105,7 @@ bool GetKeyValue(std::uint32_t root, const Text& keyName, const Text& valueName,
         result.clear();
         return false;
     }
+    // A value may end in one NUL, in several or in none.
     buffer.resize(std::min(buffer.find('\0'), buffer.size()));
     if (type == kRegistryString) result = fromUtf8(buffer);
     if (type == kRegistryNumber) result = numberText(buffer);

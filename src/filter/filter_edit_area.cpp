@@ -17,6 +17,7 @@ bool isUntouched(const FilterEditArea& area)
            isBlank(area.Data);
 }
 
+// Text mode also finds the full-width forms ｜ and ＇.
 bool hasSpecial(const Text& text)
 {
     return inStr(text, u"|", Compare::TextMode) != 0 || inStr(text, u"'", Compare::TextMode) != 0;
@@ -26,6 +27,7 @@ bool hasSpecial(const Text& text)
 
 EditFault editFault(const FilterEditArea& area)
 {
+    // The order of the fields on the form.
     if (isUntouched(area)) return EditFault::Untouched;
     if (isBlank(area.Header)) return EditFault::Header;
     if (area.TermsCode == kNoneSet) return EditFault::Terms;

@@ -7,6 +7,7 @@ namespace tolvek {
 
 namespace {
 
+// Kept: gNonCopyRule isn't emptied; the next tblFilter_Get fills it.
 void reset()
 {
     emptyFilterRules();

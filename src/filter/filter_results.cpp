@@ -38,17 +38,20 @@ Statement insertUpToSubject(Int16 number)
 
 void insertRow(const Statement& sql)
 {
+    // A transaction for each row: after a failure, the rows before it stay.
     inTransaction([&] { gDb.Execute(sql, dbFailOnError); });
 }
 
 // Searches inside the texts of the current row.
 class PartialMatch {
 public:
+    // The full-width form is made once, not for each row.
     explicit PartialMatch(const FilterRule& rule) : rule_(rule), wide_(toWide(rule.Data)) {}
 
     bool selects() const
     {
         switch (rule_.TermsCode) {
+        // Even codes compare whole texts and don't get here.
         case 1:
             return holdsBytes(u"tblTolvek_Subject");
         case 3:
@@ -174,6 +177,7 @@ void tblFilterData_Sel()
         // any time, so a cut-off loses nothing.
         gFilterDataId = 0;
         for (int i = 0; i < gFilterRuleCnt; ++i) {
+            // Do-not-read rules keep mails out at import and list nothing.
             if (!isSorting(i)) continue;
             tellProgress(i, count);
             listMails(i);

@@ -113,6 +113,7 @@ void tblFilter_UpDate()
         gDb = DBEngine::OpenDatabase(gDbPath);
         inTransaction([] { gDb.Execute(Statement{u"DELETE FROM tblFilter"}, dbFailOnError); });
         const Int16 blank = writeRules();
+        // The entries that weren't written don't count any more.
         gFilterRuleCnt -= blank;
         gDb.Close();
         tblFilter_Get();

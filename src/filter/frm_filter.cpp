@@ -13,6 +13,7 @@ constexpr float kFormHeight = 9375;
 constexpr float kFormWidth = 8745;
 constexpr FilterGridWidths kWidths = {2500, 900, 900, 3500};
 
+// At most one button of an array is set; none is after clearAll.
 template <std::size_t N> int firstSet(const CheckedArray<OptionButton*, N>& options)
 {
     for (int i = 0; i < options.size(); ++i)

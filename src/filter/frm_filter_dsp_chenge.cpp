@@ -10,6 +10,7 @@ namespace {
 
 constexpr FilterGridWidths kWidths = {2700, 900, 900, 3900};
 constexpr int kRowsAtFirst = 2;
+// Results of tblFilterBack.
 constexpr Int16 kStored = 0;
 constexpr Int16 kNotAllMoved = 9;
 
@@ -30,6 +31,7 @@ void frmFilterDspChenge::Form_Load()
     enableWriting();
     dspGridInit();
     order.AfterRow = 1;
+    // Kept: without rules, only the next row is reset.
     if (gFilterRuleCnt < 1) return;
     order.reset();
     dspBeforeGrid();
@@ -77,6 +79,7 @@ void frmFilterDspChenge::cmdSUp_Click()
 {
     if (!order.canMoveOne()) return;
     order.moveOne([this](Int16 row, const FilterRule& shown) { showAfter(row, shown); });
+    // The entry was blanked by moveOne; its row follows.
     grdFilterBefore->setRow(order.BeforeRow);
     blankFilterRow(*grdFilterBefore);
 }

@@ -25,6 +25,7 @@ struct FriendRecord {
 FriendRecord readRecord(Int16 number)
 {
     FriendRecord record;
+    // The order in which the library writes the fields.
     for (Text* field : {&record.petKind, &record.pet, &record.name, &record.address})
         *field = inputText(number);
     record.mails = inputInt16(number);

@@ -48,6 +48,8 @@ void markEmptied()
     if (!stands(kNotYetEmptied)) return;
     DBEngine::Rest();
     asFileError([] {
+        // An older copy that was never imported completely isn't overwritten but put
+        // aside.
         if (stands(kEmptied)) replaceFile(beside(kEmptied), beside(kKept));
         replaceFile(beside(kNotYetEmptied), beside(kEmptied));
         flushFolder(nativePath(appPath()));

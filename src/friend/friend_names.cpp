@@ -48,6 +48,7 @@ void nameMailsOfFriend()
 {
     const Text address = gRs.field(u"tblFriend_Address").text();
     Text name = gRs.field(u"tblFriend_Name").text();
+    // Kept: a friend without a name gets the text for "not set".
     if (trim(name).empty()) name = u"設定無し";
     nameSender(name, address, gRs.field(u"tblFriend_Pet").text());
     nameReceiver(name, address);
@@ -121,6 +122,7 @@ void edFriendName()
             nameMailsOfFriend();
             gRs.MoveNext();
         }
+        // Without a pet's name, these mails keep the name they have.
         if (!trim(gMyPetName).empty()) nameOwnPet();
         gDb.Close();
     });

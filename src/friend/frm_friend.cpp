@@ -74,6 +74,7 @@ void showBook(Grid& grid)
     Int16 count = 0;
     GET_RECCNT(book, count);
     if (count != 0) {
+        // Row 0 holds the headings.
         grid.setRows(count + 1);
         // An empty table leaves gFriendRowCnt unchanged; kept.
         gFriendRowCnt = count;

@@ -9,6 +9,7 @@ struct PetKind {
     TextView kind;
 };
 
+// Code 5 doesn't exist.
 constexpr PetKind kPetKinds[] = {
     {u"1", u"くま"},     {u"2", u"うさぎ"},     {u"3", u"かめ"},     {u"4", u"ねこ"},
     {u"6", u"ロボット"}, {u"7", u"ハムスター"}, {u"8", u"ペンギン"}, {u"9", u"いぬ"},

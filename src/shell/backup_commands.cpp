@@ -89,6 +89,7 @@ bool moveMails(const PassOver53& steps, const Text& backUp)
         [] { gDbPath = liveDatabasePath(); }, [] { gDb.Close(); }, [] { dbCompress(gDbPath); },
         [&] { alone.emplace(gDbPath); }, [&] { DBEngine::CompactDatabase(gDbPath, backUp); },
         [] { gWs = DBEngine::Workspaces(0); }, [] { gDb = DBEngine::OpenDatabase(gDbPath); },
+        // The file that was copied must be the one that is emptied.
         [&] { alone->confirm(); }, [] { emptyTable(Statement{u"DELETE FROM tblFilterData"}); },
         [] { emptyTable(Statement{u"DELETE FROM tblTolvek"}); },
         [] { emptyTable(Statement{u"DELETE FROM tblSearch_Addresses"}); },

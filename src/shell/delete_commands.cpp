@@ -17,6 +17,7 @@ namespace tolvek {
 
 namespace {
 
+// By display type; the last one is for filter views.
 constexpr TextView kQuestions[] = {
     u"選択されているアドレスのメールを削除します",
     u"選択されている方のメールを削除します",

@@ -42,6 +42,7 @@ void dropEdit(const ResumeNext& on, frmTolvek& form)
 // Rules that couldn't be read completely aren't written, however the editor was closed.
 void memFilter_Click(frmTolvek& form, frmFilter& editor)
 {
+    // Choosing the menu entry again while the editor is open does nothing.
     if (editor.Loaded()) return;
     const ResumeNext on{u"memFilter_Click"};
     on([] { gEditCancel = 0; });

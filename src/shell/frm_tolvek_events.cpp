@@ -134,6 +134,7 @@ void frmTolvekEvents::Form_Initialize()
     on([this] { dspSelData(*this); });
     on([] { completeFriendEdit(); }); // before the library overwrites Friend.Tmp
     on([] { edFriend(); });
+    // Last, since listing filter views leaves only sorting rules in memory.
     on([] { tblFilter_Get(); });
 }
 

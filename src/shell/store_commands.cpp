@@ -171,6 +171,7 @@ void dbLoad()
 {
     const Alone alone(gDbPath);
     settleTextFiles();
+    // Without dump files nothing is deleted, and no copy is needed.
     const Text copy = hasTextFiles() ? beginLoad(gDbPath) : Text();
     alone.confirm();
     const ReportWatch reports;

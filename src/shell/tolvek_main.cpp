@@ -50,6 +50,9 @@ void settleEarlierRun(const ResumeNext& on, bool upgrade)
 {
     std::optional<Alone> alone;
     const auto take = [&] { alone.emplace(liveDatabasePath(), Alone::With::File); };
+    // The order matters: each step relies on the files that the previous one has
+    // restored. A side file is deleted only when nothing is left to be restored from
+    // it.
     const bool settled =
         on([] { undoCutOffLoads(folderOf(liveDatabasePath())); }) && on(take) &&
         on([] { restoreFromNew(liveDatabasePath()); }) &&
@@ -103,6 +106,7 @@ void prepareDatabase(TextView Ver, const UpgradeProgress& progress)
     on([] { settleTextFiles(); });
     if (isUpgradeDue(Ver)) on([&] { VerUp300(progress); });
     findDatabase(on);
+    // At every start, also after a creation.
     on([] { dbCompress(gDbPath); });
     if (isOldArchive(gDbPath))
         on([&] { VerUp300(progress); }); // a repair may have restored an old one

@@ -5,7 +5,7 @@ namespace tolvek {
 
 namespace {
 
-constexpr Colour kLightBlue = 0x00FFC0C0;
+constexpr Colour kLightBlue = 0x00FFC0C0; // 0xBBGGRR
 constexpr float kDesignWidth = 11745;
 constexpr float kDesignHeight = 7404;
 

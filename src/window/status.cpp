@@ -14,8 +14,8 @@ namespace tolvek {
 
 namespace {
 
-constexpr Colour kRed = 0x000000FF;
-constexpr float kStatusSize = 20;
+constexpr Colour kRed = 0x000000FF; // 0xBBGGRR
+constexpr float kStatusSize = 20;   // points
 
 // Each list holds its controls and menu entries in switching order.
 using Switches = std::vector<std::function<void(bool)>>;
@@ -88,9 +88,11 @@ void dspStatus(frmTolvek& form, bool show, CheckedArray<Text, 6>& lines)
     MultiLineTextBox& pane = *form.txtMail;
     if (show) {
         pane.setForeColor(gStatusColorFlag == 0 ? kWindowText : kRed);
+        // Kept: the flag isn't reset from one command to the next.
         gStatusColorFlag = gStatusColorFlag == 0 ? 1 : 0;
         pane.setFontSize(kStatusSize);
         pane.setText(u"");
+        // Kept: each line follows a line end, so the pane's first line is empty.
         for (const Text& line : lines)
             pane.setText(pane.Text() + Text(kCrLf) + line);
     } else {

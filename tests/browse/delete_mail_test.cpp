@@ -126,7 +126,7 @@ TEST_F(DeleteMailTest, AQuoteInARowFailsTheStatementAndHarmsNothing)
     EXPECT_EQ(reports.take(), Reports{"delOneMail 3075"});
     EXPECT_EQ(left(), Texts{u"kept"});
     EXPECT_FALSE(gDb.isOpen());
-    delMail(2, u"20000001"); // the transaction that failed is no one's burden
+    delMail(2, u"20000001"); // the failed transaction leaves nothing open
     EXPECT_TRUE(left().empty());
 }
 

@@ -144,7 +144,7 @@ TEST_F(EdFriendTest, QuotesAndBarsInTheTwoNamesBecomeWideOnes)
         {u"O'Hara \"Scarlett\" | Co", u"O’Hara ’Scarlett’ ｜ Co"},
         {u"'''", u"’’’"},
         {u"x||", u"x｜｜"},
-        {u"x｜y", u"x｜y"}, // the search finds the wide ones too, and ends all the same
+        {u"x｜y", u"x｜y"}, // the search finds full-width bars too, and still ends
         {u"x＇＂｜'\"|y", u"x’’｜’’｜y"},
         {u"'", u"’"},
         {u"plain", u"plain"},
@@ -169,7 +169,7 @@ TEST_F(EdFriendTest, AKnownAddressWithABlankBeforeItIsntFoundAndFailsAsATwin)
     addFriend(u"a@x.jp", u"花子", u"");
     EXPECT_FALSE(read(u"1,p,n,\" a@x.jp\",3\r\n"));
     EXPECT_EQ(reports.take(), Reports{"tmpFriend 3022"});
-    EXPECT_TRUE(read(u"1,p,n,\"a@x.jp \",3\r\n")); // blanks behind it don't count
+    EXPECT_TRUE(read(u"1,p,n,\"a@x.jp \",3\r\n")); // trailing blanks don't count
     EXPECT_EQ(rows(u"tblFriend"), 1);
 }
 

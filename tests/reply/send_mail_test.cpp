@@ -68,7 +68,7 @@ TEST_F(SendMailTest, AReplyGoesToTheSenderWithItsSubjectAndThePaste)
 TEST_F(SendMailTest, SubjectsAreTypedLiterallyBehindOneMoreRe)
 {
     const std::pair<Text, Text> subjects[] = {
-        {u"", u"Re:"}, // the blank behind it is trimmed
+        {u"", u"Re:"}, // the trailing blank is trimmed
         {u"　 ", u"Re:"},
         {u"  inner  blank ", u"Re: inner  blank"},
         {u"Re: again", u"Re: Re: again"},
