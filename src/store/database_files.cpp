@@ -26,6 +26,7 @@ void withFileErrors(const std::function<void()>& work)
     }
 }
 
+// The file may be corrupt or of another format, so it isn't opened as a database.
 Alone aloneWith(const Text& path)
 {
     return Alone(path, Alone::With::File);
@@ -68,6 +69,7 @@ Text linkedDatabase(const Text& path)
     std::error_code none;
     for (int i = 0; i < kLongestChain && std::filesystem::is_symlink(file, none); ++i)
         file = file.parent_path() / std::filesystem::read_symlink(file, none);
+    // Without a link the caller's spelling is kept: it is shown in messages.
     return file == existingPath(path) ? path : pathText(file.lexically_normal());
 }
 
@@ -137,7 +139,7 @@ bool linkDatabase(const Text& existing, const Text& added)
     bool linked = false;
     withFileErrors([&] {
         const Path target = existingPath(added);
-        removeCompanions(target);
+        removeCompanions(target); // of an earlier file of that name
         try {
             linkFile(existingPath(existing), target);
             linked = true;

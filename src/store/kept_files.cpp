@@ -50,6 +50,7 @@ void keep(const Text& original, const Text& wanted)
             return keepCompanions(original, name); // a cut-off run may not have got so far
         name = wanted + decimal(n);
     }
+    // A hard link is enough: afterwards the file is replaced or removed, never written to.
     if (!linkDatabase(original, name))
         copyFileContents(existingPath(original), targetPath(name), true);
     keepCompanions(original, name);

@@ -18,6 +18,7 @@ bool isName(int field)
     return field == 4 || field == 6;
 }
 
+// The separator keeps the same characters in other fields apart.
 std::size_t identityOf(const Recordset& row)
 {
     Text all;

@@ -19,7 +19,7 @@ void openOr(const std::function<bool()>& mayCreate)
     } catch (const RuntimeError& error) {
         if (error.number() != 3024 || !mayCreate()) throw;
     }
-    Table_Create();
+    Table_Create(); // reports its own failure; the opening then fails with 3024 again
     gDb = DBEngine::OpenDatabase(gDbPath);
 }
 

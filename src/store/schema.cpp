@@ -31,6 +31,8 @@ void appendIndex(TableDef& table, const Text& name, const std::vector<Text>& fie
 
 }
 
+// The order of the fields is that of existing archives and of the text files.
+//
 // Texts are wider than what the import writes: 64 instead of 60 characters, 128 instead
 // of 100 and the continuation mark. The lookups are for the lists by address and name.
 TableSpec tblTolvekSpec()

@@ -56,6 +56,7 @@ const SearchTable& addressTable()
     return table;
 }
 
+// The engine's comparison ignores case, so a sender in another spelling is found.
 bool isListed(const SearchTable& table, const Text& value)
 {
     Int16 count;

@@ -12,6 +12,7 @@ SubjectBlock* const kBlocks[] = {&gSubjectKey1, &gSubjectKey2, &gSubjectKey3, &g
 Int16* const kCounts[] = {&gSubjectKeyCnt1, &gSubjectKeyCnt2, &gSubjectKeyCnt3, &gSubjectKeyCnt4};
 constexpr int kLastBlock = 3;
 
+// The last block if all are full.
 int firstBlockWithRoom()
 {
     int block = 0;

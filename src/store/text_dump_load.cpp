@@ -72,6 +72,7 @@ void addRecords(const TextDump& dump, Int16 number, const Followers& followers)
     gRs = gDb.OpenRecordset(dump.all, dbOpenDynaset);
     followers.begin();
     for (; !endOfFile(number); DoEvents()) {
+        // The filters' memory comes first: a rule for which it has no room isn't stored.
         const Record record = readRecord(dump, number);
         followers.take(record);
         store(record);

@@ -12,7 +12,7 @@ namespace tolvek {
 
 namespace {
 
-bool writesBeside = false;
+bool writesBeside = false; // an UnLoadBeside exists
 
 std::array<TextView, 6> fileNames()
 {
@@ -88,6 +88,7 @@ Text unLoadPath(TextView file)
 {
     if (!writesBeside) return joinPath(appPath(), file);
     const Path place = placeOf(file);
+    // The exchange renames, which would replace even a read-only file.
     if (isReadOnly(place)) throw RuntimeError(75);
     return pathText(besideOf(place));
 }

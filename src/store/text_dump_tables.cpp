@@ -10,6 +10,9 @@ constexpr std::size_t kMailFields = 26;
 
 }
 
+// The columns of each file are those of its table, in the same order. Kept quirk: the odd
+// capitals of file names and titles.
+
 // All columns are texts here, even the sub key and the direction.
 const TextDump& tblTolvekDump()
 {

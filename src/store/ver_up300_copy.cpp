@@ -89,6 +89,8 @@ Statement searchNameInsert(const OldRow& row)
     return sql;
 }
 
+// The two fields that the old table lacks are among them: the sub key becomes 00, and the
+// include field, a text that the program doesn't use, 0.
 void appendMailColumns(Statement& sql)
 {
     sql << u"(tblTolvek_YMD, tblTolvek_HMS, " << u"tblTolvek_SubKey, tblTolvek_SndRcvFlag, "

@@ -12,6 +12,7 @@ template <class State> Connection& connectionOf(const std::shared_ptr<State>& st
     return *state->connection;
 }
 
+// Statements of any other kind, such as PRAGMA or ATTACH, never reach the engine.
 void requireAction(const SqlText& sql)
 {
     if (sql.startsWith(u"SELECT"))
@@ -51,6 +52,7 @@ void Database::Execute(const Statement& sql, int)
     Connection& connection = connectionOf(state_);
     const SqlText text = sqlText(sql);
     requireAction(text);
+    // Prepared first, so that a wrong statement doesn't begin a transaction.
     const auto query = connection.query(text);
     Engine::instance().prepareToWrite(state_->connection);
     query->run();

@@ -123,6 +123,7 @@ bool Engine::isJoined(const std::shared_ptr<Connection>& connection) const
            inTransaction_.end();
 }
 
+// A connection whose database is still open can't be closed, but it leaves the log.
 void Engine::leaveSession()
 {
     if (sessions_ == 0 || --sessions_ > 0) return;
@@ -211,6 +212,7 @@ void Engine::commit()
         --depth_;
         return;
     }
+    // All are checked before the first one commits.
     for (const auto& connection : inTransaction_)
         if (!connection->isOpen() || !connection->inTransaction()) {
             rollback();

@@ -118,6 +118,7 @@ int comparePrimaries(TextView a, TextView b)
     }
 }
 
+// Builds the key that general_order.h describes.
 class KeyMaker {
 public:
     std::string keyOf(TextView text)
@@ -230,6 +231,7 @@ private:
     char bareMarks_ = 0;
 };
 
+// The shortcut for ASCII is only for speed.
 char16_t folded(char16_t c)
 {
     if (c < 0x80) return c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c + 32) : c;
@@ -254,7 +256,7 @@ bool hasPrimariesOnly(TextView text)
 int compareKeys(TextView a, TextView b)
 {
     if (const int order = comparePrimaries(a, b); order != 0) return order;
-    if (hasPrimariesOnly(a) && hasPrimariesOnly(b)) return 0;
+    if (hasPrimariesOnly(a) && hasPrimariesOnly(b)) return 0; // nothing else is in the keys
     return generalKey(a).compare(generalKey(b));
 }
 

@@ -30,6 +30,7 @@ public:
     EngineLock& operator=(const EngineLock&) = delete;
 
     bool isOpen() const { return file_ != nullptr; }
+    // The engine's own waiting works only for statements, so this waits by itself.
     void take()
     {
         constexpr int kNap = 10; // milliseconds
@@ -73,7 +74,7 @@ FileStamp stampOf(const std::filesystem::path& path)
 
 Hold::Hold(std::filesystem::path path, std::shared_ptr<Connection> own) : path_(std::move(path))
 {
-    if (!fileExists(path_) || isReadOnly(path_)) return;
+    if (!fileExists(path_) || isReadOnly(path_)) return; // it isn't going to be written
     if (own) {
         own_ = std::make_unique<OpenHandle>(std::move(own));
         own_->connection->keepOthersOut();

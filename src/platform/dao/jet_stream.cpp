@@ -14,6 +14,7 @@ constexpr std::size_t kItemHead = 5;
 constexpr int kLargestText = 255;
 // A compressed character of one byte becomes two bytes and a number of two bytes eight.
 // Eight Yes/No fields share one byte of the file.
+// The slack is for the names of tables and columns in a small file.
 constexpr std::uintmax_t kBytesPerByte = 8, kItemsPerByte = 8, kSlack = 1 << 16;
 
 void require(bool sound)
@@ -148,6 +149,7 @@ void JetStream::begin(std::string_view greeting)
     state_ = State::Begun;
 }
 
+// A table or the end of the stream in the middle of a row is an error.
 void JetStream::requireRowEnd() const
 {
     require(row_.empty());
@@ -162,6 +164,8 @@ void JetStream::newTable(Text name)
     state_ = State::Columns;
 }
 
+// Only a text column has a useful size. The limits keep the definition of any column
+// valid, whatever size the file gives.
 void JetStream::addColumn(std::string_view bytes)
 {
     require(state_ == State::Columns && bytes.size() > 5);

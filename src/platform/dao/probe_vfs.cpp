@@ -165,6 +165,8 @@ int removeFileAt(sqlite3_vfs*, const char* name, int syncFolder)
     return baseVfs->xDelete(baseVfs, name, syncFolder);
 }
 
+// A copy of the system's layer with two functions replaced. It isn't the default layer:
+// a connection has to ask for it by name.
 sqlite3_vfs* registered()
 {
     baseVfs = sqlite3_vfs_find(nullptr);

@@ -76,6 +76,7 @@ Connection& Recordset::State::connection() const
     return *standsOn->connection;
 }
 
+// The message of 3061 gives the number of unknown names, so all are looked up first.
 void Recordset::State::select(const std::vector<Text>& columns)
 {
     int unknown = 0;
@@ -172,6 +173,7 @@ void Recordset::State::assign(int at, std::optional<Bound> value)
     pending_[static_cast<std::size_t>(at)] = std::move(value);
 }
 
+// Fields that weren't set are left out of the statement, so they get their defaults.
 void Recordset::State::insertPending()
 {
     pending_.resize(selected.size());
@@ -193,6 +195,7 @@ void Recordset::State::insertPending()
 
 namespace {
 
+// Templates, because the name Recordset::State is private.
 template <class State> State& usable(const std::shared_ptr<State>& state)
 {
     if (!state) throw RuntimeError(3420);

@@ -53,6 +53,8 @@ Words::const_iterator find(const Words& words, TextView keyword)
                         [&](const SqlWord& word) { return word.upper == keyword; });
 }
 
+// The columns are needed only to leave them out of the order that is appended; an item
+// that isn't a plain name is harmless.
 void takeOrder(SelectText& select, const SqlText& sql)
 {
     const auto order = find(sql.words, u"ORDER");
@@ -76,7 +78,7 @@ SelectText selectText(const SqlText& sql)
     select.columns = columnsOf(TextView(sql.sql).substr(list, from->begin - list), sql);
     select.table = sql.word(table);
     select.rest = sql.sql.substr(table.end);
-    if (blanksOff(select.rest).starts_with(u',')) throw syntaxError(sql);
+    if (blanksOff(select.rest).starts_with(u',')) throw syntaxError(sql); // a second table
     takeOrder(select, sql);
     return select;
 }

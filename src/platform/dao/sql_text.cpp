@@ -11,6 +11,7 @@ bool isDigit(char16_t c)
     return c >= u'0' && c <= u'9';
 }
 
+// Units from 0x80 count as letters, as in the engine.
 bool isWordUnit(char16_t c)
 {
     const char16_t lower = c | 0x20;
@@ -50,7 +51,7 @@ private:
 
     void takeValue(const Statement::Part& part)
     {
-        afterQuote_ = false;
+        afterQuote_ = false; // an empty value also separates two quotes
         if (!part.isNumber && part.text.find(u'\'') != Text::npos) throw syntaxError();
         if (quoted_)
             literal_ += part.text;
@@ -149,6 +150,7 @@ private:
         if (!inWord_) return;
         inWord_ = false;
         const Text upper = upperAscii(TextView(out_.sql).substr(wordBegin_));
+        // In parentheses, because a minus sign before it would begin a comment.
         if (upper == u"TRUE" || upper == u"FALSE")
             out_.sql.replace(wordBegin_, Text::npos, upper == u"TRUE" ? u"(-1)" : u"0");
         else if (!isDigit(upper[0]))

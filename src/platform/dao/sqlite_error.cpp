@@ -15,7 +15,7 @@ RuntimeError constraintError(int code, TextView message)
     if (code == SQLITE_CONSTRAINT_NOTNULL)
         return RuntimeError(3058, u"インデックスまたは主キーには、Null 値を使用できません。",
                             nullptr);
-    return RuntimeError(3022);
+    return RuntimeError(3022); // the others are keys and unique indexes
 }
 
 }

@@ -22,6 +22,8 @@ int Table::firstMemo() const
     return static_cast<int>(found - columns.begin());
 }
 
+// The pk of a column is its position in the primary key, from 1; 0 if it isn't in the key.
+// An unknown table has no columns.
 Table readTable(Connection& connection, TextView name)
 {
     const auto query = connection.query(u"SELECT name, type, pk FROM pragma_table_info(?1)");

@@ -28,7 +28,7 @@ Text Value::text() const
 Int16 Value::int16() const
 {
     const std::int32_t number = int32();
-    return Int16(number);
+    return Int16(number); // checks the range
 }
 
 std::int32_t Value::int32() const

@@ -39,6 +39,7 @@ bool isLongValue(const MdbColumn& column)
     return column.col_type == MDB_MEMO || column.col_type == MDB_OLE;
 }
 
+// The types without a fixed size, and Yes/No.
 bool hasOtherType(const MdbColumn& column)
 {
     return column.col_type == MDB_BOOL || column.col_type == MDB_TEXT ||
@@ -68,6 +69,7 @@ bool takesFixedPlace(const MdbColumn& column)
     return column.is_fixed && column.col_type != MDB_BOOL;
 }
 
+// Sorted by place, so only neighbours can overlap.
 void requireOwnFixedPlaces(std::vector<MdbColumn*> columns, int pageSize)
 {
     std::erase_if(columns, [](const MdbColumn* column) { return !takesFixedPlace(*column); });
@@ -93,7 +95,7 @@ void requireSoundColumns(const MdbTableDef& table, const std::vector<MdbColumn*>
         const auto number = static_cast<unsigned>(column->col_num);
         require(number < mostColumns, "number of a column");
         numbers.add(number, "two columns of one number");
-        if (column->is_fixed) continue;
+        if (column->is_fixed) continue; // requireOwnFixedPlaces checks these
         require(column->var_col_num < table.num_var_cols, "variable place outside the row");
         variablePlaces.add(column->var_col_num, "two columns in one variable place");
     }

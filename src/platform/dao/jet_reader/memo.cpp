@@ -52,11 +52,12 @@ std::string chained(MdbHandle& handle, std::uint32_t place, std::uint32_t size)
     return whole;
 }
 
+// The upper two bits of the length say where the value is.
 std::string gathered(JetFile& file, std::string_view field)
 {
     const std::uint32_t head = wordAt(field, 0), place = wordAt(field, 4);
     const std::uint32_t size = head & kLength;
-    require(size <= file.size(), "length of a long value");
+    require(size <= file.size(), "length of a long value"); // before anything is collected
     if (head & kInline) return std::string(field.substr(kHead));
     if (head & kOnePlace) return std::string(placeBytes(file.handle(), place));
     return chained(file.handle(), place, size);
@@ -66,7 +67,7 @@ std::string gathered(JetFile& file, std::string_view field)
 
 std::string memoBytes(JetFile& file, std::string_view field)
 {
-    if (field.size() < kHead) return {};
+    if (field.size() < kHead) return {}; // an empty text has no header
     std::string bytes = gathered(file, field);
     require(bytes.size() == (wordAt(field, 0) & kLength), "length of a long value");
     return bytes;

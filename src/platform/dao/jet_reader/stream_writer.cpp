@@ -16,6 +16,7 @@ template <class Number> std::string littleEndian(Number value)
 
 }
 
+// Every failure aborts: the program takes only a stream that ends with exit code kWhole.
 StreamWriter::StreamWriter(int descriptor) : file_(fdopen(descriptor, "wb"))
 {
     if (!file_) std::abort();

@@ -30,7 +30,7 @@ std::int64_t wholeNumber(const Field& field)
     std::uint64_t value = 0;
     for (std::size_t i = field.bytes.size(); i > 0; --i)
         value = value << 8 | static_cast<unsigned char>(field.bytes[i - 1]);
-    if (field.bytes.size() == 1) return static_cast<std::int64_t>(value);
+    if (field.bytes.size() == 1) return static_cast<std::int64_t>(value); // unsigned in Jet
     if (field.bytes.size() == 2) return static_cast<std::int16_t>(value);
     require(field.bytes.size() == 4, "size of a number");
     return static_cast<std::int32_t>(value);
@@ -66,6 +66,7 @@ ColumnType columnType(const MdbColumn& column)
     }
 }
 
+// The file gives sizes in bytes; Jet 4 has two per character.
 std::uint32_t sizeInCharacters(const JetFile& file, const MdbColumn& column)
 {
     const auto size = static_cast<std::uint32_t>(column.col_size);

@@ -8,8 +8,9 @@ namespace tolvek::jet {
 
 namespace {
 
-constexpr std::string_view kPacked = "\xFF\xFE";
+constexpr std::string_view kPacked = "\xFF\xFE"; // the mark of a compressed text
 
+// A compressed text begins in the short form.
 std::string unpacked(std::string_view packed)
 {
     std::string text;
