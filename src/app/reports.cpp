@@ -58,8 +58,8 @@ void ErrReportDb(TextView routine, const RuntimeError& error)
 {
     const Text explanation = endingExplanation(error.number());
     showReport(routine, error, numberAndDescription(error, kCrLf) + explanation);
-    // A routine that failed leaves gDb open; its caller expects it closed.
     if (!explanation.empty()) endProgram();
+    // A routine that failed leaves gDb open; its caller expects it closed.
     gDb.Close();
 }
 

@@ -107,7 +107,7 @@ void lstNameOrAddr_Click(frmTolvek& form)
         if (form.lstSubject->ListCount() >= 1) {
             // Fires the click event, which shows the last mail.
             form.lstSubject->setListIndex(form.lstSubject->ListCount() - 1);
-            const InputHold hold; // the commands are on
+            const InputHold hold; // the commands are enabled
             DoEvents();
         }
     });

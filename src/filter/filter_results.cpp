@@ -51,7 +51,7 @@ public:
     bool selects() const
     {
         switch (rule_.TermsCode) {
-        // Even codes compare whole texts and don't get here.
+        // Codes 0, 2 and 4 compare whole texts and don't get here.
         case 1:
             return holdsBytes(u"tblTolvek_Subject");
         case 3:

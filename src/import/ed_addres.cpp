@@ -38,7 +38,7 @@ void splitValue(const Text& value, Text& name, Text& address)
 {
     Text decoded, text, first, second;
     Mail_StrChange_Sub(value, decoded);
-    // edString then blanks the backslash.
+    // ’ becomes a backslash, which edString then blanks.
     StrChange(decoded, u"’", u"\\", 1, text);
     // Kept: the limit is a length in bytes. A bracket that is the last character of an
     // ASCII text therefore begins no second part, but after a double-byte character it
