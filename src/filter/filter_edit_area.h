@@ -27,7 +27,7 @@ EditFault editFault(const FilterEditArea& area);
 // The message for a fault; empty for None and for an untouched area.
 TextView faultMessage(EditFault fault);
 
-// The message of a change when no option button is set; empty when both are.
+// The message of a change when an array has no button set; empty when both have one.
 TextView missingChoice(const FilterEditArea& area);
 
 // The entry for gFilterRule: texts trimmed, No 0 until the rules are written.
