@@ -79,7 +79,7 @@ bool isOldArchive(const Text& path)
     try {
         return databaseExists(path) && lacksSubKey(path);
     } catch (const RuntimeError&) {
-        return false;
+        return false; // the next opening reports it
     }
 }
 

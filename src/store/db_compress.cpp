@@ -159,6 +159,7 @@ private:
         if (databaseExists(fresh_)) removeDatabase(fresh_);
     }
 
+    // The copy gets the mode of P before it can replace P.
     void compact()
     {
         DBEngine::CompactDatabase(live_, fresh_);
@@ -185,6 +186,7 @@ private:
             removeDatabase(previous_);
     }
 
+    // With a link P keeps its name until the compacted copy replaces it.
     void nameAsPrevious()
     {
         linked_ = linkDatabase(live_, previous_);

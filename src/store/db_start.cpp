@@ -36,8 +36,10 @@ bool isBackUpsSide(TextView name)
                       });
 }
 
-// Fixed names first, then those that carry a date or a number. Only exact patterns are
-// taken: the user's own files in the folder must not be deleted.
+// .Repair is from a repair, .Whole from restoreFromNew, .Create from Table_Create and
+// .BeforeLoad.New from a text import. A compaction writes its target + ".Compact", and a
+// copy of a kept file its name + ".side". Only exact patterns are taken: the user's own
+// files in the folder must not be deleted.
 std::vector<Text> unfinishedFiles(const Text& path)
 {
     std::vector<Text> files;
@@ -56,6 +58,7 @@ std::vector<Text> unfinishedFiles(const Text& path)
 
 }
 
+// The .New is compacted instead of renamed, because that proves that it is whole.
 void restoreFromNew(const Text& path)
 {
     const Text fresh = path + u".New";

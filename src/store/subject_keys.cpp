@@ -59,6 +59,7 @@ bool addSubjectKey(const SubjectKey& key)
     return block != kLastBlock || count < kSubjectBlock;
 }
 
+// Kept quirk: the direction flag, which is part of the key, isn't in the condition.
 Statement ofRow(Statement select, const SubjectKey& key)
 {
     return select << u" WHERE ( tblTolvek_YMD = '" << key.YMD << u"' AND " << u"tblTolvek_HMS = '"

@@ -99,6 +99,7 @@ void unLoad(const TextDump& dump)
         const Text path = unLoadPath(dump.file);
         number = freeFile();
         openForOutput(path, number);
+        // An empty table gives an empty file, so that a load empties the table.
         if (count != 0) writeRecords(dump, number);
         gDb.Close();
         putOnDisk(number, path);

@@ -64,7 +64,7 @@ void removeMark(const Text& path)
     flushFolderOf(path);
 }
 
-// The mark is removed last: a second cut-off in here is undone in the same way.
+// The mark is removed last, so that the next start finishes this if it is cut off.
 void putOldBack(const Text& path)
 {
     replaceDatabase(oldOf(path), path);

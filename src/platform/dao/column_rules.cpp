@@ -36,6 +36,8 @@ Text defaultClause(const Field& field)
     return u" DEFAULT " + literal(field.DefaultValue);
 }
 
+// The declared types are part of the file format too. INT or TEXT within the name gives
+// the column its affinity in SQLite.
 Text declaredType(const Field& field)
 {
     switch (field.Type) {

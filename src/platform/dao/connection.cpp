@@ -83,6 +83,8 @@ std::shared_ptr<Connection> Connection::create(const std::filesystem::path& path
     if (!folderExists(folderOf(path))) throw RuntimeError(76);
     onDisk([&] { OpenFile(path, OpenFile::Mode::Anew).close(); });
     created->openHandle(SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+    // The encoding of the program's texts. The rules of columns and damaged_file.cpp rely
+    // on it.
     created->pragma(u"PRAGMA encoding = 'UTF-16le'");
     created->pragma(u"PRAGMA application_id = 1416590923"); // "TovK"; schema_check.cpp compares it
     created->pragma(u"PRAGMA user_version = 1");
@@ -172,7 +174,7 @@ void Connection::look()
         pragma(u"PRAGMA locking_mode = EXCLUSIVE");
     else if (!readOnly_ && headerSaysRest())
         removeForeignLog();
-    pragma(u"SELECT count(*) FROM sqlite_master");
+    pragma(u"SELECT count(*) FROM sqlite_master"); // the first read, which recovers
     const bool hasLog = pragma(u"PRAGMA journal_mode") == u"wal";
     log_ = written_ = hasLog && !readOnly_;
     if (mayHaveLog && !hasLog) shareLock();

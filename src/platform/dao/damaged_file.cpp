@@ -74,6 +74,7 @@ bool canHold(DataType column, std::uint64_t type)
     return column == dbText || column == dbMemo ? isText(type) : isWholeNumber(type);
 }
 
+// Big-endian two's complement of any size, or the constants 0 and 1.
 std::int64_t wholeNumber(std::uint64_t type, std::string_view bytes)
 {
     if (type >= 8) return static_cast<std::int64_t>(type - 8);
@@ -205,6 +206,7 @@ bool DamagedFile::visitListed(const Page& page, std::size_t start, const Visit& 
     return true;
 }
 
+// A row may begin at any byte, except one that is 0: that would be an empty record.
 void DamagedFile::search(const Page& page, const Visit& visit)
 {
     Cell cell;

@@ -226,6 +226,7 @@ void Engine::commit()
 void Engine::rollback()
 {
     if (depth_ == 0) throw noTransaction();
+    // Cleared before the work, so that a rollback that fails isn't repeated later.
     const Connections all = std::exchange(inTransaction_, {});
     endTransaction();
     eachInTurn(all, [](Connection& connection) {

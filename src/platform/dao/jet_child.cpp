@@ -41,6 +41,7 @@ std::filesystem::path readerProgram()
     return nativePath(joinPath(appPath(), fromUtf8(programFileName("TolvekJet"))));
 }
 
+// Generous for a sound file of that size; a reader that hangs or exhausts memory is ended.
 ChildLimits limitsFor(std::uintmax_t fileSize)
 {
     const std::uintmax_t megabytes = fileSize / kMegabyte;

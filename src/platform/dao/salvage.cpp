@@ -28,8 +28,8 @@ public:
     const std::vector<DataType>& columns() const { return columns_; }
 
     // Row numbers survive a compaction. So a damaged row is the same as the row in the
-    // target with its number, even if its key reads differently now. A sound row is a
-    // different one and gets a new number.
+    // target with its number, even if its key reads differently now. A sound row is
+    // identified by its key; if its number is taken, it gets a new one.
     void add(const SalvagedRow& row)
     {
         const bool taken = target_.query(TextView(lookUp_))->bind(1, row.rowid).step();

@@ -28,6 +28,7 @@ int unknownNames(Connection& connection, const SqlText& statement)
     for (const SqlWord& word : statement.words)
         if (!isKeyword(word.upper) && tableExists(connection, word.upper))
             tables.insert(word.upper);
+    // A name may be that of a column in any of the tables, which may come after it.
     for (const SqlWord& word : statement.words) {
         const bool column = std::any_of(tables.begin(), tables.end(), [&](const Text& table) {
             return connection.table(table).position(word.upper) >= 0;
