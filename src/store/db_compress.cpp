@@ -95,7 +95,7 @@ private:
     void restoreFromPrevious()
     {
         const Text side = live_ + u".Repair";
-        if (databaseExists(side)) removeDatabase(side);
+        if (databaseExists(side)) removeDatabase(side); // of a repair that was cut off
         repair_ = repairedFrom(live_, previous_, side);
         if (repair_.isNothing())
             agreed(kAnew) ? makeAnew() : refuse();

@@ -27,7 +27,7 @@ std::size_t identityOf(const Recordset& row)
     return std::hash<Text>()(all);
 }
 
-// Not a database, no such table, or a table with other columns.
+// 3343: not a database; 3078: no such table; 3265: a table with fewer columns.
 bool isUnreadable(const RuntimeError& error)
 {
     return error.number() == 3343 || error.number() == 3078 || error.number() == 3265;

@@ -8,6 +8,7 @@ namespace tolvek {
 
 namespace {
 
+// As Table_Create, but without its questions, reports and yields, and not in gDb.
 void createEmpty(const Text& path)
 {
     Database made = DBEngine::Workspaces(0).CreateDatabase(path, u"");

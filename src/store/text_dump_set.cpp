@@ -44,6 +44,7 @@ void flushFolders()
         flushFolder(placeOf(file).parent_path());
 }
 
+// Only the presence of the mark counts, so it is empty.
 void setMark()
 {
     OpenFile mark(markPath(), OpenFile::Mode::Create);

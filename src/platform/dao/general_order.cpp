@@ -52,6 +52,7 @@ private:
         if (weight.primary != 0) kana_ = weight.type == WeightType::K;
         return weight.primary;
     }
+    // The rules for type R in general_order.h; the constants are from there.
     std::uint32_t repeated(char16_t c) const
     {
         if (last_ == 0) return 0xFFFF;
@@ -64,6 +65,7 @@ private:
     bool kana_ = false;
 };
 
+// One to four bytes; the first byte of a primary is never 0.
 void appendPrimary(std::string& bytes, std::uint32_t primary)
 {
     for (int shift = 24; shift >= 0; shift -= 8)
@@ -94,6 +96,7 @@ int comparePrimaryBytes(TextView a, TextView b)
     return left.compare(right);
 }
 
+// Whether the shorter primary is a prefix of the longer one, in whole bytes.
 bool startsWith(std::uint32_t longer, std::uint32_t shorter)
 {
     for (; longer > shorter; longer >>= 8)

@@ -13,6 +13,7 @@ namespace tolvek {
 // isn't read and needn't be a database.
 class EngineLock {
 public:
+    // The engine opens the file here but doesn't read it.
     explicit EngineLock(const std::filesystem::path& path) : name_(pathText(path))
     {
         const std::u8string bytes = path.u8string();

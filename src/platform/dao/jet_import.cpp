@@ -127,6 +127,7 @@ public:
     }
 
 private:
+    // A parameter that isn't bound is Null.
     void bind(Query& query, int column, const JetValue& value) const
     {
         if (const auto* text = std::get_if<Text>(&value))

@@ -101,6 +101,7 @@ JetStream::JetStream(JetReceiver& receiver, std::uintmax_t fileSize)
 {
 }
 
+// The bytes may hold several items, or only a part of one.
 void JetStream::take(std::string_view bytes)
 {
     pending_ += bytes;

@@ -100,6 +100,7 @@ void Recordset::State::fetchKeys(const SelectText& text, const SqlText& sql)
         keys.push_back(query->number(0));
 }
 
+// RecordCount is the number of rows visited so far, as on the classic platform.
 void Recordset::State::visit(std::size_t newPosition)
 {
     position = std::min(newPosition, keys.size());

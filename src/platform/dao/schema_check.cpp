@@ -44,6 +44,7 @@ bool isInternal(const Object& object)
     return object.name.starts_with(u"sqlite_");
 }
 
+// The n of TEXT(n), limited so that a long number can't overflow.
 int sizeOf(TextView declared)
 {
     constexpr TextView kText = u"TEXT(";
@@ -93,6 +94,8 @@ TableDef definitionOf(Connection& connection, const Object& object)
     return table;
 }
 
+// Generates the statement for an index on these columns and compares. An expression in an
+// index has no column name, so it never matches.
 bool isPlainIndex(Connection& connection, const Object& object)
 {
     Index index(object.name);

@@ -19,6 +19,7 @@ void Workspace::Rollback()
     Engine::instance().rollback();
 }
 
+// The sort order is ignored, since there is only one.
 Database Workspace::CreateDatabase(TextView path, TextView)
 {
     const std::filesystem::path file = absoluteOf(path);
