@@ -65,18 +65,12 @@ private:
         return length > 0;
     }
 
-    // Of a word inside quotes or a comment: 0 unless its end stands there, or it
-    // would take the closing quote or bracket with it.
-    std::size_t closedWordLength() const
-    {
-        const std::size_t length = encodedWordAt(text_, at_).length;
-        return text_.substr(at_, length).ends_with(u"?=") ? length : 0;
-    }
-
+    // A word without its end mark would take the closing quote with it, or the
+    // closing bracket.
     void quoted()
     {
         while (at_ < text_.size() && text_[at_] != u'"') {
-            if (takeWord(target(), closedWordLength())) continue;
+            if (takeWord(target(), closedWordLength(text_, at_))) continue;
             if (text_[at_] == u'\\' && at_ + 1 < text_.size()) ++at_;
             target() += text_[at_++];
         }
@@ -88,7 +82,7 @@ private:
         int depth = 1;
         if (!comment_.empty()) comment_ += u' ';
         while (at_ < text_.size()) {
-            if (takeWord(comment_, closedWordLength())) continue;
+            if (takeWord(comment_, closedWordLength(text_, at_))) continue;
             const char16_t unit = text_[at_++];
             if (unit == u'(') ++depth;
             if (unit == u')' && --depth == 0) return;

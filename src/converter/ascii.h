@@ -34,7 +34,10 @@ TextView trimSpace(TextView text);
 // Pieces between runs of the separators; no empty pieces.
 std::vector<std::string> words(std::string_view text, std::string_view separators);
 
-// Lines of a text whose line ends are LF; no piece behind a last LF.
+// The first line of a text whose line ends are LF; it is taken off with its end.
+std::string_view takeLine(std::string_view& text);
+
+// All of them; no piece after a last LF.
 std::vector<std::string_view> linesOf(std::string_view text);
 
 // 0 to 15, or -1.

@@ -116,8 +116,8 @@ std::int64_t secondsOfFile(const std::filesystem::path& path)
     }
 }
 
-// The groups of a file's mails; false when it holds none that can be read.
-bool readMessage(const std::filesystem::path& path, std::string& groups, int& count)
+// A file's mails; false when it holds none that can be read.
+bool readMessage(const std::filesystem::path& path, TempFile& temp, int& count)
 {
     try {
         MailFile mails(path, recogniseFile(path));
@@ -126,7 +126,7 @@ bool readMessage(const std::filesystem::path& path, std::string& groups, int& co
         for (; mails.next(mail); any = true) {
             TempMail converted = convertMail(mail);
             if (converted.date.empty()) converted.date = formatMailDate(fileDate(path));
-            groups += tempGroup(converted);
+            writeMail(temp, converted);
             if (count < kMost) ++count;
         }
         return any;
@@ -150,9 +150,7 @@ Conversion writeFolder(const std::filesystem::path& folder, const std::filesyste
     int count = 0;
     int leftOut = 0;
     for (const DatedFile& file : dated) {
-        std::string groups;
-        if (!readMessage(file.path, groups, count)) ++leftOut;
-        temp.write(groups);
+        if (!readMessage(file.path, temp, count)) ++leftOut;
     }
     temp.commit();
     return {ConversionStatus::Converted, static_cast<std::int16_t>(count), leftOut};
@@ -165,18 +163,18 @@ Conversion writeMails(MailFile& mails, const BoxChanges& changes,
     TempFile temp(tempFile);
     temp.write("<Start>\r\n");
     RawMail mail;
-    std::string last;
+    std::optional<TempMail> last;
     int count = 0;
     while (mails.next(mail)) {
         if (count < kMost) ++count;
-        temp.write(last);
-        last = tempGroup(convertMail(mail));
+        if (last) writeMail(temp, *last);
+        last = convertMail(mail);
     }
     if (changes.kind() == BoxChanges::Kind::Rewritten) return {ConversionStatus::Changing, 0};
     if (count > 0 && changes.kind() == BoxChanges::Kind::Grown)
         --count;
-    else
-        temp.write(last);
+    else if (last)
+        writeMail(temp, *last);
     temp.commit();
     return {ConversionStatus::Converted, static_cast<std::int16_t>(count)};
 }
@@ -211,7 +209,7 @@ TempMail convertMail(const RawMail& mail)
     const HeaderFields fields(mail.head);
     return {senderOf(fields, mail.separator), firstOf(fields, {"to", "apparently-to", "cc", "bcc"}),
             decodeEncodedWords(unfoldedText(fields.value("subject"))),
-            dateOf(fields, mail.separator), plainLines(mailText(fields, mail.body))};
+            dateOf(fields, mail.separator), mailText(fields, mail.body)};
 }
 
 Conversion convertMailBox(const std::filesystem::path& mailFile,

@@ -27,23 +27,33 @@ struct Extent {
     std::size_t mark;
 };
 
+// Up to "?=", and no further than to what can't belong to a word: a field may
+// hold thousands of beginnings.
 Extent base64Extent(TextView rest)
 {
-    const std::size_t end = rest.find(u"?=");
     const auto fits = [](char16_t unit) { return isBase64Unit(unit) || isAsciiSpace(unit); };
-    const bool closed =
-        end != TextView::npos &&
-        std::all_of(rest.begin(), rest.begin() + static_cast<std::ptrdiff_t>(end), fits);
-    if (closed) return {end, 2};
-    const auto stop = std::find_if_not(rest.begin(), rest.end(), isBase64Unit);
+    const auto end = std::find_if_not(rest.begin(), rest.end(), fits);
+    const auto length = static_cast<std::size_t>(end - rest.begin());
+    if (rest.substr(length).starts_with(u"?=")) return {length, 2};
+    const auto stop = std::find_if_not(rest.begin(), end, isBase64Unit);
     const auto run = static_cast<std::size_t>(stop - rest.begin());
     return {run, rest.substr(run).starts_with(u"?") ? 1u : 0u};
 }
 
+// The length up to "?=" with no other word's "=?" before it; npos without that.
+std::size_t quotedLength(TextView rest)
+{
+    for (std::size_t at = rest.find(u'?'); at != TextView::npos; at = rest.find(u'?', at + 1)) {
+        if (rest.substr(at + 1).starts_with(u"=")) return at;
+        if (at > 0 && rest[at - 1] == u'=') break;
+    }
+    return TextView::npos;
+}
+
 Extent quotedExtent(TextView rest)
 {
-    const std::size_t end = rest.find(u"?=");
-    if (end != TextView::npos && rest.substr(0, end).find(u"=?") == TextView::npos) return {end, 2};
+    const std::size_t end = quotedLength(rest);
+    if (end != TextView::npos) return {end, 2};
     return {std::min(rest.find_first_of(u" \t\n"), rest.size()), 0};
 }
 
@@ -81,6 +91,26 @@ void join(EncodedWord& word, const EncodedWord& next)
     }
 }
 
+// "=?label?B?" and its length; 0 when none begins there.
+struct WordBegin {
+    TextView label;
+    bool base64 = false;
+    std::size_t length = 0;
+};
+
+WordBegin wordBegin(TextView text, std::size_t position)
+{
+    if (position >= text.size() || !text.substr(position).starts_with(u"=?")) return {};
+    const TextView rest = text.substr(position + 2);
+    const auto label = std::find_if_not(rest.begin(), rest.end(), isLabelUnit);
+    const auto size = static_cast<std::size_t>(label - rest.begin());
+    const TextView kind = rest.substr(size).substr(0, 3);
+    if (size == 0 || kind.size() < 3 || kind[0] != u'?' || kind[2] != u'?') return {};
+    const char16_t letter = kind[1] | 0x20;
+    if (letter != u'b' && letter != u'q') return {};
+    return {rest.substr(0, size), letter == u'b', 2 + size + 3};
+}
+
 // Decodes the row of adjacent words that begins with `word`; gives its length.
 std::size_t appendRow(Text& out, TextView text, std::size_t position, EncodedWord word)
 {
@@ -106,22 +136,28 @@ std::size_t appendRow(Text& out, TextView text, std::size_t position, EncodedWor
 
 EncodedWord encodedWordAt(TextView text, std::size_t position)
 {
-    if (position >= text.size() || !text.substr(position).starts_with(u"=?")) return {};
-    const TextView rest = text.substr(position + 2);
-    const auto label = std::find_if_not(rest.begin(), rest.end(), isLabelUnit);
-    const auto size = static_cast<std::size_t>(label - rest.begin());
-    const TextView kind = rest.substr(size).substr(0, 3);
-    if (size == 0 || kind.size() < 3 || kind[0] != u'?' || kind[2] != u'?') return {};
-    const char16_t letter = kind[1] | 0x20;
-    if (letter != u'b' && letter != u'q') return {};
-    const TextView body = rest.substr(size + 3);
-    const Extent extent = letter == u'b' ? base64Extent(body) : quotedExtent(body);
+    const WordBegin begin = wordBegin(text, position);
+    if (begin.length == 0) return {};
+    const TextView body = text.substr(position + begin.length);
+    const Extent extent = begin.base64 ? base64Extent(body) : quotedExtent(body);
     const TextView content = body.substr(0, extent.content);
     if (!onlyAscii(content)) return {};
     const std::string ascii = asciiOnly(content);
-    return {asciiOnly(rest.substr(0, size)), letter == u'b',
-            letter == u'b' ? decodeBase64(ascii) : decodeQWord(ascii), ascii,
-            2 + size + 3 + extent.content + extent.mark};
+    return {asciiOnly(begin.label), begin.base64,
+            begin.base64 ? decodeBase64(ascii) : decodeQWord(ascii), ascii,
+            begin.length + extent.content + extent.mark};
+}
+
+std::size_t closedWordLength(TextView text, std::size_t position)
+{
+    const WordBegin begin = wordBegin(text, position);
+    if (begin.length == 0) return 0;
+    const TextView body = text.substr(position + begin.length);
+    const Extent extent = begin.base64 ? base64Extent(body) : Extent{quotedLength(body), 2};
+    const bool closed = extent.content != TextView::npos && extent.mark == 2;
+    return closed && onlyAscii(body.substr(0, extent.content))
+               ? begin.length + extent.content + extent.mark
+               : 0;
 }
 
 Text decodeEncodedWords(TextView text)

@@ -23,6 +23,8 @@ struct EncodedWord {
     std::size_t length = 0; // in the text; 0 when no word begins there
 };
 EncodedWord encodedWordAt(TextView text, std::size_t position);
+// Of a word that has its end mark, else 0.
+std::size_t closedWordLength(TextView text, std::size_t position);
 
 // Raw field value (folds as LF) to text without folds, words still encoded.
 Text unfoldedText(std::string_view rawValue);

@@ -9,7 +9,6 @@ namespace tolvek {
 
 namespace {
 
-constexpr std::size_t kLargest = 4u << 20;
 constexpr int kDeepest = 500;
 constexpr long kMostReopened = 500'000; // open elements times tags
 constexpr std::size_t kLongestName = 12;
@@ -45,7 +44,7 @@ std::size_t htmlPiece(std::string_view html)
          at = html.find('<', at + 1)) {
         const std::string name = tagName(html.substr(at));
         if (name.empty()) continue;
-        const bool tooMuch = at > kLargest || depth > kDeepest || reopened > kMostReopened;
+        const bool tooMuch = at > kHtmlPiece || depth > kDeepest || reopened > kMostReopened;
         if (tooMuch && at > 0) return at;
         reopened += depth;
         if (name[0] == '/') {

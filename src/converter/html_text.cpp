@@ -157,23 +157,49 @@ private:
 
 }
 
-Text htmlText(TextView html)
+HtmlReader::HtmlReader(std::function<void(TextView)> take)
+    : take_(std::move(take)), out_(std::make_unique<HtmlWriter>())
 {
-    HtmlWriter out;
-    std::string utf8 = toUtf8(html);
-    std::replace(utf8.begin(), utf8.end(), '\0', ' ');
-    std::string_view rest = utf8;
-    while (!rest.empty()) {
-        const std::string_view piece = rest.substr(0, htmlPiece(rest));
-        const auto destroy = [](GumboOutput* output) {
-            gumbo_destroy_output(&kGumboDefaultOptions, output);
-        };
-        const std::unique_ptr<GumboOutput, decltype(destroy)> parsed(
-            gumbo_parse_with_options(&kGumboDefaultOptions, piece.data(), piece.size()), destroy);
-        Walker(out).walk(*parsed->root);
-        rest.remove_prefix(piece.size());
+}
+
+HtmlReader::~HtmlReader() = default;
+
+void HtmlReader::add(TextView html)
+{
+    const std::size_t begin = rest_.size();
+    rest_ += toUtf8(html);
+    std::replace(rest_.begin() + static_cast<std::ptrdiff_t>(begin), rest_.end(), '\0', ' ');
+    if (rest_.size() > kHtmlPiece) parsePieces(false);
+}
+
+void HtmlReader::finish()
+{
+    parsePieces(true);
+    take_(out_->finish());
+}
+
+// What may go on waits for what follows it.
+void HtmlReader::parsePieces(bool last)
+{
+    std::string_view html = rest_;
+    while (!html.empty()) {
+        const std::size_t length = htmlPiece(html);
+        if (length == html.size() && !last) break;
+        parse(html.substr(0, length));
+        html.remove_prefix(length);
     }
-    return out.finish();
+    rest_.erase(0, rest_.size() - html.size());
+}
+
+void HtmlReader::parse(std::string_view piece)
+{
+    const auto destroy = [](GumboOutput* output) {
+        gumbo_destroy_output(&kGumboDefaultOptions, output);
+    };
+    const std::unique_ptr<GumboOutput, decltype(destroy)> parsed(
+        gumbo_parse_with_options(&kGumboDefaultOptions, piece.data(), piece.size()), destroy);
+    Walker(*out_).walk(*parsed->root);
+    take_(out_->takeLines());
 }
 
 std::string charsetOfHtml(std::string_view bytes)

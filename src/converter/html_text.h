@@ -3,11 +3,33 @@
 #pragma once
 #include "platform/runtime/text.h"
 
+#include <functional>
+#include <memory>
+#include <string>
 #include <string_view>
 
 namespace tolvek {
 
-Text htmlText(TextView html);
+class HtmlWriter;
+
+// Takes a page in pieces and hands out its text in pieces that end with a line,
+// so that a page of any size costs little more than one of 1 MB.
+class HtmlReader {
+public:
+    explicit HtmlReader(std::function<void(TextView)> take);
+    ~HtmlReader();
+
+    void add(TextView html);
+    void finish();
+
+private:
+    void parsePieces(bool last);
+    void parse(std::string_view piece);
+
+    std::function<void(TextView)> take_;
+    std::unique_ptr<HtmlWriter> out_;
+    std::string rest_; // UTF-8, not yet parsed
+};
 
 // The charset that the page itself names; empty without one.
 std::string charsetOfHtml(std::string_view bytes);

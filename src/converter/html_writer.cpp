@@ -42,7 +42,7 @@ void HtmlWriter::put(char16_t unit)
 
 void HtmlWriter::putBlank(char16_t next)
 {
-    const bool inside = !lineEmpty_ && !out_.empty() && out_.back() != u' ';
+    const bool inside = !lineEmpty_ && out_.back() != u' ';
     const bool japanese = lineEnd_ && inside && isEastern(out_.back()) && isEastern(next);
     if (inside && !japanese) out_ += u' ';
     blank_ = false;
@@ -51,8 +51,9 @@ void HtmlWriter::putBlank(char16_t next)
 
 void HtmlWriter::beginLine()
 {
-    if (gap_ && !out_.empty()) out_ += u'\n';
+    if (gap_ && begun_) out_ += u'\n';
     gap_ = false;
+    begun_ = true;
     if (quotes_ > 0)
         out_.append(static_cast<std::size_t>(std::min(quotes_, kMostQuotes)), u'>') += u' ';
 }
@@ -112,6 +113,14 @@ void HtmlWriter::keepBlanks(int step)
 TextView HtmlWriter::since(std::size_t begin) const
 {
     return TextView(out_).substr(std::min(begin, out_.size()));
+}
+
+Text HtmlWriter::takeLines()
+{
+    const std::size_t end = out_.rfind(u'\n') + 1; // npos + 1 is none
+    Text lines = out_.substr(0, end);
+    out_.erase(0, end);
+    return lines;
 }
 
 Text HtmlWriter::finish()

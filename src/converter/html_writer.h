@@ -19,6 +19,8 @@ public:
 
     std::size_t size() const { return out_.size(); }
     TextView since(std::size_t begin) const;
+    // The lines that are finished; the one that was begun stays.
+    Text takeLines();
     Text finish();
 
 private:
@@ -32,7 +34,8 @@ private:
     bool blank_ = false;   // one is due before the next character
     bool lineEnd_ = false; // it came from a line's end
     bool lineEmpty_ = true;
-    bool gap_ = false; // an empty line is due
+    bool gap_ = false;   // an empty line is due
+    bool begun_ = false; // something is there already
 };
 
 }

@@ -5,6 +5,7 @@
 #include "converter/encoded_words.h"
 #include "converter/further_part.h"
 #include "converter/mime_parts.h"
+#include "converter/plain_text.h"
 #include "converter/text_part.h"
 
 #include <array>
@@ -38,14 +39,6 @@ Text fieldLine(TextView label, const HeaderFields& fields, std::string_view name
     return value.empty() ? Text() : Text(label) + u": " + value + u"\n";
 }
 
-Text withoutSpace(TextView text)
-{
-    Text out;
-    for (const char16_t unit : text)
-        if (!isAsciiSpace(unit) && unit != u'\u3000' && unit != u'\u00A0') out += unit;
-    return out;
-}
-
 class LetterReader {
 public:
     void visit(const HeaderFields& fields, std::string_view body, int depth)
@@ -71,7 +64,7 @@ private:
     // the forms come from the poorest to the richest.
     void takeOne(const std::vector<std::string_view>& parts, int depth)
     {
-        Letter chosen;
+        std::string chosen;
         bool plainChosen = false;
         for (const std::string_view raw : parts) {
             const RawPart part = splitPart(raw);
@@ -83,17 +76,16 @@ private:
             const bool plain =
                 kindOf(parseContentType(fields.value("content-type")).type) == PartKind::Text &&
                 !form.hasHtml_;
-            if (isBlankText(form.letter.text) || plainChosen) continue;
-            chosen.text = form.letter.text;
+            if (isBlankAnsi(form.letter.text) || plainChosen) continue;
+            chosen = std::move(form.letter.text);
             plainChosen = plain;
         }
-        append(chosen.text);
+        append(std::move(chosen));
     }
 
     void takeRest(const Letter& form)
     {
         if (letter.attachedText.empty()) letter.attachedText = form.attachedText;
-        endLine(letter.attachedMails);
         letter.attachedMails += form.attachedMails;
         letter.furtherParts += form.furtherParts;
     }
@@ -119,24 +111,35 @@ private:
             takeFurther(fields, content, body, name, isText);
     }
 
-    Text read(const HeaderFields& fields, const ContentType& content, std::string_view body)
+    std::string read(const HeaderFields& fields, const ContentType& content, std::string_view body)
     {
         TextPart part = readTextPart(fields, content, body);
         hasHtml_ = hasHtml_ || part.html;
         for (const UuencodedFile& file : part.files)
             addLine(decodeEncodedWords(unfoldedText(file.name)), "application/octet-stream",
                     file.size);
-        return std::move(part.text);
+        return std::move(part.lines);
     }
 
     // The same text in another form isn't repeated.
-    void append(const Text& text)
+    void append(std::string lines)
     {
-        if (isBlankText(text)) return;
-        const bool again = hasHtml_ && withoutSpace(letter.text) == withoutSpace(text);
-        if (again) return;
-        endLine(letter.text);
-        letter.text += text;
+        if (isBlankAnsi(lines)) return;
+        if (hasHtml_ && !letter.text.empty() && isRepeated(lines)) return;
+        if (letter.text.empty())
+            letter.text = std::move(lines);
+        else
+            letter.text += lines;
+    }
+
+    // The text so far is counted on from where it ended, so that many parts take no
+    // longer than one.
+    bool isRepeated(std::string_view lines)
+    {
+        solidSize_ += withoutBlanks(std::string_view(letter.text).substr(counted_)).size();
+        counted_ = letter.text.size();
+        const std::string solid = withoutBlanks(lines);
+        return solid.size() == solidSize_ && solid == withoutBlanks(letter.text);
     }
 
     void takeMail(const HeaderFields& fields, std::string_view body, int depth)
@@ -149,21 +152,19 @@ private:
         const HeaderFields head(mail.head);
         LetterReader inner;
         inner.visit(head, mail.body, depth + 1);
-        endLine(letter.attachedMails);
-        letter.attachedMails += u"（添付メール）\n" + fieldLine(u"From", head, "from") +
-                                fieldLine(u"Date", head, "date") +
-                                fieldLine(u"Subject", head, "subject") + u"\n";
+        appendPlainLines(letter.attachedMails, u"（添付メール）\n" +
+                                                   fieldLine(u"From", head, "from") +
+                                                   fieldLine(u"Date", head, "date") +
+                                                   fieldLine(u"Subject", head, "subject") + u"\n");
         letter.attachedMails +=
             inner.letter.text.empty() ? inner.letter.attachedText : inner.letter.text;
-        endLine(letter.attachedMails);
         letter.attachedMails += inner.letter.attachedMails;
         letter.furtherParts += inner.letter.furtherParts;
     }
 
     void takeReport(const HeaderFields& fields, const ContentType& content, std::string_view body)
     {
-        endLine(letter.attachedMails);
-        letter.attachedMails += readTextPart(fields, content, body).text;
+        letter.attachedMails += readTextPart(fields, content, body).lines;
     }
 
     void takeFurther(const HeaderFields& fields, const ContentType& content, std::string_view body,
@@ -174,15 +175,17 @@ private:
                 decodedSize(body, encoding));
         const bool readable = isText || content.type.starts_with("text/");
         if (readable && letter.attachedText.empty())
-            letter.attachedText = readTextPart(fields, content, body).text;
+            letter.attachedText = readTextPart(fields, content, body).lines;
     }
 
     void addLine(const Text& name, std::string_view type, std::size_t size)
     {
-        letter.furtherParts += furtherPartLine(name, type, size) + u"\n";
+        appendPlainLines(letter.furtherParts, furtherPartLine(name, type, size));
     }
 
     bool hasHtml_ = false;
+    std::size_t solidSize_ = 0; // bytes of the text without blanks, up to `counted_`
+    std::size_t counted_ = 0;
     bool skipsHtml_ = false; // its text is there already in a better form
 };
 
@@ -193,16 +196,6 @@ Letter readLetter(const HeaderFields& fields, std::string_view body)
     LetterReader reader;
     reader.visit(fields, body, 0);
     return std::move(reader.letter);
-}
-
-bool isBlankText(TextView text)
-{
-    return text.find_first_not_of(u" \t\r\n\u3000\u00A0") == TextView::npos;
-}
-
-void endLine(Text& text)
-{
-    if (!text.empty() && text.back() != u'\n') text += u'\n';
 }
 
 }

@@ -1,24 +1,20 @@
 // What the parts of a mail contribute to its text.
 #pragma once
 #include "converter/header_fields.h"
-#include "platform/runtime/text.h"
 
+#include <string>
 #include <string_view>
 
 namespace tolvek {
 
+// Plain lines in code page 932, each with LF.
 struct Letter {
-    Text text;          // the letter's own
-    Text attachedText;  // the first text among the attachments
-    Text attachedMails; // with their fields
-    Text furtherParts;  // a line each
+    std::string text;          // the letter's own
+    std::string attachedText;  // the first text among the attachments
+    std::string attachedMails; // with their fields
+    std::string furtherParts;  // a line each
 };
 
 Letter readLetter(const HeaderFields& fields, std::string_view body);
-
-bool isBlankText(TextView text);
-
-// A text that holds anything ends in a line end afterwards.
-void endLine(Text& text);
 
 }

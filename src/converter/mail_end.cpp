@@ -21,13 +21,6 @@ ContentType contentOf(std::string_view head)
     return parseContentType(HeaderFields(head).value("content-type"));
 }
 
-bool closesOwnParts(std::string_view line, std::string_view head)
-{
-    if (!line.starts_with("--") || line.size() < 5) return false;
-    const std::string boundary = contentOf(head).parameter("boundary");
-    return !boundary.empty() && trimSpace(line) == "--" + boundary + "--";
-}
-
 // The lines before the last empty line, back to the empty line before them.
 std::string_view lastParagraph(std::string_view body)
 {
@@ -38,34 +31,26 @@ std::string_view lastParagraph(std::string_view body)
     return begin == std::string_view::npos ? body : body.substr(begin + 2);
 }
 
-bool holdsMessage(std::string_view head)
+bool holdsMessage(const std::string& type)
 {
-    const std::string type = contentOf(head).type;
     return type.starts_with("message/") || type == "application/mbox";
 }
 
 // The head of an attached mail's part is all there is between boundary and line.
-bool beginsAttachedMail(const MailSoFar& mail)
+bool endsInPartOfMessage(std::string_view body)
 {
-    if (trimSpace(std::string_view(mail.body)).empty()) return holdsMessage(mail.head);
-    const std::string_view paragraph = lastParagraph(mail.body);
+    const std::string_view paragraph = lastParagraph(body);
     const std::size_t begin = paragraph.rfind("\n--");
     const std::string_view part =
         begin == std::string_view::npos ? paragraph : paragraph.substr(begin + 1);
     return part.starts_with("--") &&
-           holdsMessage(part.substr(std::min(part.find('\n'), part.size())));
+           holdsMessage(contentOf(part.substr(std::min(part.find('\n'), part.size()))).type);
 }
 
 std::string_view lastLine(std::string_view body)
 {
     const std::string_view paragraph = lastParagraph(body);
     return trimSpace(paragraph.substr(paragraph.rfind('\n') + 1)); // npos + 1 is the whole
-}
-
-bool hasOpenParts(const MailSoFar& mail)
-{
-    return contentOf(mail.head).type.starts_with("multipart/") &&
-           !closesOwnParts(lastLine(mail.body), mail.head);
 }
 
 bool holdsOneOf(std::string_view text, std::initializer_list<std::string_view> pieces)
@@ -75,9 +60,8 @@ bool holdsOneOf(std::string_view text, std::initializer_list<std::string_view> p
     });
 }
 
-bool isBounce(std::string_view head)
+bool isBounce(const HeaderFields& fields)
 {
-    const HeaderFields fields(head);
     const std::string sender = lowerAscii(fields.value("from"));
     return holdsOneOf(sender, {"mailer-daemon", "postmaster", "mail delivery", "mdaemon"}) ||
            fields.value("return-path") == "<>" ||
@@ -94,11 +78,6 @@ bool announcesMail(std::string_view body)
                       {"original message", "forwarded", "message follows", "headers follow"});
 }
 
-bool isQuotedMail(const MailSoFar& mail)
-{
-    return beginsAttachedMail(mail) || (isBounce(mail.head) && announcesMail(mail.body));
-}
-
 bool isBlank(std::string_view line)
 {
     return trimSpace(line).empty();
@@ -113,6 +92,37 @@ std::size_t emptyLinesAhead(LineSource& lines)
     return count;
 }
 
+}
+
+// Asked for line after line, so the head is read but once.
+const MailEnd::HeadFacts& MailEnd::facts(const MailSoFar& mail)
+{
+    if (facts_) return *facts_;
+    const HeaderFields fields(mail.head);
+    const ContentType content = parseContentType(fields.value("content-type"));
+    const std::string boundary = content.parameter("boundary");
+    facts_ = {content.type, boundary.empty() ? boundary : "--" + boundary + "--",
+              fields.value("content-length"), isBounce(fields)};
+    return *facts_;
+}
+
+bool MailEnd::closesOwnParts(std::string_view line, const MailSoFar& mail)
+{
+    return line.starts_with("--") && line.size() >= 5 &&
+           trimSpace(line) == facts(mail).lastBoundary;
+}
+
+bool MailEnd::hasOpenParts(const MailSoFar& mail)
+{
+    return facts(mail).type.starts_with("multipart/") && !closesOwnParts(lastLine(mail.body), mail);
+}
+
+bool MailEnd::isQuotedMail(const MailSoFar& mail)
+{
+    hasText_ = hasText_ || !trimSpace(std::string_view(mail.body)).empty();
+    const bool attached =
+        hasText_ ? endsInPartOfMessage(mail.body) : holdsMessage(facts(mail).type);
+    return attached || (facts(mail).bounce && announcesMail(mail.body));
 }
 
 bool MailEnd::isBefore(std::string_view line, std::string_view before, const MailSoFar& mail)
@@ -137,7 +147,7 @@ std::uint64_t MailEnd::trustedEnd(const MailSoFar& mail)
 {
     if (trustedEnd_) return *trustedEnd_;
     trustedEnd_ = 0;
-    const std::string length = HeaderFields(mail.head).value("content-length");
+    const std::string& length = facts(mail).length;
     if (length.empty() || length.size() > 12 ||
         length.find_first_not_of("0123456789") != std::string::npos)
         return 0;
@@ -157,7 +167,7 @@ bool MailEnd::isBeforeSeparator(std::string_view line, std::string_view before,
     if (end > 0 && lines_.lineBegin() <= end) return lines_.lineBegin() == end;
     const bool afterEmpty = isBlank(before);
     const bool dated = isSeparatorLine(line);
-    if (!afterEmpty && !closesOwnParts(before, mail.head)) return false;
+    if (!afterEmpty && !closesOwnParts(before, mail)) return false;
     const bool block =
         (dated && afterEmpty && kind_ == MailFileKind::Mbox) || blockAhead(lines_, 0).isMail();
     const bool both = kind_ == MailFileKind::Mbox || dated;
@@ -169,7 +179,7 @@ bool MailEnd::isBeforeBlock(std::string_view line, const MailSoFar& mail)
     if (lines_.lineBegin() < noBlockBefore_ || !isOwnField(line)) return false;
     const HeaderBlock block = blockAhead(lines_, 0, line);
     if (block.isWholeMail() && !announcesMail(mail.body) && !isQuotedMail(mail) &&
-        !isBounce(mail.head) && !hasOpenParts(mail))
+        !facts(mail).bounce && !hasOpenParts(mail))
         return true;
     noBlockBefore_ = lines_.lineBegin() + block.bytes;
     return false;

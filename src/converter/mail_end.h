@@ -46,11 +46,23 @@ private:
     bool isBeforeBlock(std::string_view line, const MailSoFar& mail);
     std::uint64_t trustedEnd(const MailSoFar& mail);
 
+    // What the head says, once it is whole.
+    struct HeadFacts {
+        std::string type, lastBoundary, length;
+        bool bounce;
+    };
+    const HeadFacts& facts(const MailSoFar& mail);
+    bool closesOwnParts(std::string_view line, const MailSoFar& mail);
+    bool hasOpenParts(const MailSoFar& mail);
+    bool isQuotedMail(const MailSoFar& mail);
+
     LineSource& lines_;
     MailFileKind kind_;
     bool envelope_;
     std::uint64_t& noBlockBefore_;
     std::optional<std::uint64_t> trustedEnd_;
+    std::optional<HeadFacts> facts_;
+    bool hasText_ = false; // in the body so far
 };
 
 }

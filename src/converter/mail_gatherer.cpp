@@ -5,7 +5,21 @@
 #include "converter/header_fields.h"
 #include "converter/separator_line.h"
 
+#include <algorithm>
+
 namespace tolvek {
+
+namespace {
+
+// A large part grows by a quarter: twice its size would be more than the mail.
+void grow(std::string& part, std::size_t size)
+{
+    constexpr std::size_t kLarge = 4u << 20;
+    if (size > part.capacity() && size > kLarge)
+        part.reserve(std::min(size + size / 4, MailGatherer::kLargestMail));
+}
+
+}
 
 void MailGatherer::add(std::string_view line)
 {
@@ -75,6 +89,7 @@ void MailGatherer::addToBody(std::string_view line)
 void MailGatherer::append(std::string& part, std::string_view line)
 {
     if (mail_.head.size() + mail_.body.size() + line.size() >= kLargestMail) return;
+    grow(part, part.size() + line.size() + 1);
     part.append(line).push_back('\n');
 }
 

@@ -1,19 +1,19 @@
 #include "converter/mail_text.h"
 
-#include "converter/ascii.h"
 #include "converter/letter_parts.h"
+#include "converter/plain_text.h"
 
 namespace tolvek {
 
-Text mailText(const HeaderFields& fields, std::string_view body)
+std::string mailText(const HeaderFields& fields, std::string_view body)
 {
-    const Letter letter = readLetter(fields, body);
-    Text text = letter.text.empty() ? letter.attachedText : letter.text;
-    if (isBlankText(text)) text = letter.attachedMails.empty() ? Text(kNoText) : Text();
-    endLine(text);
-    text += letter.attachedMails;
-    endLine(text);
-    return text + letter.furtherParts;
+    Letter letter = readLetter(fields, body);
+    std::string lines = std::move(letter.text.empty() ? letter.attachedText : letter.text);
+    if (isBlankAnsi(lines)) {
+        lines.clear();
+        if (letter.attachedMails.empty()) appendPlainLines(lines, kNoText);
+    }
+    return std::move(lines.append(letter.attachedMails).append(letter.furtherParts));
 }
 
 }

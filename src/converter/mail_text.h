@@ -13,11 +13,13 @@
 #include "converter/header_fields.h"
 #include "platform/runtime/text.h"
 
+#include <string>
+
 namespace tolvek {
 
 inline constexpr TextView kNoText = u"（本文はありません）";
 
-// Line ends are as they came.
-Text mailText(const HeaderFields& fields, std::string_view body);
+// Plain lines in code page 932, each with LF.
+std::string mailText(const HeaderFields& fields, std::string_view body);
 
 }

@@ -20,7 +20,8 @@ std::vector<std::string_view> partsBetween(std::string_view body, const std::str
     std::vector<std::string_view> parts;
     std::size_t begin = std::string_view::npos;
     std::size_t at = 0;
-    for (const std::string_view line : linesOf(body)) {
+    for (std::string_view rest = body; !rest.empty();) {
+        const std::string_view line = takeLine(rest);
         if (isBoundary(line, boundary)) {
             if (begin != std::string_view::npos) parts.push_back(body.substr(begin, at - begin));
             begin = std::min(at + line.size() + 1, body.size());
@@ -37,7 +38,8 @@ std::vector<std::string_view> partsBetween(std::string_view body, const std::str
 std::string shownBoundary(std::string_view body)
 {
     std::string_view before;
-    for (const std::string_view line : linesOf(body)) {
+    while (!body.empty()) {
+        const std::string_view line = takeLine(body);
         const bool part = equalsAscii(line.substr(0, 8), "content-") && !fieldName(line).empty();
         if (part && before.starts_with("--") && before.size() > 2)
             return std::string(before.substr(2));

@@ -1,7 +1,9 @@
 #include "converter/plain_text.h"
 
+#include "converter/ascii.h"
 #include "converter/nearest_forms.h"
 #include "platform/runtime/ansi_forms.h"
+#include "platform/runtime/codepage932.h"
 
 #include <algorithm>
 
@@ -12,6 +14,13 @@ namespace {
 bool isControl(char16_t c)
 {
     return (c < 0x20 && c != u'\t') || (c >= 0x7F && c < 0xA0) || c == 0x2028 || c == 0x2029;
+}
+
+// Of the first character; bytes that end within one aren't checked.
+std::size_t characterLength(std::string_view ansi)
+{
+    const auto c = static_cast<unsigned char>(ansi.front());
+    return (c >= 0x81 && c <= 0x9F) || (c >= 0xE0 && c <= 0xFC) ? 2 : 1;
 }
 
 // Nothing is done to these.
@@ -48,27 +57,44 @@ Text foldedLine(TextView text)
     return withoutControls(ansiForms(text));
 }
 
-std::vector<Text> plainLines(TextView text)
+void appendPlainLines(std::string& lines, TextView text)
 {
-    std::vector<Text> lines;
-    std::size_t begin = 0;
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        if (!isLineEnd(text[at])) continue;
-        lines.push_back(plainLine(text.substr(begin, at - begin)));
-        if (text[at] == u'\r' && at + 1 < text.size() && text[at + 1] == u'\n') ++at;
-        begin = at + 1;
+    while (!text.empty()) {
+        const auto stop = std::find_if(text.begin(), text.end(), isLineEnd);
+        const auto length = static_cast<std::size_t>(stop - text.begin());
+        const bool pair = text.substr(length).starts_with(kCrLf);
+        lines.append(toAnsi(plainLine(text.substr(0, length)))).push_back('\n');
+        text.remove_prefix(std::min(length + (pair ? 2 : 1), text.size()));
     }
-    if (begin < text.size()) lines.push_back(plainLine(text.substr(begin)));
-    return lines;
+}
+
+bool isBlankAnsi(std::string_view lines)
+{
+    constexpr std::string_view kWideBlank = "\x81\x40";
+    while (!lines.empty()) {
+        const bool wide = lines.starts_with(kWideBlank);
+        if (!wide && !isAsciiSpace(static_cast<unsigned char>(lines.front()))) return false;
+        lines.remove_prefix(wide ? 2 : 1);
+    }
+    return true;
+}
+
+std::string withoutBlanks(std::string_view lines)
+{
+    std::string out;
+    while (!lines.empty()) {
+        const std::string_view character = lines.substr(0, characterLength(lines));
+        if (!isBlankAnsi(character)) out += character;
+        lines.remove_prefix(character.size());
+    }
+    return out;
 }
 
 std::string_view wholePrefix(std::string_view ansi, std::size_t limit)
 {
     std::size_t end = 0;
     while (end < ansi.size()) {
-        const auto c = static_cast<unsigned char>(ansi[end]);
-        const bool lead = (c >= 0x81 && c <= 0x9F) || (c >= 0xE0 && c <= 0xFC);
-        const std::size_t length = lead ? 2 : 1;
+        const std::size_t length = characterLength(ansi.substr(end));
         if (end + length > limit || end + length > ansi.size()) break;
         end += length;
     }

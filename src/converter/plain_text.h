@@ -4,7 +4,6 @@
 
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace tolvek {
 
@@ -20,8 +19,13 @@ Text plainLine(TextView text);
 // The same without nearest forms, for what must not become another one.
 Text foldedLine(TextView text);
 
-// The same for each line of a text, whatever its line ends are.
-std::vector<Text> plainLines(TextView text);
+// The same for each line of a text, whatever its line ends are, appended in code
+// page 932 with a LF each. A mail may hold so much text that it is kept like this.
+void appendPlainLines(std::string& lines, TextView text);
+
+// Nothing but blanks, narrow or wide, and the line ends of such lines.
+bool isBlankAnsi(std::string_view lines);
+std::string withoutBlanks(std::string_view lines);
 
 // The longest front of code page 932 bytes with at most `limit` bytes that
 // doesn't end in half a character.

@@ -1,5 +1,6 @@
 #include "converter/temp_file.h"
 
+#include "converter/ascii.h"
 #include "converter/plain_text.h"
 #include "platform/runtime/codepage932.h"
 
@@ -26,20 +27,6 @@ std::string heading(std::string_view label, TextView value)
     return std::string(label) + ":" + std::string(wholePrefix(ansi, kLongestValue)) + "\r\n";
 }
 
-}
-
-std::string tempGroup(const TempMail& mail)
-{
-    std::string group =
-        heading("From", mail.from) + heading("To", mail.to) + heading("Subject", mail.subject);
-    group += "Date:" + mail.date + "\r\nMail:\r\n";
-    TextBlocks blocks;
-    // Without a date the reader takes text lines for headings; it drops the
-    // mail anyway, so no line of it is given.
-    if (!mail.date.empty())
-        for (const Text& line : mail.lines)
-            blocks.add(group, toAnsi(line));
-    return group + "<End>\r\n";
 }
 
 TempFile::TempFile(std::filesystem::path path)
@@ -69,6 +56,23 @@ void TempFile::commit()
     file_.close();
     replaceFile(side_, path_);
     committed_ = true;
+}
+
+void writeMail(TempFile& temp, const TempMail& mail)
+{
+    std::string group =
+        heading("From", mail.from) + heading("To", mail.to) + heading("Subject", mail.subject);
+    group += "Date:" + mail.date + "\r\nMail:\r\n";
+    TextBlocks blocks;
+    // Without a date the reader takes text lines for headings; it drops the
+    // mail anyway, so no line of it is given.
+    std::string_view rest = mail.date.empty() ? std::string_view() : mail.lines;
+    while (!rest.empty()) {
+        blocks.add(group, takeLine(rest));
+        temp.write(group);
+        group.clear();
+    }
+    temp.write(group + "<End>\r\n");
 }
 
 }

@@ -16,18 +16,14 @@
 
 #include <filesystem>
 #include <string>
-#include <vector>
 
 namespace tolvek {
 
 struct TempMail {
     Text from, to, subject;
-    std::string date; // empty: the reader drops the mail
-    std::vector<Text> lines;
+    std::string date;  // empty: the reader drops the mail
+    std::string lines; // of the text, plain, in code page 932, each with LF
 };
-
-// What one mail looks like in the file.
-std::string tempGroup(const TempMail& mail);
 
 class TempFile {
 public:
@@ -46,5 +42,8 @@ private:
     std::string buffer_;
     bool committed_ = false;
 };
+
+// The lines of one mail.
+void writeMail(TempFile& temp, const TempMail& mail);
 
 }

@@ -14,18 +14,10 @@ constexpr std::size_t kFull =
 constexpr std::size_t kOpen =
     TextBlocks::kBlockSize - 3; // a block up to here still takes a character
 
-// Blanks as the reader's trimming knows them: U+0020 and U+3000.
+// As the reader's trimming has it: a TAB is no blank there.
 bool isBlank(std::string_view line)
 {
-    while (!line.empty()) {
-        if (line.front() == ' ')
-            line.remove_prefix(1);
-        else if (line.starts_with("\x81\x40"))
-            line.remove_prefix(2);
-        else
-            return false;
-    }
-    return true;
+    return line.find('\t') == std::string_view::npos && isBlankAnsi(line);
 }
 
 // A line that begins so would end the mail; a blank in front hides it and

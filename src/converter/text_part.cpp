@@ -4,6 +4,7 @@
 #include "converter/charset.h"
 #include "converter/flowed_text.h"
 #include "converter/html_text.h"
+#include "converter/plain_text.h"
 #include "converter/transfer.h"
 
 namespace tolvek {
@@ -37,28 +38,76 @@ std::string decodeBody(std::string_view body, std::string_view encoding)
     return decodeTransfer(body, encoding);
 }
 
+namespace {
+
+// What a transfer encoding leaves as it is isn't copied.
+std::string_view decodedBytes(std::string_view body, const std::string& encoding,
+                              const std::string& charset, std::string& room)
+{
+    if (isBase64Name(encoding))
+        room = decodeBase64Text(body, isWide(charset));
+    else if (isUuencodeName(encoding))
+        room = uuencodedIn(body).bytes;
+    else if (isCoded(encoding))
+        room = decodeTransfer(body, encoding);
+    else
+        return body;
+    return room;
+}
+
+// A large text is hardly longer afterwards than it was before, and isn't to be
+// moved from room to room.
+std::string roomFor(std::string_view bytes)
+{
+    std::string lines;
+    lines.reserve(bytes.size() + 1);
+    return lines;
+}
+
+std::string htmlLines(std::string_view bytes, const std::string& charset)
+{
+    std::string lines = roomFor(bytes);
+    HtmlReader page([&](TextView text) { appendPlainLines(lines, text); });
+    decodeInPieces(bytes, charset.empty() ? charsetOfHtml(bytes) : charset,
+                   [&](TextView piece) { page.add(piece); });
+    page.finish();
+    return lines;
+}
+
+std::string flowedLines(std::string_view bytes, const std::string& charset, bool deleteBlank)
+{
+    std::string lines;
+    appendPlainLines(lines, unflowed(decodeCharset(bytes, charset), deleteBlank));
+    return lines;
+}
+
+std::string plainLinesOf(std::string_view bytes, const std::string& charset)
+{
+    std::string lines = roomFor(bytes);
+    decodeInPieces(bytes, charset, [&](TextView piece) { appendPlainLines(lines, piece); });
+    return lines;
+}
+
+}
+
 TextPart readTextPart(const HeaderFields& fields, const ContentType& content, std::string_view body)
 {
     TextPart part;
-    const std::string encoding = fields.value("content-transfer-encoding");
-    std::string charset = content.parameter("charset");
-    std::string bytes;
-    if (isBase64Name(encoding))
-        bytes = decodeBase64Text(body, isWide(charset));
-    else if (isUuencodeName(encoding))
-        bytes = uuencodedIn(body).bytes;
-    else
-        bytes = decodeTransfer(body, encoding);
+    const std::string charset = content.parameter("charset");
+    std::string room;
+    std::string_view bytes =
+        decodedBytes(body, fields.value("content-transfer-encoding"), charset, room);
     part.html = content.type == "text/html" || beginsLikeHtml(bytes);
-    if (part.html) {
-        if (charset.empty()) charset = charsetOfHtml(bytes);
-        part.text = htmlText(decodeCharset(bytes, charset));
-        return part;
+    if (!part.html && mayHoldUuencoded(bytes)) {
+        room = withoutUuencoded(bytes, part.files);
+        bytes = room;
     }
-    if (mayHoldUuencoded(bytes)) bytes = withoutUuencoded(bytes, part.files);
-    part.text = decodeCharset(bytes, charset);
-    if (equalsAscii(content.parameter("format"), "flowed"))
-        part.text = unflowed(part.text, equalsAscii(content.parameter("delsp"), "yes"));
+    if (part.html)
+        part.lines = htmlLines(bytes, charset);
+    else if (equalsAscii(content.parameter("format"), "flowed"))
+        part.lines = flowedLines(bytes, charset, equalsAscii(content.parameter("delsp"), "yes"));
+    else
+        part.lines = plainLinesOf(bytes, charset);
     return part;
 }
 

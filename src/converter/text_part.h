@@ -3,15 +3,15 @@
 #include "converter/content_type.h"
 #include "converter/header_fields.h"
 #include "converter/uuencode.h"
-#include "platform/runtime/text.h"
 
+#include <string>
 #include <string_view>
 #include <vector>
 
 namespace tolvek {
 
 struct TextPart {
-    Text text;
+    std::string lines; // in code page 932, each with LF
     bool html = false;
     std::vector<UuencodedFile> files; // taken out of the text
 };

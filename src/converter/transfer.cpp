@@ -105,14 +105,20 @@ std::string decodeBase64Text(std::string_view text, bool wideText)
 {
     std::string out;
     while (!text.empty()) {
+        std::string decoded;
         const auto believed = [&](std::string_view run) {
-            return !run.empty() && (out.empty() || isWholeEncoding(run)) &&
-                   (wideText || readsLikeText(decodeBase64(run)));
+            if (run.empty() || (!out.empty() && !isWholeEncoding(run))) return false;
+            decoded = decodeBase64(run);
+            return wideText || readsLikeText(decoded);
         };
         std::string_view run = text.substr(0, base64Run(text));
-        if (!believed(run)) run = withoutLastLine(run);
-        if (!believed(run)) break;
-        out += decodeBase64(run);
+        const bool whole = believed(run);
+        if (!whole) run = withoutLastLine(run);
+        if (!whole && !believed(run)) break;
+        if (out.empty())
+            out = std::move(decoded);
+        else
+            out += decoded;
         text.remove_prefix(run.size());
     }
     if (!out.empty() && !text.empty() && out.back() != '\n') out += '\n';
@@ -122,6 +128,7 @@ std::string decodeBase64Text(std::string_view text, bool wideText)
 std::string decodeBase64(std::string_view text)
 {
     std::string out;
+    out.reserve(text.size() / 4 * 3 + 3);
     std::uint32_t bits = 0;
     int held = 0;
     for (const char c : text) {
@@ -140,8 +147,9 @@ std::string decodeBase64(std::string_view text)
 std::string decodeQuotedPrintable(std::string_view text)
 {
     std::string out;
-    for (const std::string_view raw : linesOf(text)) {
-        std::string_view line = withoutTrailingBlanks(raw);
+    out.reserve(text.size() + 1);
+    while (!text.empty()) {
+        std::string_view line = withoutTrailingBlanks(takeLine(text));
         const bool soft = !line.empty() && line.back() == '=';
         if (soft) line.remove_suffix(1);
         appendLine(out, line);

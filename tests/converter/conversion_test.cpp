@@ -168,6 +168,15 @@ INSTANTIATE_TEST_SUITE_P(Operations, FailingDisk,
                                            FileOperation::Create, FileOperation::Write,
                                            FileOperation::Flush, FileOperation::Replace));
 
+std::string written(const TempMail& mail)
+{
+    const TempFolder folder;
+    TempFile temp(folder / "Tolvek.Tmp");
+    writeMail(temp, mail);
+    temp.commit();
+    return readBytes(folder / "Tolvek.Tmp");
+}
+
 TEST(Conversion, GroupHasOneSeparatorAndNoBlankBehindALabel)
 {
     TempMail group;
@@ -175,8 +184,8 @@ TEST(Conversion, GroupHasOneSeparatorAndNoBlankBehindALabel)
     group.to = u" b@example.com ";
     group.subject = u"It's 桜";
     group.date = "Tue, 15 Feb 2000 10:11:12";
-    group.lines = {u"text"};
-    EXPECT_EQ(utf8OfAnsi(tempGroup(group)),
+    group.lines = "text\n";
+    EXPECT_EQ(utf8OfAnsi(written(group)),
               "From:a@example.com (A)\r\nTo:b@example.com\r\nSubject:It’s 桜\r\n"
               "Date:Tue, 15 Feb 2000 10:11:12\r\nMail:\r\ntext\r\n<End>\r\n");
 }
@@ -185,7 +194,7 @@ TEST(Conversion, EndlessSubjectFitsTheTextRecord)
 {
     TempMail group;
     group.subject = Text(10000, u'桜');
-    const auto lines = ansiLines(tempGroup(group));
+    const auto lines = ansiLines(written(group));
     EXPECT_EQ(lines[2].size(), 8u + 4000u);
 }
 

@@ -10,7 +10,11 @@ namespace {
 
 std::string read(const std::string& html)
 {
-    return toUtf8(htmlText(fromUtf8(html)));
+    Text text;
+    HtmlReader page([&](TextView piece) { text += piece; });
+    page.add(fromUtf8(html));
+    page.finish();
+    return toUtf8(text);
 }
 
 TEST(HtmlText, NamesItsCharset)

@@ -1,5 +1,7 @@
 #include "converter/plain_text.h"
 
+#include "platform/runtime/codepage932.h"
+
 #include <gtest/gtest.h>
 
 namespace tolvek::test {
@@ -27,12 +29,26 @@ TEST(PlainText, InvisibleCharactersGoAndMarksAreTakenIn)
     EXPECT_EQ(plainLine(u"\uFA19"), u"\uFA19");
 }
 
+std::string plainLines(TextView text)
+{
+    std::string lines;
+    appendPlainLines(lines, text);
+    return lines;
+}
+
 TEST(PlainText, LinesEndHoweverTheyEnd)
 {
-    EXPECT_EQ(plainLines(u"a\r\nb\nc\rd\u2028e"),
-              (std::vector<Text>{u"a", u"b", u"c", u"d", u"e"}));
-    EXPECT_EQ(plainLines(u"a\n\n"), (std::vector<Text>{u"a", u""}));
+    EXPECT_EQ(plainLines(u"a\r\nb\nc\rd\u2028e"), "a\nb\nc\nd\ne\n");
+    EXPECT_EQ(plainLines(u"a\n\n"), "a\n\n");
     EXPECT_TRUE(plainLines(u"").empty());
+}
+
+TEST(PlainText, BlanksOfBothWidthsAreBlank)
+{
+    EXPECT_TRUE(isBlankAnsi(plainLines(u" \u3000\n\t\u00A0\n")));
+    EXPECT_FALSE(isBlankAnsi(plainLines(u"\u3000@\n")));
+    // The second byte of 早 and "@" look like a wide blank.
+    EXPECT_EQ(withoutBlanks(toAnsi(u"a \u3000早@\n")), toAnsi(u"a早@"));
 }
 
 TEST(PlainText, PrefixNeverHalvesACharacter)
