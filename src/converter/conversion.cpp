@@ -2,6 +2,7 @@
 
 #include "converter/address.h"
 #include "converter/box_changes.h"
+#include "converter/carved_mails.h"
 #include "converter/encoded_words.h"
 #include "converter/header_fields.h"
 #include "converter/mail_date.h"
@@ -12,8 +13,10 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <functional>
 #include <initializer_list>
 #include <limits>
+#include <memory>
 #include <optional>
 #include <system_error>
 #include <vector>
@@ -149,15 +152,16 @@ Conversion writeFolder(const std::filesystem::path& folder, const std::filesyste
     temp.write("<Start>\r\n");
     int count = 0;
     int leftOut = 0;
-    for (const DatedFile& file : dated) {
+    for (const DatedFile& file : dated)
         if (!readMessage(file.path, temp, count)) ++leftOut;
-    }
     temp.commit();
     return {ConversionStatus::Converted, static_cast<std::int16_t>(count), leftOut};
 }
 
+using NextMail = std::function<bool(RawMail&)>;
+
 // Each mail is held back until the next one has come: the last may be half of one.
-Conversion writeMails(MailFile& mails, const BoxChanges& changes,
+Conversion writeMails(const NextMail& next, const BoxChanges& changes,
                       const std::filesystem::path& tempFile)
 {
     TempFile temp(tempFile);
@@ -165,7 +169,7 @@ Conversion writeMails(MailFile& mails, const BoxChanges& changes,
     RawMail mail;
     std::optional<TempMail> last;
     int count = 0;
-    while (mails.next(mail)) {
+    while (next(mail)) {
         if (count < kMost) ++count;
         if (last) writeMail(temp, *last);
         last = convertMail(mail);
@@ -179,27 +183,33 @@ Conversion writeMails(MailFile& mails, const BoxChanges& changes,
     return {ConversionStatus::Converted, static_cast<std::int16_t>(count)};
 }
 
-// None for what isn't known for certain.
-std::optional<MailFile> openedBox(const std::filesystem::path& mailFile)
+template <class Mails> NextMail nextOf(std::shared_ptr<Mails> mails)
+{
+    return [mails](RawMail& mail) { return mails->next(mail); };
+}
+
+// Empty for what isn't known for certain.
+NextMail openedBox(const std::filesystem::path& mailFile)
 {
     const MailFileKind kind = recogniseFile(mailFile);
-    if (kind == MailFileKind::Nothing) return std::nullopt;
-    return MailFile(mailFile, kind);
+    if (kind != MailFileKind::Nothing) return nextOf(std::make_shared<MailFile>(mailFile, kind));
+    if (!holdsCarvedMail(mailFile)) return {};
+    return nextOf(std::make_shared<CarvedMails>(mailFile));
 }
 
 // A box that this user may not read is that box's own affair; a failing device isn't.
 Conversion convertOnce(const std::filesystem::path& mailFile, const std::filesystem::path& tempFile)
 {
     const BoxChanges changes(mailFile);
-    std::optional<MailFile> mails;
+    NextMail next;
     try {
-        mails = openedBox(mailFile);
+        next = openedBox(mailFile);
     } catch (const std::system_error& failure) {
         if (failure.code() == std::errc::io_error) throw;
         return {ConversionStatus::Failed, 0};
     }
-    if (!mails) return {ConversionStatus::Unreadable, 0};
-    return writeMails(*mails, changes, tempFile);
+    if (!next) return {ConversionStatus::Unreadable, 0};
+    return writeMails(next, changes, tempFile);
 }
 
 }

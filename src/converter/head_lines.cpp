@@ -41,8 +41,9 @@ void count(HeaderBlock& block, std::string_view line)
     const std::string_view name = fieldName(line);
     if (isOwnField(line)) ++block.own;
     block.from = block.from || equalsAscii(name, "from");
-    block.addressed = block.addressed || equalsAscii(name, "to") || equalsAscii(name, "cc") ||
-                      equalsAscii(name, "subject");
+    block.to = block.to || equalsAscii(name, "to");
+    block.subject = block.subject || equalsAscii(name, "subject");
+    block.addressed = block.to || block.subject || block.addressed || equalsAscii(name, "cc");
     block.trace = block.trace || isTrace(name);
     if (equalsAscii(name, "date"))
         block.date = parseMailDate(line.substr(line.find(':') + 1)).has_value();

@@ -24,10 +24,14 @@ struct HeaderBlock {
     int own = 0;        // a mail's own fields among them
     bool ended = false; // by an empty line or the end of the file
     bool from = false;
+    bool to = false;
+    bool subject = false;
     bool date = false;      // a Date that can be read
     bool addressed = false; // To, Cc or Subject
     bool trace = false;     // what programs add: Received, Message-ID, MIME-Version and so on
 
+    // What shows an Internet message wherever it stands.
+    bool isOfMessage() const { return ended && (from || to) && (date || subject); }
     bool isMail() const { return ended && own >= 2; }
     // Enough to tell a mail from one that is quoted in a letter.
     bool isWholeMail() const { return isMail() && from && date && addressed && trace; }

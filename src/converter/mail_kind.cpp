@@ -89,6 +89,19 @@ MailFileKind recognise(std::string_view beginning)
                                                         : MailFileKind::Nothing;
 }
 
+bool isBinaryByte(char c)
+{
+    constexpr std::string_view kOfTexts("\t\n\f\r\x0E\x0F\x1A\x1B");
+    return c >= 0 && c < 0x20 && kOfTexts.find(c) == std::string_view::npos;
+}
+
+bool isBinaryFile(const std::filesystem::path& path)
+{
+    if (!fileExists(path)) return false;
+    const std::string beginning = readBeginning(path);
+    return std::any_of(beginning.begin(), beginning.end(), isBinaryByte);
+}
+
 MailFileKind recogniseFile(const std::filesystem::path& path)
 {
     return fileExists(path) ? recognise(readBeginning(path)) : MailFileKind::Nothing;

@@ -14,6 +14,12 @@ enum class MailFileKind { Nothing, Empty, Mbox, Message };
 MailFileKind recogniseFile(const std::filesystem::path& path);
 MailFileKind recognise(std::string_view beginning);
 
+// Controls that no text in any charset of mail has; TAB, line ends, the bytes of
+// JIS escapes and the end mark of old texts are none.
+bool isBinaryByte(char c);
+// Whether one is among the first 64 KB of a file that is there.
+bool isBinaryFile(const std::filesystem::path& path);
+
 // The mark that some programs write before the first character.
 inline constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 

@@ -1,0 +1,73 @@
+#include "converter/carved_mails.h"
+
+#include "converter/head_lines.h"
+#include "converter/mail_kind.h"
+
+#include <algorithm>
+
+namespace tolvek {
+
+namespace {
+
+std::size_t clearLength(std::string_view line)
+{
+    const auto end = std::find_if(line.begin(), line.end(), isBinaryByte);
+    return static_cast<std::size_t>(end - line.begin());
+}
+
+// What follows the last byte that no text has: lengths and numbers of the file's
+// own may precede a message on its line.
+std::string_view clearEnd(std::string_view line)
+{
+    const auto last = std::find_if(line.rbegin(), line.rend(), isBinaryByte);
+    return line.substr(static_cast<std::size_t>(line.rend() - last));
+}
+
+}
+
+bool CarvedMails::beginsBlock(std::string_view line)
+{
+    if (lines_.lineBegin() < noBlockBefore_ || !isOwnField(line)) return false;
+    const HeaderBlock block = blockAhead(lines_, 0, line);
+    if (block.isOfMessage()) return true;
+    noBlockBefore_ = lines_.lineBegin() + block.bytes;
+    return false;
+}
+
+bool CarvedMails::toNextBlock()
+{
+    while (hasLine_ || lines_.next(line_)) {
+        hasLine_ = false;
+        line_.erase(0, line_.size() - clearEnd(line_).size());
+        if (beginsBlock(line_)) return true;
+    }
+    return false;
+}
+
+bool CarvedMails::next(RawMail& mail)
+{
+    mail = {};
+    if (!toNextBlock()) return false;
+    MailGatherer gatherer(mail, lines_, MailFileKind::Message, false);
+    gatherer.add(line_);
+    while (lines_.next(line_)) {
+        const bool inText = gatherer.soFar().bodyBegin > 0;
+        const std::size_t clear = clearLength(line_);
+        hasLine_ = inText && (clear < line_.size() || beginsBlock(line_));
+        if (!hasLine_) {
+            gatherer.add(line_);
+            continue;
+        }
+        if (clear > 0 && clear < line_.size()) gatherer.add(line_.substr(0, clear));
+        return true;
+    }
+    return true;
+}
+
+bool holdsCarvedMail(const std::filesystem::path& path)
+{
+    RawMail mail;
+    return isBinaryFile(path) && CarvedMails(path).next(mail);
+}
+
+}
