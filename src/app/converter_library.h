@@ -17,6 +17,9 @@ namespace tolvek {
 // mail box at any length, without records.
 inline constexpr int kPathRecordSize = 256;
 inline constexpr int kTextRecordSize = 4608;
+// The lines that the reader of a mail gathers for one text record at most; the
+// converter breaks its lines so that no block grows beyond the record.
+inline constexpr int kTextRecordLines = 33;
 
 // The three exports, as the library's callers use them.
 struct ConverterLibrary {

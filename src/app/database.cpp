@@ -10,6 +10,11 @@ Workspace gWs;
 Recordset gRs;
 Text gDbPath;
 
+void executeInTransaction(const Statement& sql)
+{
+    inTransaction([&] { gDb.Execute(sql, dbFailOnError); });
+}
+
 void GET_RECCNT(Recordset& recordset, Int16& count)
 {
     leaveOnError(u"GET_RECCNT", [&] {

@@ -15,6 +15,10 @@ extern Workspace gWs;
 extern Recordset gRs;
 extern Text gDbPath; // the live database, or the backup on display
 
+// Runs a statement on gDb in a transaction of its own. A failure leaves nothing
+// of it and goes to the caller.
+void executeInTransaction(const Statement& sql);
+
 // Counts all rows; the recordset is on its first row afterwards. Reports its own
 // failures. Beyond 32767 rows that is error 6: gDb is closed and count stays 32767.
 void GET_RECCNT(Recordset& recordset, Int16& count);

@@ -5,6 +5,9 @@
 
 namespace tolvek {
 
+static_assert(kAppMajor == TOLVEK_MAJOR && kAppMinor == TOLVEK_MINOR &&
+              kAppRevision == TOLVEK_PATCH);
+
 Text gIniPath;
 std::int32_t gVer = 0;
 Text gPostPetDir;

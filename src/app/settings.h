@@ -9,6 +9,10 @@
 
 namespace tolvek {
 
+// The folders of the two sides below gPostPetDir.
+inline constexpr TextView kReceiveFolder = u"受信フォルダ";
+inline constexpr TextView kSendFolder = u"送信フォルダ";
+
 extern Text gIniPath;
 extern std::int32_t gVer; // major * 100 + minor * 10 + revision
 extern Text gPostPetDir;

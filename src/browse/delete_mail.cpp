@@ -18,11 +18,6 @@ void openStore()
     gWs = DBEngine::Workspaces(0);
 }
 
-void deleteRows(const Statement& sql)
-{
-    inTransaction([&] { gDb.Execute(sql, dbFailOnError); });
-}
-
 void yieldAndClose()
 {
     DoEvents();
@@ -85,7 +80,7 @@ Statement resultsOf(const FilterRule& rule)
 void deleteListed()
 {
     for (; !gRs.Eof(); DoEvents()) {
-        deleteRows(deletionOfListed());
+        executeInTransaction(deletionOfListed());
         gRs.MoveNext();
     }
 }
@@ -111,7 +106,7 @@ void delOneMail(Int16 row)
     leaveOnError(u"delOneMail", [&] {
         const Statement sql = deletionOfRow(SubjectRowLocate(row));
         openStore();
-        deleteRows(sql);
+        executeInTransaction(sql);
         yieldAndClose();
     });
 }
@@ -125,7 +120,7 @@ void delMail(Int16 type, const Text& key)
             MsgBox(u"Ｄｅｌｅｔｅ　Ｔｙｐｅ　Ｅｒｒｏｒ");
             return;
         }
-        deleteRows(deletionOfEntry(type, key));
+        executeInTransaction(deletionOfEntry(type, key));
         yieldAndClose();
     });
 }
@@ -139,7 +134,7 @@ void delFilter(Int16 index)
         Statement sql{u"DELETE FROM tblFilter"};
         sql << u" WHERE tblFilter_No = " << gFilterRule[index].No;
         openStore();
-        deleteRows(sql);
+        executeInTransaction(sql);
         gDb.Close();
     });
 }
@@ -161,7 +156,7 @@ void delMail_024(Int16 /*index*/, const Statement& sql)
 {
     leaveOnError(u"delMail_024", [&] {
         openStore();
-        deleteRows(sql);
+        executeInTransaction(sql);
         yieldAndClose();
     });
 }

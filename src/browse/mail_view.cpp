@@ -4,6 +4,7 @@
 #include "app/guard.h"
 #include "browse/subject_line.h"
 #include "platform/runtime/do_events.h"
+#include "store/schema.h"
 #include "store/subject_keys.h"
 #include "window/frm_tolvek.h"
 
@@ -12,8 +13,6 @@ namespace tolvek {
 namespace {
 
 constexpr int kNameColumn = 25; // bytes before the address
-// tblTolvek_Mail1 to tblTolvek_Mail16.
-constexpr int kMailFields = 16;
 
 void showHeader(frmTolvek& form)
 {
@@ -28,7 +27,7 @@ void showHeader(frmTolvek& form)
 
 void showText(frmTolvek& form)
 {
-    for (int i = 1; i <= kMailFields; ++i) {
+    for (int i = 1; i <= kMailBlocks; ++i) {
         const Value block = gRs.field(u"tblTolvek_Mail" + decimal(i));
         // Archives of earlier versions may hold Null here.
         if (!block.isNull()) form.txtMail->setText(form.txtMail->Text() + block.text());

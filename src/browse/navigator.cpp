@@ -27,11 +27,9 @@ constexpr DisplayType kDisplayTypes[] = {
 };
 constexpr int kFilterType = 3;
 
-// Kept quirk: an unknown value from the settings file lists filters.
 const DisplayType& displayType()
 {
-    return kDisplayTypes[gDisplayType >= 0 && gDisplayType < kFilterType ? int(gDisplayType)
-                                                                         : kFilterType];
+    return kDisplayTypes[isFilterView() ? kFilterType : int(gDisplayType)];
 }
 
 void nameDeletion(frmTolvek& form)
@@ -40,6 +38,11 @@ void nameDeletion(frmTolvek& form)
     form.cmdAddrDel->setToolTipText(Text(displayType().deleteTip));
 }
 
+}
+
+bool isFilterView()
+{
+    return gDisplayType < 0 || gDisplayType >= kFilterType;
 }
 
 void dspNavigator(frmTolvek& form)
@@ -53,9 +56,7 @@ void dspNavigator(frmTolvek& form)
 void dspSelData(frmTolvek& form)
 {
     ResumeNext on{u"dspSelData"};
-    on([&] { form.txtMail->setText(u""); });
-    on([&] { form.lblHead->setCaption(u""); });
-    on([&] { form.lstSubject->Clear(); });
+    emptyPanes(on, form);
     on([&] { dspNavigator(form); });
     on([&] { nameDeletion(form); });
 }

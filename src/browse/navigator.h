@@ -10,6 +10,10 @@ namespace tolvek {
 
 class frmTolvek;
 
+// Whether the navigator lists the filter rules. Kept quirk: an unknown value from
+// the settings file does so too.
+bool isFilterView();
+
 // Empties the panes and fills the navigator for gDisplayType, including the label above
 // it and the deletion button's caption and tool tip.
 void dspSelData(frmTolvek& form);

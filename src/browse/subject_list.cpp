@@ -79,18 +79,25 @@ Statement resultsOfRule(Int16 index)
 
 SubjectLine subjectLine(const Recordset& row, const SubjectSource& from)
 {
-    return {row.field(from.ymd).text(),     row.field(from.hms).text(),
-            row.field(from.subKey).int16(), row.field(from.sndRcvFlag).boolean(),
-            row.field(from.sndName).text(), row.field(from.rcvName).text(),
-            row.field(from.subject).text()};
+    return {.YMD = row.field(from.ymd).text(),
+            .HMS = row.field(from.hms).text(),
+            .SubKey = row.field(from.subKey).int16(),
+            .SndRcvFlag = row.field(from.sndRcvFlag).boolean(),
+            .SndName = row.field(from.sndName).text(),
+            .RcvName = row.field(from.rcvName).text(),
+            .Subject = row.field(from.subject).text()};
 }
 
 SubjectKey subjectKey(const Recordset& row, const SubjectSource& from)
 {
-    return {row.field(from.ymd).text(),     row.field(from.hms).text(),
-            row.field(from.subKey).int16(), row.field(from.sndRcvFlag).boolean(),
-            row.field(from.sndName).text(), row.field(from.sndAdd).text(),
-            row.field(from.rcvName).text(), row.field(from.rcvAdd).text()};
+    return {.YMD = row.field(from.ymd).text(),
+            .HMS = row.field(from.hms).text(),
+            .SubKey = row.field(from.subKey).int16(),
+            .SndRcvFlag = row.field(from.sndRcvFlag).boolean(),
+            .SndName = row.field(from.sndName).text(),
+            .SndAdd = row.field(from.sndAdd).text(),
+            .RcvName = row.field(from.rcvName).text(),
+            .RcvAdd = row.field(from.rcvAdd).text()};
 }
 
 void tellLimit()

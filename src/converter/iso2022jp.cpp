@@ -155,7 +155,7 @@ std::bitset<kRow * kRow> assignedPairs()
 // Asked for each character of a text, so each is looked up once for all texts.
 bool isAssigned(std::string_view pair)
 {
-    static const std::bitset<kRow * kRow> assigned = assignedPairs();
+    static const std::bitset<kRow* kRow> assigned = assignedPairs();
     const auto place = [&](std::size_t at) { return static_cast<std::size_t>(pair[at] - kFirst); };
     return assigned[place(0) * kRow + place(1)];
 }

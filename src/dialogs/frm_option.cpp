@@ -18,7 +18,6 @@ namespace {
 
 constexpr int kFileNotFound = 53;
 constexpr int kTypeMismatch = 13;
-constexpr TextView kReceiveFolder = u"受信フォルダ";
 constexpr TextView kWrongFolder = u"フォルダーの指定が間違っています。";
 
 // Positions in a style "italic,bold", counted from 1.

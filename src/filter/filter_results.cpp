@@ -36,12 +36,6 @@ Statement insertUpToSubject(Int16 number)
     return sql;
 }
 
-void insertRow(const Statement& sql)
-{
-    // A transaction for each row: after a failure, the rows before it stay.
-    inTransaction([&] { gDb.Execute(sql, dbFailOnError); });
-}
-
 // Searches inside the texts of the current row.
 class PartialMatch {
 public:
@@ -147,7 +141,7 @@ void tblFilterData_Set024(Int16 index, const Statement& sql)
         const FilterRule& rule = gFilterRule[index];
         walkRows(u"tblfilter Data Set 024", sql, [&] {
             Statement insert = insertUpToSubject(rule.No);
-            insertRow(insert << trim(stored(u"tblTolvek_Subject")) << u" ' )");
+            executeInTransaction(insert << trim(stored(u"tblTolvek_Subject")) << u" ' )");
         });
     });
 }
@@ -160,7 +154,7 @@ void tblFilterData_Set13(Int16 index, const Statement& sql)
         walkRows(u"tblfilter Data Set 13", sql, [&] {
             if (!match.selects()) return;
             Statement insert = insertUpToSubject(rule.No);
-            insertRow(insert << stored(u"tblTolvek_Subject") << u"' )");
+            executeInTransaction(insert << stored(u"tblTolvek_Subject") << u"' )");
         });
     });
 }
@@ -170,7 +164,7 @@ void tblFilterData_Sel()
     leaveOnError(u"tblFilterData_Sel", [] {
         gWs = DBEngine::Workspaces(0);
         gDb = DBEngine::OpenDatabase(gDbPath);
-        inTransaction([] { gDb.Execute(Statement{u"DELETE FROM tblFilterData"}, dbFailOnError); });
+        executeInTransaction(Statement{u"DELETE FROM tblFilterData"});
         gDb.Close();
         const Int16 count = countSortingRules();
         // The rows are deleted first and rebuilt rule by rule; they can be rebuilt at

@@ -64,7 +64,7 @@ void insertRule(const FilterRule& rule)
                   u"tblFilter_Header,tblFilter_Data ) VALUES( "};
     sql << rule.No << u", " << rule.TermsCode << u", " << rule.ActionCode << u", '" << rule.Header
         << u"', '" << rule.Data << u"' )";
-    inTransaction([&] { gDb.Execute(sql, dbFailOnError); });
+    executeInTransaction(sql);
 }
 
 // Returns the number of entries that weren't written.
@@ -111,7 +111,7 @@ void tblFilter_UpDate()
     leaveOnError(u"tblFilter_UpDate", [] {
         gWs = DBEngine::Workspaces(0);
         gDb = DBEngine::OpenDatabase(gDbPath);
-        inTransaction([] { gDb.Execute(Statement{u"DELETE FROM tblFilter"}, dbFailOnError); });
+        executeInTransaction(Statement{u"DELETE FROM tblFilter"});
         const Int16 blank = writeRules();
         // The entries that weren't written don't count any more.
         gFilterRuleCnt -= blank;

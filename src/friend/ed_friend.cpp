@@ -60,7 +60,7 @@ void insertFriend(FriendRecord record)
         << u"tblFriend_Address, " << u"tblFriend_RecvMailCnt ) " << u"VALUES( '" << kind << u"', '"
         << trim(record.pet) << u"', '" << trim(record.name) << u"', '" << trim(record.address)
         << u"', " << record.mails << u" )";
-    inTransaction([&] { gDb.Execute(sql, dbFailOnError); });
+    executeInTransaction(sql);
 }
 
 // Kept: the address is looked up as it is and stored trimmed. Nothing is replaced in

@@ -79,7 +79,7 @@ void executeEmptying()
     gWs = DBEngine::Workspaces(0);
     gDb = DBEngine::OpenDatabase(gDbPath);
     try {
-        inTransaction([] { gDb.Execute(Statement{u"DELETE FROM tblFriend "}, dbFailOnError); });
+        executeInTransaction(Statement{u"DELETE FROM tblFriend "});
     } catch (const std::exception&) {
         gDb.Close();
         throw;

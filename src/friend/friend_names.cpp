@@ -20,11 +20,6 @@ void openStore()
     gDb = DBEngine::OpenDatabase(gDbPath);
 }
 
-void execute(const Statement& sql)
-{
-    inTransaction([&] { gDb.Execute(sql, dbFailOnError); });
-}
-
 // A mail signed with the name of the friend's pet was written by the pet and keeps its
 // name.
 void nameSender(const Text& name, const Text& address, const Text& pet)
@@ -32,7 +27,7 @@ void nameSender(const Text& name, const Text& address, const Text& pet)
     Statement sql{u"UPDATE tblTolvek SET "};
     sql << u" tblTolvek_SndName = '" << name << u"' WHERE tblTolvek_SndAdd = '" << address
         << u"' AND ( tblTolvek_SndName <> '" << pet << u"' )";
-    execute(sql);
+    executeInTransaction(sql);
 }
 
 // Kept: a blank after the address. The store ignores trailing blanks in comparisons.
@@ -41,7 +36,7 @@ void nameReceiver(const Text& name, const Text& address)
     Statement sql{u"UPDATE tblTolvek SET "};
     sql << u" tblTolvek_RcvName = '" << name << u"' WHERE tblTolvek_RcvAdd = '" << address
         << u" ' ";
-    execute(sql);
+    executeInTransaction(sql);
 }
 
 void nameMailsOfFriend()
@@ -60,7 +55,7 @@ void nameOwnPet()
     Statement sql{u"UPDATE tblTolvek SET "};
     sql << u" tblTolvek_SndName = '" << gMyPetName << u"' WHERE tblTolvek_SndAdd = '" << gMyMailAddr
         << u"' AND tblTolvek_RcvAdd = '" << gMyMailAddr << u"'";
-    execute(sql);
+    executeInTransaction(sql);
 }
 
 struct Correspondent {
@@ -75,7 +70,7 @@ Correspondent correspondentOf(Int16 row)
                            : Correspondent{trim(mail.SndName), trim(mail.SndAdd)};
 }
 
-bool isConfirmed(bool known, const Correspondent& who)
+bool isWanted(bool known, const Correspondent& who)
 {
     const Text question = known ? u"メールアドレスがすでに登録されています。\r\n"
                                   u"御友達の名前を変更しますか？"
@@ -98,7 +93,7 @@ void renameFriend(const Correspondent& who)
     Statement sql{u"UPDATE tblFriend SET "};
     sql << u" tblFriend_Name = '" << who.name << u"' WHERE tblFriend_Address = '" << who.address
         << u"' ";
-    execute(sql);
+    executeInTransaction(sql);
 }
 
 void insertFriend(const Correspondent& who)
@@ -107,7 +102,7 @@ void insertFriend(const Correspondent& who)
     sql << u"( tblFriend_PetKind, " << u"tblFriend_Pet, " << u"tblFriend_Name, "
         << u"tblFriend_Address, " << u"tblFriend_RecvMailCnt  ) " << u"VALUES( '','', '" << who.name
         << u"', '" << who.address << u"', 0 )";
-    execute(sql);
+    executeInTransaction(sql);
 }
 
 }
@@ -138,7 +133,7 @@ Int16 FriendNameAdd(frmTolvek& /*form*/, Int16 row)
         Correspondent who = correspondentOf(row);
         openStore();
         const bool known = findFriend(who.address);
-        if (!isConfirmed(known, who) || !askForName(who.name)) {
+        if (!isWanted(known, who) || !askForName(who.name)) {
             unchanged = 1;
             return;
         }

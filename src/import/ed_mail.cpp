@@ -1,3 +1,4 @@
+#include "app/converter_library.h"
 #include "app/guard.h"
 #include "app/reports.h"
 #include "app/text_routines.h"
@@ -14,9 +15,7 @@ namespace {
 constexpr TextView kEndLabel = u"<End>";
 constexpr TextView kContinued = u"　　（次に続く）";
 constexpr int kFullRow = 15; // after this many full blocks, a part is stored
-constexpr int kBlockLines = 33;
-constexpr int kBlockBytes = 4608; // what the converter's record holds
-constexpr int kBlankRun = 3;      // of this many empty lines, one is kept
+constexpr int kBlankRun = 3; // of this many empty lines, one is kept
 
 // A block of only blanks and line ends counts as empty: the next line replaces it.
 bool holdsNothing(const Text& block)
@@ -27,8 +26,8 @@ bool holdsNothing(const Text& block)
 // A character has one or two bytes, so most blocks are decided without counting bytes.
 bool isFull(const Text& block)
 {
-    if (block.size() * 2 <= kBlockBytes) return false;
-    return block.size() > kBlockBytes || ansiLength(block) > kBlockBytes;
+    if (block.size() * 2 <= kTextRecordSize) return false;
+    return block.size() > kTextRecordSize || ansiLength(block) > kTextRecordSize;
 }
 
 // Kept: the carries are tested in sequence, so an invalid hour carries too.
@@ -159,7 +158,7 @@ private:
         block += line_;
         block += kCrLf;
         lines_ += 1;
-        if (lines_ >= kBlockLines || isFull(block)) {
+        if (lines_ >= kTextRecordLines || isFull(block)) {
             lines_ = 0;
             current_ += 1;
         }

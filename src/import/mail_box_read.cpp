@@ -87,8 +87,12 @@ private:
 
 void MailBoxRead()
 {
-    const BoxSide receive{kReceiveFolder, kReceiveMainBox, gRecievMailReadOption, 0};
-    const BoxSide send{kSendFolder, kSendMainBox, gSendMailReadOption, -1};
+    const BoxSide receive{.folder = kReceiveFolder,
+                          .mainBox = kReceiveMainBox,
+                          .options = gRecievMailReadOption,
+                          .flag = 0};
+    const BoxSide send{
+        .folder = kSendFolder, .mainBox = kSendMainBox, .options = gSendMailReadOption, .flag = -1};
     requirePaths(receive);
     requirePaths(send);
     BoxWalk walk;

@@ -11,9 +11,6 @@ struct MailBoxFiles {
     Text mail; // *.ppm
 };
 
-inline constexpr TextView kReceiveFolder = u"受信フォルダ";
-inline constexpr TextView kSendFolder = u"送信フォルダ";
-
 // The main boxes; element 0 of their side's read options chooses them.
 extern const MailBoxFiles kReceiveMainBox;
 extern const MailBoxFiles kSendMainBox;

@@ -15,6 +15,7 @@
 #include "platform/runtime/msg_box.h"
 #include "platform/runtime/numbers.h"
 #include "platform/runtime/paths.h"
+#include "shell/confirmation.h"
 #include "store/database_files.h"
 #include "store/db_compress.h"
 #include "store/search_tables.h"
@@ -39,17 +40,6 @@ Text todaysPath()
                                    format(today.month, u"00") + format(today.day, u"00") + u".Mdb");
 }
 
-// The backup removes the mails from the live store, so Enter answers No.
-bool isConfirmed(const PassOver53& steps)
-{
-    MsgAnswer answer = MsgAnswer::No;
-    steps([&] {
-        answer = MsgBox(u"メールをバックします。\r\n     よろしいでしょうか？", MsgButtons::YesNo,
-                        kApplicationTitle, MsgIcon::None, MsgAnswer::No);
-    });
-    return answer == MsgAnswer::Yes;
-}
-
 // Once a day: an existing file of that name is never overwritten, whoever made it.
 bool isFirstToday(const PassOver53& steps, const Text& backUp)
 {
@@ -72,11 +62,6 @@ bool beginBackUp(const PassOver53& steps, frmTolvek& form)
                  [] { gBusyFlag = -1; }, [&] { dspStatus(form, true, gStatusLines); });
 }
 
-void emptyTable(const Statement& sql)
-{
-    inTransaction([&] { gDb.Execute(sql, dbFailOnError); });
-}
-
 // Files are renamed here, so nothing may be open; gDb may be, after a question that was
 // declined. Being alone with the file keeps others from storing a mail between the copy
 // and the deletion. The second compaction either leaves a complete, flushed file or
@@ -90,10 +75,12 @@ bool moveMails(const PassOver53& steps, const Text& backUp)
         [&] { alone.emplace(gDbPath); }, [&] { DBEngine::CompactDatabase(gDbPath, backUp); },
         [] { gWs = DBEngine::Workspaces(0); }, [] { gDb = DBEngine::OpenDatabase(gDbPath); },
         // The file that was copied must be the one that is emptied.
-        [&] { alone->confirm(); }, [] { emptyTable(Statement{u"DELETE FROM tblFilterData"}); },
-        [] { emptyTable(Statement{u"DELETE FROM tblTolvek"}); },
-        [] { emptyTable(Statement{u"DELETE FROM tblSearch_Addresses"}); },
-        [] { emptyTable(Statement{u"DELETE FROM tblSearch_Name"}); }, [] { gDb.Close(); });
+        [&] { alone->confirm(); },
+        [] { executeInTransaction(Statement{u"DELETE FROM tblFilterData"}); },
+        [] { executeInTransaction(Statement{u"DELETE FROM tblTolvek"}); },
+        [] { executeInTransaction(Statement{u"DELETE FROM tblSearch_Addresses"}); },
+        [] { executeInTransaction(Statement{u"DELETE FROM tblSearch_Name"}); },
+        [] { gDb.Close(); });
 }
 
 // The same steps as after every change of the mails; here no mail is left.
@@ -115,7 +102,9 @@ bool endBackUp(const PassOver53& steps, frmTolvek& form)
 void memBackUp_FileEdit_Click(frmTolvek& form)
 {
     const PassOver53 steps{kRoutine};
-    if (!isConfirmed(steps)) return;
+    // The backup removes the mails from the live store, so Enter answers No.
+    if (!isConfirmed(steps, u"メールをバックします。\r\n     よろしいでしょうか？", MsgAnswer::No))
+        return;
     Text backUp;
     if (!steps([&] { backUp = todaysPath(); }) || !isFirstToday(steps, backUp)) return;
     beginBackUp(steps, form) && moveMails(steps, backUp) && rebuildLists(steps) &&

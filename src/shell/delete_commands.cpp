@@ -9,6 +9,7 @@
 #include "filter/filter_results.h"
 #include "filter/filter_rules.h"
 #include "platform/runtime/msg_box.h"
+#include "shell/confirmation.h"
 #include "store/search_tables.h"
 #include "window/frm_tolvek.h"
 #include "window/status.h"
@@ -25,20 +26,10 @@ constexpr TextView kQuestions[] = {
     u"選択されている抽出条件のメールを削除します",
 };
 
-bool isFilterView()
-{
-    return gDisplayType < 0 || gDisplayType > 2;
-}
-
 // Kept quirk: line feed before carriage return. Enter answers No.
-bool isConfirmed(const ResumeNext& on, TextView question)
+bool isDeletionConfirmed(const ResumeNext& on, TextView question)
 {
-    MsgAnswer answer = MsgAnswer::No;
-    on([&] {
-        answer = MsgBox(Text(question) + u"\n\r     よろしいでしょうか？", MsgButtons::YesNo,
-                        kApplicationTitle, MsgIcon::None, MsgAnswer::No);
-    });
-    return answer == MsgAnswer::Yes;
+    return isConfirmed(on, Text(question) + u"\n\r     よろしいでしょうか？", MsgAnswer::No);
 }
 
 void showStatus(const ResumeNext& on, frmTolvek& form)
@@ -49,12 +40,6 @@ void showStatus(const ResumeNext& on, frmTolvek& form)
     });
     on([] { gBusyFlag = -1; });
     on([&] { dspStatus(form, true, gStatusLines); });
-}
-
-void emptyMailPane(const ResumeNext& on, frmTolvek& form)
-{
-    on([&] { form.txtMail->setText({}); });
-    on([&] { form.lblHead->setCaption({}); });
 }
 
 // Nothing is selected in the refilled navigator, so its text is empty and the subject
@@ -88,7 +73,7 @@ void comMailDel_Click(frmTolvek& form)
 {
     const ResumeNext on{u"comMailDel_Click"};
     if (form.lstSubject->SelCount() == 0) return;
-    if (!isConfirmed(on, u"選択されているメールを削除します")) return;
+    if (!isDeletionConfirmed(on, u"選択されているメールを削除します")) return;
     showStatus(on, form);
     on([&] { dspEnable(form, false, 0); });
     emptyMailPane(on, form);
@@ -102,7 +87,7 @@ void cmdAddrDel_Click(frmTolvek& form)
 {
     const ResumeNext on{u"cmdAddrDel_Click"};
     if (form.lstNameOrAddr->SelCount() == 0) return;
-    if (!isConfirmed(on, kQuestions[isFilterView() ? 3 : int(gDisplayType)])) return;
+    if (!isDeletionConfirmed(on, kQuestions[isFilterView() ? 3 : int(gDisplayType)])) return;
     on([&] { dspEnable(form, false, 0); });
     on([&] { deleteEntry(form); });
     showStatus(on, form);

@@ -15,13 +15,6 @@ namespace tolvek {
 
 namespace {
 
-constexpr int kLastOtherType = 2; // only values outside 0 to 2 list rules
-
-bool rulesListed()
-{
-    return gDisplayType < 0 || gDisplayType > kLastOtherType;
-}
-
 void takeEdit(const ResumeNext& on, frmTolvek& form)
 {
     on([] { tblFilter_UpDate(); });
@@ -34,7 +27,7 @@ void dropEdit(const ResumeNext& on, frmTolvek& form)
 {
     const InputHold hold; // the lists are refilled while the commands are enabled
     on([] { gEditCancel = 0; });
-    if (rulesListed()) on([&] { dspSelData(form); });
+    if (isFilterView()) on([&] { dspSelData(form); });
 }
 
 }

@@ -150,11 +150,9 @@ void frmTolvekEvents::askForSettings(const ResumeNext& on)
 
 void frmTolvekEvents::clearPanes(const ResumeNext& on)
 {
-    on([this] { lstNameOrAddr->Clear(); });
-    on([this] { lstSubject->Clear(); });
-    on([this] { txtMail->setText({}); });
+    emptyLists(on, *this);
+    emptyMailPane(on, *this);
     on([this] { lblRecCount->setCaption({}); });
-    on([this] { lblHead->setCaption({}); });
 }
 
 void frmTolvekEvents::comEnd_Click()

@@ -10,6 +10,7 @@
 #include "platform/dao/alone.h"
 #include "platform/runtime/do_events.h"
 #include "platform/runtime/msg_box.h"
+#include "shell/confirmation.h"
 #include "store/before_load.h"
 #include "store/table_create.h"
 #include "store/text_dump.h"
@@ -20,27 +21,6 @@
 namespace tolvek {
 
 namespace {
-
-bool isConfirmed(const ResumeNext& on, TextView question, MsgAnswer defaultAnswer)
-{
-    MsgAnswer answer = MsgAnswer::No;
-    on([&] {
-        answer = MsgBox(question, MsgButtons::YesNo, u"Tolvek", MsgIcon::None, defaultAnswer);
-    });
-    return answer == MsgAnswer::Yes;
-}
-
-void clearLists(const ResumeNext& on, frmTolvek& form)
-{
-    on([&] { form.lstNameOrAddr->Clear(); });
-    on([&] { form.lstSubject->Clear(); });
-}
-
-void clearMailPane(const ResumeNext& on, frmTolvek& form)
-{
-    on([&] { form.txtMail->setText({}); });
-    on([&] { form.lblHead->setCaption({}); });
-}
 
 void begin(const ResumeNext& on, frmTolvek& form, TextView first, TextView second, TextView third,
            TextView fourth)
@@ -53,7 +33,7 @@ void begin(const ResumeNext& on, frmTolvek& form, TextView first, TextView secon
 
 void unLoad(const ResumeNext& on, frmTolvek& form)
 {
-    clearMailPane(on, form);
+    emptyMailPane(on, form);
     begin(on, form, u"データベースの", u"　　内容を書き出しています", u"",
           u"　　　少々お待ちください。");
     on([] { dbUnLoad(); });
@@ -62,8 +42,8 @@ void unLoad(const ResumeNext& on, frmTolvek& form)
 
 void load(const ResumeNext& on, frmTolvek& form)
 {
-    clearLists(on, form);
-    clearMailPane(on, form);
+    emptyLists(on, form);
+    emptyMailPane(on, form);
     begin(on, form, u"書き出した内容をデータベースに", u"　　読み込んでします。", u"",
           u"　　　少々お待ちください。");
     on([] { dbLoad(); });
@@ -77,8 +57,8 @@ void load(const ResumeNext& on, frmTolvek& form)
 // whatever was answered.
 void rebuild(const ResumeNext& on, frmTolvek& form)
 {
-    clearLists(on, form);
-    clearMailPane(on, form);
+    emptyLists(on, form);
+    emptyMailPane(on, form);
     begin(on, form, u"データベースを作り直しています。", u"", u"　　　少々お待ちください。", u"");
     on([] { Table_Create(); });
     endWork(on, form);

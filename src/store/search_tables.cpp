@@ -67,7 +67,7 @@ bool isListed(const SearchTable& table, const Text& value)
 
 void insertValue(const SearchTable& table, const Text& value)
 {
-    inTransaction([&] { gDb.Execute(join(table.insert, value, u"' )"), dbFailOnError); });
+    executeInTransaction(join(table.insert, value, u"' )"));
 }
 
 // The rows are sorted, so equal values are adjacent and each is compared only with the
@@ -97,7 +97,7 @@ void rebuild(const SearchTable& table)
     leaveOnError(table.routine, [&] {
         gDb = DBEngine::OpenDatabase(gDbPath);
         gWs = DBEngine::Workspaces(0);
-        inTransaction([&] { gDb.Execute(table.clear, dbFailOnError); });
+        executeInTransaction(table.clear);
         // The table is empty now, so the senders need no look-up.
         listValues(table, table.senders, false);
         DoEvents();

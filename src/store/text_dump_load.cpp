@@ -10,6 +10,8 @@
 
 #include <variant>
 
+#include <algorithm>
+
 namespace tolvek {
 
 namespace {
@@ -90,7 +92,7 @@ void load(const TextDump& dump, const Followers& followers)
         DoEvents();
         gWs = DBEngine::Workspaces(0);
         openOrAskToCreate(dump.loadTitle);
-        inTransaction([&] { gDb.Execute(dump.clear, dbFailOnError); });
+        executeInTransaction(dump.clear);
         addRecords(dump, number, followers);
         gDb.Close();
     });
@@ -104,18 +106,18 @@ void load(const TextDump& dump)
 
 FilterRecord filterRecord(const Record& record)
 {
-    return {std::get<std::int32_t>(record[0]), std::get<std::int32_t>(record[1]),
-            std::get<std::int32_t>(record[2]), std::get<Text>(record[3]),
-            std::get<Text>(record[4])};
+    return {.no = std::get<std::int32_t>(record[0]),
+            .termsCode = std::get<std::int32_t>(record[1]),
+            .actionCode = std::get<std::int32_t>(record[2]),
+            .header = std::get<Text>(record[3]),
+            .data = std::get<Text>(record[4])};
 }
 
 }
 
 bool hasTextFiles()
 {
-    return hasFile(tblTolvekDump()) || hasFile(tblSearch_AddressesDump()) ||
-           hasFile(tblSearch_NameDump()) || hasFile(tblFriendDump()) || hasFile(tblFilterDump()) ||
-           hasFile(tblFilterDataDump());
+    return std::ranges::any_of(allTextDumps(), [](const TextDump* dump) { return hasFile(*dump); });
 }
 
 void tblTolvek_Load()

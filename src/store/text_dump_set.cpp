@@ -6,18 +6,18 @@
 #include "platform/system/files.h"
 #include "store/text_dump_tables.h"
 
-#include <array>
-
 namespace tolvek {
 
 namespace {
 
 bool writesBeside = false; // an UnLoadBeside exists
 
-std::array<TextView, 6> fileNames()
+std::vector<TextView> fileNames()
 {
-    return {tblTolvekDump().file, tblSearch_AddressesDump().file, tblSearch_NameDump().file,
-            tblFriendDump().file, tblFilterDump().file,           tblFilterDataDump().file};
+    std::vector<TextView> names;
+    for (const TextDump* dump : allTextDumps())
+        names.push_back(dump->file);
+    return names;
 }
 
 // If the file is a link, its target is replaced, so the link stays.

@@ -1,14 +1,10 @@
 #include "store/text_dump_tables.h"
 
+#include "store/schema.h"
+
 namespace tolvek {
 
-namespace {
-
 using enum DumpColumn;
-
-constexpr std::size_t kMailFields = 26;
-
-}
 
 // The columns of each file are those of its table, in the same order. Kept quirk: the odd
 // capitals of file names and titles.
@@ -22,7 +18,7 @@ const TextDump& tblTolvekDump()
                   u"tblTolvek_SubKey ASC, tblTolvek_SndAdd ASC, tblTolvek_RcvAdd ASC"},
         Statement{u"DELETE FROM tblTolvek"},
         Statement{u"SELECT * FROM tblTolvek"},
-        std::vector<DumpColumn>(kMailFields, BlankAsEmpty),
+        std::vector<DumpColumn>(tblTolvekSpec().fields.size(), BlankAsEmpty),
         u"tblTolvek_UnLoad",
         u"tblTolvek UnLoad",
         u"tblTolvek_Load",
@@ -114,6 +110,12 @@ const TextDump& tblFilterDataDump()
         u"tblfilter Data Load",
     };
     return dump;
+}
+
+std::vector<const TextDump*> allTextDumps()
+{
+    return {&tblTolvekDump(), &tblSearch_AddressesDump(), &tblSearch_NameDump(),
+            &tblFriendDump(), &tblFilterDump(),           &tblFilterDataDump()};
 }
 
 }

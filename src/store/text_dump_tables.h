@@ -32,5 +32,6 @@ const TextDump& tblSearch_NameDump();
 const TextDump& tblFriendDump();
 const TextDump& tblFilterDump();
 const TextDump& tblFilterDataDump();
+std::vector<const TextDump*> allTextDumps();
 
 }

@@ -163,8 +163,7 @@ void copyTable(Database& old, const OldTable& table, const UpgradeProgress& prog
     for (std::int32_t counter = 1; !rows.Eof(); ++counter) {
         progress(progressLine(table.progress, counter, count));
         DoEvents();
-        const Statement insert = table.insert(OldRow(rows));
-        inTransaction([&] { gDb.Execute(insert, dbFailOnError); });
+        executeInTransaction(table.insert(OldRow(rows)));
         rows.MoveNext();
         DoEvents();
     }

@@ -19,20 +19,25 @@ class frmTolvek : public Form {
 public:
     frmTolvek();
 
-    CommandButton *comMailRead, *cmdAddrDel, *comMailDel, *comSendMail, *comEnd;
-    Label *lblRecCount, *lblDate, *lblNameOrAddr, *lblHead;
-    ListBox *lstNameOrAddr, *lstSubject;
-    MultiLineTextBox* txtMail;
-    Line* Line1;
-    Timer* Timer1;
+    CommandButton *comMailRead = nullptr, *cmdAddrDel = nullptr, *comMailDel = nullptr,
+                  *comSendMail = nullptr, *comEnd = nullptr;
+    Label *lblRecCount = nullptr, *lblDate = nullptr, *lblNameOrAddr = nullptr, *lblHead = nullptr;
+    ListBox *lstNameOrAddr = nullptr, *lstSubject = nullptr;
+    MultiLineTextBox* txtMail = nullptr;
+    Line* Line1 = nullptr;
+    Timer* Timer1 = nullptr;
 
-    MenuEntry *memFile, *memDBSupport, *memExport, *memInport, *memSp1, *memDBEdit, *memsp2,
-        *memEnd;
-    MenuEntry *memBackUp, *memBackUp_FileEdit, *memsp5, *memNomalDisp, *memBackUp_FileSelect;
-    MenuEntry *memOption, *memFriend, *memFriend_F, *memFriend_P, *memFriend_A, *memAddressAdd,
-        *memFriendEd;
-    MenuEntry *memsp3, *memFilter, *memFilterGo, *memsp4, *memEnv, *memNameOrAddr;
-    MenuEntry *memHelp_Top, *memHelp, *memsp999, *memVar;
+    MenuEntry *memFile = nullptr, *memDBSupport = nullptr, *memExport = nullptr,
+              *memInport = nullptr, *memSp1 = nullptr, *memDBEdit = nullptr, *memsp2 = nullptr,
+              *memEnd = nullptr;
+    MenuEntry *memBackUp = nullptr, *memBackUp_FileEdit = nullptr, *memsp5 = nullptr,
+              *memNomalDisp = nullptr, *memBackUp_FileSelect = nullptr;
+    MenuEntry *memOption = nullptr, *memFriend = nullptr, *memFriend_F = nullptr,
+              *memFriend_P = nullptr, *memFriend_A = nullptr, *memAddressAdd = nullptr,
+              *memFriendEd = nullptr;
+    MenuEntry *memsp3 = nullptr, *memFilter = nullptr, *memFilterGo = nullptr, *memsp4 = nullptr,
+              *memEnv = nullptr, *memNameOrAddr = nullptr;
+    MenuEntry *memHelp_Top = nullptr, *memHelp = nullptr, *memsp999 = nullptr, *memVar = nullptr;
 
 protected:
     void buildControls() override;

@@ -107,10 +107,21 @@ void dspStatus(frmTolvek& form, bool show, CheckedArray<Text, 6>& lines)
     DoEventsNow();
 }
 
-void emptyPanes(const ResumeNext& on, frmTolvek& form)
+void emptyMailPane(const ResumeNext& on, frmTolvek& form)
 {
     on([&] { form.txtMail->setText({}); });
     on([&] { form.lblHead->setCaption({}); });
+}
+
+void emptyLists(const ResumeNext& on, frmTolvek& form)
+{
+    on([&] { form.lstNameOrAddr->Clear(); });
+    on([&] { form.lstSubject->Clear(); });
+}
+
+void emptyPanes(const ResumeNext& on, frmTolvek& form)
+{
+    emptyMailPane(on, form);
     on([&] { form.lstSubject->Clear(); });
 }
 

@@ -23,6 +23,10 @@ void dspStatus(frmTolvek& form, bool show, CheckedArray<Text, 6>& lines);
 // Steps shared by the long commands. Each is a statement of the caller's routine: a
 // failure is reported under the caller's name, and the next step follows.
 
+// Empties the mail text and the header above it.
+void emptyMailPane(const ResumeNext& on, frmTolvek& form);
+// Empties the navigator and the subject list.
+void emptyLists(const ResumeNext& on, frmTolvek& form);
 // Empties the mail text, the header above it and the subject list.
 void emptyPanes(const ResumeNext& on, frmTolvek& form);
 

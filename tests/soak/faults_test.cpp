@@ -35,14 +35,14 @@ protected:
         if (name == "backup") tillItsEnd([this] { memBackUp_FileEdit_Click(form); });
     }
     // Runs in a process that ends at the operation; false if it doesn't get that far.
-    bool isCutOff(int operation, const std::function<void()>& lastWords = [] {},
-                  const FileProbe& always = {})
+    bool isCutOff(
+        int operation, const std::function<void()>& lastWords = [] {}, const FileProbe& always = {})
     {
         return !gotThrough(
             operation, [this] { work(); }, always, lastWords);
     }
-    static bool gotThrough(int operation, const std::function<void()>& run,
-                           const FileProbe& always, const std::function<void()>& lastWords)
+    static bool gotThrough(int operation, const std::function<void()>& run, const FileProbe& always,
+                           const std::function<void()>& lastWords)
     {
         ChildProcess child([&] {
             const auto end = [&] {

@@ -72,8 +72,7 @@ private:
         const auto [operation, path] = *std::exchange(last_, std::nullopt);
         if (operation == FileOperation::FlushFolder) names_ = present();
         if (!fileExists(path)) return;
-        if (operation == FileOperation::Create && isNew_)
-            files_[fileStamp(path).file] = next_++;
+        if (operation == FileOperation::Create && isNew_) files_[fileStamp(path).file] = next_++;
         if (operation == FileOperation::Flush) force(path);
     }
     // The engine flushes the folder of a new journal together with the journal.

@@ -29,7 +29,8 @@ inline Subjects subjectsAt(const Text& path)
 {
     Database opened = DBEngine::OpenDatabase(path);
     Subjects found;
-    for (Recordset row = opened.OpenRecordset(Statement{u"SELECT tblTolvek_Subject FROM tblTolvek"});
+    for (Recordset row =
+             opened.OpenRecordset(Statement{u"SELECT tblTolvek_Subject FROM tblTolvek"});
          !row.Eof(); row.MoveNext())
         found.insert(row.field(0).text());
     opened.Close();

@@ -76,7 +76,8 @@ protected:
     bool disturbed(int operation)
     {
         stored = false;
-        HeldProgram held(operation, [this] { work(GetParam().held); }, isOfNote);
+        HeldProgram held(
+            operation, [this] { work(GetParam().held); }, isOfNote);
         const bool stopped = held.isStopped();
         if (stopped) work(GetParam().beside);
         EXPECT_EQ(stopped ? held.finish() : 0, 0) << "operation " << operation;
@@ -103,17 +104,16 @@ TEST_P(TwoProgramsTest, LoseNoMailWhereverOneIsStopped)
     EXPECT_GT(operation, 20);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    OnOneArchive, TwoProgramsTest,
-    ::testing::Values(TwoWorks{"start", "read"}, TwoWorks{"start", "start"},
-                      TwoWorks{"start", "backup"}, TwoWorks{"backup", "read"},
-                      TwoWorks{"backup", "start"}, TwoWorks{"backup", "backup"},
-                      TwoWorks{"read", "start"}, TwoWorks{"read", "backup"},
-                      TwoWorks{"read", "read"}, TwoWorks{"load", "read"},
-                      TwoWorks{"load", "start"}),
-    [](const auto& works) {
-        return std::string(works.param.held) + "_" + works.param.beside;
-    });
+INSTANTIATE_TEST_SUITE_P(OnOneArchive, TwoProgramsTest,
+                         ::testing::Values(TwoWorks{"start", "read"}, TwoWorks{"start", "start"},
+                                           TwoWorks{"start", "backup"}, TwoWorks{"backup", "read"},
+                                           TwoWorks{"backup", "start"},
+                                           TwoWorks{"backup", "backup"}, TwoWorks{"read", "start"},
+                                           TwoWorks{"read", "backup"}, TwoWorks{"read", "read"},
+                                           TwoWorks{"load", "read"}, TwoWorks{"load", "start"}),
+                         [](const auto& works) {
+                             return std::string(works.param.held) + "_" + works.param.beside;
+                         });
 
 // Two upgrades of one archive: one of them succeeds, and the other leaves it alone.
 class TwoUpgradesTest : public UpgradeFixture {
@@ -145,13 +145,12 @@ protected:
     {
         const auto counts = [](const Path& path) {
             const std::string name = path.filename().string();
-            return std::getenv("TOLVEK_SOAK") || (!name.ends_with(".Compact") &&
-                                                  !name.ends_with(".Create"));
+            return std::getenv("TOLVEK_SOAK") ||
+                   (!name.ends_with(".Compact") && !name.ends_with(".Create"));
         };
         const Text old = version();
-        HeldProgram held(operation, [&] {
-            tillItsEnd([&] { prepareDatabase(old, [](TextView) {}); });
-        }, counts);
+        HeldProgram held(
+            operation, [&] { tillItsEnd([&] { prepareDatabase(old, [](TextView) {}); }); }, counts);
         const bool stopped = held.isStopped();
         if (stopped) start();
         const bool stored = stopped && errorOfStoring(u"meanwhile") == 0;

@@ -13,7 +13,7 @@ constexpr char kEndOfText = '\x1a';
 
 }
 
-std::size_t MappedInput::readPiece()
+std::size_t InputFile::readPiece()
 {
     try {
         return file_.read(piece_.data(), kPieceSize);
@@ -24,7 +24,7 @@ std::size_t MappedInput::readPiece()
     }
 }
 
-bool MappedInput::readMore()
+bool InputFile::readMore()
 {
     if (ended_) return false;
     // Views that were returned earlier become invalid here.
@@ -39,19 +39,19 @@ bool MappedInput::readMore()
     return buffer_.size() > before;
 }
 
-bool MappedInput::have(std::size_t count)
+bool InputFile::have(std::size_t count)
 {
     while (rest().size() < count)
         if (!readMore()) return false;
     return true;
 }
 
-bool MappedInput::isNext(std::string_view bytes)
+bool InputFile::isNext(std::string_view bytes)
 {
     return have(bytes.size()) && rest().starts_with(bytes);
 }
 
-std::size_t MappedInput::lengthUpTo(std::string_view stops)
+std::size_t InputFile::lengthUpTo(std::string_view stops)
 {
     std::size_t searched = 0;
     for (;;) {
@@ -64,7 +64,7 @@ std::size_t MappedInput::lengthUpTo(std::string_view stops)
     }
 }
 
-std::string_view MappedInput::upTo(std::string_view stops)
+std::string_view InputFile::upTo(std::string_view stops)
 {
     const std::size_t length = lengthUpTo(stops); // may read, which moves the buffer
     const std::string_view bytes = rest().substr(0, length);
@@ -72,7 +72,7 @@ std::string_view MappedInput::upTo(std::string_view stops)
     return bytes;
 }
 
-std::string_view MappedInput::line()
+std::string_view InputFile::line()
 {
     const std::size_t length = lengthUpTo("\r");
     have(length + 2); // a later read for the LF would move the returned bytes
@@ -82,7 +82,7 @@ std::string_view MappedInput::line()
     return bytes;
 }
 
-void MappedInput::dropDelimiter()
+void InputFile::dropDelimiter()
 {
     if (isNext("\r\n"))
         take(2);

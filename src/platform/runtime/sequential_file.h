@@ -15,9 +15,9 @@ namespace tolvek {
 // A byte 1A ends the file, and so does a failed read: what follows the gap can't be
 // told from what precedes it, and a reader that waits for the end would never get
 // there. Returned views are valid until the next call.
-class MappedInput {
+class InputFile {
 public:
-    explicit MappedInput(const Path& path) : file_(path, OpenFile::Mode::Read) {}
+    explicit InputFile(const Path& path) : file_(path, OpenFile::Mode::Read) {}
 
     bool atEnd() { return !have(1); }
     bool isNext(std::string_view bytes);

@@ -16,7 +16,7 @@ namespace {
 constexpr int kLastNumber = 255;
 constexpr std::string_view kWideBlank = "\x81\x40"; // U+3000
 
-using Slot = std::variant<std::monostate, MappedInput, OutputFile>;
+using Slot = std::variant<std::monostate, InputFile, OutputFile>;
 
 bool isOpen(const Slot& slot)
 {
@@ -72,7 +72,7 @@ Text decoded(std::string_view bytes)
     return isAscii(bytes) ? Text(bytes.begin(), bytes.end()) : fromAnsi(bytes);
 }
 
-void skipBlanks(MappedInput& file)
+void skipBlanks(InputFile& file)
 {
     for (;;) {
         if (file.isNext(" ") || file.isNext("\t"))
@@ -85,7 +85,7 @@ void skipBlanks(MappedInput& file)
 }
 
 // Called before every item: error 62 if only blanks are left.
-void beginItem(MappedInput& file)
+void beginItem(InputFile& file)
 {
     skipBlanks(file);
     if (file.atEnd()) throw RuntimeError(62);
@@ -93,7 +93,7 @@ void beginItem(MappedInput& file)
 
 // Kept as on the classic platform: text between the closing quote and the next
 // delimiter is left for the next item.
-Text quotedItem(MappedInput& file)
+Text quotedItem(InputFile& file)
 {
     file.take(1);
     Text item = decoded(file.upTo("\""));
@@ -103,7 +103,7 @@ Text quotedItem(MappedInput& file)
     return item;
 }
 
-Text plainItem(MappedInput& file)
+Text plainItem(InputFile& file)
 {
     Text item = rtrim(decoded(file.upTo(",\r")));
     file.dropDelimiter();
@@ -111,7 +111,7 @@ Text plainItem(MappedInput& file)
 }
 
 // The text of a number. Blanks between it and its delimiter are skipped.
-Text numberItem(MappedInput& file)
+Text numberItem(InputFile& file)
 {
     beginItem(file);
     Text item = decoded(file.upTo(" \t,\r"));
@@ -123,7 +123,7 @@ Text numberItem(MappedInput& file)
 
 template <class Number> Number inputNumber(int number, Number (*convert)(TextView))
 {
-    Text item = asFileError([&] { return numberItem(openFile<MappedInput>(number)); });
+    Text item = asFileError([&] { return numberItem(openFile<InputFile>(number)); });
     try {
         return convert(item);
     } catch (const RuntimeError& error) {
@@ -151,7 +151,7 @@ Int16 freeFile()
 
 void openForInput(TextView path, Int16 number)
 {
-    openAs<MappedInput>(existingPath(path), number);
+    openAs<InputFile>(existingPath(path), number);
 }
 
 void openForOutput(TextView path, Int16 number)
@@ -164,12 +164,12 @@ void openForOutput(TextView path, Int16 number)
 
 bool endOfFile(Int16 number)
 {
-    return asFileError([&] { return openFile<MappedInput>(number).atEnd(); });
+    return asFileError([&] { return openFile<InputFile>(number).atEnd(); });
 }
 
 Text lineInput(Int16 number)
 {
-    MappedInput& file = openFile<MappedInput>(number);
+    InputFile& file = openFile<InputFile>(number);
     return asFileError([&] {
         if (file.atEnd()) throw RuntimeError(62);
         return decoded(file.line());
@@ -178,7 +178,7 @@ Text lineInput(Int16 number)
 
 Text inputText(Int16 number)
 {
-    MappedInput& file = openFile<MappedInput>(number);
+    InputFile& file = openFile<InputFile>(number);
     return asFileError([&] {
         beginItem(file);
         return file.isNext("\"") ? quotedItem(file) : plainItem(file);

@@ -1,7 +1,7 @@
 // Two programs and one database: what one of them sees while the other has locked it,
 // and what happens when the file is exchanged under an open database.
-#include "platform/dao/alone.h"
 #include "dao_fixture.h"
+#include "platform/dao/alone.h"
 #include "platform/dao/connection.h"
 #include "support/other_program.h"
 

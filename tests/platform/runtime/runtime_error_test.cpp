@@ -41,9 +41,9 @@ TEST(RuntimeErrorTest, FillsTheGapWithTheName)
 TEST(RuntimeErrorTest, KnowsEveryNumberOfThePlatform)
 {
     for (const int number :
-         {5,    6,    7,    9,    13,   51,   52,   53,   54,   55,   58,   61,    62,   67,   70,
-          75,   76,   91,   94,   340,  380,  429,  3021, 3022, 3024, 3034, 3041, 3061,  3075, 3078, 3134,
-          3142, 3163, 3167, 3204, 3265, 3315, 3343, 3349, 3356, 3420, 3464, 30009, 30010}) {
+         {5,    6,    7,    9,    13,   51,   52,   53,   54,   55,   58,   61,   62,    67,   70,
+          75,   76,   91,   94,   340,  380,  429,  3021, 3022, 3024, 3034, 3041, 3061,  3075, 3078,
+          3134, 3142, 3163, 3167, 3204, 3265, 3315, 3343, 3349, 3356, 3420, 3464, 30009, 30010}) {
         const std::u16string text = errorText(number);
         ASSERT_FALSE(text.empty()) << number;
         EXPECT_EQ(text.back(), u'。') << number;

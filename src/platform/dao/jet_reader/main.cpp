@@ -2,9 +2,9 @@
 // stream_format.h). It is a separate program because a corrupt or malicious file may do
 // anything to the library: crash it, hang it, exhaust memory, or take control of it. So
 // the process can't open anything any more when it first reads the file.
-#include "platform/system/captured_errors.h"
 #include "platform/dao/jet_reader/damage.h"
 #include "platform/dao/jet_reader/values.h"
+#include "platform/system/captured_errors.h"
 #include "platform/system/lock_down.h"
 
 #include <cstdlib>
