@@ -1,5 +1,7 @@
 #include "import/mail_box_table.h"
 
+#include "app/settings.h"
+
 #include <gtest/gtest.h>
 
 namespace tolvek::test {

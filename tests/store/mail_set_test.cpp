@@ -2,6 +2,8 @@
 
 #include "support/archive_fixture.h"
 
+#include <system_error>
+
 namespace tolvek::test {
 namespace {
 
@@ -52,6 +54,18 @@ TEST_F(MailSetTest, HoldsNothingOfWhatItCantRead)
     EXPECT_FALSE(MailSet(gDbPath).holdsAllOf(other()));
     EXPECT_FALSE(MailSet(other()).isReadable());
     EXPECT_FALSE(MailSet(other()).holdsAllOf(gDbPath));
+}
+
+// The caller would take a copy with all mails for one that holds none of them.
+TEST_F(MailSetTest, AFailingDiskIsNoUnreadableDatabase)
+{
+    store(mail(u"a@b.jp", u"c@d.jp"));
+    givenOther();
+    setFileProbe([](FileOperation operation, const Path& path) {
+        if (operation == FileOperation::Read && path.filename() == "Other.Mdb")
+            throw std::system_error(EIO, std::generic_category());
+    });
+    EXPECT_THROW(MailSet{other()}, RuntimeError);
 }
 
 }

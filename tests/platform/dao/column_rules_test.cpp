@@ -57,6 +57,7 @@ TEST_F(ColumnRulesTest, IntegersTakeDigitsInAnyForm)
     EXPECT_EQ(stored(u"Mail_Count", text(u"00")), u"0");
     EXPECT_EQ(stored(u"Mail_Count", text(u"12")), u"12");
     EXPECT_EQ(stored(u"Mail_Count", text(u"-2147483648")), u"-2147483648");
+    EXPECT_EQ(stored(u"Mail_Count", text(u"2147483647")), u"2147483647");
     EXPECT_EQ(errorOfStoring(u"Mail_Count", text(u"2147483648")), 3349);
     EXPECT_EQ(errorOfStoring(u"Mail_Count", text(u"99999999999999999999")), 3349);
     EXPECT_EQ(errorOfStoring(u"Mail_Count", text(u"")), 3464);
