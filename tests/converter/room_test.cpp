@@ -132,7 +132,7 @@ INSTANTIATE_TEST_SUITE_P(
         Hostile{"Fields", "", "To: ((\n"},
         Hostile{"Stamps", "", "Received: ((((; 1 Jan 2000 1:00\n"},
         Hostile{"Parts", "Content-Type: multipart/mixed; boundary=b\n\n",
-                "--b\nContent-Type: text/html\n\nx\n"},
+                "--b\nContent-Type: text/html\n\nx\n--b\n\nyy\n"},
         Hostile{"PartsOfText", "Content-Type: multipart/mixed; boundary=b\n\n", "--b\n\nx\n"},
         Hostile{"PartsInParts", "", "Content-Type: multipart/mixed; boundary=b\n\n--b\n"},
         Hostile{"FormsInForms", "", "Content-Type: multipart/alternative; boundary=b\n\n--b\n"},
