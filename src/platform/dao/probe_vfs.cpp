@@ -55,6 +55,16 @@ int ask(FileOperation operation, sqlite3_file* file, int failure)
     return name ? ask(operation, *name, failure) : SQLITE_OK;
 }
 
+// The engine knows one answer of a full disk; there is that of a used-up quota too,
+// and a network disk gives either as late as at the flush.
+int named(sqlite3_file* file, int rc)
+{
+    int systemError = 0;
+    if ((rc & 0xFF) != SQLITE_IOERR) return rc;
+    base(file)->pMethods->xFileControl(base(file), SQLITE_FCNTL_LAST_ERRNO, &systemError);
+    return isFullDisk(systemError) ? SQLITE_FULL : rc;
+}
+
 int closeFile(sqlite3_file* file)
 {
     delete probed(file).name;
@@ -71,19 +81,19 @@ int readFile(sqlite3_file* file, void* buffer, int size, sqlite3_int64 offset)
 int writeFile(sqlite3_file* file, const void* bytes, int size, sqlite3_int64 offset)
 {
     if (const int rc = ask(FileOperation::Write, file, SQLITE_IOERR_WRITE)) return rc;
-    return base(file)->pMethods->xWrite(base(file), bytes, size, offset);
+    return named(file, base(file)->pMethods->xWrite(base(file), bytes, size, offset));
 }
 
 int truncateFile(sqlite3_file* file, sqlite3_int64 size)
 {
     if (const int rc = ask(FileOperation::Truncate, file, SQLITE_IOERR_TRUNCATE)) return rc;
-    return base(file)->pMethods->xTruncate(base(file), size);
+    return named(file, base(file)->pMethods->xTruncate(base(file), size));
 }
 
 int syncFile(sqlite3_file* file, int flags)
 {
     if (const int rc = ask(FileOperation::Flush, file, SQLITE_IOERR_FSYNC)) return rc;
-    return base(file)->pMethods->xSync(base(file), flags);
+    return named(file, base(file)->pMethods->xSync(base(file), flags));
 }
 
 int fileSize(sqlite3_file* file, sqlite3_int64* size)

@@ -73,6 +73,9 @@ bool entryExists(const std::filesystem::path& path); // a file or a folder
 // count. Also true if this user can't write to the file for another reason. False
 // if nothing is there.
 bool isReadOnly(const std::filesystem::path& path);
+// Whether the system's answer means that there is no room: the disk is full, or the
+// user's share of it. Failures thrown here have the same code for both.
+bool isFullDisk(int systemError);
 // Names are UTF-8 on every system; names that aren't valid UTF-8 are returned
 // unchanged.
 std::vector<std::string> fileNames(const std::filesystem::path& folder); // files only, unsorted

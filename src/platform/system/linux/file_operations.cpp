@@ -58,6 +58,11 @@ bool unknownToFileSystem(int code)
 
 }
 
+bool isFullDisk(int systemError)
+{
+    return systemError == ENOSPC || systemError == EDQUOT;
+}
+
 bool isReadOnly(const fs::path& path)
 {
     struct stat status {};

@@ -1,5 +1,7 @@
 // Turns the system's error codes into exceptions.
 #pragma once
+#include "platform/system/files.h"
+
 #include <cerrno>
 #include <filesystem>
 #include <string>
@@ -7,9 +9,11 @@
 
 namespace tolvek {
 
+// The user's share of a disk that is used up is a full disk to him.
 [[noreturn]] inline void throwSystemError(int code, const std::filesystem::path& path)
 {
-    throw std::system_error(code, std::system_category(), path.string());
+    throw std::system_error(isFullDisk(code) ? ENOSPC : code, std::system_category(),
+                            path.string());
 }
 
 // Repeats a call that a signal interrupted. A result of -1 is thrown as a failure
