@@ -7,18 +7,20 @@
 #include "browse/navigator.h"
 #include "browse/subject_list.h"
 #include "filter/filter_load.h"
+#include "friend/ed_friend.h"
 #include "friend/friend_book_file.h"
 #include "friend/friend_names.h"
+#include "friend/frm_friend.h"
 #include "friend/set_name.h"
 #include "import/tolvek_db.h"
 #include "platform/dao/alone.h"
 #include "platform/dao/connection.h"
+#include "platform/runtime/codepage932.h"
 #include "shell/backup_fixture.h"
 #include "store/fault_injection.h"
 #include "store/text_dump.h"
-#include "support/other_program.h"
+#include "support/rest_check.h"
 
-#include <fcntl.h>
 #include <sqlite3.h>
 
 namespace tolvek::test {
@@ -70,6 +72,20 @@ const MailBlocks& someText()
     return text;
 }
 
+// The mails of the first rule; in mode 1 to be deleted.
+Statement sqlOfRule(Int16 mode)
+{
+    Statement sql{u""};
+    tblFilterData_SqlEdit(mode, 0, sql);
+    return sql;
+}
+
+void giveFriendTmp()
+{
+    const Text line = u"\"4\",\"タマ\",\"三郎\",\"saburo@example.jp\",12\r\n";
+    writeBytes(nativePath(friendTmpPath()), toAnsi(line));
+}
+
 const std::vector<Routine>& routines()
 {
     static const std::vector<Routine> all{
@@ -118,6 +134,28 @@ const std::vector<Routine>& routines()
          }},
         {"delMail", [](frmTolvek&) { delMail(0, u"hanako@example.jp"); }},
         {"delFilter", [](frmTolvek&) { delFilter(0); }},
+        {"delMail_13", [](frmTolvek&) { delMail_13(0); }},
+        {"delMail_024", [](frmTolvek&) { delMail_024(0, sqlOfRule(1)); }},
+        {"tblFilterData_Set024", [](frmTolvek&) { tblFilterData_Set024(0, sqlOfRule(0)); }},
+        {"tblFilterData_Set13", [](frmTolvek&) { tblFilterData_Set13(0, sqlOfRule(0)); }},
+        {"tmpFriend",
+         [](frmTolvek&) {
+             giveFriendTmp();
+             tmpFriend(friendTmpPath());
+         }},
+        {"readFriendTmp",
+         [](frmTolvek&) {
+             giveFriendTmp();
+             readFriendTmp();
+         }},
+        {"frmFriend",
+         [](frmTolvek&) {
+             frmFriend editor;
+             editor.Load();
+             emit editor.cmdOK->Click();
+             rethrowKept();
+             editor.Unload();
+         }},
         {"tblTolvek_UnLoad", [](frmTolvek&) { tblTolvek_UnLoad(); }},
         {"tblFriend_UnLoad", [](frmTolvek&) { tblFriend_UnLoad(); }},
         {"tblFilter_UnLoad", [](frmTolvek&) { tblFilter_UnLoad(); }},
@@ -132,6 +170,26 @@ const std::vector<Routine>& routines()
              tblFriend_UnLoad();
              tblFriend_Load();
          }},
+        {"tblSearch_Addresses_Load",
+         [](frmTolvek&) {
+             tblSearch_Addresses_UnLoad();
+             tblSearch_Addresses_Load();
+         }},
+        {"tblSearch_Name_Load",
+         [](frmTolvek&) {
+             tblSearch_Name_UnLoad();
+             tblSearch_Name_Load();
+         }},
+        {"tblFilter_Load",
+         [](frmTolvek&) {
+             tblFilter_UnLoad();
+             tblFilter_Load();
+         }},
+        {"tblFilterData_Load",
+         [](frmTolvek&) {
+             tblFilterData_UnLoad();
+             tblFilterData_Load();
+         }},
         {"memBackUp_FileEdit", [](frmTolvek& form) { memBackUp_FileEdit_Click(form); }},
     };
     return all;
@@ -139,10 +197,6 @@ const std::vector<Routine>& routines()
 
 class AtRestInBoxesTest : public BackUpTest, public ::testing::WithParamInterface<Routine> {
 protected:
-    AtRestInBoxesTest()
-        : others([this] { return isLocked() ? 1 : 0; }) // forked before anything is open here
-    {
-    }
     void SetUp() override
     {
         BackUpTest::SetUp();
@@ -159,27 +213,12 @@ protected:
         BackUpTest::TearDown();
     }
 
-    // Tests the bytes that hold the engine's locks, as another program sees them.
-    bool isLocked() const
-    {
-        struct flock lock {};
-        lock.l_type = F_WRLCK;
-        lock.l_start = 0x40000000;
-        lock.l_len = 512;
-        const int descriptor = open(file("Tolvek.Mdb").c_str(), O_RDWR);
-        const bool answered = fcntl(descriptor, F_GETLK, &lock) == 0;
-        close(descriptor);
-        return !answered || lock.l_type != F_UNLCK;
-    }
     void lookInBox(const MsgBoxRequest& box)
     {
         if (box.icon != MsgIcon::Critical) return;
         ++reports;
         lastBox = toUtf8(box.title + box.text);
-        EXPECT_FALSE(exists("Tolvek.Mdb-wal")) << toUtf8(box.title);
-        EXPECT_FALSE(exists("Tolvek.Mdb-journal")) << toUtf8(box.title);
-        EXPECT_EQ(readBytes(file("Tolvek.Mdb")).at(18), 1) << toUtf8(box.title);
-        EXPECT_EQ(others.run(), 0) << "locked: " << toUtf8(box.title);
+        rest.look(toUtf8(box.title));
     }
     // Inside a command that has already written.
     bool failsAt(int statement)
@@ -201,7 +240,7 @@ protected:
         }
     }
 
-    OtherProgram others;
+    RestCheck rest{file("Tolvek.Mdb")};
     KeptFolder kept{folder.path()};
     int reports = 0;
     std::string lastBox;

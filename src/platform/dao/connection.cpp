@@ -381,6 +381,8 @@ void Connection::settle()
 {
     if (!log_ || !isOpen() || inTransaction()) return;
     pragma(u"PRAGMA synchronous = FULL");
+    // The engine may have left the log already, and failed to say so in the header.
+    if (pragma(u"PRAGMA journal_mode") != u"wal") pragma(u"PRAGMA journal_mode = WAL");
     pragma(u"PRAGMA wal_checkpoint(TRUNCATE)");
     if (pragma(u"PRAGMA journal_mode = DELETE") != u"delete") throw lockedError(name_);
     shareLock();
@@ -397,13 +399,30 @@ void Connection::force()
     });
 }
 
-void Connection::rest()
+void Connection::restOnce()
 {
-    if (!isOpen()) return;
     rollback();
     settle();
     letOthersIn();
     force();
+}
+
+// A disk that failed once may well do it now. The failure is reported all the same:
+// a flush that succeeds after a failed one says nothing about what that one lost.
+void Connection::rest()
+{
+    if (!isOpen()) return;
+    try {
+        restOnce();
+    } catch (const RuntimeError& failure) {
+        const RuntimeError first = failure;
+        try {
+            restOnce();
+        } catch (const RuntimeError&) {
+            // The log stays beside the file, and the next opening takes it in.
+        }
+        throw first;
+    }
 }
 
 void Connection::finalizeAll()

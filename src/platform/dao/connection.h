@@ -99,6 +99,7 @@ private:
     void requirePlace();
     void force();
     sqlite3_stmt* prepared(TextView sql, const SqlText* statement);
+    void restOnce();
     void finalizeAll();
     void closeHandle();
 
