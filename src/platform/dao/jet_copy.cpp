@@ -3,6 +3,7 @@
 #include "platform/dao/jet_import.h"
 #include "platform/dao/on_disk.h"
 #include "platform/dao/schema_check.h"
+#include "platform/runtime/paths.h"
 #include "platform/system/files.h"
 #include "platform/system/private_folder.h"
 
@@ -53,14 +54,15 @@ std::shared_ptr<Connection> copied(const std::filesystem::path& source)
     return Connection::openCopy(folder.file(), source);
 }
 
-// The file that was asked for exists. A 53 about the temporary copy would be misread as
-// "the archive is missing".
-template <class Work> auto without53(const Work& work)
+// A failure of the private copy is reported under the name of the file that was
+// asked for. That file is there, so a 53 would be misread.
+template <class Work> auto as(const std::filesystem::path& source, const Work& work)
 {
     try {
         return work();
     } catch (const RuntimeError& error) {
         if (error.number() == 53) throw RuntimeError(75);
+        if (error.number() == 3343) throw RuntimeError(3343, pathText(source));
         throw;
     }
 }
@@ -69,11 +71,11 @@ template <class Work> auto without53(const Work& work)
 
 std::shared_ptr<Connection> JetCopy::of(const std::filesystem::path& source)
 {
-    const FileStamp stamp = without53([&] { return onDisk([&] { return fileStamp(source); }); });
+    const FileStamp stamp = as(source, [&] { return onDisk([&] { return fileStamp(source); }); });
     const bool isSame = kept_ && kept_->isOpen() && kept_->path() == source && stamp == stamp_;
     if (isSame) return kept_;
     kept_.reset(); // databases that use it keep it alive
-    kept_ = without53([&] { return copied(source); });
+    kept_ = as(source, [&] { return copied(source); });
     stamp_ = stamp;
     return kept_;
 }

@@ -60,6 +60,10 @@ TEST_F(JetCopyTest, EveryFieldOfEveryRowIsShown)
 TEST_F(JetCopyTest, ItBearsTheNameThatWasAskedFor)
 {
     EXPECT_EQ(Engine::instance().acquire(folder_ / "Old.Mdb")->path(), folder_ / "Old.Mdb");
+    std::filesystem::create_hard_link(folder_ / "Old.Mdb", folder_ / "Same.Mdb");
+    EXPECT_EQ(Engine::instance().acquire(folder_ / "Same.Mdb")->path(), folder_ / "Same.Mdb");
+    givenBytes(contents_.substr(0, 100000));
+    EXPECT_EQ(errorTextOf([&] { DBEngine::OpenDatabase(path()); }), errorText(3343, path()));
 }
 
 TEST_F(JetCopyTest, ItIsShownFromAMediumThatCantBeWritten)

@@ -2,6 +2,7 @@
 #include "dao_fixture.h"
 
 #include "child_process.h"
+#include "platform/dao/engine.h"
 
 #include <csignal>
 
@@ -98,16 +99,29 @@ TEST_F(DaoTest, ALogOfAnotherFileIsNotPlayedIn)
     EXPECT_EQ(files(), Names{"Test.Mdb"});
 }
 
-TEST_F(DaoTest, ALogBesideAReadOnlyFileIsShownAndNothingIsChanged)
+class ReadOnlyLogTest : public DaoTest {
+protected:
+    // A mail that only the log has.
+    void SetUp() override
+    {
+        DaoTest::SetUp();
+        ASSERT_EQ(inChild([&]() -> int {
+                      DBEngine::Session session;
+                      Database database = opened();
+                      addMail(database, u"2000", 1);
+                      _exit(7);
+                  }),
+                  7);
+    }
+    void protect()
+    {
+        std::filesystem::permissions(folder_ / "Test.Mdb", std::filesystem::perms::owner_read);
+    }
+};
+
+TEST_F(ReadOnlyLogTest, TheLogBesideTheFileIsShownAndNothingIsChanged)
 {
-    ASSERT_EQ(inChild([&]() -> int {
-                  DBEngine::Session session;
-                  Database database = opened();
-                  addMail(database, u"2000", 1);
-                  _exit(7);
-              }),
-              7);
-    std::filesystem::permissions(folder_ / "Test.Mdb", std::filesystem::perms::owner_read);
+    protect();
     const std::string before = bytes(), log = readBytes(folder_ / "Test.Mdb-wal");
     EXPECT_EQ(mails(), 1);
     Database database = opened();
@@ -122,6 +136,22 @@ TEST_F(DaoTest, ALogBesideAReadOnlyFileIsShownAndNothingIsChanged)
     DBEngine::Abandon(); // drops the kept copy
     std::filesystem::permissions(folder_ / "Test.Mdb", std::filesystem::perms::owner_all);
     EXPECT_EQ(mails(), 1);
+}
+
+// Its own name, not that of the private copy.
+TEST_F(ReadOnlyLogTest, TheFileBearsItsNameInEveryReport)
+{
+    protect();
+    EXPECT_EQ(Engine::instance().acquire(folder_ / "Test.Mdb")->path(), folder_ / "Test.Mdb");
+    DBEngine::Abandon();
+    std::filesystem::permissions(folder_ / "Test.Mdb", std::filesystem::perms::owner_all);
+    std::string damaged = bytes();
+    damaged.replace(100, 400, 400, 'x');
+    writeBytes(folder_ / "Test.Mdb", damaged);
+    removeFile(folder_ / "Test.Mdb-wal");
+    writeBytes(folder_ / "Test.Mdb-wal", std::string(64, 'x')); // a log without a frame
+    protect();
+    EXPECT_EQ(errorTextOf([&] { opened(); }), errorText(3343, path("Test.Mdb")));
 }
 
 }
