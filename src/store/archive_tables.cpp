@@ -8,41 +8,6 @@ namespace tolvek {
 
 namespace {
 
-// The fields that were added after version 2.10.
-constexpr TextView kLaterFields[] = {u"tblTolvek_SubKey", u"tblTolvek_Include",
-                                     u"tblFilterDt_SubKey"};
-
-bool isLater(const FieldSpec& field)
-{
-    return std::ranges::find(kLaterFields, TextView(field.name)) != std::end(kLaterFields);
-}
-
-bool isSameName(TextView a, TextView b)
-{
-    return lowerCase(a) == lowerCase(b);
-}
-
-bool hasField(const TableDef& table, const FieldSpec& wanted)
-{
-    return std::ranges::any_of(table.Fields.items(), [&](const Field& field) {
-        return isSameName(field.Name, wanted.name) && field.Type == wanted.type;
-    });
-}
-
-// Exactly these fields, in any order.
-bool isMade(const TableDef& table, const TableSpec& spec)
-{
-    return isSameName(table.Name, spec.name) && table.Fields.items().size() == spec.fields.size() &&
-           std::ranges::all_of(spec.fields,
-                               [&](const FieldSpec& field) { return hasField(table, field); });
-}
-
-TableSpec olderForm(TableSpec spec)
-{
-    std::erase_if(spec.fields, isLater);
-    return spec;
-}
-
 bool isArchive(const std::vector<TableDef>& found)
 {
     return std::ranges::all_of(allTableSpecs(), [&](const TableSpec& spec) {

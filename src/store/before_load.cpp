@@ -16,14 +16,6 @@ constexpr TextView kCopy = u".BeforeLoad";
 constexpr TextView kRunning = u".Running";
 constexpr TextView kErrors = u".Errors";
 
-Text freeName(const Text& wanted)
-{
-    Text name = wanted;
-    for (int n = 2; databaseExists(name); ++n)
-        name = wanted + decimal(n);
-    return name;
-}
-
 Path markOf(const Text& copy, TextView mark)
 {
     return targetPath(copy + Text(mark));
@@ -81,7 +73,7 @@ void endEarlierLoads(const Text& path)
 // the copy has a name at every moment. Without them it is renamed.
 void keepUnderNumber(const Text& copy)
 {
-    const Text aside = freeName(copy);
+    const Text aside = freeDatabaseName(copy);
     if (!linkDatabase(copy, aside)) renameDatabase(copy, aside);
     flushFolderOf(copy);
 }
@@ -95,7 +87,7 @@ Text placeFor(const Text& fresh, const Text& copy)
         if (fileExists(errors)) asFileError([&] { removeFile(errors); }); // its copy is gone
         return copy;
     }
-    if (fileExists(errors)) return freeName(copy);
+    if (fileExists(errors)) return freeDatabaseName(copy);
     if (!MailSet(fresh).holdsAllOf(copy)) keepUnderNumber(copy);
     return copy;
 }
@@ -107,7 +99,7 @@ void putBack(const Text& copy, const Text& database)
     const MailSet mails(copy);
     if (!mails.isReadable()) return;
     if (databaseExists(database) && !mails.holdsAllOf(database)) {
-        renameDatabase(database, freeName(database + u".HalfLoaded"));
+        renameDatabase(database, freeDatabaseName(database + u".HalfLoaded"));
         flushFolderOf(database);
     }
     replaceDatabase(copy, database);
@@ -126,6 +118,7 @@ Text beginLoad(const Text& path)
     DBEngine::CompactDatabase(path, fresh);
     const Text copy = placeFor(fresh, plain);
     replaceDatabase(fresh, copy);
+    keepMode(path, copy);
     flushFolderOf(copy);
     setRunning(copy);
     return copy;

@@ -2,6 +2,7 @@
 
 #include "platform/dao/alone.h"
 #include "platform/dao/dao.h"
+#include "platform/runtime/numbers.h"
 #include "platform/runtime/paths.h"
 #include "platform/runtime/runtime_error.h"
 #include "platform/system/files.h"
@@ -91,6 +92,14 @@ void keepMode(const Text& from, const Text& to)
 bool databaseExists(const Text& path)
 {
     return fileExists(existingPath(path));
+}
+
+Text freeDatabaseName(const Text& wanted)
+{
+    Text name = wanted;
+    for (int n = 2; databaseExists(name); ++n)
+        name = wanted + decimal(n);
+    return name;
 }
 
 void removeDatabase(const Text& path)

@@ -18,6 +18,8 @@ Text linkedDatabase(const Text& path);
 Text liveDatabasePath();
 
 bool databaseExists(const Text& path);
+// `wanted`, or with the first number from 2 on under which nothing is yet.
+Text freeDatabaseName(const Text& wanted);
 bool isReadOnlyDatabase(const Text& path);
 // `to` gets the permissions and the owner of `from`.
 void keepMode(const Text& from, const Text& to);

@@ -85,9 +85,7 @@ void keepDamaged(const Text& damaged, const Text& database)
 
 void moveAside(const Text& file, const Text& wanted)
 {
-    Text name = wanted;
-    for (int n = 2; databaseExists(name); ++n)
-        name = wanted + decimal(n);
+    const Text name = freeDatabaseName(wanted);
     renameDatabase(file, name);
     flushFolderOf(name);
 }

@@ -8,44 +8,18 @@ namespace tolvek {
 
 namespace {
 
-// The fields that were added after version 2.10.
-constexpr TextView kLaterFields[] = {u"tblTolvek_SubKey", u"tblTolvek_Include",
-                                     u"tblFilterDt_SubKey"};
-
-bool isSameName(TextView a, TextView b)
-{
-    return lowerCase(a) == lowerCase(b);
-}
-
-bool hasField(const TableDef& table, const FieldSpec& wanted)
-{
-    return std::ranges::any_of(table.Fields.items(), [&](const Field& field) {
-        return isSameName(field.Name, wanted.name) && field.Type == wanted.type;
-    });
-}
-
-// Exactly these fields, in any order.
-bool isMade(const TableSpec& spec, const TableDef& table)
-{
-    return isSameName(spec.name, table.Name) && spec.fields.size() == table.Fields.items().size() &&
-           std::ranges::all_of(spec.fields,
-                               [&](const FieldSpec& field) { return hasField(table, field); });
-}
-
 std::optional<TableDef> ownTable(const TableDef& found)
 {
     for (const TableSpec& spec : allTableSpecs())
-        if (isMade(spec, found)) return tableDefinition(spec);
+        if (isMade(found, spec)) return tableDefinition(spec);
     return std::nullopt;
 }
 
 std::vector<TableSpec> olderSpecs()
 {
-    std::vector<TableSpec> specs = allTableSpecs();
-    for (TableSpec& spec : specs)
-        std::erase_if(spec.fields, [](const FieldSpec& field) {
-            return std::ranges::find(kLaterFields, TextView(field.name)) != std::end(kLaterFields);
-        });
+    std::vector<TableSpec> specs;
+    for (const TableSpec& spec : allTableSpecs())
+        specs.push_back(olderForm(spec));
     return specs;
 }
 
@@ -53,7 +27,7 @@ bool holdsAll(const std::vector<TableDef>& found, const std::vector<TableSpec>& 
 {
     return std::ranges::all_of(specs, [&](const TableSpec& spec) {
         return std::ranges::any_of(found,
-                                   [&](const TableDef& table) { return isMade(spec, table); });
+                                   [&](const TableDef& table) { return isMade(table, spec); });
     });
 }
 

@@ -1,5 +1,7 @@
 #include "store/schema.h"
 
+#include <algorithm>
+
 namespace tolvek {
 
 namespace {
@@ -11,6 +13,22 @@ const Text kEmpty = u"\"\""; // a default value of an empty text, as the engine 
 // that have different subjects.
 const std::vector<Text> MailKey{u"tblTolvek_YMD",        u"tblTolvek_HMS",    u"tblTolvek_SubKey",
                                 u"tblTolvek_SndRcvFlag", u"tblTolvek_SndAdd", u"tblTolvek_RcvAdd"};
+
+// What came to the tables after version 2.10.
+constexpr TextView kLaterFields[] = {u"tblTolvek_SubKey", u"tblTolvek_Include",
+                                     u"tblFilterDt_SubKey"};
+
+bool isLater(const FieldSpec& field)
+{
+    return std::ranges::find(kLaterFields, TextView(field.name)) != std::end(kLaterFields);
+}
+
+bool hasField(const TableDef& table, const FieldSpec& wanted)
+{
+    return std::ranges::any_of(table.Fields.items(), [&](const Field& field) {
+        return isSameName(field.Name, wanted.name) && field.Type == wanted.type;
+    });
+}
 
 std::vector<FieldSpec> mailBlocks()
 {
@@ -136,6 +154,24 @@ TableDef tableDefinition(const TableSpec& spec)
     for (const IndexSpec& lookup : spec.lookups)
         appendIndex(table, lookup.name, lookup.fields, false);
     return table;
+}
+
+TableSpec olderForm(TableSpec spec)
+{
+    std::erase_if(spec.fields, isLater);
+    return spec;
+}
+
+bool isSameName(TextView a, TextView b)
+{
+    return lowerCase(a) == lowerCase(b);
+}
+
+bool isMade(const TableDef& table, const TableSpec& spec)
+{
+    return isSameName(table.Name, spec.name) && table.Fields.items().size() == spec.fields.size() &&
+           std::ranges::all_of(spec.fields,
+                               [&](const FieldSpec& field) { return hasField(table, field); });
 }
 
 }

@@ -41,4 +41,11 @@ std::vector<TableSpec> allTableSpecs(); // in the order of creation
 // The engine's definition: fields, primary index, lookups.
 TableDef tableDefinition(const TableSpec& spec);
 
+// The table up to version 2.10: without what came to it later.
+TableSpec olderForm(TableSpec spec);
+// As the engine compares names of tables and fields.
+bool isSameName(TextView a, TextView b);
+// Exactly the fields of `spec` with their types, in any order.
+bool isMade(const TableDef& table, const TableSpec& spec);
+
 }

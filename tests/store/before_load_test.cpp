@@ -47,6 +47,17 @@ TEST_F(BeforeLoadTest, ACleanImportsCopyIsReplacedByTheNext)
     EXPECT_EQ(filesLike(".BeforeLoad"), 1u) << "no mark, no number";
 }
 
+TEST_F(BeforeLoadTest, TheCopyIsOpenToThoseToWhomTheArchiveIs)
+{
+    using std::filesystem::perms;
+    for (const perms mode : {perms::owner_read | perms::owner_write | perms::group_read,
+                             perms::owner_read | perms::owner_write}) {
+        std::filesystem::permissions(file("Tolvek.Mdb"), mode);
+        endLoad(beginLoad(gDbPath), false);
+        EXPECT_EQ(std::filesystem::status(file("Tolvek.Mdb.BeforeLoad")).permissions(), mode);
+    }
+}
+
 TEST_F(BeforeLoadTest, TheCopyOfAnImportWithErrorsStaysAndTheNextIsNumbered)
 {
     storeMail(u"一");
