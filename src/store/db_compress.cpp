@@ -11,6 +11,7 @@
 #include "store/database_files.h"
 #include "store/db_start.h"
 #include "store/kept_files.h"
+#include "store/other_copies.h"
 #include "store/repair.h"
 #include "store/search_tables.h"
 #include "store/spoilt_texts.h"
@@ -176,11 +177,17 @@ private:
     }
 
     // If only the .Bak has mails, they may have been lost by mistake, or P may have been
-    // replaced by another file. The .Bak is then kept under a name of its own.
-    void removePrevious()
+    // replaced by another file. After a backup they are in the backup's file.
+    bool previousIsNeeded() const
     {
         const Text& current = databaseExists(fresh_) ? fresh_ : live_;
-        if (databaseExists(previous_) && !holdsMail(current) && mayHoldMail(previous_))
+        return databaseExists(previous_) && !holdsMail(current) && mayHoldMail(previous_) &&
+               !isHeldElsewhere(previous_, live_);
+    }
+
+    void removePrevious()
+    {
+        if (previousIsNeeded())
             moveAside(previous_, live_ + u".Kept");
         else
             removeDatabase(previous_);

@@ -12,7 +12,7 @@
 //
 // If the path given is a link, P is the file that it leads to. A read-only P is
 // checked and otherwise left alone. A .Bak with mails beside a P without any becomes
-// P + ".Kept".
+// P + ".Kept", unless a backup holds all of these mails (other_copies.h).
 #pragma once
 #include "platform/runtime/text.h"
 

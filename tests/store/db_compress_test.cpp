@@ -95,6 +95,68 @@ TEST_F(DbCompressTest, ABakWithMailBesideADatabaseWithoutAnyIsKeptAside)
     EXPECT_EQ(fileNames(folder.path()).size(), 3u) << "kept once";
 }
 
+// The state after a backup: the mails are in its file and in .Bak.
+class AfterBackUpTest : public DbCompressTest {
+protected:
+    void SetUp() override
+    {
+        DbCompressTest::SetUp();
+        store(mail(u"a@b.jp", u"c@d.jp", u"一通目"));
+        store(mail(u"a@b.jp", u"c@d.jp", u"二通目", u"20000216"));
+        dbCompress(gDbPath);
+        DBEngine::CompactDatabase(gDbPath, joinPath(appPath(), u"Tolvek_20000225.Mdb"));
+        execute(Statement{u"DELETE FROM tblTolvek"});
+    }
+    int kept() { return exists("Tolvek.Mdb.Kept") ? rows(u"tblTolvek", gDbPath + u".Kept") : 0; }
+    Path backUp() const { return file("Tolvek_20000225.Mdb"); }
+};
+
+TEST_F(AfterBackUpTest, ABakWhoseMailsAreInTheBackUpIsntKept)
+{
+    writeBytes(file("Tolvek_20010101.Mdb"), "another one that can't be read");
+    dbCompress(gDbPath);
+    EXPECT_EQ(kept(), 0);
+    EXPECT_EQ(rows(u"tblTolvek", pathText(backUp())), 2);
+}
+
+TEST_F(AfterBackUpTest, ABackUpThatLacksAMailOfTheBakIsntEnough)
+{
+    execute(Statement{u"DELETE FROM tblTolvek WHERE tblTolvek_YMD = '20000216'"},
+            pathText(backUp()));
+    dbCompress(gDbPath);
+    EXPECT_EQ(kept(), 2);
+}
+
+TEST_F(AfterBackUpTest, ABackUpWithAnotherTextUnderTheKeyOfAMailIsntEnough)
+{
+    execute(Statement{u"UPDATE tblTolvek SET tblTolvek_Mail1 = 'x'"}, pathText(backUp()));
+    dbCompress(gDbPath);
+    EXPECT_EQ(kept(), 2);
+}
+
+TEST_F(AfterBackUpTest, ABackUpThatCantBeReadIsntEnough)
+{
+    writeBytes(backUp(), readBytes(backUp()).substr(0, 9000));
+    dbCompress(gDbPath);
+    EXPECT_EQ(kept(), 2);
+}
+
+TEST_F(AfterBackUpTest, ABackUpThatIsOnlyALinkToTheBakIsntEnough)
+{
+    removeFile(backUp());
+    std::filesystem::create_symlink("Tolvek.Mdb.Bak", backUp());
+    dbCompress(gDbPath);
+    EXPECT_EQ(kept(), 2);
+}
+
+TEST_F(AfterBackUpTest, AnEarlierKeptFileWithTheSameMailsIsEnough)
+{
+    std::filesystem::rename(backUp(), file("Tolvek.Mdb.Kept"));
+    dbCompress(gDbPath);
+    EXPECT_EQ(kept(), 2);
+    EXPECT_FALSE(exists("Tolvek.Mdb.Kept2"));
+}
+
 TEST_F(DbCompressTest, AReadOnlyDatabaseStaysAsItIs)
 {
     store(Mail{});
