@@ -10,6 +10,7 @@
 #include "platform/system/process.h"
 #include "shell/frm_tolvek_events.h"
 #include "shell/tolvek_main.h"
+#include "store/database_files.h"
 #include "store/known_tables.h"
 
 #include <QApplication>
@@ -28,10 +29,10 @@ int main(int argc, char** argv)
     setEndFunction([] { endProgram(); });
 
     const std::filesystem::path home = programFolder(argv[0]);
-    // Its locks go with the process, however it ends, so a kill leaves none behind.
-    const SingleInstance instance("Tolvek", home);
-    App.PrevInstance = instance.isFirst() ? 0 : -1;
     setAppPath(pathText(home));
+    // Its locks go with the process, however it ends, so a kill leaves none behind.
+    const SingleInstance instance("Tolvek", home, existingPath(liveDatabasePath()));
+    App.PrevInstance = instance.isFirst() ? 0 : -1;
     frmSplash splash;
     frmTolvekEvents window;
     Main(splash, window);

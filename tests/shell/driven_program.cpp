@@ -22,6 +22,7 @@
 #include "platform/system/process.h"
 #include "shell/frm_tolvek_events.h"
 #include "shell/tolvek_main.h"
+#include "store/database_files.h"
 
 #include <QApplication>
 #include <QTimer>
@@ -150,9 +151,9 @@ int main(int argc, char** argv)
     prepareApplication();
     setBeforeWait(putAllAtRest);
     setEndFunction([] { endProgram(); });
-    const SingleInstance instance("Tolvek", argv[1]);
-    App.PrevInstance = instance.isFirst() ? 0 : -1;
     setAppPath(fromUtf8(argv[1]));
+    const SingleInstance instance("Tolvek", argv[1], existingPath(liveDatabasePath()));
+    App.PrevInstance = instance.isFirst() ? 0 : -1;
     setMsgBoxHandler([](const MsgBoxRequest& box) {
         say("box " + toUtf8(box.text));
         return MsgAnswer::Ok;

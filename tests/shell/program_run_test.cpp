@@ -172,6 +172,23 @@ TEST_F(ProgramRunTest, ACopyInAnotherSessionIsASecondOneByAnyPath)
     EXPECT_EQ(run({"start"}), "");
 }
 
+TEST_F(ProgramRunTest, ACopyInAnotherFolderWhoseArchiveIsALinkToThisOneIsASecondOne)
+{
+    QProcess first;
+    startDriven(first, {"idle"});
+    ASSERT_EQ(heard(first), "idle");
+    const auto before = contents();
+    session = "another run";
+    home = file("another home");
+    std::filesystem::create_directory(home);
+    std::filesystem::create_symlink("../Tolvek.Mdb", home / "Tolvek.Mdb");
+    expectRefused();
+    EXPECT_EQ(contents(), before);
+    kill(first);
+    home = folder.path();
+    EXPECT_EQ(run({"start"}), "");
+}
+
 TEST_F(ProgramRunTest, TheProgramItselfStartsFromItsFolderAndMakesItsArchive)
 {
     std::filesystem::create_symlink(TOLVEK_PROGRAM, file("Tolvek"));

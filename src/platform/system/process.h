@@ -39,19 +39,24 @@ std::optional<std::filesystem::path> installedProgram(std::string_view name);
 std::int32_t startProgram(const std::filesystem::path& program,
                           const std::vector<std::string>& arguments = {});
 
-// Detects other running instances of the program with two locks that end with the
-// process: one per user and name in the session's folder, and one on a file in the
-// program's folder (`home`). The second one protects the archive there from other
-// sessions, users and hosts. Its file, NAME.lock, may be left over.
+// Detects other running instances of the program with locks that end with the
+// process: one per user and name in the session's folder, one on a file in the
+// program's folder (`home`), which protects the archive there from other sessions,
+// users and hosts, and one beside the archive itself, to which other folders may link.
+// These files, NAME.lock and the archive's with .lock as its extension, may be left over.
 class SingleInstance {
 public:
-    SingleInstance(const std::string& name, const std::filesystem::path& home);
+    SingleInstance(const std::string& name, const std::filesystem::path& home,
+                   const std::filesystem::path& archive = {});
     // Also true if no lock can be taken, because then nothing can be written there
     // either.
-    bool isFirst() const { return !session_.isHeldElsewhere() && !home_.isHeldElsewhere(); }
+    bool isFirst() const;
 
 private:
-    FileLock session_, home_;
+    void take(const std::filesystem::path& file);
+
+    std::vector<std::filesystem::path> files_;
+    std::vector<FileLock> locks_;
 };
 
 // A shared library loaded at run time. A missing library throws std::system_error

@@ -1,5 +1,6 @@
 #include "platform/system/process.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -37,14 +38,27 @@ std::string lockName(std::string name)
 
 }
 
-SingleInstance::SingleInstance(const std::string& name, const fs::path& home)
+SingleInstance::SingleInstance(const std::string& name, const fs::path& home,
+                               const fs::path& archive)
 {
-    const fs::path session = sessionFolder();
+    if (const fs::path session = sessionFolder(); !session.empty()) take(session / lockName(name));
+    take(home / lockName(name));
+    if (!archive.empty()) take(fs::path(archive).replace_extension(".lock"));
+}
+
+// A second lock of one file would be refused because of the first.
+void SingleInstance::take(const fs::path& file)
+{
     std::error_code none;
-    // In one folder both locks would be on the same file and exclude each other.
-    if (!session.empty() && !fs::equivalent(session, home, none))
-        session_ = FileLock(session / lockName(name));
-    home_ = FileLock(home / lockName(name));
+    for (const fs::path& taken : files_)
+        if (fs::equivalent(taken, file, none)) return;
+    files_.push_back(file);
+    locks_.emplace_back(file);
+}
+
+bool SingleInstance::isFirst() const
+{
+    return std::ranges::none_of(locks_, &FileLock::isHeldElsewhere);
 }
 
 }

@@ -151,4 +151,25 @@ TEST_F(SingleInstanceTest, ASeparatorInTheNameStaysInTheFolders)
     EXPECT_TRUE(fileExists(folder / "home" / "a_.._b.lock"));
 }
 
+TEST_F(SingleInstanceTest, FoldersThatLinkToOneArchiveExcludeEachOther)
+{
+    const fs::path archive = folder / "home" / "Tolvek.Mdb";
+    const SingleInstance first("Tolvek", folder / "temp", archive);
+    ASSERT_TRUE(first.isFirst());
+    useSession("other");
+    EXPECT_FALSE(SingleInstance("Tolvek", folder / "other", archive).isFirst());
+    EXPECT_FALSE(SingleInstance("Tolvek", folder / "home", archive).isFirst()) << "its own folder";
+    EXPECT_TRUE(SingleInstance("Tolvek", folder / "other", folder / "home" / "Mine.Mdb").isFirst());
+}
+
+TEST_F(SingleInstanceTest, AnArchiveBesideTheProgramNeedsNoFurtherLock)
+{
+    EXPECT_TRUE(
+        SingleInstance("Tolvek", folder / "home", folder / "home" / "Tolvek.Mdb").isFirst());
+    EXPECT_EQ(entryNames(folder / "home"), std::vector<std::string>{"Tolvek.lock"});
+    useSession("home");
+    EXPECT_TRUE(
+        SingleInstance("Tolvek", folder / "temp", folder / "home" / "Tolvek.Mdb").isFirst());
+}
+
 }
