@@ -139,7 +139,9 @@ void callTolvekFriendEdit(const Text& folder, const Text& temp, Int16& count, In
     auto tempRecord = pathRecord<StrChangeRec>(temp);
     std::int16_t found = static_cast<std::int16_t>(count);
     std::int16_t other = static_cast<std::int16_t>(second);
-    call(&folderRecord, &tempRecord, &found, &other);
+    const int failure = call(&folderRecord, &tempRecord, &found, &other);
+    if (failure != 0 && ownEdit()) // another library's return value means nothing
+        throw fileError(std::error_code(failure, std::system_category()));
     count = found;
     second = other;
 }

@@ -27,7 +27,7 @@ struct ConverterLibrary {
     // Throws the disk failures of the own library that every box would meet.
     std::function<void(const Text&, const Text&, const Text&, Int16&, Int16&)> Tolvek_Edit;
     // Path of the friend book folder as the friend import passes it; temp file; number
-    // of friends; status.
+    // of friends; status. Throws what keeps the own library from writing the temp file.
     std::function<void(const Text&, const Text&, Int16&, Int16&)> TolvekFriend_Edit;
     // Input, output, length of the output in characters.
     std::function<void(const Text&, Text&, Int16&)> Mail_StrChange;

@@ -21,7 +21,8 @@ struct Conversion {
     ConversionStatus status = ConversionStatus::Failed;
     std::int16_t count = 0; // 0 unless Converted or Incomplete; 32767 of more mails
     int leftOut = 0;        // files of a folder that couldn't be read
-    // Of a mail box, with Failed: what failed, if every other box would meet it too.
+    // With Failed: what failed, if every other box would meet it too; of a friend book,
+    // why the temp file couldn't be written.
     std::error_code failure = {};
 };
 

@@ -94,9 +94,10 @@ int Tolvek_EditFiles(const char*, const char* mailFile, const char* tempFile, st
 int TolvekFriend_Edit(StrChangeRec* folder, StrChangeRec* tempFile, std::int16_t* count,
                       std::int16_t* status)
 {
-    tolvek::tell(tolvek::guarded([&] { return tolvek::friendEdit(folder, tempFile); }), count,
-                 status);
-    return 0;
+    const tolvek::Conversion conversion =
+        tolvek::guarded([&] { return tolvek::friendEdit(folder, tempFile); });
+    tolvek::tell(conversion, count, status);
+    return conversion.failure.value();
 }
 
 int Mail_StrChange(StrChangeRec* input, StrChangeRec* output, std::int16_t* length)

@@ -4,7 +4,7 @@
 // Every record is a fixed field: the text, a NUL, blanks to the end. Paths are
 // in the file system's own encoding, texts in code page 932. The functions
 // never throw and never keep what they were given; their own return value
-// means nothing.
+// means nothing where nothing is said of it.
 #pragma once
 #include <cstdint>
 
@@ -42,7 +42,8 @@ TOLVEK_EXPORT int Tolvek_EditFiles(const char* listFile, const char* mailFile, c
 // with 0 of them nothing is written, and an older file stays. status: 0 when
 // every file of the book was read, otherwise the folder isn't there, a file of
 // it was left out (count tells the others'), or reading or writing failed. A
-// file that would bring the book beyond 32767 friends is left out.
+// file that would bring the book beyond 32767 friends is left out. Returns 0, or the
+// system's number of what kept the temp file from being written.
 TOLVEK_EXPORT int TolvekFriend_Edit(StrChangeRec* folder, StrChangeRec* tempFile,
                                     std::int16_t* count, std::int16_t* status);
 

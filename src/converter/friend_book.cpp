@@ -84,17 +84,27 @@ bool readFile(const std::filesystem::path& path, Friends& friends)
     }
 }
 
+std::error_code writeLines(const std::string& lines, const std::filesystem::path& tempFile)
+{
+    try {
+        TempFile temp(tempFile);
+        temp.write(lines);
+        temp.commit();
+        return {};
+    } catch (const std::system_error& failure) {
+        return failure.code();
+    }
+}
+
 Conversion writeFriends(const std::filesystem::path& folder, const std::filesystem::path& tempFile)
 {
     Friends friends;
     bool whole = true;
     for (const std::filesystem::path& name : bookNames(folder))
         whole = readFile(folder / name, friends) && whole;
-    if (friends.count() > 0) {
-        TempFile temp(tempFile);
-        temp.write(friends.lines());
-        temp.commit();
-    }
+    if (friends.count() > 0)
+        if (const std::error_code failure = writeLines(friends.lines(), tempFile))
+            return {ConversionStatus::Failed, 0, 0, failure};
     return {whole ? ConversionStatus::Converted : ConversionStatus::Incomplete,
             static_cast<std::int16_t>(friends.count())};
 }

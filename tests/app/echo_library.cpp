@@ -42,7 +42,7 @@ int TolvekFriend_Edit(StrChangeRec* folder, StrChangeRec* tempFile, std::int16_t
 {
     *count = textSize(folder);
     *status = textSize(tempFile);
-    return 0;
+    return 28; // which means nothing
 }
 
 // Returns the text unchanged; the length counts one-byte characters.

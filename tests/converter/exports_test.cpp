@@ -51,11 +51,11 @@ protected:
         edit_(&list, &mail, &temp, &count_, &status_);
     }
 
-    void friendEdit(const std::string& name)
+    int friendEdit(const std::string& name)
     {
         auto book = record<StrChangeRec>((folder_ / name).string());
         auto temp = record<StrChangeRec>((folder_ / "Friend.Tmp").string());
-        friendEdit_(&book, &temp, &count_, &status_);
+        return friendEdit_(&book, &temp, &count_, &status_);
     }
 
     void* library_ = nullptr;
@@ -207,6 +207,21 @@ TEST_F(ExportsTest, BearsARecordWithoutANul)
     change_(&input, &output, &length);
     EXPECT_EQ(length, 4608);
     EXPECT_EQ(output.bytes[4607], 'x');
+}
+
+// Its caller couldn't tell it from an empty book.
+TEST_F(ExportsTest, WhatKeepsTheFriendFileFromBeingWrittenIsTheReturnValue)
+{
+    std::filesystem::create_directory(folder_ / "book");
+    writeBytes(folder_ / "book" / "a.csv", "1,p,n,a@example.com\n");
+    const auto temp = folder_ / "Friend.Tmp";
+    std::filesystem::create_directory(temp);
+    EXPECT_EQ(friendEdit("book"), EISDIR);
+    EXPECT_EQ(count_, 0);
+    EXPECT_EQ(friendEdit("none"), 0);
+    std::filesystem::remove(temp);
+    EXPECT_EQ(friendEdit("book"), 0);
+    EXPECT_EQ(count_, 1);
 }
 
 }

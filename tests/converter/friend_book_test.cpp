@@ -162,6 +162,7 @@ TEST_F(FriendBookTest, AFailedWriteLeavesTheOlderFileAndCountsNothing)
         setFileProbe({});
         EXPECT_EQ(result.status, ConversionStatus::Failed);
         EXPECT_EQ(result.count, 0);
+        EXPECT_EQ(result.failure, std::errc::no_space_on_device);
         EXPECT_EQ(readBytes(temp()), "old");
         EXPECT_FALSE(fs::exists(folder_ / "Friend.Tmp.part"));
     }

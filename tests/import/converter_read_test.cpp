@@ -3,6 +3,7 @@
 #include "app/database.h"
 #include "app/settings.h"
 #include "app/state.h"
+#include "friend/ed_friend.h"
 #include "import/mail_box_read.h"
 #include "import/mail_box_table.h"
 #include "support/archive_fixture.h"
@@ -214,6 +215,21 @@ TEST_F(ConverterReadTest, NoLetterOfALongTextIsLost)
     for (std::string* all : {&stored, &text})
         std::erase_if(*all, [](char c) { return c == '\r' || c == '\n' || c == ' '; });
     EXPECT_EQ(stored, text);
+}
+
+// It would be taken for an empty friend book.
+TEST_F(ConverterReadTest, AFriendBookThatCantBeWrittenIsReported)
+{
+    const Path book = nativePath(joinPath(gPostPetDir, u"おともだち帳"));
+    std::filesystem::create_directory(book);
+    test::writeBytes(book / "a.csv", "1,p,n,a@example.com\n");
+    std::filesystem::create_directory(file("Friend.Tmp"));
+    boxes.expect(u"エラー番号： 75\r（" + errorText(75) + u"）", MsgAnswer::Ok,
+                 u"エラーメッセージ (edFriend)");
+    edFriend();
+    std::filesystem::remove(file("Friend.Tmp"));
+    edFriend();
+    EXPECT_EQ(rows(u"tblFriend"), 1);
 }
 
 }
