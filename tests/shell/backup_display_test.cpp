@@ -1,5 +1,7 @@
 // Displays a backup in the main window and returns to the live store.
 #include "shell/backup_fixture.h"
+#include "support/jet_reader.h"
+#include "support/spoilt_jet.h"
 #include "support/yield_watch.h"
 
 #include <QTimer>
@@ -30,6 +32,23 @@ TEST_F(BackUpTest, AllMailsAreShownFromTheFileAndNothingThatChangesTheStoreCanBe
     }
     DBEngine::Rest();
     EXPECT_EQ(readBytes(file("Tolvek_20000225.Mdb")), before);
+}
+
+TEST_F(BackUpTest, DamagedTextsOfAnOldBackUpAreReportedOnceWhenItIsShown)
+{
+    const JetReader reader;
+    const std::string before = jetWithZeroedText();
+    writeBytes(file("Tolvek_19991231.Mdb"), before);
+    boxes.expectAndLook(kOneSpoiltText, MsgAnswer::Ok, [this] {
+        EXPECT_GT(form.lstNameOrAddr->ListCount(), 0) << "it is on display already";
+        EXPECT_EQ(commandsOff(), kOffOnABackUp);
+    });
+    view(u"Tolvek_19991231.Mdb");
+    EXPECT_EQ(subjectsIn(gDbPath).size(), 5u);
+    EXPECT_EQ(boxes.pending(), 0u);
+    view(u"Tolvek_19991231.Mdb");
+    DBEngine::Abandon();
+    EXPECT_EQ(readBytes(file("Tolvek_19991231.Mdb")), before);
 }
 
 TEST_F(BackUpTest, BackToNormalShowsTheLiveStoreAndTurnsTheCommandsOn)
