@@ -80,17 +80,18 @@ bool EntryFilter::commit(const QInputMethodEvent& event)
     return true;
 }
 
-// Handles all other sources after the box has the text.
+// Handles all other sources after the box has the text. What came in ends at the
+// caret: a line end in it doesn't remove the text after the caret.
 void EntryFilter::hold()
 {
     if (byCode_) return;
     const QString text = edit_.text();
-    const QString held = entered(text);
+    const int at = edit_.cursorPosition();
+    const QString before = entered(text.left(at));
+    const QString held = entered(before + entered(text.mid(at)));
     if (held == text) return;
-    // The caret moves left by the characters that were removed before it.
-    const auto caret = entered(text.left(edit_.cursorPosition())).size();
     edit_.setText(held);
-    edit_.setCursorPosition(static_cast<int>(caret));
+    edit_.setCursorPosition(static_cast<int>(before.size()));
 }
 
 }

@@ -11,6 +11,8 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+
 namespace tolvek {
 
 namespace {
@@ -137,6 +139,21 @@ TEST_F(EntryFilterTest, ADropIsHeld)
     given(u"", 0);
     drop(QStringLiteral("〜a\r\nb"));
     EXPECT_EQ(text(), u"～a");
+}
+
+TEST_F(EntryFilterTest, WhatStandsAfterTheCaretStaysWhicheverWayALineEndComesIn)
+{
+    const QString lines = QStringLiteral("〜\r\nx");
+    QGuiApplication::clipboard()->setText(lines);
+    const std::function<void()> ways[] = {[&] { QTest::keySequence(&edit, QKeySequence::Paste); },
+                                          [&] { edit.paste(); }, [&] { type(lines); },
+                                          [&] { commit(lines); }, [&] { edit.insert(lines); }};
+    for (const auto& comeIn : ways) {
+        given(u"ab", 1);
+        comeIn();
+        EXPECT_EQ(text(), u"a～b");
+        EXPECT_EQ(edit.cursorPosition(), 2);
+    }
 }
 
 TEST_F(EntryFilterTest, AnInputMethodsTextTakesItsWindowsFormAndWhatItComposesStays)
