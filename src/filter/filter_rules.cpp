@@ -107,7 +107,6 @@ void tblFilter_Get()
 void tblFilter_UpDate()
 {
     if (!gFilterRulesWhole) return;
-    const InputHold hold;
     leaveOnError(u"tblFilter_UpDate", [] {
         gWs = DBEngine::Workspaces(0);
         gDb = DBEngine::OpenDatabase(gDbPath);

@@ -8,7 +8,8 @@
 //     const std::string left = program.run();
 //
 // The user acts when the program waits for him, never at a yield; only the second press
-// comes at its moment. Dialogs beyond the plan are answered by their OK.
+// comes at its moment. Dialogs beyond the plan are answered by their OK. At each yield
+// of the last step the commands are disabled, or input is held, or a dialog is shown.
 #pragma once
 #include "filter/filter_rules.h"
 #include "friend/frm_friend.h"
@@ -131,7 +132,16 @@ private:
     void atYield()
     {
         if (!watched_) return;
-        if (++yields_ == plan.moment) pressSecond();
+        ++yields_;
+        expectNothingCanBegin();
+        if (yields_ == plan.moment) pressSecond();
+    }
+    // Not even a harmless command: with a key held down, one would begin inside
+    // the other for as long as the stack lasts.
+    void expectNothingCanBegin() const
+    {
+        if (InputHold::isHeld() || QApplication::activeModalWidget()) return;
+        EXPECT_FALSE(form_->comMailRead->Enabled()) << "at yield " << yields_;
     }
     void pressSecond()
     {
@@ -172,6 +182,8 @@ private:
         for (const MenuEntry* entry : form_->window()->findChildren<MenuEntry*>())
             if (!entry->Enabled()) state << toUtf8(entry->Name()) << " off\n";
         state << toUtf8(form_->Caption()) << '\n' << toUtf8(form_->txtMail->Text()) << '\n';
+        if (const QWidget* const focused = form_->window()->focusWidget())
+            state << "focus " << focused->objectName().toStdString() << '\n';
         for (int i = 0; i < gFilterRuleCnt; ++i)
             state << gFilterRule[i].No << toUtf8(gFilterRule[i].Header) << ' ';
         state << int(gNonCopyRuleCnt) << int(gBackUpDisp) << int(gBusyFlag) << int(gDisplayType)

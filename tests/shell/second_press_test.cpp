@@ -72,7 +72,7 @@ protected:
         ArchiveFixture::TearDown();
     }
 
-    void givenPostPet() const
+    void givenPostPet(const std::string& display = "0") const
     {
         const Path home = file("PostPet");
         std::filesystem::create_directories(home / "受信フォルダ");
@@ -80,7 +80,8 @@ protected:
         std::filesystem::permissions(home / "PostPet20.exe", std::filesystem::perms::owner_all);
         writeBytes(file("TOLVEK.ini"),
                    "[PostPet Mail Option]\r\nPostPet Dir=" + home.string() +
-                       "\r\nMy Mail Addr=taro@example.jp\r\n[Mail Options]\r\nReciev Mail Read "
+                       "\r\nMy Mail Addr=taro@example.jp\r\nDisplay Type=" + display +
+                       "\r\n[Mail Options]\r\nReciev Mail Read "
                        "Option=1,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0\r\n");
         converterLibrary().Tolvek_Edit = [](const Text&, const Text&, const Text& temp,
                                             Int16& count, Int16& status) {
@@ -286,6 +287,18 @@ INSTANTIATE_TEST_SUITE_P(EachCommand, OtherPressTest, testing::ValuesIn(kBeginni
 TEST_F(SecondPressTest, TheFilterEditor)
 {
     pressAllTwice<frmFilter>({{kMain, "memFilter"}});
+}
+
+// Left by Cancel it lists the filters again, with the commands on.
+TEST_F(SecondPressTest, TheCancelOfTheFilterEditorWithTheFiltersListed)
+{
+    givenPostPet("3");
+    kept.keep();
+    pressAtEachMoment({{kMain, "memFilter"}}, {"frmFilter", "comCancel"},
+                      {{kMain, "lstNameOrAddr"},
+                       {kMain, "memFilter", Way::Call},
+                       {kMain, "lblNameOrAddr"},
+                       {kMain, "comEnd", Way::Call}});
 }
 
 TEST_F(SecondPressTest, TheDisplayOrder)

@@ -34,7 +34,8 @@ private:
     static void copyAll(const std::filesystem::path& from, const std::filesystem::path& to)
     {
         for (const std::string& name : fileNames(from))
-            std::filesystem::copy_file(from / name, to / name);
+            std::filesystem::copy_file(from / name, to / name,
+                                       std::filesystem::copy_options::overwrite_existing);
     }
 
     std::filesystem::path folder_, kept_;

@@ -159,19 +159,30 @@ void Form::ShowModal(Form* owner)
             window_->windowHandle()->setTransientParent(above);
     }
     QEventLoop loop;
-    const WaitScope wait([&loop] { loop.exit(); });
+    WaitScope wait([&loop] { loop.exit(); });
     modalLoop_ = &loop;
+    modalWait_ = &wait;
     present();
     // Form_Load or Form_Resize may have hidden the form or kept an exception.
     if (Visible() && !hasKept()) loop.exec();
     modalLoop_ = nullptr;
+    modalWait_ = nullptr;
     rethrowKept();
 }
 
 void Form::Hide()
 {
     if (window_) window_->hide();
-    if (modalLoop_) modalLoop_->exit();
+    endModalLoop();
+}
+
+// What is pressed on another window from now on waits: the caller of ShowModal
+// hasn't yet taken what the dialog has left.
+void Form::endModalLoop()
+{
+    if (!modalLoop_) return;
+    modalLoop_->exit();
+    modalWait_->end();
 }
 
 void Form::Unload()
@@ -198,7 +209,7 @@ void Form::destroyWindow()
     const QPointer<QWidget> window = std::exchange(window_, nullptr);
     defaultButton_ = nullptr;
     cancelButton_ = nullptr;
-    if (modalLoop_) modalLoop_->exit();
+    endModalLoop();
     if (!window) return;
     static_cast<FormWindow&>(*window).detach();
     window->hide();

@@ -27,6 +27,7 @@ class QMenuBar;
 namespace tolvek {
 
 class FormWindow;
+class WaitScope;
 
 enum class BorderStyle { None, FixedDialog, Sizable };
 enum class WindowStates { Normal = 0, Minimized = 1, Maximized = 2 };
@@ -100,6 +101,7 @@ private:
     void present();
     void unload(UnloadMode mode);
     void destroyWindow();
+    void endModalLoop();
     void setSize(float& side, float& asSet, float twips);
     void applySize();
     void applyPosition();
@@ -127,6 +129,7 @@ private:
     QPointer<CommandButton> defaultButton_;
     QPointer<CommandButton> cancelButton_;
     QEventLoop* modalLoop_ = nullptr;
+    WaitScope* modalWait_ = nullptr;
 };
 
 // The loaded forms, in the order of loading.

@@ -140,6 +140,13 @@ void queue(const Kept& kept)
         kept.target, [kept] { deliver(kept); }, Qt::QueuedConnection);
 }
 
+void queueAll(const std::vector<Kept>& all)
+{
+    for (const Kept& kept : all)
+        queue(kept);
+    wakeLoop();
+}
+
 }
 
 InputHold::InputHold()
@@ -151,10 +158,7 @@ InputHold::InputHold()
 InputHold::~InputHold()
 {
     Level& level = levels().back();
-    if (--level.holds > 0) return;
-    for (const Kept& kept : std::exchange(level.kept, {}))
-        queue(kept);
-    wakeLoop();
+    if (--level.holds == 0) queueAll(std::exchange(level.kept, {}));
 }
 
 bool InputHold::isHeld()
@@ -165,12 +169,21 @@ bool InputHold::isHeld()
 InputHold::Suspension::Suspension()
 {
     levels().emplace_back();
+    depth_ = levels().size();
     wakeLoop();
 }
 
 InputHold::Suspension::~Suspension()
 {
+    const std::vector<Kept> kept = std::move(levels().back().kept);
     levels().pop_back();
+    queueAll(kept);
+}
+
+// A wait inside this one still needs its own input.
+void InputHold::Suspension::end()
+{
+    if (levels().size() == depth_) ++levels().back().holds;
 }
 
 bool keptBack(QObject& window, std::function<void()> again)

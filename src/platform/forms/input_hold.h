@@ -18,6 +18,7 @@
 #pragma once
 #include <QObject>
 
+#include <cstddef>
 #include <functional>
 
 namespace tolvek {
@@ -38,6 +39,12 @@ public:
         ~Suspension();
         Suspension(const Suspension&) = delete;
         Suspension& operator=(const Suspension&) = delete;
+        // The wait is over, though its loop still runs to the end of its turn: from
+        // here on input is kept until whoever waited yields.
+        void end();
+
+    private:
+        std::size_t depth_;
     };
 };
 

@@ -14,6 +14,8 @@ public:
     ~WaitScope();
     WaitScope(const WaitScope&) = delete;
     WaitScope& operator=(const WaitScope&) = delete;
+    // The loop is about to end (InputHold::Suspension).
+    void end() { input_.end(); }
 
 private:
     InputHold::Suspension input_;

@@ -287,6 +287,51 @@ TEST_F(InputHoldTest, ABoxInAHoldCanBeAnsweredAndNothingBelowItPressed)
     EXPECT_EQ(pressed, Presses{});
 }
 
+// A double click on a dialog's last button: the second press falls on what lies below.
+TEST_F(InputHoldTest, WhatIsPressedWhileADialogClosesWaitsForItsCaller)
+{
+    TestForm dialog(u"frmDialog");
+    CommandButton* close = nullptr;
+    dialog.build = [&](TestForm& built) {
+        close = new CommandButton(built, u"close");
+        onEvent(close, &CommandButton::Click, [&] { dialog.Unload(); });
+    };
+    QTimer::singleShot(0, [&] {
+        queueClick(*close);
+        queueClick(*one);
+    });
+    dialog.ShowModal();
+    EXPECT_EQ(pressed, Presses{});
+    {
+        const InputHold hold;
+        DoEventsNow();
+        EXPECT_EQ(pressed, Presses{});
+    }
+    DoEventsNow();
+    EXPECT_EQ(pressed, Presses{"one"});
+}
+
+TEST_F(InputHoldTest, ABoxIsAnsweredThoughTheDialogBelowItIsGone)
+{
+    TestForm dialog(u"frmDialog");
+    bool answered = false;
+    QTimer user;
+    QObject::connect(&user, &QTimer::timeout, [&] {
+        const QWidget* const top = QApplication::activeModalWidget();
+        auto* const ok = top ? top->findChild<QPushButton*>() : nullptr;
+        if (!ok || std::exchange(answered, true)) return;
+        dialog.Unload();
+        queueClick(*ok);
+    });
+    QTimer::singleShot(0, [&] {
+        user.start(0);
+        MsgBox(u"text");
+    });
+    dialog.ShowModal();
+    EXPECT_TRUE(answered);
+    EXPECT_FALSE(InputHold::isHeld());
+}
+
 TEST_F(InputHoldTest, AnExceptionEndsTheHold)
 {
     const auto failing = [] {
