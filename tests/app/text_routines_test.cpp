@@ -1,6 +1,7 @@
 #include "app/converter_library.h"
 #include "app/text_routines.h"
 #include "support/msg_box_script.h"
+#include "support/yield_watch.h"
 
 #include <gtest/gtest.h>
 
@@ -133,6 +134,14 @@ TEST_F(TextRoutinesTest, TheKeySendersSpecialCharactersComeInBraces)
     EXPECT_EQ(escaped(u"+^%~()[{}"), u"{+}{^}{%}{~}{(}{)}{[}{{}{}}");
     EXPECT_EQ(escaped(u"日本 ab"), u"日本 ab");
     EXPECT_EQ(escaped(u""), u"");
+}
+
+TEST_F(TextRoutinesTest, ATextThatWasWorkedOnYieldsOnceAndAnyOtherNever)
+{
+    EXPECT_EQ(yieldsOf([&] { decoded(u"a"); }), 1);
+    EXPECT_EQ(yieldsOf([&] { decoded(u"  "); }), 0);
+    EXPECT_EQ(yieldsOf([] { changed(u"abc", u"b", u"x", 1); }), 1);
+    EXPECT_EQ(yieldsOf([] { changed(u"abc", u"b", u"x", 0); }), 0);
 }
 
 }

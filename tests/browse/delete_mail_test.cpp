@@ -5,6 +5,7 @@
 #include "store/subject_keys.h"
 #include "support/archive_fixture.h"
 #include "support/report_list.h"
+#include "support/yield_watch.h"
 
 namespace tolvek::test {
 namespace {
@@ -449,6 +450,20 @@ TEST_F(DeleteMailTest, AMissingDatabaseIsToldByEachRoutine)
     delFilter(0);
     EXPECT_EQ(reports.take(), (Reports{"delOneMail 3024", "delMail 3024", "delMail_024 3024",
                                        "delMail_13 3024", "delFilter 3024"}));
+}
+
+TEST_F(DeleteMailTest, EachDeletionYieldsAndThatOfARuleAtEachMail)
+{
+    const Mail gone = mail(u"a@x.jp", u"b@x.jp", u"gone");
+    store(gone);
+    keyOf(gone);
+    EXPECT_EQ(yieldsOf([] { delOneMail(0); }), 1);
+    EXPECT_EQ(yieldsOf([] { delMail(0, u"a@x.jp"); }), 1);
+    EXPECT_EQ(yieldsOf([] { delMail_024(0, Statement{u"DELETE FROM tblTolvek"}); }), 1);
+    givenRule(3, u"a@");
+    EXPECT_EQ(yieldsOf([] { delMail_13(0); }), 1);
+    storeResults(3);
+    EXPECT_EQ(yieldsOf([] { delMail_13(0); }), 1 + 3 + 3) << "counted, then deleted";
 }
 
 }

@@ -1,6 +1,7 @@
 #include "app/database.h"
 #include "browse/mail_view.h"
 #include "support/window_fixture.h"
+#include "support/yield_watch.h"
 
 namespace tolvek {
 namespace {
@@ -78,6 +79,17 @@ TEST_F(MailViewTest, MarkupAndAmpersandsStayText)
     dspMail(form, 0);
     EXPECT_EQ(form.lblHead->Caption().substr(0, 14), u"件　名：<b>R&D</b>");
     EXPECT_EQ(form.lblHead->textFormat(), Qt::PlainText);
+}
+
+TEST_F(MailViewTest, AMailThatIsShownYieldsAfterItsText)
+{
+    store(mail(u"a@x.jp", u"b@x.jp"));
+    list(u"a@x.jp");
+    Text shown;
+    const test::YieldWatch yields([&] { shown = form.txtMail->Text(); });
+    dspMail(form, 0);
+    EXPECT_EQ(yields.count(), 2) << "the count of rows has one too";
+    EXPECT_EQ(shown, u"本文\r\n");
 }
 
 }

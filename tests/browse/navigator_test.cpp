@@ -3,6 +3,7 @@
 #include "browse/subject_list.h"
 #include "filter/filter_rules.h"
 #include "support/window_fixture.h"
+#include "support/yield_watch.h"
 
 #include <QApplication>
 #include <QMouseEvent>
@@ -343,6 +344,22 @@ TEST_F(NavigatorTest, EachEventReportsUnderItsOwnNameAndItsCommandsComeBack)
             EXPECT_TRUE(form.comMailRead->Enabled()) << toUtf8(c.reported);
         }
     }
+}
+
+TEST_F(NavigatorTest, AListYieldsAtEachRowThatIsCountedAndOnceAtItsEnd)
+{
+    void (*const lists[])(frmTolvek&) = {dspSearch_Addr, dspSearch_Name, dspSearch_Date,
+                                         dspSearch_Filter};
+    for (const auto list : lists)
+        EXPECT_EQ(test::yieldsOf([&] { list(form); }), 0);
+    for (const int n : {1, 2, 3}) {
+        addAddress(decimal(n));
+        addName(decimal(n));
+        store(mail(u"a@x.jp", u"b@x.jp", u"s", decimal(20000100 + n)));
+        addFilter(n, 1, 0, u"title", u"s");
+    }
+    for (const auto list : lists)
+        EXPECT_EQ(test::yieldsOf([&] { list(form); }), 3 + 1);
 }
 
 }

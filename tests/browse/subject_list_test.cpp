@@ -5,6 +5,7 @@
 #include "filter/filter_rules.h"
 #include "store/subject_keys.h"
 #include "support/window_fixture.h"
+#include "support/yield_watch.h"
 
 namespace tolvek {
 namespace {
@@ -201,6 +202,20 @@ TEST_F(SubjectListTest, TheCommandsComeBackBehindAClickOnARow)
     form.lstSubject->setListIndex(0);
     EXPECT_FALSE(form.comMailRead->Enabled());
     EXPECT_TRUE(form.lstSubject->Enabled());
+}
+
+TEST_F(SubjectListTest, TheListYieldsAtEachRowThatIsCountedAndOnceAtItsEnd)
+{
+    gFilterRule[0].No = 10;
+    const std::function<void()> fills[] = {[&] { dspSubject(form, u"a@x.jp"); },
+                                           [&] { dspSubject_Filter(form, 0); }};
+    for (const auto& fill : fills)
+        EXPECT_EQ(test::yieldsOf(fill), 0);
+    storeMany(3, u"a@x.jp");
+    for (const int id : {1, 2, 3})
+        storeResult(id, 10, mail(u"a@x.jp", u"b@x.jp"));
+    for (const auto& fill : fills)
+        EXPECT_EQ(test::yieldsOf(fill), 3 + 1);
 }
 
 }

@@ -86,7 +86,7 @@ TEST_F(AboutTest, EnterAndEscapePressOk)
 TEST_F(AboutTest, OkHasTheFocusAndTabLeadsToTheInformation)
 {
     atDialog([&] {
-        ASSERT_TRUE(QTest::qWaitForWindowActive(dialog.window()));
+        ASSERT_TRUE(QTest::qWaitForWindowActive(dialog.window(), 60000));
         EXPECT_EQ(dialog.ActiveControl(), dialog.cmdOK);
         EXPECT_EQ(dialog.cmdOK->nextInFocusChain(), dialog.cmdSysInfo);
     });

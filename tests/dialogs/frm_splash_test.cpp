@@ -111,7 +111,7 @@ TEST_F(SplashTest, ItTicksByItselfWhileEventsAreProcessed)
 {
     splash.Show();
     splash.lblWait->setForeColor(kWindowText);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return splash.lblWait->ForeColor() == 0; }, 5000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return splash.lblWait->ForeColor() == 0; }, 60000));
 }
 
 TEST_F(SplashTest, StandsInTheMiddleNotOnTopAndCantBeClosed)

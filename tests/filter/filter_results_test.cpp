@@ -1,6 +1,7 @@
 #include "filter/filter_results.h"
 
 #include "filter/filter_results_fixture.h"
+#include "support/yield_watch.h"
 
 #include <set>
 
@@ -222,6 +223,16 @@ TEST_F(FilterResultsTest, RulesThatWereReadFromTheStoreAreWorkedByNumber)
     tblFilter_Get();
     run();
     EXPECT_EQ(column(u"SELECT tblFilterDt_No FROM tblFilterData"), (Texts{u"20", u"30"}));
+}
+
+TEST_F(FilterResultsTest, EachRuleYieldsOnceAndTwiceAtEachMailItWalks)
+{
+    for (const Text& subject : Texts{u"A", u"B", u"C"})
+        mailWith(subject);
+    addRule(1, u"B");
+    EXPECT_EQ(yieldsOf(run), 1 + 3 + 3) << "a search within texts walks all mails";
+    gFilterRule[0].TermsCode = 0;
+    EXPECT_EQ(yieldsOf(run), 1 + 1 + 1) << "the engine finds the one";
 }
 
 }

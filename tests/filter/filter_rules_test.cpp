@@ -1,8 +1,10 @@
 #include "filter/filter_rules.h"
 
 #include "filter/many_rules.h"
+#include "platform/forms/input_hold.h"
 #include "store/database_files.h"
 #include "support/archive_fixture.h"
+#include "support/yield_watch.h"
 
 namespace tolvek::test {
 namespace {
@@ -175,6 +177,21 @@ TEST_F(FilterRulesTest, WritingIntoAMissingDatabaseAsksNothing)
                  u"エラーメッセージ (tblFilter_UpDate)");
     tblFilter_UpDate();
     EXPECT_EQ(gFilterRuleCnt, 1);
+}
+
+TEST_F(FilterRulesTest, ReadingYieldsAtEachRuleWithTheUsersInputKeptBack)
+{
+    for (const int number : {10, 20, 30})
+        addFilter(number, 0, 0, u"一", u"a");
+    const auto isHeld = [] { EXPECT_TRUE(InputHold::isHeld()); };
+    {
+        const YieldWatch yields(isHeld);
+        tblFilter_Get();
+        EXPECT_EQ(yields.count(), 3 + 3) << "counted, then read";
+    }
+    const YieldWatch yields(isHeld);
+    tblFilter_UpDate();
+    EXPECT_EQ(yields.count(), 3 + 3) << "read back";
 }
 
 }

@@ -4,6 +4,7 @@
 #include "store/database_files.h"
 #include "support/archive_fixture.h"
 #include "support/report_list.h"
+#include "support/yield_watch.h"
 
 namespace tolvek::test {
 namespace {
@@ -246,6 +247,12 @@ TEST_F(EdFriendTest, HostileNamesAreText)
 {
     EXPECT_TRUE(read(u"1,x'); DROP TABLE tblFriend; --,%_*[!a]'||',a@x.jp,0\r\n"));
     EXPECT_EQ(book(), Texts{u"くま,x’); DROP TABLE tblFriend; --,%_*[!a]’｜｜’,a@x.jp,0"});
+}
+
+TEST_F(EdFriendTest, TheReadingYieldsOnceAndAtEachRecord)
+{
+    EXPECT_EQ(yieldsOf([&] { read(u""); }), 1);
+    EXPECT_EQ(yieldsOf([&] { read(u"1,p,n,a@x.jp,0\r\n1,p,n,b@x.jp,0\r\n"); }), 1 + 2);
 }
 
 }

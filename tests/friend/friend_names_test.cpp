@@ -7,6 +7,7 @@
 #include "store/subject_keys.h"
 #include "support/report_list.h"
 #include "support/window_fixture.h"
+#include "support/yield_watch.h"
 
 #include <optional>
 
@@ -379,6 +380,14 @@ TEST_F(FriendNameAddTest, AMissingDatabaseIsReported)
     removeDatabase(gDbPath);
     expectDbReport(u"edFriendName", 3024, gDbPath);
     EXPECT_EQ(FriendNameAdd(form, 0), 0);
+}
+
+TEST_F(EdFriendNameTest, EachFriendYields)
+{
+    EXPECT_EQ(yieldsOf(edFriendName), 0);
+    addFriend(u"a@x.jp", u"花子", u"モモ");
+    addFriend(u"b@x.jp", u"次郎", u"クロ");
+    EXPECT_EQ(yieldsOf(edFriendName), 2);
 }
 
 }

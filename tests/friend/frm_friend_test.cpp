@@ -3,6 +3,7 @@
 #include "friend/frm_friend_fixture.h"
 #include "store/database_files.h"
 #include "support/report_list.h"
+#include "support/yield_watch.h"
 
 namespace tolvek::test {
 namespace {
@@ -383,6 +384,18 @@ TEST_F(FrmFriendTest, NeitherEnterNorEscapePressesAButton)
         EXPECT_FALSE(exists("Friend.Tmp"));
         cancel();
     });
+}
+
+TEST_F(FrmFriendTest, OpeningYieldsTwiceAtEachFriend)
+{
+    const auto opening = [&] {
+        const int yields = yieldsOf([&] { editor.Load(); });
+        editor.Unload();
+        return yields;
+    };
+    const int none = opening();
+    givenThree();
+    EXPECT_EQ(opening() - none, 3 + 3) << "counted, then shown";
 }
 
 }

@@ -1,6 +1,7 @@
 #include "import/import_fixture.h"
 #include "import/mail_fields.h"
 #include "platform/runtime/text_files.h"
+#include "support/yield_watch.h"
 
 namespace tolvek::test {
 namespace {
@@ -285,6 +286,12 @@ TEST_F(EdMailTest, LosesAMailWithoutAnEndLineWithoutAWord)
     gather({u"Hello"}, false);
     EXPECT_EQ(text[0], u"");
     EXPECT_EQ(line, u"From:next");
+}
+
+TEST_F(EdMailTest, YieldsAtEachBlockThatIsEmptiedAndAtEachLine)
+{
+    EXPECT_EQ(yieldsOf([&] { gather({}, false); }), 16 + 1) << "the next mail's first line";
+    EXPECT_EQ(yieldsOf([&] { gather({u"a", u"", u"b"}, false); }), 16 + 3 + 1);
 }
 
 }

@@ -1,5 +1,6 @@
 #include "import/import_fixture.h"
 #include "import/tmp_read.h"
+#include "support/yield_watch.h"
 
 namespace tolvek::test {
 namespace {
@@ -566,6 +567,12 @@ TEST_F(TmpReadTest, ClosesTheFile)
     given({at(10)});
     read();
     EXPECT_EQ(freeFile(), 1);
+}
+
+TEST_F(TmpReadTest, EachLineYields)
+{
+    givenTmpLines({u"<Start>", u"not a label", u"", u"neither is this"});
+    EXPECT_EQ(yieldsOf(read), 3);
 }
 
 }

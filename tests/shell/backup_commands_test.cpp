@@ -253,5 +253,15 @@ TEST_F(BackUpTest, ADatabaseThatWasLeftOpenIsClosedFirst)
     EXPECT_EQ(rows(u"tblTolvek"), 0);
 }
 
+TEST_F(BackUpTest, EventsRunBeforeAndBetweenTheRebuildingsAfterTheMailsHaveMoved)
+{
+    int between = 0;
+    const YieldWatch yields([&] {
+        if (gBusyFlag == -1 && exists("Tolvek_20000225.Mdb") && !gDb.isOpen()) ++between;
+    });
+    backUp();
+    EXPECT_EQ(between, 4);
+}
+
 }
 }

@@ -62,7 +62,7 @@ protected:
     void showActive()
     {
         form.Show();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(form.window()));
+        EXPECT_TRUE(QTest::qWaitForWindowActive(form.window(), 60000));
     }
     void clickEntry(ListBox& list, int row)
     {

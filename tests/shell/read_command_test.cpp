@@ -10,6 +10,7 @@
 #include "support/archive_fixture.h"
 #include "support/modal_script.h"
 #include "support/report_list.h"
+#include "support/yield_watch.h"
 #include "window/frm_tolvek.h"
 #include "window/status.h"
 
@@ -483,6 +484,15 @@ TEST_F(MailBoxReadTest, HostileNamesAndSubjectsAreTextOnTheirWholeWay)
     EXPECT_EQ(rows(u"tblTolvek"), 3);
     EXPECT_EQ(rows(u"tblFilter"), 1);
     EXPECT_EQ(rows(u"tblFilterData"), 3);
+}
+
+TEST_F(MailBoxReadTest, TheWalkYieldsAfterEachDrawerChosenOrNot)
+{
+    EXPECT_EQ(test::yieldsOf(MailBoxRead), 2 * 15);
+    receive(0);
+    receive(3);
+    send(1);
+    EXPECT_EQ(test::yieldsOf(MailBoxRead), 2 * 15);
 }
 
 }

@@ -7,6 +7,7 @@
 #include "support/painted.h"
 #include "support/report_list.h"
 #include "support/window_fixture.h"
+#include "support/yield_watch.h"
 
 #include <algorithm>
 
@@ -477,6 +478,17 @@ TEST_F(StoreCommandsTest, AQuestionThatCantBeAskedIsToldAndDoesNothing)
                      u"エラーメッセージ (memDBEdit_Click)"}));
     EXPECT_EQ(rows(u"tblTolvek"), 2);
     EXPECT_FALSE(exists("tblTolvek.Txt"));
+}
+
+TEST_F(StoreCommandsTest, BothWaysYieldAfterTheThirdTableAndEachLaterOne)
+{
+    execute(Statement{u"DELETE FROM tblTolvek"});
+    execute(Statement{u"DELETE FROM tblSearch_Addresses"});
+    execute(Statement{u"DELETE FROM tblSearch_Name"});
+    boxes.expect(kLoaded);
+    EXPECT_EQ(test::yieldsOf(dbLoad), 4) << "no file, so no table yields itself";
+    boxes.expect(kUnLoaded);
+    EXPECT_EQ(test::yieldsOf(dbUnLoad), 4) << "no rows";
 }
 
 }

@@ -2,6 +2,7 @@
 
 #include "store/schema.h"
 #include "support/archive_fixture.h"
+#include "support/yield_watch.h"
 
 namespace tolvek::test {
 namespace {
@@ -214,6 +215,12 @@ TEST_F(TableCreateTest, NamesAndSubjectAreNotPartOfAMailsIdentity)
     EXPECT_EQ(numberOfStoring(other), 3022);
     other.SubKey = 1;
     EXPECT_EQ(numberOfStoring(other), 0);
+}
+
+TEST_F(TableCreateTest, TheFileAndEachTableYield)
+{
+    gDbPath = joinPath(appPath(), u"Other.Mdb");
+    EXPECT_EQ(yieldsOf(Table_Create), 1 + 6);
 }
 
 }

@@ -3,6 +3,7 @@
 #include "store/text_dump.h"
 
 #include "store/text_dump_fixture.h"
+#include "support/yield_watch.h"
 
 namespace tolvek::test {
 namespace {
@@ -196,6 +197,17 @@ TEST_F(TextLoadTest, ARecordThatCantBeStoredKeepsThoseBeforeIt)
         EXPECT_EQ(column(u"SELECT tblFriend_Address FROM tblFriend"), Texts{u"a@x.jp"});
         EXPECT_FALSE(gDb.isOpen());
         EXPECT_EQ(freeFile(), 1) << "the text file is closed";
+    }
+}
+
+TEST_F(TextLoadTest, ALoadYieldsOnceAndAtEachRecord)
+{
+    for (const int count : {0, 3}) {
+        Text records;
+        for (int i = 0; i < count; ++i)
+            records += u"\"" + decimal(i) + u"\"\r\n";
+        givenText("tblSearch_Addr.Txt", records);
+        EXPECT_EQ(yieldsOf(tblSearch_Addresses_Load), 1 + count);
     }
 }
 

@@ -85,7 +85,7 @@ TEST(DoEventsTest, AnObjectWhoseSlotYieldsIsNotDeletedUnderIt)
         DoEventsNow();
         stoodInside = !alive.isNull();
     });
-    EXPECT_TRUE(QTest::qWaitFor([&] { return alive.isNull(); }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return alive.isNull(); }, 60000));
     EXPECT_TRUE(stoodInside);
 }
 

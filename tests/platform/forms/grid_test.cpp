@@ -236,7 +236,7 @@ TEST_F(GridTest, TheFocusMarksNoCellOfItsOwn)
     const QRect first = grid.cellRect(1, 1);
     const QImage before = grid.viewport()->grab(first).toImage();
     grid.window()->activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(grid.window()));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(grid.window(), 60000));
     grid.SetFocus();
     key(grid, Qt::Key_Up);
     EXPECT_EQ(grid.viewport()->grab(first).toImage(), before);

@@ -27,7 +27,7 @@ protected:
         form.Show();
         onEvent(help, &MenuEntry::Click, [this] { ++clicks; });
         form.window()->activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(form.window()));
+        EXPECT_TRUE(QTest::qWaitForWindowActive(form.window(), 60000));
     }
     ~MenuTest() override { form.Unload(); }
 

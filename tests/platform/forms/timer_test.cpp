@@ -10,6 +10,8 @@ namespace tolvek::test {
 
 namespace {
 
+constexpr int kPatience = 60000; // milliseconds, on a machine that is busy
+
 class TimerTest : public testing::Test {
 protected:
     Timer& start(int interval)
@@ -26,7 +28,7 @@ protected:
 TEST_F(TimerTest, TicksWhileItIsEnabled)
 {
     Timer& timer = start(1);
-    EXPECT_TRUE(QTest::qWaitFor([this] { return ticks >= 3; }));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return ticks >= 3; }, kPatience));
     timer.setEnabled(false);
     const int before = ticks;
     QTest::qWait(5);
@@ -41,7 +43,7 @@ TEST_F(TimerTest, AnIntervalOfZeroNeverTicks)
     EXPECT_EQ(ticks, 0);
     EXPECT_TRUE(timer.Enabled());
     timer.setInterval(1);
-    EXPECT_TRUE(QTest::qWaitFor([this] { return ticks > 0; }));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return ticks > 0; }, kPatience));
 }
 
 TEST_F(TimerTest, ATickThatYieldsForLongIsNoObstacleToTheNext)
@@ -50,9 +52,9 @@ TEST_F(TimerTest, ATickThatYieldsForLongIsNoObstacleToTheNext)
     auto* timer = new Timer(form, u"Timer1", 1);
     bool nested = false;
     onEvent(timer, &Timer::Tick, [&] {
-        if (++ticks == 1) nested = QTest::qWaitFor([this] { return ticks >= 3; });
+        if (++ticks == 1) nested = QTest::qWaitFor([this] { return ticks >= 3; }, kPatience);
     });
-    EXPECT_TRUE(QTest::qWaitFor([this] { return ticks >= 4; }, 20000));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return ticks >= 4; }, kPatience));
     EXPECT_TRUE(nested);
 }
 
@@ -60,7 +62,7 @@ TEST_F(TimerTest, ATickMaySwitchItsTimerOff)
 {
     Timer& timer = start(1);
     onEvent(&timer, &Timer::Tick, [&] { timer.setEnabled(false); });
-    EXPECT_TRUE(QTest::qWaitFor([this] { return ticks > 0; }));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return ticks > 0; }, kPatience));
     QTest::qWait(5);
     EXPECT_EQ(ticks, 1);
 }
@@ -68,7 +70,7 @@ TEST_F(TimerTest, ATickMaySwitchItsTimerOff)
 TEST_F(TimerTest, NoTickComesOnceTheFormIsUnloaded)
 {
     start(1);
-    EXPECT_TRUE(QTest::qWaitFor([this] { return ticks > 0; }));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return ticks > 0; }, kPatience));
     form.Unload();
     const int before = ticks;
     QTest::qWait(5);
