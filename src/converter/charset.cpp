@@ -29,9 +29,12 @@ bool contradicts(std::string_view bytes, Charset label)
         return !isValidEucJp(bytes);
     case Charset::Ansi:
         return !isValidAnsi(bytes);
-    default:
-        return true;
+    case Charset::Ascii:
+    case Charset::Western:
+    case Charset::Other:
+        break; // a label that any bytes contradict
     }
+    return true;
 }
 
 // What the bytes are for certain, whatever the label says; Other when nothing is.

@@ -80,9 +80,12 @@ Text decodeAs(std::string_view bytes, Charset charset)
         return fromUtf8(bytes);
     case Charset::EucJp:
         return decodeEucJp(bytes);
-    default:
-        return fromAnsi(bytes);
+    case Charset::Ascii:
+    case Charset::Ansi:
+    case Charset::Other:
+        break; // plain ASCII is within the code page, and an unknown charset is most likely it
     }
+    return fromAnsi(bytes);
 }
 
 bool isKnownName(const std::string& name)

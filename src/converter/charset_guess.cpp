@@ -34,8 +34,7 @@ Step ansiStep(std::string_view bytes)
     const auto next = static_cast<unsigned char>(bytes.size() > 1 ? bytes[1] : 0);
     if (c < 0x80) return {0, 1};
     if (within(c, 0xA1, 0xDF)) return {kHalfKana, 1};
-    const bool lead = within(c, 0x81, 0x9F) || within(c, 0xE0, 0xFC);
-    if (!lead || !(within(next, 0x40, 0x7E) || within(next, 0x80, 0xFC))) return {kBroken, 1};
+    if (!isLeadByte(c) || !isTrailByte(next)) return {kBroken, 1};
     return {c == 0x82 || c == 0x83 ? kKana : kKanji, 2};
 }
 

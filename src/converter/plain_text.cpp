@@ -20,7 +20,7 @@ bool isControl(char16_t c)
 std::size_t characterLength(std::string_view ansi)
 {
     const auto c = static_cast<unsigned char>(ansi.front());
-    return (c >= 0x81 && c <= 0x9F) || (c >= 0xE0 && c <= 0xFC) ? 2 : 1;
+    return isLeadByte(c) ? 2 : 1;
 }
 
 // Nothing is done to these.

@@ -2,6 +2,7 @@
 
 #include "platform/dao/alone.h"
 #include "platform/dao/dao.h"
+#include "platform/runtime/file_failure.h"
 #include "platform/runtime/numbers.h"
 #include "platform/runtime/paths.h"
 #include "platform/runtime/runtime_error.h"
@@ -20,11 +21,7 @@ constexpr TextView kCompanions[] = {u"-journal", u"-wal", u"-shm"};
 void withFileErrors(const std::function<void()>& work)
 {
     DBEngine::Rest();
-    try {
-        work();
-    } catch (const std::system_error& failure) {
-        throw fileError(failure.code());
-    }
+    asFileError(work);
 }
 
 // The file may be corrupt or of another format, so it isn't opened as a database.

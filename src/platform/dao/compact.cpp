@@ -1,6 +1,6 @@
 #include "platform/dao/engine.h"
 #include "platform/dao/jet_import.h"
-#include "platform/dao/on_disk.h"
+#include "platform/runtime/file_failure.h"
 #include "platform/runtime/paths.h"
 #include "platform/system/files.h"
 
@@ -45,7 +45,7 @@ void requireSound(Connection& connection, TextView check)
 void writeCopy(Connection& source, const path& side)
 {
     requireSound(source, u"PRAGMA integrity_check");
-    onDisk([&] { OpenFile(side, OpenFile::Mode::Anew).close(); });
+    asFileError([&] { OpenFile(side, OpenFile::Mode::Anew).close(); });
     const auto query = source.query(u"VACUUM INTO ?1");
     query->bind(1, TextView(pathText(side))).run();
 }
@@ -113,7 +113,7 @@ void flushNewName(const path& target)
 
 void putInPlace(const path& side, const path& target)
 {
-    onDisk([&] {
+    asFileError([&] {
         flushFileToDisk(side);
         removeJournals(target);
         renameFile(side, target);
@@ -125,7 +125,7 @@ void putInPlace(const path& side, const path& target)
 // run that was killed.
 void removeSide(const path& side)
 {
-    if (fileExists(side)) onDisk([&] { removeFile(side); });
+    if (fileExists(side)) asFileError([&] { removeFile(side); });
 }
 
 // Callers ignore 53 and would go on to delete the source. 58 comes from the rename, when

@@ -1,10 +1,10 @@
 #include "platform/dao/connection.h"
 
 #include "platform/dao/general_order.h"
-#include "platform/dao/on_disk.h"
 #include "platform/dao/probe_vfs.h"
 #include "platform/dao/sqlite_error.h"
 #include "platform/dao/statement_error.h"
+#include "platform/runtime/file_failure.h"
 #include "platform/runtime/paths.h"
 #include "platform/system/files.h"
 
@@ -81,7 +81,7 @@ std::shared_ptr<Connection> Connection::create(const std::filesystem::path& path
 {
     std::shared_ptr<Connection> created(new Connection(path));
     if (!folderExists(folderOf(path))) throw RuntimeError(76);
-    onDisk([&] { OpenFile(path, OpenFile::Mode::Anew).close(); });
+    asFileError([&] { OpenFile(path, OpenFile::Mode::Anew).close(); });
     created->openHandle(SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
     // The encoding of the program's texts. The rules of columns and damaged_file.cpp rely
     // on it.
@@ -243,7 +243,7 @@ void Connection::removeColdJournal()
         if (error.number() == 3356) return;
         throw;
     }
-    onDisk([&] { removeFile(journal); });
+    asFileError([&] { removeFile(journal); });
     rollback();
 }
 
@@ -252,7 +252,7 @@ void Connection::removeColdJournal()
 void Connection::removeForeignLog()
 {
     const std::filesystem::path log = beside("-wal");
-    if (fileExists(log)) onDisk([&] { removeFile(log); });
+    if (fileExists(log)) asFileError([&] { removeFile(log); });
 }
 
 bool Connection::hasMoved() const
@@ -393,7 +393,7 @@ void Connection::settle()
 void Connection::force()
 {
     if (!written_ || hasMoved()) return;
-    onDisk([&] {
+    asFileError([&] {
         flushFileToDisk(path_);
         flushFolder(folderOf(path_));
     });

@@ -1,8 +1,8 @@
 #include "platform/dao/hold.h"
 
-#include "platform/dao/on_disk.h"
 #include "platform/dao/probe_vfs.h"
 #include "platform/dao/sqlite_error.h"
+#include "platform/runtime/file_failure.h"
 #include "platform/runtime/paths.h"
 #include "platform/system/files.h"
 #include "platform/system/process.h"
@@ -68,7 +68,7 @@ namespace {
 FileStamp stampOf(const std::filesystem::path& path)
 {
     if (!fileExists(path)) throw lockedError(pathText(path));
-    return onDisk([&] { return fileStamp(path); });
+    return asFileError([&] { return fileStamp(path); });
 }
 
 }

@@ -1,7 +1,7 @@
 #include "platform/dao/jet_child.h"
 
 #include "platform/dao/jet_head.h"
-#include "platform/dao/on_disk.h"
+#include "platform/runtime/file_failure.h"
 #include "platform/runtime/paths.h"
 #include "platform/system/child_program.h"
 #include "platform/system/files.h"
@@ -65,7 +65,7 @@ void requireReadable(const std::filesystem::path& path)
 
 [[noreturn]] void throwDamaged(const std::filesystem::path& path)
 {
-    onDisk([&] { requireReadable(path); });
+    asFileError([&] { requireReadable(path); });
     throw RuntimeError(3343, pathText(path));
 }
 
@@ -92,7 +92,7 @@ bool tookAll(const std::filesystem::path& source, std::uintmax_t size, JetStream
 
 void readJet(const std::filesystem::path& source, JetReceiver& receiver)
 {
-    onDisk([&] {
+    asFileError([&] {
         const std::uintmax_t size = std::filesystem::file_size(source);
         JetStream stream(receiver, size);
         const bool whole = tookAll(source, size, stream);

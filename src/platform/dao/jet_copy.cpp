@@ -1,8 +1,8 @@
 #include "platform/dao/jet_copy.h"
 
 #include "platform/dao/jet_import.h"
-#include "platform/dao/on_disk.h"
 #include "platform/dao/schema_check.h"
+#include "platform/runtime/file_failure.h"
 #include "platform/runtime/paths.h"
 #include "platform/system/files.h"
 #include "platform/system/private_folder.h"
@@ -15,7 +15,7 @@ namespace {
 
 class PrivateFolder {
 public:
-    PrivateFolder() : path_(onDisk([] { return makePrivateFolder(); })) {}
+    PrivateFolder() : path_(asFileError([] { return makePrivateFolder(); })) {}
     ~PrivateFolder()
     {
         // What can't be removed is left to the system, which cleans its temporary folder.
@@ -33,7 +33,7 @@ private:
 // Opening the copy makes the engine checkpoint the log or roll back the journal.
 void recover(const std::filesystem::path& source, const std::filesystem::path& copy)
 {
-    onDisk([&] {
+    asFileError([&] {
         copyFileContents(source, copy, true);
         for (const char* suffix : {"-wal", "-journal"})
             if (fileExists(source.string() + suffix))
@@ -71,7 +71,8 @@ template <class Work> auto as(const std::filesystem::path& source, const Work& w
 
 std::shared_ptr<Connection> JetCopy::of(const std::filesystem::path& source)
 {
-    const FileStamp stamp = as(source, [&] { return onDisk([&] { return fileStamp(source); }); });
+    const FileStamp stamp =
+        as(source, [&] { return asFileError([&] { return fileStamp(source); }); });
     const bool isSame = kept_ && kept_->isOpen() && kept_->path() == source && stamp == stamp_;
     if (isSame) return kept_;
     kept_.reset(); // databases that use it keep it alive

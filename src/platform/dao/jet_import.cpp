@@ -4,7 +4,7 @@
 #include "platform/dao/connection.h"
 #include "platform/dao/jet_child.h"
 #include "platform/dao/jet_head.h"
-#include "platform/dao/on_disk.h"
+#include "platform/runtime/file_failure.h"
 #include "platform/runtime/paths.h"
 #include "platform/system/files.h"
 
@@ -155,7 +155,7 @@ private:
 
 FileHead headOf(const std::filesystem::path& path)
 {
-    return onDisk([&] {
+    return asFileError([&] {
         OpenFile file(path, OpenFile::Mode::Read);
         FileHead head{};
         file.read(reinterpret_cast<char*>(head.data()), head.size());

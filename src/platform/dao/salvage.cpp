@@ -1,7 +1,7 @@
 #include "platform/dao/column_rules.h"
 #include "platform/dao/damaged_file.h"
 #include "platform/dao/engine.h"
-#include "platform/dao/on_disk.h"
+#include "platform/runtime/file_failure.h"
 
 namespace tolvek {
 
@@ -88,7 +88,7 @@ Sources opened(const std::vector<Text>& damaged, const std::vector<Rows>& tables
 int DBEngine::SalvageRows(const std::vector<Text>& damaged, TextView target,
                           const std::vector<TableDef>& tables)
 {
-    return onDisk([&] {
+    return asFileError([&] {
         OpenHandle into(Engine::instance().acquire(absoluteOf(target)));
         Connection& connection = *into.connection;
         Engine::instance().prepareToWrite(into.connection);

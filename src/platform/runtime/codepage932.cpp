@@ -49,20 +49,10 @@ Converter openConverter()
     return converter;
 }
 
-constexpr bool isLead(unsigned byte)
-{
-    return (byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xFC);
-}
-
-constexpr bool isTrail(unsigned byte)
-{
-    return byte >= 0x40 && byte <= 0xFC && byte != 0x7F;
-}
-
 void fillDoubleBytes(Tables& tables, UConverter* converter)
 {
     for (unsigned code = 0x8140; code <= 0xFCFC; ++code) {
-        if (!isLead(code >> 8) || !isTrail(code & 0xFF)) continue;
+        if (!isLeadByte(code >> 8) || !isTrailByte(code & 0xFF)) continue;
         const char bytes[] = {static_cast<char>(code >> 8), static_cast<char>(code)};
         char16_t units[4];
         UErrorCode status = U_ZERO_ERROR;
@@ -163,9 +153,9 @@ void append(std::string& bytes, std::uint16_t code)
 unsigned takeCode(std::string_view bytes, std::size_t& at)
 {
     const unsigned first = static_cast<unsigned char>(bytes[at++]);
-    if (!isLead(first) || at >= bytes.size()) return first;
+    if (!isLeadByte(first) || at >= bytes.size()) return first;
     const unsigned second = static_cast<unsigned char>(bytes[at]);
-    if (!isTrail(second)) return first;
+    if (!isTrailByte(second)) return first;
     ++at;
     return first << 8 | second;
 }

@@ -18,6 +18,17 @@ std::string toAnsi(TextView text);
 // Invalid bytes (a lone lead byte, an unassigned code) become U+30FB.
 Text fromAnsi(std::string_view bytes);
 
+// The first byte of a character of two bytes.
+constexpr bool isLeadByte(unsigned byte)
+{
+    return (byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xFC);
+}
+// The second one.
+constexpr bool isTrailByte(unsigned byte)
+{
+    return byte >= 0x40 && byte <= 0xFC && byte != 0x7F;
+}
+
 // True if the code page has every character, with no replacement needed.
 bool fitsAnsi(TextView text);
 

@@ -11,17 +11,12 @@ namespace tolvek {
 
 namespace {
 
-bool isLead(unsigned char byte)
-{
-    return (byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xFC);
-}
-
 // At most `limit` bytes, without half a character at the end.
 std::string wholeCharacters(const std::string& bytes, std::size_t limit)
 {
     std::size_t end = 0;
     while (end < bytes.size()) {
-        const std::size_t size = isLead(static_cast<unsigned char>(bytes[end])) ? 2 : 1;
+        const std::size_t size = isLeadByte(static_cast<unsigned char>(bytes[end])) ? 2 : 1;
         if (end + size > limit) break;
         end += size;
     }
