@@ -61,9 +61,12 @@ std::string_view labelOf(Charset charset)
         return "euc-jp";
     case Charset::Ansi:
         return "cp932";
-    default:
-        return "";
+    case Charset::Ascii:
+    case Charset::Western:
+    case Charset::Other:
+        break; // no label: read as the file's own
     }
+    return "";
 }
 
 void labelByGuess(std::vector<CardValue>& values)
