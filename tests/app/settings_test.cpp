@@ -11,7 +11,7 @@
 namespace tolvek::test {
 namespace {
 
-class FindSettingsFileTest : public ::testing::Test {
+class SettingsFindFileTest : public ::testing::Test {
 protected:
     void SetUp() override
     {
@@ -31,14 +31,14 @@ protected:
     MsgBoxScript boxes;
 };
 
-TEST_F(FindSettingsFileTest, WithoutAnOldFileOnlyThePathIsFixed)
+TEST_F(SettingsFindFileTest, WithoutAnOldFileOnlyThePathIsFixed)
 {
     findSettingsFile();
     EXPECT_EQ(gIniPath, settingsPath());
     EXPECT_FALSE(fileExists(program / "TOLVEK.ini"));
 }
 
-TEST_F(FindSettingsFileTest, AnOldFileMovesBesideTheExecutable)
+TEST_F(SettingsFindFileTest, AnOldFileMovesBesideTheExecutable)
 {
     writeBytes(windows / "TOLVEK.ini", "old");
     findSettingsFile();
@@ -46,7 +46,7 @@ TEST_F(FindSettingsFileTest, AnOldFileMovesBesideTheExecutable)
     EXPECT_FALSE(fileExists(windows / "TOLVEK.ini"));
 }
 
-TEST_F(FindSettingsFileTest, AFileBesideTheExecutableStaysAndTheOldOneGoes)
+TEST_F(SettingsFindFileTest, AFileBesideTheExecutableStaysAndTheOldOneGoes)
 {
     writeBytes(windows / "TOLVEK.ini", "old");
     writeBytes(program / "TOLVEK.ini", "own");
@@ -55,14 +55,14 @@ TEST_F(FindSettingsFileTest, AFileBesideTheExecutableStaysAndTheOldOneGoes)
     EXPECT_FALSE(fileExists(windows / "TOLVEK.ini"));
 }
 
-TEST_F(FindSettingsFileTest, WithoutAWindowsFolderNothingIsLookedFor)
+TEST_F(SettingsFindFileTest, WithoutAWindowsFolderNothingIsLookedFor)
 {
     setWindowsFolder({});
     findSettingsFile();
     EXPECT_EQ(gIniPath, settingsPath());
 }
 
-TEST_F(FindSettingsFileTest, AnOldFileThatCantBeDeletedIsReportedAndThePathIsFixed)
+TEST_F(SettingsFindFileTest, AnOldFileThatCantBeDeletedIsReportedAndThePathIsFixed)
 {
     writeBytes(windows / "TOLVEK.ini", "old");
     setFileProbe([](FileOperation operation, const Path&) {
@@ -75,7 +75,7 @@ TEST_F(FindSettingsFileTest, AnOldFileThatCantBeDeletedIsReportedAndThePathIsFix
     EXPECT_EQ(gIniPath, settingsPath());
 }
 
-TEST(FriendTwipsTest, MeasuresStopAtTheEndsOfABasicInteger)
+TEST(SettingsFriendTwipsTest, MeasuresStopAtTheEndsOfABasicInteger)
 {
     EXPECT_EQ(friendTwips(5445), 5445);
     EXPECT_EQ(friendTwips(0.5), 0);
@@ -84,7 +84,7 @@ TEST(FriendTwipsTest, MeasuresStopAtTheEndsOfABasicInteger)
     EXPECT_EQ(friendTwips(-40000), -32768);
 }
 
-TEST(VersionTextTest, IsMajorMinorRevision)
+TEST(SettingsVersionTextTest, IsMajorMinorRevision)
 {
     EXPECT_EQ(versionText(), u"3.3.1");
 }

@@ -3,12 +3,10 @@
 #include "support/window_fixture.h"
 #include "support/yield_watch.h"
 
-namespace tolvek {
+namespace tolvek::test {
 namespace {
 
-using test::mail;
-
-class MailViewTest : public test::WindowFixture {
+class MailViewTest : public WindowFixture {
 protected:
     void list(const Text& address) { dspSubject(form, address); }
 };
@@ -86,7 +84,7 @@ TEST_F(MailViewTest, AMailThatIsShownYieldsAfterItsText)
     store(mail(u"a@x.jp", u"b@x.jp"));
     list(u"a@x.jp");
     Text shown;
-    const test::YieldWatch yields([&] { shown = form.txtMail->Text(); });
+    const YieldWatch yields([&] { shown = form.txtMail->Text(); });
     dspMail(form, 0);
     EXPECT_EQ(yields.count(), 2) << "the count of rows has one too";
     EXPECT_EQ(shown, u"本文\r\n");

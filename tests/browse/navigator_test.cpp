@@ -8,12 +8,10 @@
 #include <QApplication>
 #include <QMouseEvent>
 
-namespace tolvek {
+namespace tolvek::test {
 namespace {
 
-using test::mail;
-
-class NavigatorTest : public test::WindowFixture {
+class NavigatorTest : public WindowFixture {
 protected:
     static void addAddress(const Text& address)
     {
@@ -29,7 +27,7 @@ protected:
     }
     Text brokenArchive() const
     {
-        test::writeBytes(file("Broken.Mdb"), std::string(5000, 'x'));
+        writeBytes(file("Broken.Mdb"), std::string(5000, 'x'));
         return joinPath(appPath(), u"Broken.Mdb");
     }
     static void click(QWidget& widget)
@@ -351,7 +349,7 @@ TEST_F(NavigatorTest, AListYieldsAtEachRowThatIsCountedAndOnceAtItsEnd)
     void (*const lists[])(frmTolvek&) = {dspSearch_Addr, dspSearch_Name, dspSearch_Date,
                                          dspSearch_Filter};
     for (const auto list : lists)
-        EXPECT_EQ(test::yieldsOf([&] { list(form); }), 0);
+        EXPECT_EQ(yieldsOf([&] { list(form); }), 0);
     for (const int n : {1, 2, 3}) {
         addAddress(decimal(n));
         addName(decimal(n));
@@ -359,7 +357,7 @@ TEST_F(NavigatorTest, AListYieldsAtEachRowThatIsCountedAndOnceAtItsEnd)
         addFilter(n, 1, 0, u"title", u"s");
     }
     for (const auto list : lists)
-        EXPECT_EQ(test::yieldsOf([&] { list(form); }), 3 + 1);
+        EXPECT_EQ(yieldsOf([&] { list(form); }), 3 + 1);
 }
 
 }

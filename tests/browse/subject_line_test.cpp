@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace tolvek {
+namespace tolvek::test {
 namespace {
 
 SubjectLine received(const Text& name)
@@ -17,7 +17,7 @@ Text rowOf(const SubjectLine& line)
     return row;
 }
 
-TEST(SubjectLine, AReceivedMailShowsItsSenderAndASentOneItsReceiver)
+TEST(SubjectLineTest, AReceivedMailShowsItsSenderAndASentOneItsReceiver)
 {
     SubjectLine line = received(u"花子");
     EXPECT_EQ(rowOf(line), u" 2000/02/15 10:11:12 受　　差出人：花子" + blanks(16) + u"件名");
@@ -25,7 +25,7 @@ TEST(SubjectLine, AReceivedMailShowsItsSenderAndASentOneItsReceiver)
     EXPECT_EQ(rowOf(line), u" 2000/02/15 10:11:12 　送　受取人：受取" + blanks(16) + u"件名");
 }
 
-TEST(SubjectLine, SubjectsStandInOneColumnWhileNamesAreShort)
+TEST(SubjectLineTest, SubjectsStandInOneColumnWhileNamesAreShort)
 {
     for (const Text& name : {Text(u"a"), Text(u"花子"), Text(u"ﾊﾅｺ"), Text(u"①②③"), Text()}) {
         const Text row = rowOf(received(name));
@@ -34,7 +34,7 @@ TEST(SubjectLine, SubjectsStandInOneColumnWhileNamesAreShort)
     }
 }
 
-TEST(SubjectLine, ANameOfExactlyTheWidthGetsNoBlanksAndALongerOnePushesTheSubject)
+TEST(SubjectLineTest, ANameOfExactlyTheWidthGetsNoBlanksAndALongerOnePushesTheSubject)
 {
     // 21 bytes of date and time, 14 of the direction, one blank after the name.
     const Text exact(55 - 21 - 14 - 1, u'x');
@@ -45,12 +45,12 @@ TEST(SubjectLine, ANameOfExactlyTheWidthGetsNoBlanksAndALongerOnePushesTheSubjec
     EXPECT_EQ(ansiLength(row), 55 + 2 + 4);
 }
 
-TEST(SubjectLine, NamesAndSubjectsAreTrimmed)
+TEST(SubjectLineTest, NamesAndSubjectsAreTrimmed)
 {
     EXPECT_EQ(rowOf(received(u" 　花子　 ")), rowOf(received(u"花子")));
 }
 
-TEST(SubjectLine, AStoredTimeOfFiveDigitsShowsAsItIsCut)
+TEST(SubjectLineTest, AStoredTimeOfFiveDigitsShowsAsItIsCut)
 {
     SubjectLine line = received(u"a");
     line.HMS = u"90500";

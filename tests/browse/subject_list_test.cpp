@@ -7,12 +7,10 @@
 #include "support/window_fixture.h"
 #include "support/yield_watch.h"
 
-namespace tolvek {
+namespace tolvek::test {
 namespace {
 
-using test::mail;
-
-class SubjectListTest : public test::WindowFixture {
+class SubjectListTest : public WindowFixture {
 protected:
     std::vector<Text> subjects() const
     {
@@ -22,7 +20,7 @@ protected:
         return found;
     }
 
-    static void storeResult(int id, int rule, const test::Mail& m)
+    static void storeResult(int id, int rule, const Mail& m)
     {
         Statement sql{
             u"INSERT INTO tblFilterData ( tblFilterDt_Id, tblFilterDt_No, tblFilterDt_Date, "
@@ -48,8 +46,8 @@ TEST_F(SubjectListTest, AnAddressListsItsMailsOfBothDirectionsByTime)
 
 TEST_F(SubjectListTest, ANameListSortsBySubKeyBeforeTime)
 {
-    test::Mail late = mail(u"a@x.jp", u"b@x.jp", u"先", u"20000301", u"120000");
-    test::Mail early = mail(u"a@x.jp", u"b@x.jp", u"後", u"20000301", u"080000");
+    Mail late = mail(u"a@x.jp", u"b@x.jp", u"先", u"20000301", u"120000");
+    Mail early = mail(u"a@x.jp", u"b@x.jp", u"後", u"20000301", u"080000");
     early.SubKey = 1;
     late.SndName = early.SndName = u"花";
     store(late);
@@ -160,7 +158,7 @@ TEST_F(SubjectListTest, TheLastRowThatTheBlocksHoldIsListedAndTheLimitIsReported
 TEST_F(SubjectListTest, AFilterViewListsTheResultsOfItsRuleByInstant)
 {
     gFilterRule[3].No = 40;
-    test::Mail second = mail(u"a@x.jp", u"b@x.jp", u"二", u"20000301", u"120000");
+    Mail second = mail(u"a@x.jp", u"b@x.jp", u"二", u"20000301", u"120000");
     second.SndRcvFlag = true;
     storeResult(1, 40, second);
     storeResult(2, 40, mail(u"a@x.jp", u"b@x.jp", u"一", u"20000301", u"080000"));
@@ -210,12 +208,12 @@ TEST_F(SubjectListTest, TheListYieldsAtEachRowThatIsCountedAndOnceAtItsEnd)
     const std::function<void()> fills[] = {[&] { dspSubject(form, u"a@x.jp"); },
                                            [&] { dspSubject_Filter(form, 0); }};
     for (const auto& fill : fills)
-        EXPECT_EQ(test::yieldsOf(fill), 0);
+        EXPECT_EQ(yieldsOf(fill), 0);
     storeMany(3, u"a@x.jp");
     for (const int id : {1, 2, 3})
         storeResult(id, 10, mail(u"a@x.jp", u"b@x.jp"));
     for (const auto& fill : fills)
-        EXPECT_EQ(test::yieldsOf(fill), 3 + 1);
+        EXPECT_EQ(yieldsOf(fill), 3 + 1);
 }
 
 }

@@ -10,7 +10,7 @@
 namespace tolvek::test {
 namespace {
 
-TEST(BigBox, HoldsThatManyMailsOfSomeTwoKilobytes)
+TEST(BigBoxTest, HoldsThatManyMailsOfSomeTwoKilobytes)
 {
     const TempFolder folder;
     sample::makeBigBox(folder / "big", 1000);
@@ -29,7 +29,7 @@ TEST(BigBox, HoldsThatManyMailsOfSomeTwoKilobytes)
     EXPECT_EQ(dates.size(), 1000u);
 }
 
-TEST(BigBox, IsTheSameEachTime)
+TEST(BigBoxTest, IsTheSameEachTime)
 {
     const TempFolder folder;
     sample::makeBigBox(folder / "one", 50);

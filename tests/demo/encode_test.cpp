@@ -11,7 +11,7 @@ namespace {
 
 constexpr TextView kText = u"はな & ﾐｷ、①㈱髙ー表ソ～";
 
-TEST(SampleEncoding, EveryCharsetReadsBackTheSame)
+TEST(EncodeTest, EveryCharsetReadsBackTheSame)
 {
     using sample::Charset;
     for (const Charset charset :
@@ -25,7 +25,7 @@ TEST(SampleEncoding, EveryCharsetReadsBackTheSame)
     }
 }
 
-TEST(SampleEncoding, TransferEncodingsReadBackTheSame)
+TEST(EncodeTest, TransferEncodingsReadBackTheSame)
 {
     const std::string bytes = toUtf8(kText) + "=\x01 end";
     EXPECT_EQ(decodeBase64(sample::base64(bytes)), bytes);

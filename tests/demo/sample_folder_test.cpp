@@ -26,7 +26,7 @@ std::map<std::string, std::string> filesBelow(const std::filesystem::path& folde
     return files;
 }
 
-class SampleFolder : public ::testing::Test {
+class SampleFolderTest : public ::testing::Test {
 protected:
     static void SetUpTestSuite()
     {
@@ -55,7 +55,7 @@ protected:
     static std::unique_ptr<TempFolder> folder_;
 };
 
-std::unique_ptr<TempFolder> SampleFolder::folder_;
+std::unique_ptr<TempFolder> SampleFolderTest::folder_;
 
 std::string addressOf(const std::string& value)
 {
@@ -69,7 +69,7 @@ Identity identity(const ReadMail& mail)
     return {mail.date, addressOf(mail.from), addressOf(mail.to), mail.subject};
 }
 
-TEST_F(SampleFolder, TwoRunsGiveTheSameBytes)
+TEST_F(SampleFolderTest, TwoRunsGiveTheSameBytes)
 {
     const TempFolder again;
     sample::makeSampleFolder(again.path());
@@ -78,7 +78,7 @@ TEST_F(SampleFolder, TwoRunsGiveTheSameBytes)
     EXPECT_EQ(filesBelow(again.path()).size(), 12u);
 }
 
-TEST_F(SampleFolder, EveryBoxConvertsWithItsCount)
+TEST_F(SampleFolderTest, EveryBoxConvertsWithItsCount)
 {
     const TempFolder out;
     for (const sample::SampleBox& box : sample::sampleBoxes()) {
@@ -89,7 +89,7 @@ TEST_F(SampleFolder, EveryBoxConvertsWithItsCount)
     }
 }
 
-TEST_F(SampleFolder, HoldsWhatItsReadmeCounts)
+TEST_F(SampleFolderTest, HoldsWhatItsReadmeCounts)
 {
     std::set<Identity> different;
     std::set<std::string> addresses, names;
@@ -107,7 +107,7 @@ TEST_F(SampleFolder, HoldsWhatItsReadmeCounts)
     EXPECT_EQ(names.size(), 30u);
 }
 
-TEST_F(SampleFolder, EveryMailHasDateTextSenderAndReadableCharacters)
+TEST_F(SampleFolderTest, EveryMailHasDateTextSenderAndReadableCharacters)
 {
     for (const ReadMail& mail : allMails()) {
         EXPECT_FALSE(mail.date.empty()) << mail.subject;
@@ -120,7 +120,7 @@ TEST_F(SampleFolder, EveryMailHasDateTextSenderAndReadableCharacters)
     }
 }
 
-TEST_F(SampleFolder, OneLetterIsLongerThanOneRowOfTheArchive)
+TEST_F(SampleFolderTest, OneLetterIsLongerThanOneRowOfTheArchive)
 {
     const auto mails = allMails();
     const auto count = std::count_if(mails.begin(), mails.end(), [](const ReadMail& mail) {
@@ -139,7 +139,7 @@ ReadFriends bookOf(const std::filesystem::path& folder)
     return readFriendTmp(out / "Friend.Tmp");
 }
 
-TEST_F(SampleFolder, TheFriendBookHoldsPeopleByTheNamesThatTheirMailsHave)
+TEST_F(SampleFolderTest, TheFriendBookHoldsPeopleByTheNamesThatTheirMailsHave)
 {
     std::set<std::string> inMails;
     for (const ReadMail& mail : allMails())
@@ -150,7 +150,7 @@ TEST_F(SampleFolder, TheFriendBookHoldsPeopleByTheNamesThatTheirMailsHave)
         EXPECT_TRUE(inMails.contains(read.address + " (" + read.name + ")")) << read.address;
 }
 
-TEST_F(SampleFolder, TheFriendBookHasAPetOfEachKindByItsCode)
+TEST_F(SampleFolderTest, TheFriendBookHasAPetOfEachKindByItsCode)
 {
     const std::map<std::string, TextView> kinds{
         {"1", u"くま"},     {"2", u"うさぎ"},     {"3", u"かめ"},     {"4", u"ねこ"},
@@ -171,7 +171,7 @@ TEST_F(SampleFolder, TheFriendBookHasAPetOfEachKindByItsCode)
     EXPECT_EQ(seen.size(), kinds.size());
 }
 
-TEST_F(SampleFolder, SomeOfThePeopleWriteBothWaysAndHanaToHerself)
+TEST_F(SampleFolderTest, SomeOfThePeopleWriteBothWaysAndHanaToHerself)
 {
     const auto mails = allMails();
     const auto toMyself = std::count_if(mails.begin(), mails.end(), [](const ReadMail& mail) {

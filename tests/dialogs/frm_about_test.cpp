@@ -9,15 +9,12 @@
 
 #include <QWindow>
 
-namespace tolvek {
+namespace tolvek::test {
 namespace {
-
-using test::ModalScript;
-using test::MsgBoxScript;
 
 const TextView kNoInformation = u"現時点ではｼｽﾃﾑ情報を使用できません";
 
-class AboutTest : public ::testing::Test {
+class FrmAboutTest : public ::testing::Test {
 protected:
     void SetUp() override { clearRegistry(); }
     void TearDown() override { resetRegistry(); }
@@ -38,7 +35,7 @@ protected:
     frmAbout dialog;
 };
 
-TEST_F(AboutTest, ShowsTheVersionAndWhatTheProgramIs)
+TEST_F(FrmAboutTest, ShowsTheVersionAndWhatTheProgramIs)
 {
     atDialog([&] {
         EXPECT_EQ(dialog.Caption(), u"ﾊﾞｰｼﾞｮﾝ情報");
@@ -52,7 +49,7 @@ TEST_F(AboutTest, ShowsTheVersionAndWhatTheProgramIs)
     });
 }
 
-TEST_F(AboutTest, TwoRulesLieAcrossTheForm)
+TEST_F(FrmAboutTest, TwoRulesLieAcrossTheForm)
 {
     atDialog([&] {
         EXPECT_EQ(dialog.Line1.size(), 2);
@@ -67,14 +64,14 @@ TEST_F(AboutTest, TwoRulesLieAcrossTheForm)
     });
 }
 
-TEST_F(AboutTest, OkClosesIt)
+TEST_F(FrmAboutTest, OkClosesIt)
 {
     const ModalScript script("frmAbout", [&](QWidget&) { dialog.cmdOK->click(); });
     dialog.ShowModal();
     EXPECT_FALSE(dialog.Loaded());
 }
 
-TEST_F(AboutTest, EnterAndEscapePressOk)
+TEST_F(FrmAboutTest, EnterAndEscapePressOk)
 {
     for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Escape}) {
         const ModalScript script("frmAbout", [&](QWidget& shown) { test::key(shown, key); });
@@ -83,7 +80,7 @@ TEST_F(AboutTest, EnterAndEscapePressOk)
     }
 }
 
-TEST_F(AboutTest, OkHasTheFocusAndTabLeadsToTheInformation)
+TEST_F(FrmAboutTest, OkHasTheFocusAndTabLeadsToTheInformation)
 {
     atDialog([&] {
         ASSERT_TRUE(QTest::qWaitForWindowActive(dialog.window(), 60000));
@@ -92,7 +89,7 @@ TEST_F(AboutTest, OkHasTheFocusAndTabLeadsToTheInformation)
     });
 }
 
-TEST_F(AboutTest, WithoutBothKeysTheMessageComesAndTheDialogStays)
+TEST_F(FrmAboutTest, WithoutBothKeysTheMessageComesAndTheDialogStays)
 {
     atDialog([&] {
         boxes.expect(kNoInformation, MsgAnswer::Ok, u"Tolvek");
@@ -102,9 +99,9 @@ TEST_F(AboutTest, WithoutBothKeysTheMessageComesAndTheDialogStays)
     });
 }
 
-TEST_F(AboutTest, WithAToolThatIsGoneTheMessageComesAndTheDialogStays)
+TEST_F(FrmAboutTest, WithAToolThatIsGoneTheMessageComesAndTheDialogStays)
 {
-    const test::TempFolder folder;
+    const TempFolder folder;
     setRegistryValue(HKEY_LOCAL_MACHINE, "SOFTWARE\\Microsoft\\Shared Tools Location", "MSINFO",
                      kRegistryString, folder.path().string() + '\0');
     atDialog([&] {
@@ -116,17 +113,17 @@ TEST_F(AboutTest, WithAToolThatIsGoneTheMessageComesAndTheDialogStays)
 }
 
 // Keys too: Enter on the button starts the tool and doesn't press OK.
-TEST_F(AboutTest, EnterOnTheInformationButtonIsItsOwn)
+TEST_F(FrmAboutTest, EnterOnTheInformationButtonIsItsOwn)
 {
     atDialog([&] {
         dialog.cmdSysInfo->SetFocus();
         boxes.expect(kNoInformation);
-        test::key(*dialog.cmdSysInfo, Qt::Key_Return);
+        key(*dialog.cmdSysInfo, Qt::Key_Return);
         EXPECT_TRUE(dialog.Visible());
     });
 }
 
-TEST_F(AboutTest, ItsTextsFitAndNothingOverlaps)
+TEST_F(FrmAboutTest, ItsTextsFitAndNothingOverlaps)
 {
     atDialog([&] {
         for (const Label* label : {dialog.lblVersion, dialog.lblDescription, dialog.lblDisclaimer})

@@ -10,17 +10,12 @@
 
 #include <cstdio>
 
-namespace tolvek {
+namespace tolvek::test {
 namespace {
-
-using test::clickEntry;
-using test::ModalScript;
-using test::MsgBoxScript;
-using test::TempFolder;
 
 const TextView kNoneYet = u"バックアップ ファイルはまだ作成されていません。";
 
-class BackUpFileTest : public ::testing::Test {
+class FrmBackupFileTest : public ::testing::Test {
 protected:
     void SetUp() override
     {
@@ -30,7 +25,7 @@ protected:
         main.setTop(900);
         put("Tolvek.Mdb");
     }
-    void put(const std::string& name) const { test::writeBytes(folder / name, "a database"); }
+    void put(const std::string& name) const { writeBytes(folder / name, "a database"); }
 
     // Shows the dialog and runs the steps while it is shown.
     void atDialog(const std::function<void()>& steps)
@@ -39,8 +34,8 @@ protected:
         dialog.ShowModal();
         EXPECT_FALSE(dialog.Loaded());
     }
-    void ok() { test::click(*dialog.cmdOK); }
-    void cancel() { test::click(*dialog.cmdCancel); }
+    void ok() { click(*dialog.cmdOK); }
+    void cancel() { click(*dialog.cmdCancel); }
     std::vector<Text> listed() const
     {
         std::vector<Text> names;
@@ -64,7 +59,7 @@ protected:
     frmBackUpFile dialog{main};
 };
 
-TEST_F(BackUpFileTest, EveryDatabaseButTheLiveOneIsListedInTheOrderOfTheCodes)
+TEST_F(FrmBackupFileTest, EveryDatabaseButTheLiveOneIsListedInTheOrderOfTheCodes)
 {
     put("Tolvek_20000301.Mdb");
     put("Tolvek_20000225.Mdb");
@@ -74,7 +69,7 @@ TEST_F(BackUpFileTest, EveryDatabaseButTheLiveOneIsListedInTheOrderOfTheCodes)
                                             u"Tolvek_20000301.Mdb", u"old.mdb"}));
 }
 
-TEST_F(BackUpFileTest, OnlyTheVeryNameOfTheLiveStoreIsKeptOut)
+TEST_F(FrmBackupFileTest, OnlyTheVeryNameOfTheLiveStoreIsKeptOut)
 {
     put("tolvek.mdb");
     put("Tolvek.mdb");
@@ -86,7 +81,7 @@ TEST_F(BackUpFileTest, OnlyTheVeryNameOfTheLiveStoreIsKeptOut)
     EXPECT_EQ(offered(), (std::vector<Text>{u"Tolvek.mdb", u"tolvek.mdb"}));
 }
 
-TEST_F(BackUpFileTest, WithTheLiveStoreAloneItTellsSoAndOpensEmpty)
+TEST_F(FrmBackupFileTest, WithTheLiveStoreAloneItTellsSoAndOpensEmpty)
 {
     boxes.expect(kNoneYet, MsgAnswer::Ok, u"Tolvek");
     atDialog([&] {
@@ -99,7 +94,7 @@ TEST_F(BackUpFileTest, WithTheLiveStoreAloneItTellsSoAndOpensEmpty)
     EXPECT_EQ(gBackUpFile, u"");
 }
 
-TEST_F(BackUpFileTest, OkWithoutASelectionDoesNothing)
+TEST_F(FrmBackupFileTest, OkWithoutASelectionDoesNothing)
 {
     put("Tolvek_20000225.Mdb");
     atDialog([&] {
@@ -110,7 +105,7 @@ TEST_F(BackUpFileTest, OkWithoutASelectionDoesNothing)
     EXPECT_EQ(gBackUpFile, u"");
 }
 
-TEST_F(BackUpFileTest, OkTakesTheSelectedName)
+TEST_F(FrmBackupFileTest, OkTakesTheSelectedName)
 {
     put("Tolvek_20000225.Mdb");
     put("Tolvek_20000226.Mdb");
@@ -123,17 +118,17 @@ TEST_F(BackUpFileTest, OkTakesTheSelectedName)
     EXPECT_EQ(gBackUpFile, u"Tolvek_20000226.Mdb");
 }
 
-TEST_F(BackUpFileTest, EnterOnAnEntryIsOk)
+TEST_F(FrmBackupFileTest, EnterOnAnEntryIsOk)
 {
     put("Tolvek_20000225.Mdb");
     atDialog([&] {
-        test::key(*dialog.lstBackUpFile, Qt::Key_Down);
-        test::key(*dialog.lstBackUpFile, Qt::Key_Return);
+        key(*dialog.lstBackUpFile, Qt::Key_Down);
+        key(*dialog.lstBackUpFile, Qt::Key_Return);
     });
     EXPECT_EQ(gBackUpFile, u"Tolvek_20000225.Mdb");
 }
 
-TEST_F(BackUpFileTest, CancelAndEscapeForgetTheSelection)
+TEST_F(FrmBackupFileTest, CancelAndEscapeForgetTheSelection)
 {
     put("Tolvek_20000225.Mdb");
     for (const bool byKey : {false, true}) {
@@ -141,7 +136,7 @@ TEST_F(BackUpFileTest, CancelAndEscapeForgetTheSelection)
         atDialog([&] {
             clickEntry(*dialog.lstBackUpFile, 0);
             if (byKey)
-                test::key(*dialog.lstBackUpFile, Qt::Key_Escape);
+                key(*dialog.lstBackUpFile, Qt::Key_Escape);
             else
                 cancel();
         });
@@ -149,7 +144,7 @@ TEST_F(BackUpFileTest, CancelAndEscapeForgetTheSelection)
     }
 }
 
-TEST_F(BackUpFileTest, TheCloseBoxStoresNothing)
+TEST_F(FrmBackupFileTest, TheCloseBoxStoresNothing)
 {
     put("Tolvek_20000225.Mdb");
     atDialog([&] {
@@ -159,18 +154,18 @@ TEST_F(BackUpFileTest, TheCloseBoxStoresNothing)
     EXPECT_EQ(gBackUpFile, u"");
 }
 
-TEST_F(BackUpFileTest, ADoubleClickAloneChoosesNothing)
+TEST_F(FrmBackupFileTest, ADoubleClickAloneChoosesNothing)
 {
     put("Tolvek_20000225.Mdb");
     atDialog([&] {
         ListBox& list = *dialog.lstBackUpFile;
-        QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, test::entryPos(list, 0));
+        QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, entryPos(list, 0));
         EXPECT_TRUE(dialog.Visible());
         cancel();
     });
 }
 
-TEST_F(BackUpFileTest, ANewOpeningLooksAtTheFolderAnew)
+TEST_F(FrmBackupFileTest, ANewOpeningLooksAtTheFolderAnew)
 {
     put("Tolvek_20000225.Mdb");
     EXPECT_EQ(offered().size(), 1u);
@@ -180,7 +175,7 @@ TEST_F(BackUpFileTest, ANewOpeningLooksAtTheFolderAnew)
 }
 
 // The listing stops one name beyond its limit; the live store's name may be among them.
-TEST_F(BackUpFileTest, AThousandNamesAreTheMost)
+TEST_F(FrmBackupFileTest, AThousandNamesAreTheMost)
 {
     for (int i = 0; i < 1100; ++i) {
         char name[32];
@@ -193,7 +188,7 @@ TEST_F(BackUpFileTest, AThousandNamesAreTheMost)
     EXPECT_EQ(names.back(), u"A0999.Mdb");
 }
 
-TEST_F(BackUpFileTest, StandsInTheMiddleOfTheMainWindow)
+TEST_F(FrmBackupFileTest, StandsInTheMiddleOfTheMainWindow)
 {
     put("Tolvek_20000225.Mdb");
     atDialog([&] {
@@ -203,7 +198,7 @@ TEST_F(BackUpFileTest, StandsInTheMiddleOfTheMainWindow)
     });
 }
 
-TEST_F(BackUpFileTest, TheWordsOnTheScreen)
+TEST_F(FrmBackupFileTest, TheWordsOnTheScreen)
 {
     put("Tolvek_20000225.Mdb");
     atDialog([&] {
@@ -214,13 +209,13 @@ TEST_F(BackUpFileTest, TheWordsOnTheScreen)
     });
 }
 
-TEST_F(BackUpFileTest, TabGoesFromTheListToTheButtons)
+TEST_F(FrmBackupFileTest, TabGoesFromTheListToTheButtons)
 {
     put("Tolvek_20000225.Mdb");
     atDialog([&] {
         const std::vector<QWidget*> way{dialog.lstBackUpFile, dialog.cmdOK, dialog.cmdCancel};
-        test::expectTabWay(dialog.window(), way);
-        test::expectApart(way);
+        expectTabWay(dialog.window(), way);
+        expectApart(way);
         cancel();
     });
 }

@@ -11,16 +11,14 @@
 
 #include <functional>
 
-namespace tolvek {
+namespace tolvek::test {
 namespace {
 
 namespace fs = std::filesystem;
-using test::ModalScript;
-using test::Reports;
 
-class DirSelTest : public ::testing::Test {
+class FrmDirSelTest : public ::testing::Test {
 protected:
-    DirSelTest()
+    FrmDirSelTest()
     {
         fs::create_directories(folder / "one/PostPet/受信フォルダ");
         fs::create_directories(folder / "two");
@@ -30,7 +28,7 @@ protected:
         gPostPetDir = u"/home/taro/PostPet";
         reports.listen();
     }
-    ~DirSelTest() override
+    ~FrmDirSelTest() override
     {
         setVolumeFolders({});
         setMsgBoxHandler({});
@@ -53,16 +51,16 @@ protected:
     void openInList(const QString& name)
     {
         chooser.Dir1->setCurrentItem(chooser.Dir1->findItems(name, Qt::MatchExactly).back());
-        test::key(*chooser.Dir1, Qt::Key_Return);
+        key(*chooser.Dir1, Qt::Key_Return);
     }
 
-    test::TempFolder folder;
-    test::ReportList reports;
+    TempFolder folder;
+    ReportList reports;
     Text one, two;
     frmDir_Sel chooser;
 };
 
-TEST_F(DirSelTest, BeginsAtTheFirstDriveWhateverTheFieldHolds)
+TEST_F(FrmDirSelTest, BeginsAtTheFirstDriveWhateverTheFieldHolds)
 {
     atChooser([&] {
         EXPECT_EQ(chooser.Div1->Drive(), one);
@@ -73,13 +71,13 @@ TEST_F(DirSelTest, BeginsAtTheFirstDriveWhateverTheFieldHolds)
     EXPECT_EQ(gPostPetDir, u"/home/taro/PostPet");
 }
 
-TEST_F(DirSelTest, OkRightAfterOpeningStoresWhatThePathsChangeGave)
+TEST_F(FrmDirSelTest, OkRightAfterOpeningStoresWhatThePathsChangeGave)
 {
     atChooser([&] { ok(); });
     EXPECT_EQ(gPostPetDir, one);
 }
 
-TEST_F(DirSelTest, AnEmptyPathIsStoredToo)
+TEST_F(FrmDirSelTest, AnEmptyPathIsStoredToo)
 {
     atChooser([&] {
         chooser.txtPet_Dir->clear();
@@ -88,7 +86,7 @@ TEST_F(DirSelTest, AnEmptyPathIsStoredToo)
     EXPECT_EQ(gPostPetDir, u"");
 }
 
-TEST_F(DirSelTest, AFolderOfTheListGoesToTheBoxAndIsStoredByOk)
+TEST_F(FrmDirSelTest, AFolderOfTheListGoesToTheBoxAndIsStoredByOk)
 {
     atChooser([&] {
         openInList(QStringLiteral("PostPet"));
@@ -99,10 +97,10 @@ TEST_F(DirSelTest, AFolderOfTheListGoesToTheBoxAndIsStoredByOk)
     EXPECT_EQ(gPostPetDir, joinPath(one, u"PostPet"));
 }
 
-TEST_F(DirSelTest, AChangeOfTheDriveStoresAtOnceAndStaysAfterCancel)
+TEST_F(FrmDirSelTest, AChangeOfTheDriveStoresAtOnceAndStaysAfterCancel)
 {
     atChooser([&] {
-        test::key(*chooser.Div1, Qt::Key_Down);
+        key(*chooser.Div1, Qt::Key_Down);
         EXPECT_EQ(gPostPetDir, two);
         EXPECT_EQ(chooser.Dir1->Path(), two);
         EXPECT_EQ(chooser.txtPet_Dir->Text(), two);
@@ -111,7 +109,7 @@ TEST_F(DirSelTest, AChangeOfTheDriveStoresAtOnceAndStaysAfterCancel)
     EXPECT_EQ(gPostPetDir, two);
 }
 
-TEST_F(DirSelTest, AChangeOfTheDriveAfterTypingShowsTheDrive)
+TEST_F(FrmDirSelTest, AChangeOfTheDriveAfterTypingShowsTheDrive)
 {
     atChooser([&] {
         type(QStringLiteral("/typed"));
@@ -123,7 +121,7 @@ TEST_F(DirSelTest, AChangeOfTheDriveAfterTypingShowsTheDrive)
     });
 }
 
-TEST_F(DirSelTest, ATypedPathIsTakenWithoutAnyCheck)
+TEST_F(FrmDirSelTest, ATypedPathIsTakenWithoutAnyCheck)
 {
     atChooser([&] {
         type(QStringLiteral("/no/such folder "));
@@ -132,13 +130,13 @@ TEST_F(DirSelTest, ATypedPathIsTakenWithoutAnyCheck)
     EXPECT_EQ(gPostPetDir, u"/no/such folder ");
 }
 
-TEST_F(DirSelTest, CancelEscapeAndTheCloseBoxStoreNothing)
+TEST_F(FrmDirSelTest, CancelEscapeAndTheCloseBoxStoreNothing)
 {
     const std::function<void()> roads[] = {
         [&] { cancel(); },
-        [&] { test::key(*chooser.txtPet_Dir, Qt::Key_Escape); },
-        [&] { test::key(*chooser.Dir1, Qt::Key_Escape); },
-        [&] { test::key(*chooser.Div1, Qt::Key_Escape); },
+        [&] { key(*chooser.txtPet_Dir, Qt::Key_Escape); },
+        [&] { key(*chooser.Dir1, Qt::Key_Escape); },
+        [&] { key(*chooser.Div1, Qt::Key_Escape); },
         [&] { chooser.window()->close(); },
     };
     for (const auto& leave : roads) {
@@ -150,19 +148,19 @@ TEST_F(DirSelTest, CancelEscapeAndTheCloseBoxStoreNothing)
     }
 }
 
-TEST_F(DirSelTest, EnterIsOkButInTheFolderListOpensTheFolder)
+TEST_F(FrmDirSelTest, EnterIsOkButInTheFolderListOpensTheFolder)
 {
     atChooser([&] {
         openInList(QStringLiteral("PostPet"));
         EXPECT_TRUE(chooser.Visible());
-        test::key(*chooser.txtPet_Dir, Qt::Key_Return);
+        key(*chooser.txtPet_Dir, Qt::Key_Return);
     });
     EXPECT_EQ(gPostPetDir, joinPath(one, u"PostPet"));
-    atChooser([&] { test::key(*chooser.Div1, Qt::Key_Return); });
+    atChooser([&] { key(*chooser.Div1, Qt::Key_Return); });
     EXPECT_EQ(gPostPetDir, one);
 }
 
-TEST_F(DirSelTest, EachOpeningBeginsAnew)
+TEST_F(FrmDirSelTest, EachOpeningBeginsAnew)
 {
     atChooser([&] {
         chooser.Div1->setDrive(two);
@@ -175,7 +173,7 @@ TEST_F(DirSelTest, EachOpeningBeginsAnew)
     EXPECT_EQ(gPostPetDir, two);
 }
 
-TEST_F(DirSelTest, ADriveThatWentIsToldAndTheListStays)
+TEST_F(FrmDirSelTest, ADriveThatWentIsToldAndTheListStays)
 {
     atChooser([&] {
         fs::remove(folder / "two");
@@ -187,7 +185,7 @@ TEST_F(DirSelTest, ADriveThatWentIsToldAndTheListStays)
     });
 }
 
-TEST_F(DirSelTest, AFirstDriveThatWentIsToldAndThePathIsEmpty)
+TEST_F(FrmDirSelTest, AFirstDriveThatWentIsToldAndThePathIsEmpty)
 {
     setVolumeFolders({"/no/such/volume"});
     atChooser([&] {
@@ -198,7 +196,7 @@ TEST_F(DirSelTest, AFirstDriveThatWentIsToldAndThePathIsEmpty)
     EXPECT_EQ(gPostPetDir, u"");
 }
 
-TEST_F(DirSelTest, TheWordsOnTheScreen)
+TEST_F(FrmDirSelTest, TheWordsOnTheScreen)
 {
     atChooser([&] {
         EXPECT_EQ(chooser.Caption(), u"ＰｏｓｔＰｅｔ　フォルダー　設定");
@@ -210,7 +208,7 @@ TEST_F(DirSelTest, TheWordsOnTheScreen)
     });
 }
 
-TEST_F(DirSelTest, StandsInTheMiddleOfTheScreen)
+TEST_F(FrmDirSelTest, StandsInTheMiddleOfTheScreen)
 {
     atChooser([&] {
         EXPECT_NEAR(chooser.Left(), (Screen::Width() - chooser.Width()) / 2, 1);
@@ -219,16 +217,16 @@ TEST_F(DirSelTest, StandsInTheMiddleOfTheScreen)
     });
 }
 
-TEST_F(DirSelTest, NothingOverlapsOrIsCutAndTabGoesFromTheTopDown)
+TEST_F(FrmDirSelTest, NothingOverlapsOrIsCutAndTabGoesFromTheTopDown)
 {
     atChooser([&] {
         const std::vector<QWidget*> way = {chooser.Div1, chooser.Dir1, chooser.txtPet_Dir,
                                            chooser.cmbOK, chooser.cmbCancel};
         std::vector<QWidget*> parts = way;
         parts.push_back(chooser.lbl_1);
-        test::expectApart(parts);
+        expectApart(parts);
         EXPECT_GE(chooser.lbl_1->width(), chooser.lbl_1->sizeHint().width());
-        test::expectTabWay(chooser.window(), way);
+        expectTabWay(chooser.window(), way);
         cancel();
     });
 }

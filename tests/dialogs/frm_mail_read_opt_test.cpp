@@ -9,15 +9,12 @@
 
 #include <vector>
 
-namespace tolvek {
+namespace tolvek::test {
 namespace {
-
-using test::ModalScript;
-using test::MsgBoxScript;
 
 const TextView kNothingTicked = u"最低１ヶ所には、チェックを付けて下さい。";
 
-class MailReadOptTest : public ::testing::Test {
+class FrmMailReadOptTest : public ::testing::Test {
 protected:
     void SetUp() override
     {
@@ -48,7 +45,7 @@ protected:
     frmMailReadOpt dialog;
 };
 
-TEST_F(MailReadOptTest, TheFirstStartShowsAllFourteenBoxesEmpty)
+TEST_F(FrmMailReadOptTest, TheFirstStartShowsAllFourteenBoxesEmpty)
 {
     atDialog([&] {
         EXPECT_EQ(allBoxes().size(), 14u);
@@ -60,7 +57,7 @@ TEST_F(MailReadOptTest, TheFirstStartShowsAllFourteenBoxesEmpty)
     });
 }
 
-TEST_F(MailReadOptTest, OkWithNothingTickedTellsSoAndStays)
+TEST_F(FrmMailReadOptTest, OkWithNothingTickedTellsSoAndStays)
 {
     gSendMailReadOption[1] = 1;
     boxes.expect(kNothingTicked, MsgAnswer::Ok, u"Tolvek");
@@ -74,7 +71,7 @@ TEST_F(MailReadOptTest, OkWithNothingTickedTellsSoAndStays)
     });
 }
 
-TEST_F(MailReadOptTest, EachBoxGoesToItsOwnElement)
+TEST_F(FrmMailReadOptTest, EachBoxGoesToItsOwnElement)
 {
     for (int ticked = 0; ticked < 14; ++ticked) {
         SetUp();
@@ -90,7 +87,7 @@ TEST_F(MailReadOptTest, EachBoxGoesToItsOwnElement)
     }
 }
 
-TEST_F(MailReadOptTest, AnyValueOfASettingsFileReachesItsBoxAndComesBack)
+TEST_F(FrmMailReadOptTest, AnyValueOfASettingsFileReachesItsBoxAndComesBack)
 {
     gSendMailReadOption[2] = 9;
     gRecievMailReadOption[5] = 2;
@@ -104,7 +101,7 @@ TEST_F(MailReadOptTest, AnyValueOfASettingsFileReachesItsBoxAndComesBack)
     EXPECT_EQ(gRecievMailReadOption[5], 2);
 }
 
-TEST_F(MailReadOptTest, AClickOnSuchABoxClearsItAndTheNextSetsItToOne)
+TEST_F(FrmMailReadOptTest, AClickOnSuchABoxClearsItAndTheNextSetsItToOne)
 {
     gRecievMailReadOption[5] = 2;
     atDialog([&] {
@@ -116,7 +113,7 @@ TEST_F(MailReadOptTest, AClickOnSuchABoxClearsItAndTheNextSetsItToOne)
     EXPECT_EQ(gRecievMailReadOption[5], 1);
 }
 
-TEST_F(MailReadOptTest, ElementsWithoutABoxAreCarriedAlong)
+TEST_F(FrmMailReadOptTest, ElementsWithoutABoxAreCarriedAlong)
 {
     gSendMailReadOption[4] = 3;
     gSendMailReadOption[15] = 9;
@@ -132,7 +129,7 @@ TEST_F(MailReadOptTest, ElementsWithoutABoxAreCarriedAlong)
     EXPECT_EQ(gRecievMailReadOption[16], 4);
 }
 
-TEST_F(MailReadOptTest, AfterCancelTheNextOpeningShowsTheOldTicks)
+TEST_F(FrmMailReadOptTest, AfterCancelTheNextOpeningShowsTheOldTicks)
 {
     gRecievMailReadOption[3] = 1;
     atDialog([&] {
@@ -148,7 +145,7 @@ TEST_F(MailReadOptTest, AfterCancelTheNextOpeningShowsTheOldTicks)
     });
 }
 
-TEST_F(MailReadOptTest, EscapeIsACancel)
+TEST_F(FrmMailReadOptTest, EscapeIsACancel)
 {
     gSendMailReadOption[0] = 1;
     atDialog([&] {
@@ -159,21 +156,21 @@ TEST_F(MailReadOptTest, EscapeIsACancel)
     EXPECT_EQ(gSendMailReadOption[0], 1);
 }
 
-TEST_F(MailReadOptTest, TheCloseBoxIsACancel)
+TEST_F(FrmMailReadOptTest, TheCloseBoxIsACancel)
 {
     gSendMailReadOption[0] = 1;
     atDialog([&] { dialog.window()->close(); });
     EXPECT_EQ(gMailReadCancel, -1);
 }
 
-TEST_F(MailReadOptTest, EnterIsOk)
+TEST_F(FrmMailReadOptTest, EnterIsOk)
 {
     gSendMailReadOption[0] = 1;
     atDialog([&] { QTest::keyClick(dialog.Chk_Send_Opt[0], Qt::Key_Return); });
     EXPECT_EQ(gMailReadCancel, 0);
 }
 
-TEST_F(MailReadOptTest, EnterOnTheCancelButtonIsCancel)
+TEST_F(FrmMailReadOptTest, EnterOnTheCancelButtonIsCancel)
 {
     gSendMailReadOption[0] = 1;
     atDialog([&] {
@@ -183,7 +180,7 @@ TEST_F(MailReadOptTest, EnterOnTheCancelButtonIsCancel)
     EXPECT_EQ(gMailReadCancel, -1);
 }
 
-TEST_F(MailReadOptTest, TheWordsOnTheScreen)
+TEST_F(FrmMailReadOptTest, TheWordsOnTheScreen)
 {
     const Text drawers[] = {u"ピンクの引出し", u"黄色の引出し", u"紫の引出し",
                             u"緑色の引出し",   u"黒の引出し",   u"水色の引出し",
@@ -206,7 +203,7 @@ TEST_F(MailReadOptTest, TheWordsOnTheScreen)
     });
 }
 
-TEST_F(MailReadOptTest, StandsInTheMiddleOfTheScreen)
+TEST_F(FrmMailReadOptTest, StandsInTheMiddleOfTheScreen)
 {
     atDialog([&] {
         EXPECT_NEAR(dialog.Left(), (Screen::Width() - dialog.Width()) / 2, 1);
@@ -215,7 +212,7 @@ TEST_F(MailReadOptTest, StandsInTheMiddleOfTheScreen)
     });
 }
 
-TEST_F(MailReadOptTest, EveryControlLiesInsideItsContainerAndShowsItsWholeCaption)
+TEST_F(FrmMailReadOptTest, EveryControlLiesInsideItsContainerAndShowsItsWholeCaption)
 {
     atDialog([&] {
         for (CheckBox* box : allBoxes()) {
@@ -234,7 +231,7 @@ TEST_F(MailReadOptTest, EveryControlLiesInsideItsContainerAndShowsItsWholeCaptio
     });
 }
 
-TEST_F(MailReadOptTest, TabGoesThroughTheSendSideTheReceiveSideAndTheButtons)
+TEST_F(FrmMailReadOptTest, TabGoesThroughTheSendSideTheReceiveSideAndTheButtons)
 {
     atDialog([&] {
         std::vector<QWidget*> expected;

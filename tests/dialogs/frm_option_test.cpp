@@ -13,19 +13,18 @@
 
 #include <functional>
 
-namespace tolvek {
+namespace tolvek::test {
 namespace {
 
 namespace fs = std::filesystem;
-using test::ModalScript;
 using Texts = std::vector<Text>;
 
 const TextView kNotFound = u"指定されたフォルダーが見つかりません。";
 const TextView kWrong = u"フォルダーの指定が間違っています。";
 
-class OptionTest : public ::testing::Test {
+class FrmOptionTest : public ::testing::Test {
 protected:
-    OptionTest()
+    FrmOptionTest()
     {
         fs::create_directories(folder / "PostPet/受信フォルダ");
         fs::create_directories(folder / "bare");
@@ -38,7 +37,7 @@ protected:
         gMailTextFontSize = 10;
         gMailTextFontStyle = u"0,0";
     }
-    ~OptionTest() override
+    ~FrmOptionTest() override
     {
         setVolumeFolders({});
         setFontDialogHook({});
@@ -90,13 +89,13 @@ protected:
         EXPECT_TRUE(dialog.Visible());
     }
 
-    test::TempFolder folder;
-    test::MsgBoxScript boxes;
+    TempFolder folder;
+    MsgBoxScript boxes;
     frmOption dialog;
     FontDialogFields begun; // the fields that the font dialog last started with
 };
 
-TEST_F(OptionTest, ShowsTheFields)
+TEST_F(FrmOptionTest, ShowsTheFields)
 {
     atDialog([&] {
         EXPECT_EQ(dialog.txtDisp_PetDir->Text(), at(u"PostPet"));
@@ -108,7 +107,7 @@ TEST_F(OptionTest, ShowsTheFields)
     });
 }
 
-TEST_F(OptionTest, OkStoresEveryField)
+TEST_F(FrmOptionTest, OkStoresEveryField)
 {
     fs::create_directories(folder / "other/受信フォルダ");
     atDialog([&] {
@@ -124,7 +123,7 @@ TEST_F(OptionTest, OkStoresEveryField)
                                u"ＭＳ 明朝", u"12", u"0,1"}));
 }
 
-TEST_F(OptionTest, AnEmptyAddressIsAccepted)
+TEST_F(FrmOptionTest, AnEmptyAddressIsAccepted)
 {
     atDialog([&] {
         dialog.txtMy_Address->setText(u"");
@@ -133,11 +132,11 @@ TEST_F(OptionTest, AnEmptyAddressIsAccepted)
     EXPECT_EQ(gMyMailAddr, u"");
 }
 
-TEST_F(OptionTest, CancelEscapeAndTheCloseBoxStoreNothing)
+TEST_F(FrmOptionTest, CancelEscapeAndTheCloseBoxStoreNothing)
 {
     const std::function<void()> roads[] = {
         [&] { cancel(); },
-        [&] { test::key(*dialog.txtPetName, Qt::Key_Escape); },
+        [&] { key(*dialog.txtPetName, Qt::Key_Escape); },
         [&] { dialog.window()->close(); },
     };
     for (const auto& leave : roads) {
@@ -154,7 +153,7 @@ TEST_F(OptionTest, CancelEscapeAndTheCloseBoxStoreNothing)
     }
 }
 
-TEST_F(OptionTest, AFolderWithoutAReceiveFolderIsToldAndTheDialogStays)
+TEST_F(FrmOptionTest, AFolderWithoutAReceiveFolderIsToldAndTheDialogStays)
 {
     boxes.expect(kNotFound, MsgAnswer::Ok, u"Tolvek");
     atDialog([&] {
@@ -169,7 +168,7 @@ TEST_F(OptionTest, AFolderWithoutAReceiveFolderIsToldAndTheDialogStays)
     EXPECT_EQ(gMyPetName, u"other");
 }
 
-TEST_F(OptionTest, AFolderThatIsntThereIsToldOtherwiseAndTheDialogStays)
+TEST_F(FrmOptionTest, AFolderThatIsntThereIsToldOtherwiseAndTheDialogStays)
 {
     for (const Text& wrong : {at(u"none"), Text(u"C:\\Program Files\\So-net"), Text(u" ")}) {
         boxes.expect(kWrong, MsgAnswer::Ok, u"Tolvek");
@@ -182,9 +181,9 @@ TEST_F(OptionTest, AFolderThatIsntThereIsToldOtherwiseAndTheDialogStays)
     }
 }
 
-TEST_F(OptionTest, AFileInTheReceiveFoldersPlaceIsToldAndAccepted)
+TEST_F(FrmOptionTest, AFileInTheReceiveFoldersPlaceIsToldAndAccepted)
 {
-    test::writeBytes(folder / "bare/受信フォルダ", "");
+    writeBytes(folder / "bare/受信フォルダ", "");
     boxes.expect(kWrong, MsgAnswer::Ok, u"Tolvek");
     atDialog([&] {
         dialog.txtDisp_PetDir->setText(at(u"bare"));
@@ -193,7 +192,7 @@ TEST_F(OptionTest, AFileInTheReceiveFoldersPlaceIsToldAndAccepted)
     EXPECT_EQ(gPostPetDir, at(u"bare"));
 }
 
-TEST_F(OptionTest, AReceiveFolderWithDecomposedKanaPasses)
+TEST_F(FrmOptionTest, AReceiveFolderWithDecomposedKanaPasses)
 {
     fs::create_directories(folder / "bare/受信フォルタ\u3099");
     atDialog([&] {
@@ -203,15 +202,15 @@ TEST_F(OptionTest, AReceiveFolderWithDecomposedKanaPasses)
     EXPECT_EQ(gPostPetDir, at(u"bare/")) << "stored as it was entered";
 }
 
-TEST_F(OptionTest, TheChoosersFolderIsShownAndStoredByOk)
+TEST_F(FrmOptionTest, TheChoosersFolderIsShownAndStoredByOk)
 {
     gPostPetDir = u"C:\\Program Files\\So-net\\PostPet for Windows ver. 2.0";
     atDialog([&] {
         atChooser([&](QWidget& chooser) {
-            auto& dirs = test::controlOf<DirListBox>(chooser, "Dir1");
-            test::key(dirs, Qt::Key_P);
-            test::key(dirs, Qt::Key_Return);
-            test::press(chooser, "cmbOK");
+            auto& dirs = controlOf<DirListBox>(chooser, "Dir1");
+            key(dirs, Qt::Key_P);
+            key(dirs, Qt::Key_Return);
+            press(chooser, "cmbOK");
         });
         EXPECT_EQ(dialog.txtDisp_PetDir->Text(), at(u"PostPet"));
         ok();
@@ -219,22 +218,22 @@ TEST_F(OptionTest, TheChoosersFolderIsShownAndStoredByOk)
     EXPECT_EQ(gPostPetDir, at(u"PostPet"));
 }
 
-TEST_F(OptionTest, TheChoosersOkIsUndoneByCancelHere)
+TEST_F(FrmOptionTest, TheChoosersOkIsUndoneByCancelHere)
 {
     atDialog([&] {
-        atChooser([](QWidget& chooser) { test::press(chooser, "cmbOK"); });
+        atChooser([](QWidget& chooser) { press(chooser, "cmbOK"); });
         EXPECT_EQ(gPostPetDir, pathText(folder.path()));
         cancel();
     });
     EXPECT_EQ(gPostPetDir, at(u"PostPet"));
 }
 
-TEST_F(OptionTest, AnotherDriveStaysAfterTheChoosersCancelUntilTheCancelHere)
+TEST_F(FrmOptionTest, AnotherDriveStaysAfterTheChoosersCancelUntilTheCancelHere)
 {
     atDialog([&] {
         atChooser([](QWidget& chooser) {
-            test::key(test::controlOf<DriveListBox>(chooser, "Div1"), Qt::Key_Down);
-            test::press(chooser, "cmbCancel");
+            key(controlOf<DriveListBox>(chooser, "Div1"), Qt::Key_Down);
+            press(chooser, "cmbCancel");
         });
         EXPECT_EQ(dialog.txtDisp_PetDir->Text(), at(u"bare"));
         EXPECT_EQ(gPostPetDir, at(u"bare"));
@@ -243,13 +242,13 @@ TEST_F(OptionTest, AnotherDriveStaysAfterTheChoosersCancelUntilTheCancelHere)
     EXPECT_EQ(gPostPetDir, at(u"PostPet"));
 }
 
-TEST_F(OptionTest, AnEmptyPathOfTheChooserIsShownAndRefusedByOk)
+TEST_F(FrmOptionTest, AnEmptyPathOfTheChooserIsShownAndRefusedByOk)
 {
     boxes.expect(kNotFound);
     atDialog([&] {
         atChooser([](QWidget& chooser) {
-            test::controlOf<TextBox>(chooser, "txtPet_Dir").clear();
-            test::press(chooser, "cmbOK");
+            controlOf<TextBox>(chooser, "txtPet_Dir").clear();
+            press(chooser, "cmbOK");
         });
         EXPECT_EQ(dialog.txtDisp_PetDir->Text(), u"");
         okStays();
@@ -258,17 +257,17 @@ TEST_F(OptionTest, AnEmptyPathOfTheChooserIsShownAndRefusedByOk)
     EXPECT_EQ(gPostPetDir, at(u"PostPet"));
 }
 
-TEST_F(OptionTest, TheChoosersFolderTakesThePlaceOfATypedOneEvenAfterCancel)
+TEST_F(FrmOptionTest, TheChoosersFolderTakesThePlaceOfATypedOneEvenAfterCancel)
 {
     atDialog([&] {
         dialog.txtDisp_PetDir->setText(u"/typed");
-        atChooser([](QWidget& chooser) { test::press(chooser, "cmbCancel"); });
+        atChooser([](QWidget& chooser) { press(chooser, "cmbCancel"); });
         EXPECT_EQ(dialog.txtDisp_PetDir->Text(), at(u"PostPet"));
         cancel();
     });
 }
 
-TEST_F(OptionTest, TheStyleHasFourWords)
+TEST_F(FrmOptionTest, TheStyleHasFourWords)
 {
     const struct {
         const char16_t *style, *word;
@@ -286,7 +285,7 @@ TEST_F(OptionTest, TheStyleHasFourWords)
     }
 }
 
-TEST_F(OptionTest, TheFontDialogBeginsWithTheStoredFieldsAtEachUse)
+TEST_F(FrmOptionTest, TheFontDialogBeginsWithTheStoredFieldsAtEachUse)
 {
     gMailTextFontStyle = u"1,0";
     atDialog([&] {
@@ -302,7 +301,7 @@ TEST_F(OptionTest, TheFontDialogBeginsWithTheStoredFieldsAtEachUse)
     });
 }
 
-TEST_F(OptionTest, ACancelledOrFailedFontDialogLeavesTheLabels)
+TEST_F(FrmOptionTest, ACancelledOrFailedFontDialogLeavesTheLabels)
 {
     atDialog([&] {
         fontDialogGives({u"ＭＳ 明朝", 12, true, true}, false);
@@ -317,7 +316,7 @@ TEST_F(OptionTest, ACancelledOrFailedFontDialogLeavesTheLabels)
     EXPECT_EQ(gMailTextFontStyle, u"1,1");
 }
 
-TEST_F(OptionTest, EachStyleOfTheFontDialogHasItsText)
+TEST_F(FrmOptionTest, EachStyleOfTheFontDialogHasItsText)
 {
     const struct {
         bool bold, italic;
@@ -333,7 +332,7 @@ TEST_F(OptionTest, EachStyleOfTheFontDialogHasItsText)
     }
 }
 
-TEST_F(OptionTest, TheSizeIsRoundedHalfToEven)
+TEST_F(FrmOptionTest, TheSizeIsRoundedHalfToEven)
 {
     const struct {
         float points;
@@ -348,7 +347,7 @@ TEST_F(OptionTest, TheSizeIsRoundedHalfToEven)
     }
 }
 
-TEST_F(OptionTest, AStyleThatIsNoNumberLetsTheChoicePass)
+TEST_F(FrmOptionTest, AStyleThatIsNoNumberLetsTheChoicePass)
 {
     for (const TextView style : {u"", u"x", u"1,", u"1,x", u"x,1"}) {
         gMailTextFontStyle = style;
@@ -360,7 +359,7 @@ TEST_F(OptionTest, AStyleThatIsNoNumberLetsTheChoicePass)
     }
 }
 
-TEST_F(OptionTest, TheHalfOfSuchAStyleThatIsANumberIsTaken)
+TEST_F(FrmOptionTest, TheHalfOfSuchAStyleThatIsANumberIsTaken)
 {
     gMailTextFontStyle = u"1,x";
     atDialog([&] {
@@ -371,7 +370,7 @@ TEST_F(OptionTest, TheHalfOfSuchAStyleThatIsANumberIsTaken)
     });
 }
 
-TEST_F(OptionTest, ACancelledFontDialogAfterABadStyleChangesNothing)
+TEST_F(FrmOptionTest, ACancelledFontDialogAfterABadStyleChangesNothing)
 {
     gMailTextFontStyle = u"x,0";
     atDialog([&] {
@@ -381,7 +380,7 @@ TEST_F(OptionTest, ACancelledFontDialogAfterABadStyleChangesNothing)
     });
 }
 
-TEST_F(OptionTest, ASizeThatNoFontHasKeepsTheChoiceOut)
+TEST_F(FrmOptionTest, ASizeThatNoFontHasKeepsTheChoiceOut)
 {
     gMailTextFontSize = 0;
     atDialog([&] {
@@ -399,11 +398,11 @@ TEST_F(OptionTest, ASizeThatNoFontHasKeepsTheChoiceOut)
     });
 }
 
-TEST_F(OptionTest, TheFontDialogOnTheScreen)
+TEST_F(FrmOptionTest, TheFontDialogOnTheScreen)
 {
     atDialog([&] {
         const ModalScript fonts("FontDialog", [](QWidget& shown) {
-            test::controlOf<QAbstractButton>(shown, "bold").click();
+            controlOf<QAbstractButton>(shown, "bold").click();
             QTest::keyClick(&shown, Qt::Key_Return);
         });
         dialog.cmdFontSet->click();
@@ -413,16 +412,16 @@ TEST_F(OptionTest, TheFontDialogOnTheScreen)
     EXPECT_EQ(gMailTextFontStyle, u"0,1");
 }
 
-TEST_F(OptionTest, EnterIsOk)
+TEST_F(FrmOptionTest, EnterIsOk)
 {
     atDialog([&] {
         dialog.txtPetName->setText(u"コタロウ");
-        test::key(*dialog.txtPetName, Qt::Key_Return);
+        key(*dialog.txtPetName, Qt::Key_Return);
     });
     EXPECT_EQ(gMyPetName, u"コタロウ");
 }
 
-TEST_F(OptionTest, TheWordsOnTheScreen)
+TEST_F(FrmOptionTest, TheWordsOnTheScreen)
 {
     atDialog([&] {
         EXPECT_EQ(dialog.Caption(), u"オプション");
@@ -442,7 +441,7 @@ TEST_F(OptionTest, TheWordsOnTheScreen)
     });
 }
 
-TEST_F(OptionTest, TheToolTips)
+TEST_F(FrmOptionTest, TheToolTips)
 {
     atDialog([&] {
         EXPECT_EQ(dialog.txtDisp_PetDir->ToolTipText(),
@@ -457,7 +456,7 @@ TEST_F(OptionTest, TheToolTips)
     });
 }
 
-TEST_F(OptionTest, StandsInTheMiddleOfTheScreen)
+TEST_F(FrmOptionTest, StandsInTheMiddleOfTheScreen)
 {
     atDialog([&] {
         EXPECT_NEAR(dialog.Left(), (Screen::Width() - dialog.Width()) / 2, 1);
@@ -466,7 +465,7 @@ TEST_F(OptionTest, StandsInTheMiddleOfTheScreen)
     });
 }
 
-TEST_F(OptionTest, NothingOverlapsOrIsCutAndTabGoesFromTheTopDown)
+TEST_F(FrmOptionTest, NothingOverlapsOrIsCutAndTabGoesFromTheTopDown)
 {
     gMailTextFontStyle = u"1,1";
     atDialog([&] {
@@ -480,8 +479,8 @@ TEST_F(OptionTest, NothingOverlapsOrIsCutAndTabGoesFromTheTopDown)
             EXPECT_GE(label->width(), label->sizeHint().width()) << toUtf8(label->Caption());
             parts.push_back(label);
         }
-        test::expectApart(parts);
-        test::expectTabWay(dialog.window(), way);
+        expectApart(parts);
+        expectTabWay(dialog.window(), way);
         cancel();
     });
 }

@@ -12,13 +12,10 @@
 
 #include <system_error>
 
-namespace tolvek {
+namespace tolvek::test {
 namespace {
 
-using test::MsgBoxScript;
-using test::TempFolder;
-
-class SplashTest : public ::testing::Test {
+class FrmSplashTest : public ::testing::Test {
 protected:
     void SetUp() override
     {
@@ -37,7 +34,7 @@ protected:
     frmSplash splash;
 };
 
-TEST_F(SplashTest, ShowsTheTitleAndTheVersion)
+TEST_F(FrmSplashTest, ShowsTheTitleAndTheVersion)
 {
     splash.Show();
     EXPECT_EQ(splash.lblProductName->Caption(), u"Tolvek");
@@ -49,27 +46,27 @@ TEST_F(SplashTest, ShowsTheTitleAndTheVersion)
     EXPECT_FALSE(splash.lblCopyright2->Caption().empty());
 }
 
-TEST_F(SplashTest, ItsLoadFindsTheSettingsFile)
+TEST_F(FrmSplashTest, ItsLoadFindsTheSettingsFile)
 {
     splash.Load();
     EXPECT_EQ(gIniPath, joinPath(appPath(), u"TOLVEK.ini"));
 }
 
-TEST_F(SplashTest, ItsLoadBringsAnOldSettingsFileBesideTheProgram)
+TEST_F(FrmSplashTest, ItsLoadBringsAnOldSettingsFileBesideTheProgram)
 {
     const TempFolder windows;
     setWindowsFolder(windows.path());
-    test::writeBytes(windows / "TOLVEK.ini", "[Mail Font]\r\n");
+    writeBytes(windows / "TOLVEK.ini", "[Mail Font]\r\n");
     splash.Load();
-    EXPECT_EQ(test::readBytes(folder / "TOLVEK.ini"), "[Mail Font]\r\n");
+    EXPECT_EQ(readBytes(folder / "TOLVEK.ini"), "[Mail Font]\r\n");
     EXPECT_FALSE(fileExists(windows / "TOLVEK.ini"));
 }
 
-TEST_F(SplashTest, AFailureOfTheLoadIsToldAndTheLoadGoesOn)
+TEST_F(FrmSplashTest, AFailureOfTheLoadIsToldAndTheLoadGoesOn)
 {
     const TempFolder windows;
     setWindowsFolder(windows.path());
-    test::writeBytes(windows / "TOLVEK.ini", "[Mail Font]\r\n");
+    writeBytes(windows / "TOLVEK.ini", "[Mail Font]\r\n");
     setFileProbe([](FileOperation operation, const std::filesystem::path&) {
         if (operation == FileOperation::Remove)
             throw std::system_error(std::make_error_code(std::errc::permission_denied));
@@ -85,7 +82,7 @@ TEST_F(SplashTest, AFailureOfTheLoadIsToldAndTheLoadGoesOn)
     EXPECT_EQ(gIniPath, joinPath(appPath(), u"TOLVEK.ini"));
 }
 
-TEST_F(SplashTest, TheWaitLabelBlinksBetweenBlackAndBlue)
+TEST_F(FrmSplashTest, TheWaitLabelBlinksBetweenBlackAndBlue)
 {
     constexpr Colour blue = 0xFF0000;
     splash.Show();
@@ -97,7 +94,7 @@ TEST_F(SplashTest, TheWaitLabelBlinksBetweenBlackAndBlue)
     EXPECT_EQ(splash.lblWait->palette().color(QPalette::WindowText), QColor(Qt::blue));
 }
 
-TEST_F(SplashTest, EachLoadStartsTheBlinkingAnew)
+TEST_F(FrmSplashTest, EachLoadStartsTheBlinkingAnew)
 {
     splash.Show();
     emit splash.Timer1->Tick();
@@ -107,14 +104,14 @@ TEST_F(SplashTest, EachLoadStartsTheBlinkingAnew)
     EXPECT_EQ(splash.lblWait->ForeColor(), 0);
 }
 
-TEST_F(SplashTest, ItTicksByItselfWhileEventsAreProcessed)
+TEST_F(FrmSplashTest, ItTicksByItselfWhileEventsAreProcessed)
 {
     splash.Show();
     splash.lblWait->setForeColor(kWindowText);
     EXPECT_TRUE(QTest::qWaitFor([&] { return splash.lblWait->ForeColor() == 0; }, 60000));
 }
 
-TEST_F(SplashTest, StandsInTheMiddleNotOnTopAndCantBeClosed)
+TEST_F(FrmSplashTest, StandsInTheMiddleNotOnTopAndCantBeClosed)
 {
     splash.Show();
     EXPECT_NEAR(splash.Left(), (Screen::Width() - splash.Width()) / 2, 1);
@@ -128,7 +125,7 @@ TEST_F(SplashTest, StandsInTheMiddleNotOnTopAndCantBeClosed)
     EXPECT_FALSE(splash.Visible());
 }
 
-TEST_F(SplashTest, ItsTextsFit)
+TEST_F(FrmSplashTest, ItsTextsFit)
 {
     splash.Show();
     for (Label* label : splash.window()->findChildren<Label*>()) {

@@ -5,7 +5,7 @@
 #include <QPainter>
 #include <QPixmap>
 
-namespace tolvek {
+namespace tolvek::test {
 namespace {
 
 using Draw = void (*)(QPainter&, const QRect&);
@@ -28,7 +28,7 @@ QRect paintedArea(const QImage& image)
     return area;
 }
 
-TEST(Pictures, EachIsDrawnInsideItsAreaAndFillsMostOfIt)
+TEST(PicturesTest, EachIsDrawnInsideItsAreaAndFillsMostOfIt)
 {
     const QRect area(20, 10, 90, 90);
     for (const Draw draw : {drawLetter, drawPaw}) {
@@ -39,13 +39,13 @@ TEST(Pictures, EachIsDrawnInsideItsAreaAndFillsMostOfIt)
     }
 }
 
-TEST(Pictures, AnAreaThatIsNoSquareIsUsedInItsMiddle)
+TEST(PicturesTest, AnAreaThatIsNoSquareIsUsedInItsMiddle)
 {
     const QRect painted = paintedArea(drawn(drawPaw, QRect(0, 40, 120, 40)));
     EXPECT_TRUE(QRect(40, 40, 40, 40).contains(painted));
 }
 
-TEST(Pictures, TheIconHasTheSizesOfDesktops)
+TEST(PicturesTest, TheIconHasTheSizesOfDesktops)
 {
     const QIcon icon = programIcon();
     for (const int side : {16, 32, 48, 256}) {

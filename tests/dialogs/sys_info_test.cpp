@@ -7,13 +7,10 @@
 
 #include <sys/stat.h>
 
-namespace tolvek {
+namespace tolvek::test {
 namespace {
 
 namespace fs = std::filesystem;
-using test::MsgBoxScript;
-using test::TempFolder;
-using test::writeBytes;
 
 const TextView kNoInformation = u"現時点ではｼｽﾃﾑ情報を使用できません";
 constexpr char kToolKey[] = "SOFTWARE\\Microsoft\\Shared Tools\\MSINFO";
@@ -31,7 +28,7 @@ protected:
     MsgBoxScript boxes;
 };
 
-class GetKeyValueTest : public RegistryOfTest {
+class SysInfoKeyValueTest : public RegistryOfTest {
 protected:
     bool get(const Text& keyName = u"SOFTWARE\\Maker", const Text& valueName = u"PATH")
     {
@@ -44,34 +41,34 @@ protected:
     Text result = u"before";
 };
 
-TEST_F(GetKeyValueTest, AMissingKeyGivesFalseAndAnEmptyResult)
+TEST_F(SysInfoKeyValueTest, AMissingKeyGivesFalseAndAnEmptyResult)
 {
     EXPECT_FALSE(get());
     EXPECT_EQ(result, u"");
 }
 
-TEST_F(GetKeyValueTest, AMissingValueGivesFalseAndAnEmptyResult)
+TEST_F(SysInfoKeyValueTest, AMissingValueGivesFalseAndAnEmptyResult)
 {
     givenText("SOFTWARE\\Maker", "OTHER", "x");
     EXPECT_FALSE(get());
     EXPECT_EQ(result, u"");
 }
 
-TEST_F(GetKeyValueTest, AnotherRootIsAnotherPlace)
+TEST_F(SysInfoKeyValueTest, AnotherRootIsAnotherPlace)
 {
     givenText("SOFTWARE\\Maker", "PATH", "x");
     EXPECT_FALSE(GetKeyValue(0x80000001, u"SOFTWARE\\Maker", u"PATH", result));
     EXPECT_EQ(result, u"");
 }
 
-TEST_F(GetKeyValueTest, ATextComesAsItIs)
+TEST_F(SysInfoKeyValueTest, ATextComesAsItIs)
 {
     givenText("SOFTWARE\\Maker", "PATH", " C:\\道具\\a.exe ");
     EXPECT_TRUE(get());
     EXPECT_EQ(result, u" C:\\道具\\a.exe ");
 }
 
-TEST_F(GetKeyValueTest, ATextEndsAtItsFirstNul)
+TEST_F(SysInfoKeyValueTest, ATextEndsAtItsFirstNul)
 {
     given(kRegistryString, std::string("ab\0cd\0", 6));
     EXPECT_TRUE(get());
@@ -81,14 +78,14 @@ TEST_F(GetKeyValueTest, ATextEndsAtItsFirstNul)
     EXPECT_EQ(result, u"without");
 }
 
-TEST_F(GetKeyValueTest, AnEmptyTextIsFoundAllTheSame)
+TEST_F(SysInfoKeyValueTest, AnEmptyTextIsFoundAllTheSame)
 {
     given(kRegistryString, std::string(1, '\0'));
     EXPECT_TRUE(get());
     EXPECT_EQ(result, u"");
 }
 
-TEST_F(GetKeyValueTest, TheBufferHolds1024Bytes)
+TEST_F(SysInfoKeyValueTest, TheBufferHolds1024Bytes)
 {
     givenText("SOFTWARE\\Maker", "PATH", std::string(1023, 'x'));
     EXPECT_TRUE(get());
@@ -99,7 +96,7 @@ TEST_F(GetKeyValueTest, TheBufferHolds1024Bytes)
 }
 
 // Bytes from last to first, each without leading zeros, after the cut at the first NUL.
-TEST_F(GetKeyValueTest, ANumberIsBuiltFromItsBytes)
+TEST_F(SysInfoKeyValueTest, ANumberIsBuiltFromItsBytes)
 {
     const struct {
         std::string bytes;
@@ -126,14 +123,14 @@ TEST_F(GetKeyValueTest, ANumberIsBuiltFromItsBytes)
     }
 }
 
-TEST_F(GetKeyValueTest, AValueOfAnotherKindIsFoundAndNotTaken)
+TEST_F(SysInfoKeyValueTest, AValueOfAnotherKindIsFoundAndNotTaken)
 {
     given(3, "abc");
     EXPECT_TRUE(get());
     EXPECT_EQ(result, u"before");
 }
 
-TEST_F(GetKeyValueTest, NoKeyStaysOpen)
+TEST_F(SysInfoKeyValueTest, NoKeyStaysOpen)
 {
     RegistryKey before = 0, after = 0;
     givenText("SOFTWARE\\Maker", "OTHER", "x");
@@ -149,9 +146,9 @@ TEST_F(GetKeyValueTest, NoKeyStaysOpen)
 
 // The tools are scripts that write their names to a pipe; reading it waits for the one
 // that was started.
-class StartSysInfoTest : public RegistryOfTest {
+class SysInfoStartTest : public RegistryOfTest {
 protected:
-    StartSysInfoTest() { EXPECT_EQ(mkfifo((folder / "words").c_str(), 0600), 0); }
+    SysInfoStartTest() { EXPECT_EQ(mkfifo((folder / "words").c_str(), 0600), 0); }
 
     fs::path install(const std::string& name) const
     {
@@ -161,20 +158,20 @@ protected:
         fs::permissions(path, fs::perms(0755));
         return path;
     }
-    std::string started() const { return test::readBytes(folder / "words"); }
+    std::string started() const { return readBytes(folder / "words"); }
     void givenTool(const fs::path& path) { givenText(kToolKey, "PATH", path.string()); }
     void givenFolder(const fs::path& path) { givenText(kFolderKey, "MSINFO", path.string()); }
 
     TempFolder folder;
 };
 
-TEST_F(StartSysInfoTest, WithoutBothKeysItSaysSo)
+TEST_F(SysInfoStartTest, WithoutBothKeysItSaysSo)
 {
     boxes.expect(kNoInformation, MsgAnswer::Ok, u"Tolvek");
     StartSysInfo();
 }
 
-TEST_F(StartSysInfoTest, StartsTheToolOfTheFirstKey)
+TEST_F(SysInfoStartTest, StartsTheToolOfTheFirstKey)
 {
     givenTool(install("tool"));
     givenFolder(folder.path());
@@ -183,7 +180,7 @@ TEST_F(StartSysInfoTest, StartsTheToolOfTheFirstKey)
     EXPECT_EQ(started(), "tool");
 }
 
-TEST_F(StartSysInfoTest, WithoutTheFirstKeyTheToolStandsInTheFolderOfTheSecond)
+TEST_F(SysInfoStartTest, WithoutTheFirstKeyTheToolStandsInTheFolderOfTheSecond)
 {
     givenFolder(folder.path());
     install("MSINFO32.EXE");
@@ -191,7 +188,7 @@ TEST_F(StartSysInfoTest, WithoutTheFirstKeyTheToolStandsInTheFolderOfTheSecond)
     EXPECT_EQ(started(), "MSINFO32.EXE");
 }
 
-TEST_F(StartSysInfoTest, AKeyWithoutItsValueIsNone)
+TEST_F(SysInfoStartTest, AKeyWithoutItsValueIsNone)
 {
     givenText(kToolKey, "VERSION", "5");
     givenFolder(folder.path());
@@ -200,7 +197,7 @@ TEST_F(StartSysInfoTest, AKeyWithoutItsValueIsNone)
     EXPECT_EQ(started(), "MSINFO32.EXE");
 }
 
-TEST_F(StartSysInfoTest, AToolThatIsGoneFromTheSecondKeysFolderIsNone)
+TEST_F(SysInfoStartTest, AToolThatIsGoneFromTheSecondKeysFolderIsNone)
 {
     givenFolder(folder.path());
     boxes.expect(kNoInformation);
@@ -210,7 +207,7 @@ TEST_F(StartSysInfoTest, AToolThatIsGoneFromTheSecondKeysFolderIsNone)
     StartSysInfo();
 }
 
-TEST_F(StartSysInfoTest, AFailedStartEndsTheSearch)
+TEST_F(SysInfoStartTest, AFailedStartEndsTheSearch)
 {
     givenFolder(folder.path());
     install("MSINFO32.EXE");
@@ -222,7 +219,7 @@ TEST_F(StartSysInfoTest, AFailedStartEndsTheSearch)
     }
 }
 
-TEST_F(StartSysInfoTest, AToolInTheSecondKeysFolderThatCantBeRunIsToldToo)
+TEST_F(SysInfoStartTest, AToolInTheSecondKeysFolderThatCantBeRunIsToldToo)
 {
     givenFolder(folder.path());
     writeBytes(folder / "MSINFO32.EXE", "no program");
@@ -230,7 +227,7 @@ TEST_F(StartSysInfoTest, AToolInTheSecondKeysFolderThatCantBeRunIsToldToo)
     StartSysInfo();
 }
 
-TEST_F(StartSysInfoTest, AnEmptyPathIsAFailureToo)
+TEST_F(SysInfoStartTest, AnEmptyPathIsAFailureToo)
 {
     givenText(kToolKey, "PATH", "");
     boxes.expect(kNoInformation);

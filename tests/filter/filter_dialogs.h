@@ -3,7 +3,7 @@
 #pragma once
 #include "filter/filter_rules.h"
 #include "filter/frm_filter.h"
-#include "filter/many_rules.h"
+#include "many_rules.h"
 #include "platform/forms/events.h"
 #include "support/archive_fixture.h"
 #include "support/dialog_checks.h"

@@ -11,7 +11,7 @@ struct FaultCase {
     EditFault fault;
 };
 
-TEST(FilterEditArea, TheFirstFaultIsTheOneThatCounts)
+TEST(FilterEditAreaTest, TheFirstFaultIsTheOneThatCounts)
 {
     const FaultCase table[] = {
         {"untouched", {u"", kNoneSet, kNoneSet, u""}, EditFault::Untouched},
@@ -37,7 +37,7 @@ TEST(FilterEditArea, TheFirstFaultIsTheOneThatCounts)
         EXPECT_EQ(editFault(row.area), row.fault) << row.story;
 }
 
-TEST(FilterEditArea, EachFaultHasItsWords)
+TEST(FilterEditAreaTest, EachFaultHasItsWords)
 {
     const std::pair<EditFault, TextView> table[] = {
         {EditFault::None, u""},
@@ -52,14 +52,14 @@ TEST(FilterEditArea, EachFaultHasItsWords)
         EXPECT_EQ(faultMessage(fault), words);
 }
 
-TEST(FilterEditArea, AChangeNamesTheArrayWithoutAButtonSet)
+TEST(FilterEditAreaTest, AChangeNamesTheArrayWithoutAButtonSet)
 {
     EXPECT_EQ(missingChoice({u"t", kNoneSet, kNoneSet, u"x"}), u"ルールを選択してください");
     EXPECT_EQ(missingChoice({u"t", 0, kNoneSet, u"x"}), u"アクションを選択してください");
     EXPECT_EQ(missingChoice({u"t", 0, 0, u"x"}), u"");
 }
 
-TEST(FilterEditArea, TheEntryHoldsTheTextsTrimmedAndNoNumberYet)
+TEST(FilterEditAreaTest, TheEntryHoldsTheTextsTrimmedAndNoNumberYet)
 {
     const FilterRule rule = editedRule({u"　title ", 4, 1, u" a b　"});
     EXPECT_EQ(rule.No, 0);

@@ -1,6 +1,6 @@
 // Rules that aren't completely in memory are never written: neither while they are
 // being read nor after a reading that failed.
-#include "filter/frm_filter_fixture.h"
+#include "frm_filter_fixture.h"
 #include "platform/runtime/yield_hook.h"
 #include "support/report_list.h"
 

@@ -1,13 +1,15 @@
 // Failures while the filter results are built, and how far each reaches.
-#include "filter/filter_results_fixture.h"
+#include "filter_results_fixture.h"
 #include "store/database_files.h"
 
 namespace tolvek::test {
 namespace {
 
+using FilterResultsFailuresTest = FilterResultsTest;
+
 // ---- missing values, and hostile ones ----
 
-TEST_F(FilterResultsTest, AFieldWithoutAValueHoldsNothingAndHarmsNoOtherTerm)
+TEST_F(FilterResultsFailuresTest, AFieldWithoutAValueHoldsNothingAndHarmsNoOtherTerm)
 {
     rawMail(std::nullopt, u"太郎");
     addRule(1, u"");
@@ -20,7 +22,7 @@ TEST_F(FilterResultsTest, AFieldWithoutAValueHoldsNothingAndHarmsNoOtherTerm)
     EXPECT_EQ(subjects(), Texts{u""});
 }
 
-TEST_F(FilterResultsTest, ANameWithoutAValueIsPassedOver)
+TEST_F(FilterResultsFailuresTest, ANameWithoutAValueIsPassedOver)
 {
     rawMail(u"件名", std::nullopt);
     addRule(5, u"太郎");
@@ -31,7 +33,7 @@ TEST_F(FilterResultsTest, ANameWithoutAValueIsPassedOver)
 
 // The other party's name selects the mail. The missing name becomes an empty text,
 // which the table doesn't accept; that ends the rule.
-TEST_F(FilterResultsTest, AMailFoundByItsOtherNameCantBeListedWithoutTheFirst)
+TEST_F(FilterResultsFailuresTest, AMailFoundByItsOtherNameCantBeListedWithoutTheFirst)
 {
     rawMail(u"件名", std::nullopt);
     addRule(5, u"花");
@@ -45,7 +47,7 @@ TEST_F(FilterResultsTest, AMailFoundByItsOtherNameCantBeListedWithoutTheFirst)
     EXPECT_EQ(rows(u"tblFilterData"), 0);
 }
 
-TEST_F(FilterResultsTest, BarsNULsAndStatementsInTextsAreTextsAndAreListedAsTheyStand)
+TEST_F(FilterResultsFailuresTest, BarsNULsAndStatementsInTextsAreTextsAndAreListedAsTheyStand)
 {
     const Texts hostile{u"a|b", Text(u"a\0b", 3), u"\"; DROP TABLE tblTolvek; --", u"%_*?[a]#",
                         u"<b>&amp;</b>"};
@@ -63,7 +65,7 @@ TEST_F(FilterResultsTest, BarsNULsAndStatementsInTextsAreTextsAndAreListedAsThey
     EXPECT_EQ(rows(u"tblTolvek"), 5);
 }
 
-TEST_F(FilterResultsTest, AQuoteInAStoredFieldCostsTheRestOfTheRuleAndTheNextOneFollows)
+TEST_F(FilterResultsFailuresTest, AQuoteInAStoredFieldCostsTheRestOfTheRuleAndTheNextOneFollows)
 {
     mailWith(u"件名一");
     rawMail(u"件名'); DROP TABLE tblTolvek; --", u"太郎");
@@ -81,7 +83,7 @@ TEST_F(FilterResultsTest, AQuoteInAStoredFieldCostsTheRestOfTheRuleAndTheNextOne
     EXPECT_EQ(rows(u"tblTolvek"), 3);
 }
 
-TEST_F(FilterResultsTest, AQuoteInAConditionFailsItsRuleAlone)
+TEST_F(FilterResultsFailuresTest, AQuoteInAConditionFailsItsRuleAlone)
 {
     mailWith(u"ABC");
     addRule(0, u"' OR 'a' = 'a");
@@ -98,7 +100,7 @@ TEST_F(FilterResultsTest, AQuoteInAConditionFailsItsRuleAlone)
 
 // ---- failures ----
 
-TEST_F(FilterResultsTest, ARuleWithoutAHeaderIsToldAndTheNextOneFollows)
+TEST_F(FilterResultsFailuresTest, ARuleWithoutAHeaderIsToldAndTheNextOneFollows)
 {
     mailWith(u"ABC");
     addRule(0, u"ABC", 0, u" 　");
@@ -111,7 +113,7 @@ TEST_F(FilterResultsTest, ARuleWithoutAHeaderIsToldAndTheNextOneFollows)
     EXPECT_EQ(listed(30), std::vector<int>{1});
 }
 
-TEST_F(FilterResultsTest, MoreMailsThanSixteenBitsCountFailEachRuleTwiceAndListNothing)
+TEST_F(FilterResultsFailuresTest, MoreMailsThanSixteenBitsCountFailEachRuleTwiceAndListNothing)
 {
     manyMails(32768);
     addRule(1, u"件名");
@@ -126,7 +128,7 @@ TEST_F(FilterResultsTest, MoreMailsThanSixteenBitsCountFailEachRuleTwiceAndListN
     EXPECT_EQ(rows(u"tblTolvek"), 32768);
 }
 
-TEST_F(FilterResultsTest, AsManyMailsAsSixteenBitsCountAreWalkedInFull)
+TEST_F(FilterResultsFailuresTest, AsManyMailsAsSixteenBitsCountAreWalkedInFull)
 {
     manyMails(32767);
     mailWith(u"x");
@@ -138,7 +140,7 @@ TEST_F(FilterResultsTest, AsManyMailsAsSixteenBitsCountAreWalkedInFull)
     EXPECT_EQ(gFilterDataId, 2 * 32767);
 }
 
-TEST_F(FilterResultsTest, OneRuleMoreThanTheTableHoldsEndsTheLoadAndTheOthersAreWorked)
+TEST_F(FilterResultsFailuresTest, OneRuleMoreThanTheTableHoldsEndsTheLoadAndTheOthersAreWorked)
 {
     mailWith(u"ABC");
     for (int n = 1; n <= 257; ++n)
@@ -152,7 +154,7 @@ TEST_F(FilterResultsTest, OneRuleMoreThanTheTableHoldsEndsTheLoadAndTheOthersAre
     EXPECT_EQ(ids(), Texts{u"255"});
 }
 
-TEST_F(FilterResultsTest, ACountBeyondTheTableEndsTheBuildWithAnEmptyTable)
+TEST_F(FilterResultsFailuresTest, ACountBeyondTheTableEndsTheBuildWithAnEmptyTable)
 {
     mailWith(u"ABC");
     addRule(0, u"ABC");
@@ -165,7 +167,7 @@ TEST_F(FilterResultsTest, ACountBeyondTheTableEndsTheBuildWithAnEmptyTable)
     EXPECT_EQ(rows(u"tblFilterData"), 0);
 }
 
-TEST_F(FilterResultsTest, AMissingDatabaseIsToldByTheBuildWithoutAQuestion)
+TEST_F(FilterResultsFailuresTest, AMissingDatabaseIsToldByTheBuildWithoutAQuestion)
 {
     removeDatabase(gDbPath);
     addRule(0, u"ABC");
@@ -186,7 +188,7 @@ const Family kFamilies[] = {
     {tblFilterData_Set13, u"tblfilter Data Set 13", u"tblFilterData_Set13"},
 };
 
-TEST_F(FilterResultsTest, ADatabaseThatWentMissingIsOfferedToBeCreatedAndTheRuleGoesOn)
+TEST_F(FilterResultsFailuresTest, ADatabaseThatWentMissingIsOfferedToBeCreatedAndTheRuleGoesOn)
 {
     addRule(0, u"ABC");
     for (const Family& family : kFamilies) {
@@ -199,7 +201,7 @@ TEST_F(FilterResultsTest, ADatabaseThatWentMissingIsOfferedToBeCreatedAndTheRule
     }
 }
 
-TEST_F(FilterResultsTest, ARefusedCreationIsReported)
+TEST_F(FilterResultsFailuresTest, ARefusedCreationIsReported)
 {
     addRule(0, u"ABC");
     removeDatabase(gDbPath);

@@ -1,9 +1,11 @@
-#include "filter/filter_results_fixture.h"
+#include "filter_results_fixture.h"
 
 namespace tolvek::test {
 namespace {
 
-TEST_F(FilterResultsTest, TheStatementOfARuleByItsCodeAndTheMode)
+using FilterResultsSqlTest = FilterResultsTest;
+
+TEST_F(FilterResultsSqlTest, TheStatementOfARuleByItsCodeAndTheMode)
 {
     struct Case {
         int code;

@@ -1,6 +1,6 @@
 #include "filter/filter_results.h"
 
-#include "filter/filter_results_fixture.h"
+#include "filter_results_fixture.h"
 #include "support/yield_watch.h"
 
 #include <set>

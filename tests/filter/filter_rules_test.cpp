@@ -1,6 +1,6 @@
 #include "filter/filter_rules.h"
 
-#include "filter/many_rules.h"
+#include "many_rules.h"
 #include "platform/forms/input_hold.h"
 #include "store/database_files.h"
 #include "support/archive_fixture.h"

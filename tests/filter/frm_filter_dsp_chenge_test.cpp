@@ -1,6 +1,6 @@
 #include "filter/frm_filter_dsp_chenge.h"
 
-#include "filter/filter_dialogs.h"
+#include "filter_dialogs.h"
 #include "platform/forms/screen.h"
 
 namespace tolvek::test {

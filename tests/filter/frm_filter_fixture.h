@@ -1,7 +1,7 @@
 // The filter editor and its user's actions: typing a rule, adding it, picking a row,
 // leaving.
 #pragma once
-#include "filter/filter_dialogs.h"
+#include "filter_dialogs.h"
 
 namespace tolvek::test {
 

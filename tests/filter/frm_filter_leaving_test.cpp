@@ -1,13 +1,15 @@
 // The ways out of the filter editor: to the display order, by OK, by Cancel.
 #include "app/state.h"
-#include "filter/frm_filter_fixture.h"
+#include "frm_filter_fixture.h"
 
 namespace tolvek::test {
 namespace {
 
+using FrmFilterLeavingTest = FrmFilterTest;
+
 // ---- the display order ----
 
-TEST_F(FrmFilterTest, TheDisplayOrderIsOpenedOnWhatWasSavedBefore)
+TEST_F(FrmFilterLeavingTest, TheDisplayOrderIsOpenedOnWhatWasSavedBefore)
 {
     givenSorting({u"A", u"B", u"C"});
     const ModalScript inside("frmFilterDspChenge", [&](QWidget&) {
@@ -30,7 +32,7 @@ TEST_F(FrmFilterTest, TheDisplayOrderIsOpenedOnWhatWasSavedBefore)
     });
 }
 
-TEST_F(FrmFilterTest, WithoutARuleLeftTheGridIsntDrawnAnew)
+TEST_F(FrmFilterLeavingTest, WithoutARuleLeftTheGridIsntDrawnAnew)
 {
     givenSorting({u"A", u"B"});
     const ModalScript inside("frmFilterDspChenge",
@@ -47,7 +49,7 @@ TEST_F(FrmFilterTest, WithoutARuleLeftTheGridIsntDrawnAnew)
     });
 }
 
-TEST_F(FrmFilterTest, CancelKeepsWhatTheDisplayOrderHasSavedAndDropsTheRest)
+TEST_F(FrmFilterLeavingTest, CancelKeepsWhatTheDisplayOrderHasSavedAndDropsTheRest)
 {
     givenSorting({u"A"});
     const ModalScript inside("frmFilterDspChenge",
@@ -65,7 +67,7 @@ TEST_F(FrmFilterTest, CancelKeepsWhatTheDisplayOrderHasSavedAndDropsTheRest)
 
 // ---- leaving ----
 
-TEST_F(FrmFilterTest, CancelUndoesTheEditsInMemory)
+TEST_F(FrmFilterLeavingTest, CancelUndoesTheEditsInMemory)
 {
     givenSorting({u"A"});
     atEditor([&] {
@@ -77,7 +79,7 @@ TEST_F(FrmFilterTest, CancelUndoesTheEditsInMemory)
     EXPECT_EQ(gFilterRule[1].Header, u"");
 }
 
-TEST_F(FrmFilterTest, OkAndTheCloseBoxKeepTheEditsInMemoryAndStoreNothingThemselves)
+TEST_F(FrmFilterLeavingTest, OkAndTheCloseBoxKeepTheEditsInMemoryAndStoreNothingThemselves)
 {
     for (const bool byOk : {true, false}) {
         atEditor([&] {
@@ -93,7 +95,7 @@ TEST_F(FrmFilterTest, OkAndTheCloseBoxKeepTheEditsInMemoryAndStoreNothingThemsel
     }
 }
 
-TEST_F(FrmFilterTest, NeitherEnterNorEscapePressesAButton)
+TEST_F(FrmFilterLeavingTest, NeitherEnterNorEscapePressesAButton)
 {
     atEditor([&] {
         enter(u"title", 0, 0, u"x");
@@ -112,7 +114,7 @@ TEST_F(FrmFilterTest, NeitherEnterNorEscapePressesAButton)
     });
 }
 
-TEST_F(FrmFilterTest, EnterOnARowOfTheGridIsAClick)
+TEST_F(FrmFilterLeavingTest, EnterOnARowOfTheGridIsAClick)
 {
     givenSorting({u"A", u"B"});
     atEditor([&] {
@@ -125,7 +127,7 @@ TEST_F(FrmFilterTest, EnterOnARowOfTheGridIsAClick)
     });
 }
 
-TEST_F(FrmFilterTest, TheNextOpeningHasNoChosenRow)
+TEST_F(FrmFilterLeavingTest, TheNextOpeningHasNoChosenRow)
 {
     givenSorting({u"A"});
     atEditor([&] {

@@ -1,5 +1,5 @@
 #include "filter/frm_filter.h"
-#include "filter/frm_filter_fixture.h"
+#include "frm_filter_fixture.h"
 #include "platform/forms/screen.h"
 
 namespace tolvek::test {

@@ -2,13 +2,13 @@
 // book must be either the old one or the whole new one.
 #include "friend/friend_book_file.h"
 
-#include "friend/book_files.h"
 #include "friend/ed_friend.h"
 #include "platform/runtime/directory.h"
 #include "platform/runtime/text_files.h"
 #include "store/database_files.h"
-#include "store/fault_injection.h"
 #include "support/archive_fixture.h"
+#include "support/book_files.h"
+#include "support/fault_injection.h"
 #include "support/report_list.h"
 
 namespace tolvek::test {
@@ -174,7 +174,7 @@ TEST_F(FriendBookFileTest, AFileOfAnotherBookDoesntTakeTheCopyAway)
     expectNoCopy();
 }
 
-class BadRecordTest : public FriendBookFileTest {
+class FriendBookFileBadRecordTest : public FriendBookFileTest {
 protected:
     static void editBadly()
     {
@@ -190,7 +190,7 @@ protected:
 
 // Nothing is removed that a later repair could need, and what is stored after the
 // failure stays.
-TEST_F(BadRecordTest, ARecordThatCantBeReadKeepsTheCopyAndWhatComesAfterStays)
+TEST_F(FriendBookFileBadRecordTest, ARecordThatCantBeReadKeepsTheCopyAndWhatComesAfterStays)
 {
     reports.listen();
     editBadly();
@@ -203,7 +203,7 @@ TEST_F(BadRecordTest, ARecordThatCantBeReadKeepsTheCopyAndWhatComesAfterStays)
     EXPECT_EQ(names(), (Names{u"a", u"later"}));
 }
 
-TEST_F(BadRecordTest, ALaterEditPutsTheUnreadCopyAside)
+TEST_F(FriendBookFileBadRecordTest, ALaterEditPutsTheUnreadCopyAside)
 {
     reports.listen();
     editBadly();
@@ -246,7 +246,7 @@ TEST_F(FriendBookFileTest, AFailureOfTheCompletionGoesToTheCallerAndLeavesTheCop
 
 // ---- the end at any moment ----
 
-class FriendBookFaultsTest : public FriendBookFileTest {
+class FriendBookFileFaultsTest : public FriendBookFileTest {
 protected:
     static void wholeRoad()
     {
@@ -285,14 +285,14 @@ protected:
     }
 };
 
-TEST_F(FriendBookFaultsTest, AnEndAtAnyMomentLeavesTheOldBookOrTheNewOne)
+TEST_F(FriendBookFileFaultsTest, AnEndAtAnyMomentLeavesTheOldBookOrTheNewOne)
 {
     kept.keep();
     endAtEachOperation(wholeRoad, [this](int operation) { checkStart(operation); });
 }
 
 // The exit's sweep and the library only touch the book's files.
-TEST_F(FriendBookFaultsTest, AlsoAfterAnOrderlyExitThatSweepsAndALibraryThatWritesOver)
+TEST_F(FriendBookFileFaultsTest, AlsoAfterAnOrderlyExitThatSweepsAndALibraryThatWritesOver)
 {
     kept.keep();
     const auto check = [this](int operation) {
@@ -303,7 +303,7 @@ TEST_F(FriendBookFaultsTest, AlsoAfterAnOrderlyExitThatSweepsAndALibraryThatWrit
     endAtEachOperation(wholeRoad, check, {}, isFriendFile);
 }
 
-TEST_F(FriendBookFaultsTest, AnEndOfTheCompletionItselfLeavesTheNewBook)
+TEST_F(FriendBookFileFaultsTest, AnEndOfTheCompletionItselfLeavesTheNewBook)
 {
     edit();
     for (const bool emptied : {true, false}) {
@@ -319,7 +319,7 @@ TEST_F(FriendBookFaultsTest, AnEndOfTheCompletionItselfLeavesTheNewBook)
 }
 
 // The failure was reported, and the user ended the program without importing the file.
-TEST_F(FriendBookFaultsTest, AFailureOfAnyOperationLeavesTheOldBookOrTheNewOne)
+TEST_F(FriendBookFileFaultsTest, AFailureOfAnyOperationLeavesTheOldBookOrTheNewOne)
 {
     kept.keep();
     const auto editOrFail = [] {
@@ -333,7 +333,7 @@ TEST_F(FriendBookFaultsTest, AFailureOfAnyOperationLeavesTheOldBookOrTheNewOne)
     failEachOperation(editOrFail, [this](int operation) { checkStart(operation); });
 }
 
-TEST_F(FriendBookFaultsTest, AFailureOfTheReadingBackIsMadeUpForAtTheNextStart)
+TEST_F(FriendBookFileFaultsTest, AFailureOfTheReadingBackIsMadeUpForAtTheNextStart)
 {
     edit();
     kept.keep();

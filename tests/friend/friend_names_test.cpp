@@ -38,7 +38,7 @@ void addFriendByHand(const Text& address, const Text& name, const Text& pet)
     opened.Close();
 }
 
-class EdFriendNameTest : public ArchiveFixture {
+class FriendNamesTest : public ArchiveFixture {
 protected:
     void SetUp() override
     {
@@ -68,7 +68,7 @@ protected:
     ReportList reports;
 };
 
-TEST_F(EdFriendNameTest, TheBooksNameComesOverTheMailsOfBothDirections)
+TEST_F(FriendNamesTest, TheBooksNameComesOverTheMailsOfBothDirections)
 {
     addFriend(u"hanako@x.jp", u"はなちゃん", u"タマ");
     store(mail(u"hanako@x.jp", u"me@x.jp", u"in", u"20000215"));
@@ -81,7 +81,7 @@ TEST_F(EdFriendNameTest, TheBooksNameComesOverTheMailsOfBothDirections)
               (Texts{u"太郎", u"はなちゃん", u"太郎"}));
 }
 
-TEST_F(EdFriendNameTest, AFriendWithoutANameIsWrittenAsNotSet)
+TEST_F(FriendNamesTest, AFriendWithoutANameIsWrittenAsNotSet)
 {
     addFriend(u"hanako@x.jp", u"　 ", u"タマ");
     store(mail(u"hanako@x.jp", u"hanako@x.jp"));
@@ -90,7 +90,7 @@ TEST_F(EdFriendNameTest, AFriendWithoutANameIsWrittenAsNotSet)
     EXPECT_EQ(receiverName(), u"設定無し");
 }
 
-TEST_F(EdFriendNameTest, WhatThePetSignedStaysThePets)
+TEST_F(FriendNamesTest, WhatThePetSignedStaysThePets)
 {
     addFriend(u"hanako@x.jp", u"はなちゃん", u"タマ");
     storeNamed(u"タマ", u"hanako@x.jp", u"101112", u"hanako@x.jp");
@@ -99,7 +99,7 @@ TEST_F(EdFriendNameTest, WhatThePetSignedStaysThePets)
     EXPECT_EQ(receiverName(), u"はなちゃん") << "a receiver's name is always overwritten";
 }
 
-TEST_F(EdFriendNameTest, AnEmptyPetNameProtectsNoMail)
+TEST_F(FriendNamesTest, AnEmptyPetNameProtectsNoMail)
 {
     addFriend(u"hanako@x.jp", u"はなちゃん", u"");
     storeNamed(u"花子", u"hanako@x.jp", u"101112");
@@ -110,7 +110,7 @@ TEST_F(EdFriendNameTest, AnEmptyPetNameProtectsNoMail)
 }
 
 // The statement compares with the address plus a trailing blank.
-TEST_F(EdFriendNameTest, TheReceiversAddressIsFoundWithABlankBehindIt)
+TEST_F(FriendNamesTest, TheReceiversAddressIsFoundWithABlankBehindIt)
 {
     addFriend(u"hanako@x.jp", u"はなちゃん", u"");
     store(mail(u"me@x.jp", u"hanako@x.jp"));
@@ -118,7 +118,7 @@ TEST_F(EdFriendNameTest, TheReceiversAddressIsFoundWithABlankBehindIt)
     EXPECT_EQ(receiverName(), u"はなちゃん");
 }
 
-TEST_F(EdFriendNameTest, WhatTheUserSentToHimselfWasSentByHisPet)
+TEST_F(FriendNamesTest, WhatTheUserSentToHimselfWasSentByHisPet)
 {
     gMyPetName = u"もも";
     addFriend(u"me@x.jp", u"ぼく", u"ほか");
@@ -129,7 +129,7 @@ TEST_F(EdFriendNameTest, WhatTheUserSentToHimselfWasSentByHisPet)
     EXPECT_EQ(column(u"SELECT tblTolvek_RcvName FROM tblTolvek"), (Texts{u"ぼく", u"太郎"}));
 }
 
-TEST_F(EdFriendNameTest, WithoutAPetNameNothingIsThePets)
+TEST_F(FriendNamesTest, WithoutAPetNameNothingIsThePets)
 {
     gMyPetName = u"　 ";
     store(mail(u"me@x.jp", u"me@x.jp"));
@@ -137,7 +137,7 @@ TEST_F(EdFriendNameTest, WithoutAPetNameNothingIsThePets)
     EXPECT_EQ(senderName(), u"花子");
 }
 
-TEST_F(EdFriendNameTest, WhoHasLeftTheBookKeepsHisNames)
+TEST_F(FriendNamesTest, WhoHasLeftTheBookKeepsHisNames)
 {
     addFriend(u"hanako@x.jp", u"はなちゃん", u"");
     store(mail(u"hanako@x.jp", u"me@x.jp"));
@@ -148,7 +148,7 @@ TEST_F(EdFriendNameTest, WhoHasLeftTheBookKeepsHisNames)
 }
 
 // Friends are handled in the order of their names, each committed separately.
-TEST_F(EdFriendNameTest, AQuoteInAFriendsNameEndsItThereAndKeepsWhatWasDone)
+TEST_F(FriendNamesTest, AQuoteInAFriendsNameEndsItThereAndKeepsWhatWasDone)
 {
     addFriend(u"a@x.jp", u"Aiko", u"");
     addFriendByHand(u"o@x.jp", u"O'Hara", u"");
@@ -161,7 +161,7 @@ TEST_F(EdFriendNameTest, AQuoteInAFriendsNameEndsItThereAndKeepsWhatWasDone)
               (Texts{u"Aiko", u"花子", u"花子"}));
 }
 
-TEST_F(EdFriendNameTest, AQuoteInAPetsNameFailsToo)
+TEST_F(FriendNamesTest, AQuoteInAPetsNameFailsToo)
 {
     addFriendByHand(u"hanako@x.jp", u"はなちゃん", u"D'Artagnan");
     store(mail(u"hanako@x.jp", u"hanako@x.jp"));
@@ -172,7 +172,7 @@ TEST_F(EdFriendNameTest, AQuoteInAPetsNameFailsToo)
 }
 
 // Without the indexes, every friend would need a walk over all mails.
-TEST_F(EdFriendNameTest, MailsAreFoundByTheIndexesOfTheirAddresses)
+TEST_F(FriendNamesTest, MailsAreFoundByTheIndexesOfTheirAddresses)
 {
     const struct {
         TextView where, index;
@@ -192,14 +192,14 @@ TEST_F(EdFriendNameTest, MailsAreFoundByTheIndexesOfTheirAddresses)
     }
 }
 
-TEST_F(EdFriendNameTest, AMissingDatabaseIsReported)
+TEST_F(FriendNamesTest, AMissingDatabaseIsReported)
 {
     removeDatabase(gDbPath);
     edFriendName();
     EXPECT_EQ(reports.take(), Reports{"edFriendName 3024"});
 }
 
-class FriendNameAddTest : public WindowFixture {
+class FriendNamesAddTest : public WindowFixture {
 protected:
     void SetUp() override
     {
@@ -243,7 +243,7 @@ protected:
     Text answer = u"　はなちゃん ";
 };
 
-TEST_F(FriendNameAddTest, AnUnknownSenderIsAddedUnderTheNameThatTheUserGives)
+TEST_F(FriendNamesAddTest, AnUnknownSenderIsAddedUnderTheNameThatTheUserGives)
 {
     givenReceived();
     expectQuestion(kNewQuestion, MsgAnswer::Yes);
@@ -260,7 +260,7 @@ TEST_F(FriendNameAddTest, AnUnknownSenderIsAddedUnderTheNameThatTheUserGives)
     EXPECT_FALSE(gDb.isOpen());
 }
 
-TEST_F(FriendNameAddTest, OfAMailThatTheUserSentTheReceiverIsTaken)
+TEST_F(FriendNamesAddTest, OfAMailThatTheUserSentTheReceiverIsTaken)
 {
     givenRow({u"太郎", u"taro@x.jp"}, {u"花子", u"hanako@x.jp"}, true);
     expectQuestion(kNewQuestion, MsgAnswer::Yes);
@@ -268,7 +268,7 @@ TEST_F(FriendNameAddTest, OfAMailThatTheUserSentTheReceiverIsTaken)
     EXPECT_EQ(value(u"SELECT tblFriend_Address FROM tblFriend"), u"hanako@x.jp");
 }
 
-TEST_F(FriendNameAddTest, AKnownFriendIsRenamedAndKeepsTheRest)
+TEST_F(FriendNamesAddTest, AKnownFriendIsRenamedAndKeepsTheRest)
 {
     addFriend(u"hanako@x.jp", u"前の名前", u"タマ", u"ねこ", 7);
     givenReceived();
@@ -280,7 +280,7 @@ TEST_F(FriendNameAddTest, AKnownFriendIsRenamedAndKeepsTheRest)
     EXPECT_EQ(value(u"SELECT tblFriend_RecvMailCnt FROM tblFriend"), u"7");
 }
 
-TEST_F(FriendNameAddTest, YesIsWhatEnterAnswers)
+TEST_F(FriendNamesAddTest, YesIsWhatEnterAnswers)
 {
     givenReceived();
     for (const bool known : {false, true}) {
@@ -291,7 +291,7 @@ TEST_F(FriendNameAddTest, YesIsWhatEnterAnswers)
     }
 }
 
-TEST_F(FriendNameAddTest, NoAndAnEmptyNameChangeNothing)
+TEST_F(FriendNamesAddTest, NoAndAnEmptyNameChangeNothing)
 {
     givenReceived();
     for (const bool known : {false, true}) {
@@ -312,7 +312,7 @@ TEST_F(FriendNameAddTest, NoAndAnEmptyNameChangeNothing)
 }
 
 // When the user declines, the database stays open; the next routine opens it anew.
-TEST_F(FriendNameAddTest, AfterARefusalTheNextOneWorks)
+TEST_F(FriendNamesAddTest, AfterARefusalTheNextOneWorks)
 {
     givenReceived();
     expectQuestion(kNewQuestion, MsgAnswer::No);
@@ -325,7 +325,7 @@ TEST_F(FriendNameAddTest, AfterARefusalTheNextOneWorks)
 
 // A row beyond the first block keeps the flag that an earlier fill left: its own block
 // never gets one.
-TEST_F(FriendNameAddTest, InALaterBlockTheFlagIsTheBlocksOwn)
+TEST_F(FriendNamesAddTest, InALaterBlockTheFlagIsTheBlocksOwn)
 {
     gSubjectKeyCnt1 = kSubjectBlock;
     givenRow({u"花子", u"hanako@x.jp"}, {u"次郎", u"jiro@x.jp"}, true);
@@ -334,13 +334,13 @@ TEST_F(FriendNameAddTest, InALaterBlockTheFlagIsTheBlocksOwn)
     EXPECT_EQ(value(u"SELECT tblFriend_Address FROM tblFriend"), u"hanako@x.jp");
 }
 
-TEST_F(FriendNameAddTest, WithoutASelectedRowItFailsUnderTheOtherRoutinesName)
+TEST_F(FriendNamesAddTest, WithoutASelectedRowItFailsUnderTheOtherRoutinesName)
 {
     expectDbReport(u"edFriendName", 9);
     EXPECT_EQ(FriendNameAdd(form, -1), 0);
 }
 
-TEST_F(FriendNameAddTest, FailuresAreReportedUnderTheOtherRoutinesName)
+TEST_F(FriendNamesAddTest, FailuresAreReportedUnderTheOtherRoutinesName)
 {
     givenReceived();
     const struct {
@@ -363,7 +363,7 @@ TEST_F(FriendNameAddTest, FailuresAreReportedUnderTheOtherRoutinesName)
         }
 }
 
-TEST_F(FriendNameAddTest, AnEmptyAddressCantBeAdded)
+TEST_F(FriendNamesAddTest, AnEmptyAddressCantBeAdded)
 {
     givenRow({u"花子", u""}, {u"太郎", u"taro@x.jp"}, false);
     expectQuestion(u"おともだち帳に登録して宜しいですか。\r\n\r\nおともだちの名前：花子\r\n"
@@ -374,7 +374,7 @@ TEST_F(FriendNameAddTest, AnEmptyAddressCantBeAdded)
     EXPECT_EQ(book(), Texts{});
 }
 
-TEST_F(FriendNameAddTest, AMissingDatabaseIsReported)
+TEST_F(FriendNamesAddTest, AMissingDatabaseIsReported)
 {
     givenReceived();
     removeDatabase(gDbPath);
@@ -382,7 +382,7 @@ TEST_F(FriendNameAddTest, AMissingDatabaseIsReported)
     EXPECT_EQ(FriendNameAdd(form, 0), 0);
 }
 
-TEST_F(EdFriendNameTest, EachFriendYields)
+TEST_F(FriendNamesTest, EachFriendYields)
 {
     EXPECT_EQ(yieldsOf(edFriendName), 0);
     addFriend(u"a@x.jp", u"花子", u"モモ");

@@ -1,6 +1,6 @@
 // The friend editor's texts, its layout at the minimum size and above, and its return
 // from a smaller size.
-#include "friend/frm_friend_fixture.h"
+#include "support/frm_friend_fixture.h"
 
 #include <QHeaderView>
 

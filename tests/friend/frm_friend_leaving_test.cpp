@@ -1,8 +1,8 @@
 // The ways out of the friend editor: OK with what it writes and keeps, Cancel, the
 // close box; and OK when something fails.
-#include "friend/frm_friend_fixture.h"
 #include "platform/runtime/codepage932.h"
 #include "store/database_files.h"
+#include "support/frm_friend_fixture.h"
 #include "support/report_list.h"
 
 #include <QClipboard>

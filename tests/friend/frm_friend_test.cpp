@@ -1,7 +1,7 @@
 // Editing in the friend editor's grid: opening, choosing, adding, changing,
 // deleting.
-#include "friend/frm_friend_fixture.h"
 #include "store/database_files.h"
+#include "support/frm_friend_fixture.h"
 #include "support/report_list.h"
 #include "support/yield_watch.h"
 

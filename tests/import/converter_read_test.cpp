@@ -10,13 +10,13 @@
 
 #include <filesystem>
 
-namespace tolvek {
+namespace tolvek::test {
 namespace {
 
 const std::string kSeparator = "From - Tue Feb 15 10:11:12 2000\n";
 const std::string kDate = "Date: Tue, 15 Feb 2000 10:11:12 +0900\n";
 
-class ConverterReadTest : public test::ArchiveFixture {
+class ConverterReadTest : public ArchiveFixture {
 protected:
     void SetUp() override
     {
@@ -38,7 +38,7 @@ protected:
     {
         const Path place =
             nativePath(joinPath(joinPath(gPostPetDir, kReceiveFolder), kReceiveMainBox.mail));
-        test::writeBytes(place, box);
+        writeBytes(place, box);
         const DBEngine::Session session;
         MailBoxRead();
         const int once = rows(u"tblTolvek");
@@ -111,9 +111,8 @@ TEST_F(ConverterReadTest, APostPetFolderMayBeDeeperThanThePathRecords)
 // Without an error it would look like a read without new mail.
 TEST_F(ConverterReadTest, ATempFileThatCantBeWrittenIsAnError)
 {
-    test::writeBytes(
-        nativePath(joinPath(joinPath(gPostPetDir, kReceiveFolder), kReceiveMainBox.mail)),
-        kSeparator + kDate + "\ntext\n");
+    writeBytes(nativePath(joinPath(joinPath(gPostPetDir, kReceiveFolder), kReceiveMainBox.mail)),
+               kSeparator + kDate + "\ntext\n");
     std::filesystem::create_directory(file("Tolvek.Tmp.part"));
     EXPECT_THROW(MailBoxRead(), RuntimeError);
 }
@@ -222,7 +221,7 @@ TEST_F(ConverterReadTest, AFriendBookThatCantBeWrittenIsReported)
 {
     const Path book = nativePath(joinPath(gPostPetDir, u"おともだち帳"));
     std::filesystem::create_directory(book);
-    test::writeBytes(book / "a.csv", "1,p,n,a@example.com\n");
+    writeBytes(book / "a.csv", "1,p,n,a@example.com\n");
     std::filesystem::create_directory(file("Friend.Tmp"));
     boxes.expect(u"エラー番号： 75\r（" + errorText(75) + u"）", MsgAnswer::Ok,
                  u"エラーメッセージ (edFriend)");

@@ -1,5 +1,5 @@
-#include "import/import_fixture.h"
 #include "import/mail_fields.h"
+#include "import_fixture.h"
 #include "platform/runtime/text_files.h"
 #include "support/yield_watch.h"
 

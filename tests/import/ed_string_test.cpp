@@ -1,5 +1,5 @@
-#include "import/import_fixture.h"
 #include "import/mail_fields.h"
+#include "import_fixture.h"
 
 namespace tolvek::test {
 namespace {

@@ -1,12 +1,12 @@
 // A read of mail ends after the first box when nothing more can be stored.
 #include "app/database.h"
 #include "app/settings.h"
-#include "import/import_fixture.h"
 #include "import/mail_box_read.h"
 #include "import/mail_box_table.h"
 #include "import/tmp_read.h"
+#include "import_fixture.h"
 #include "store/database_files.h"
-#include "store/fault_injection.h"
+#include "support/fault_injection.h"
 
 namespace tolvek::test {
 namespace {

@@ -11,10 +11,10 @@
 
 #include <algorithm>
 
-namespace tolvek {
+namespace tolvek::test {
 namespace {
 
-class SampleReadTest : public test::ArchiveFixture {
+class SampleReadTest : public ArchiveFixture {
 protected:
     void SetUp() override
     {
@@ -120,11 +120,11 @@ TEST_F(SampleReadTest, BrokenMissingAndEmptyBoxesCostNothingOfTheOthers)
     const int all = rows(u"tblTolvek");
     removeFile(file("Tolvek.Mdb"));
     Table_Create();
-    const std::string whole = test::readBytes(box(u"受信フォルダ", u"黄色の引出し.ppm"));
-    test::writeBytes(box(u"受信フォルダ", u"黄色の引出し.ppm"),
-                     std::string("\0\1\2no mail at all\xFF", 18));
+    const std::string whole = readBytes(box(u"受信フォルダ", u"黄色の引出し.ppm"));
+    writeBytes(box(u"受信フォルダ", u"黄色の引出し.ppm"),
+               std::string("\0\1\2no mail at all\xFF", 18));
     removeFile(box(u"受信フォルダ", u"ピンクの引出し.ppm"));
-    test::writeBytes(box(u"受信フォルダ", u"黒の引出し.ppm"), "");
+    writeBytes(box(u"受信フォルダ", u"黒の引出し.ppm"), "");
     std::filesystem::create_directory(box(u"受信フォルダ", u"赤の引出し.ppm"));
     read();
     const int rest = rows(u"tblTolvek");
@@ -132,7 +132,7 @@ TEST_F(SampleReadTest, BrokenMissingAndEmptyBoxesCostNothingOfTheOthers)
     EXPECT_GT(rest, 85);
     EXPECT_LT(rest, all);
     // A truncated box gives the mails that are complete in it.
-    test::writeBytes(box(u"受信フォルダ", u"黄色の引出し.ppm"), whole.substr(0, whole.size() / 2));
+    writeBytes(box(u"受信フォルダ", u"黄色の引出し.ppm"), whole.substr(0, whole.size() / 2));
     read();
     EXPECT_GT(rows(u"tblTolvek"), rest);
 }

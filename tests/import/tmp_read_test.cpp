@@ -1,4 +1,3 @@
-#include "import/import_fixture.h"
 #include "import/tmp_read.h"
 #include "support/yield_watch.h"
 

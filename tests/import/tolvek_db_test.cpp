@@ -1,5 +1,5 @@
-#include "import/import_fixture.h"
 #include "import/tolvek_db.h"
+#include "import_fixture.h"
 
 namespace tolvek::test {
 namespace {

@@ -16,9 +16,9 @@
 #include "platform/dao/alone.h"
 #include "platform/dao/connection.h"
 #include "platform/runtime/codepage932.h"
-#include "shell/backup_fixture.h"
-#include "store/fault_injection.h"
 #include "store/text_dump.h"
+#include "support/backup_fixture.h"
+#include "support/fault_injection.h"
 #include "support/rest_check.h"
 
 #include <sqlite3.h>

@@ -1,20 +1,22 @@
 // Moves the mails to a file of the day, through the main window's own menu.
 #include "shell/backup_commands.h"
 
-#include "shell/backup_fixture.h"
 #include "store/database_files.h"
+#include "support/backup_fixture.h"
 #include "support/painted.h"
 #include "support/yield_watch.h"
 
 namespace tolvek::test {
 namespace {
 
+using BackupCommandsTest = BackUpTest;
+
 const TextView kOnceADay = u"今日はすでに１回バックアップを実行しています。\r\n"
                            u"バックアップは，１日１回しか出来ません。";
 
 // ---- making one ----
 
-TEST_F(BackUpTest, TheMailsMoveIntoTheFileOfTheDayAndNamesAndRulesLiveOn)
+TEST_F(BackupCommandsTest, TheMailsMoveIntoTheFileOfTheDayAndNamesAndRulesLiveOn)
 {
     const Texts rules = column(u"SELECT tblFilter_Header FROM tblFilter");
     backUp();
@@ -29,7 +31,7 @@ TEST_F(BackUpTest, TheMailsMoveIntoTheFileOfTheDayAndNamesAndRulesLiveOn)
     EXPECT_EQ(fileNames(folder.path()).size(), 3u) << "no side file is left";
 }
 
-TEST_F(BackUpTest, TheWindowIsEmptyAndReadyAfterwardsAndNoBoxTellsOfSuccess)
+TEST_F(BackupCommandsTest, TheWindowIsEmptyAndReadyAfterwardsAndNoBoxTellsOfSuccess)
 {
     clickEntry(*form.lstNameOrAddr, 0);
     ASSERT_EQ(form.lstSubject->ListCount(), 1);
@@ -50,9 +52,10 @@ struct Display {
     int entries; // number of entries after the backup
 };
 
-class BackUpDisplayTest : public BackUpTest, public ::testing::WithParamInterface<Display> {};
+class BackupCommandsDisplayTest : public BackUpTest,
+                                  public ::testing::WithParamInterface<Display> {};
 
-TEST_P(BackUpDisplayTest, TheNavigatorIsListedAnewForItsDisplay)
+TEST_P(BackupCommandsDisplayTest, TheNavigatorIsListedAnewForItsDisplay)
 {
     gDisplayType = GetParam().type;
     form.lblNameOrAddr->setCaption(u"");
@@ -61,14 +64,14 @@ TEST_P(BackUpDisplayTest, TheNavigatorIsListedAnewForItsDisplay)
     EXPECT_EQ(form.lstNameOrAddr->ListCount(), GetParam().entries);
 }
 
-INSTANTIATE_TEST_SUITE_P(Displays, BackUpDisplayTest,
+INSTANTIATE_TEST_SUITE_P(Displays, BackupCommandsDisplayTest,
                          ::testing::Values(Display{0, u"アドレス　表示", 0},
                                            Display{1, u"送受信者名　表示", 0},
                                            Display{2, u"日付　表示", 0},
                                            Display{3, u"フィルター　表示", 1},
                                            Display{7, u"フィルター　表示", 1}));
 
-TEST_F(BackUpTest, TheMailsAreThrownOutOfTheLiveStoreSoNoIsTheAnswerOfEnter)
+TEST_F(BackupCommandsTest, TheMailsAreThrownOutOfTheLiveStoreSoNoIsTheAnswerOfEnter)
 {
     const auto before = contents();
     backUp(MsgAnswer::No);
@@ -79,7 +82,7 @@ TEST_F(BackUpTest, TheMailsAreThrownOutOfTheLiveStoreSoNoIsTheAnswerOfEnter)
     EXPECT_EQ(form.lstNameOrAddr->ListCount(), 3);
 }
 
-TEST_F(BackUpTest, ASecondOneOnADayStopsAndChangesNothingNotEvenByACompaction)
+TEST_F(BackupCommandsTest, ASecondOneOnADayStopsAndChangesNothingNotEvenByACompaction)
 {
     backUp();
     store(mail(u"hanako@example.jp", u"taro@example.jp", u"third"));
@@ -92,7 +95,7 @@ TEST_F(BackUpTest, ASecondOneOnADayStopsAndChangesNothingNotEvenByACompaction)
     EXPECT_EQ(commandsOff(), "");
 }
 
-TEST_F(BackUpTest, AFileOfTheDaysNameRefusesWhoeverMadeIt)
+TEST_F(BackupCommandsTest, AFileOfTheDaysNameRefusesWhoeverMadeIt)
 {
     writeBytes(file("Tolvek_20000225.Mdb"), "restored by hand");
     const auto before = contents();
@@ -102,7 +105,7 @@ TEST_F(BackUpTest, AFileOfTheDaysNameRefusesWhoeverMadeIt)
     EXPECT_EQ(contents(), before);
 }
 
-TEST_F(BackUpTest, OnceTheFirstFileIsGoneTheSameDayTakesAnother)
+TEST_F(BackupCommandsTest, OnceTheFirstFileIsGoneTheSameDayTakesAnother)
 {
     backUp();
     removeDatabase(pathOf(u"Tolvek_20000225.Mdb"));
@@ -111,14 +114,14 @@ TEST_F(BackUpTest, OnceTheFirstFileIsGoneTheSameDayTakesAnother)
     EXPECT_EQ(subjectsIn(pathOf(u"Tolvek_20000225.Mdb")), Texts{u"third"});
 }
 
-TEST_F(BackUpTest, TheNameHasFourTwoAndTwoDigitsOfTheSystemsDate)
+TEST_F(BackupCommandsTest, TheNameHasFourTwoAndTwoDigitsOfTheSystemsDate)
 {
     setClock([] { return DateTime{2031, 1, 2, 23, 59, 59}; });
     backUp();
     EXPECT_TRUE(exists("Tolvek_20310102.Mdb"));
 }
 
-TEST_F(BackUpTest, MailsThatPostPetStillKeepsComeInAgainBesideTheFile)
+TEST_F(BackupCommandsTest, MailsThatPostPetStillKeepsComeInAgainBesideTheFile)
 {
     backUp();
     store(mail(u"hanako@example.jp", u"taro@example.jp", u"first"));
@@ -126,7 +129,7 @@ TEST_F(BackUpTest, MailsThatPostPetStillKeepsComeInAgainBesideTheFile)
 }
 
 // The timer makes the text blink as long as gBusyFlag is set.
-TEST_F(BackUpTest, TheStatusTextStandsAndBlinksWhileTheMailsMove)
+TEST_F(BackupCommandsTest, TheStatusTextStandsAndBlinksWhileTheMailsMove)
 {
     std::vector<Text> panes;
     Int16 busy = 0;
@@ -147,7 +150,7 @@ TEST_F(BackUpTest, TheStatusTextStandsAndBlinksWhileTheMailsMove)
 
 // Recognised by what each step shows or reports: the mails are gone, so the tables tell
 // nothing.
-TEST_F(BackUpTest, NamesSearchTablesAndFilterResultsAreMadeAnewInTheirOrder)
+TEST_F(BackupCommandsTest, NamesSearchTablesAndFilterResultsAreMadeAnewInTheirOrder)
 {
     bool broken = false;
     const auto progress = [] { return gStatusLines[3] == u"   1 / 1  のフィルターデータを"; };
@@ -174,7 +177,7 @@ TEST_F(BackUpTest, NamesSearchTablesAndFilterResultsAreMadeAnewInTheirOrder)
 
 // The compaction that follows doesn't yield: for seconds the pane shows what was
 // painted before it.
-TEST_F(BackUpTest, TheStatusTextIsOnTheScreenWhenTheFirstFileIsTouched)
+TEST_F(BackupCommandsTest, TheStatusTextIsOnTheScreenWhenTheFirstFileIsTouched)
 {
     std::vector<bool> inked;
     setFileProbe([&](FileOperation, const Path&) {
@@ -187,7 +190,7 @@ TEST_F(BackUpTest, TheStatusTextIsOnTheScreenWhenTheFirstFileIsTouched)
 
 // ---- making one that fails ----
 
-TEST_F(BackUpTest, ATargetThatCantBeWrittenIsReportedAndNoMailIsDeleted)
+TEST_F(BackupCommandsTest, ATargetThatCantBeWrittenIsReportedAndNoMailIsDeleted)
 {
     setFileProbe([](FileOperation operation, const Path& path) {
         if (operation == FileOperation::Write && path.filename() == "Tolvek_20000225.Mdb.Compact")
@@ -204,7 +207,7 @@ TEST_F(BackUpTest, ATargetThatCantBeWrittenIsReportedAndNoMailIsDeleted)
     EXPECT_NE(form.txtMail->Text().find(u"少々お待ちください。"), Text::npos);
 }
 
-TEST_F(BackUpTest, AFolderOfTheDaysNameIsATargetThatIsThere)
+TEST_F(BackupCommandsTest, AFolderOfTheDaysNameIsATargetThatIsThere)
 {
     std::filesystem::create_directory(file("Tolvek_20000225.Mdb"));
     boxes.expect(kBackUpQuestion, MsgAnswer::Yes);
@@ -213,7 +216,7 @@ TEST_F(BackUpTest, AFolderOfTheDaysNameIsATargetThatIsThere)
     EXPECT_EQ(subjectsIn(gDbPath), kBothSubjects);
 }
 
-TEST_F(BackUpTest, ACompactionThatLeftNoDatabaseEndsTheCommandBeforeAnyDelete)
+TEST_F(BackupCommandsTest, ACompactionThatLeftNoDatabaseEndsTheCommandBeforeAnyDelete)
 {
     removeDatabase(gDbPath);
     ReportList reports;
@@ -227,7 +230,7 @@ TEST_F(BackUpTest, ACompactionThatLeftNoDatabaseEndsTheCommandBeforeAnyDelete)
 }
 
 // The file stays: it is the backup of the day and holds everything that is still live.
-TEST_F(BackUpTest, ADeleteThatFailsEndsTheCommandBehindAWholeBackUp)
+TEST_F(BackupCommandsTest, ADeleteThatFailsEndsTheCommandBehindAWholeBackUp)
 {
     setFileProbe([this](FileOperation operation, const Path& path) {
         const bool ofLive = path.filename().string().starts_with("Tolvek.Mdb");
@@ -244,7 +247,7 @@ TEST_F(BackUpTest, ADeleteThatFailsEndsTheCommandBehindAWholeBackUp)
 }
 
 // A database left open by a declined question must not block the renames.
-TEST_F(BackUpTest, ADatabaseThatWasLeftOpenIsClosedFirst)
+TEST_F(BackupCommandsTest, ADatabaseThatWasLeftOpenIsClosedFirst)
 {
     gDb = DBEngine::OpenDatabase(gDbPath);
     backUp();
@@ -253,7 +256,7 @@ TEST_F(BackUpTest, ADatabaseThatWasLeftOpenIsClosedFirst)
     EXPECT_EQ(rows(u"tblTolvek"), 0);
 }
 
-TEST_F(BackUpTest, EventsRunBeforeAndBetweenTheRebuildingsAfterTheMailsHaveMoved)
+TEST_F(BackupCommandsTest, EventsRunBeforeAndBetweenTheRebuildingsAfterTheMailsHaveMoved)
 {
     int between = 0;
     const YieldWatch yields([&] {

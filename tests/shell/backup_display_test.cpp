@@ -1,5 +1,5 @@
 // Displays a backup in the main window and returns to the live store.
-#include "shell/backup_fixture.h"
+#include "support/backup_fixture.h"
 #include "support/jet_reader.h"
 #include "support/spoilt_jet.h"
 #include "support/yield_watch.h"
@@ -7,9 +7,11 @@
 namespace tolvek::test {
 namespace {
 
+using BackupDisplayTest = BackUpTest;
+
 // ---- looking at one ----
 
-TEST_F(BackUpTest, AllMailsAreShownFromTheFileAndNothingThatChangesTheStoreCanBePressed)
+TEST_F(BackupDisplayTest, AllMailsAreShownFromTheFileAndNothingThatChangesTheStoreCanBePressed)
 {
     backUp();
     const std::string before = readBytes(file("Tolvek_20000225.Mdb"));
@@ -32,7 +34,7 @@ TEST_F(BackUpTest, AllMailsAreShownFromTheFileAndNothingThatChangesTheStoreCanBe
     EXPECT_EQ(readBytes(file("Tolvek_20000225.Mdb")), before);
 }
 
-TEST_F(BackUpTest, DamagedTextsOfAnOldBackUpAreReportedOnceWhenItIsShown)
+TEST_F(BackupDisplayTest, DamagedTextsOfAnOldBackUpAreReportedOnceWhenItIsShown)
 {
     const JetReader reader;
     const std::string before = jetWithZeroedText();
@@ -49,7 +51,7 @@ TEST_F(BackUpTest, DamagedTextsOfAnOldBackUpAreReportedOnceWhenItIsShown)
     EXPECT_EQ(readBytes(file("Tolvek_19991231.Mdb")), before);
 }
 
-TEST_F(BackUpTest, BackToNormalShowsTheLiveStoreAndTurnsTheCommandsOn)
+TEST_F(BackupDisplayTest, BackToNormalShowsTheLiveStoreAndTurnsTheCommandsOn)
 {
     backUp();
     store(mail(u"new@example.jp", u"taro@example.jp", u"third"));
@@ -63,7 +65,7 @@ TEST_F(BackUpTest, BackToNormalShowsTheLiveStoreAndTurnsTheCommandsOn)
     EXPECT_EQ(commandsOff(), "");
 }
 
-TEST_F(BackUpTest, FromOneBackUpTheMenuLeadsToAnother)
+TEST_F(BackupDisplayTest, FromOneBackUpTheMenuLeadsToAnother)
 {
     backUp();
     setClock([] { return DateTime{2000, 2, 26, 12, 0, 0}; });
@@ -76,7 +78,7 @@ TEST_F(BackUpTest, FromOneBackUpTheMenuLeadsToAnother)
     EXPECT_EQ(commandsOff(), kOffOnABackUp);
 }
 
-TEST_F(BackUpTest, TheWindowShowsNothingOfTheDisplayBefore)
+TEST_F(BackupDisplayTest, TheWindowShowsNothingOfTheDisplayBefore)
 {
     backUp();
     view(u"Tolvek_20000225.Mdb");
@@ -88,7 +90,7 @@ TEST_F(BackUpTest, TheWindowShowsNothingOfTheDisplayBefore)
     EXPECT_EQ(form.lblHead->Caption(), u"");
 }
 
-TEST_F(BackUpTest, CancelLeavesTheDisplayAsItWas)
+TEST_F(BackupDisplayTest, CancelLeavesTheDisplayAsItWas)
 {
     boxes.expect(u"バックアップ ファイルはまだ作成されていません。");
     gBackUpFile = u"of an earlier choice";
@@ -106,7 +108,7 @@ TEST_F(BackUpTest, CancelLeavesTheDisplayAsItWas)
     EXPECT_EQ(commandsOff(), "");
 }
 
-TEST_F(BackUpTest, AnEarlierChoiceIsForgottenByTheCloseBoxToo)
+TEST_F(BackupDisplayTest, AnEarlierChoiceIsForgottenByTheCloseBoxToo)
 {
     backUp();
     gBackUpFile = u"Tolvek_20000225.Mdb";
@@ -117,7 +119,7 @@ TEST_F(BackUpTest, AnEarlierChoiceIsForgottenByTheCloseBoxToo)
 }
 
 // A read of mail halfway would go into the backup.
-TEST_F(BackUpTest, NoCommandIsOnWhileTheDisplayChanges)
+TEST_F(BackupDisplayTest, NoCommandIsOnWhileTheDisplayChanges)
 {
     backUp();
     gDisplayType = 2; // walks all mails and yields
@@ -133,7 +135,7 @@ TEST_F(BackUpTest, NoCommandIsOnWhileTheDisplayChanges)
     EXPECT_EQ(commandsOff(), kOffOnABackUp);
 }
 
-TEST_F(BackUpTest, NoRulesOfABackUpStayInMemory)
+TEST_F(BackupDisplayTest, NoRulesOfABackUpStayInMemory)
 {
     gDisplayType = 3;
     backUp();
@@ -156,7 +158,7 @@ struct Foreign {
     Reports reports;
 };
 
-TEST_F(BackUpTest, AForeignFileIsOpenedAsChosenAndBackToNormalWorks)
+TEST_F(BackupDisplayTest, AForeignFileIsOpenedAsChosenAndBackToNormalWorks)
 {
     const Foreign foreigners[] = {
         {"old.mdb",
@@ -187,7 +189,7 @@ TEST_F(BackUpTest, AForeignFileIsOpenedAsChosenAndBackToNormalWorks)
     }
 }
 
-TEST_F(BackUpTest, ADamagedBackUpIsToldWhereItIsReadAndBackToNormalWorks)
+TEST_F(BackupDisplayTest, ADamagedBackUpIsToldWhereItIsReadAndBackToNormalWorks)
 {
     storeMany(300, u"hanako@example.jp");
     backUp();
@@ -207,7 +209,7 @@ TEST_F(BackUpTest, ADamagedBackUpIsToldWhereItIsReadAndBackToNormalWorks)
 }
 
 // By the file modes; for a superuser, who isn't bound by them, by the operations.
-TEST_F(BackUpTest, ABackUpInAFolderThatCantBeWrittenIsShownAllTheSame)
+TEST_F(BackupDisplayTest, ABackUpInAFolderThatCantBeWrittenIsShownAllTheSame)
 {
     using std::filesystem::perms;
     backUp();
@@ -232,7 +234,7 @@ TEST_F(BackUpTest, ABackUpInAFolderThatCantBeWrittenIsShownAllTheSame)
 }
 
 // The choice of a file reports under the other command's name.
-TEST_F(BackUpTest, AFailureIsReportedUnderTheCommandsNameAndTheDisplayChangesAllTheSame)
+TEST_F(BackupDisplayTest, AFailureIsReportedUnderTheCommandsNameAndTheDisplayChangesAllTheSame)
 {
     backUp();
     const auto expectReport = [this](TextView routine) {

@@ -1,9 +1,9 @@
 // Wherever a backup is cut off or fails, every mail must exist somewhere.
-#include "shell/backup_fixture.h"
 #include "store/database_files.h"
 #include "store/db_compress.h"
 #include "store/db_start.h"
-#include "store/fault_injection.h"
+#include "support/backup_fixture.h"
+#include "support/fault_injection.h"
 
 #include <algorithm>
 

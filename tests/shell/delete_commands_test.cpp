@@ -6,12 +6,9 @@
 #include "support/screen_driver.h"
 #include "support/window_fixture.h"
 
-namespace tolvek {
+namespace tolvek::test {
 namespace {
 
-using test::click;
-using test::clickEntry;
-using test::mail;
 using Texts = std::vector<Text>;
 
 const Text kMailQuestion = u"選択されているメールを削除します\n\r     よろしいでしょうか？";
@@ -22,7 +19,7 @@ const Text kEntryQuestions[] = {
     u"選択されている抽出条件のメールを削除します\n\r     よろしいでしょうか？",
 };
 
-class DeleteCommandsTest : public test::WindowFixture {
+class DeleteCommandsTest : public WindowFixture {
 protected:
     void SetUp() override
     {
@@ -229,11 +226,11 @@ TEST_F(DeleteCommandsTest, AnEntryTakesItsMailsAndLeavesTheNavigator)
 
 TEST_F(DeleteCommandsTest, ANameTakesTheMailsOfBothItsAddresses)
 {
-    test::Mail one = mail(u"a@x.jp", u"b@x.jp", u"one", u"20000215");
-    test::Mail two = mail(u"other@y.jp", u"b@x.jp", u"two", u"20000216");
-    test::Mail three = mail(u"a@x.jp", u"b@x.jp", u"three", u"20000217");
+    Mail one = mail(u"a@x.jp", u"b@x.jp", u"one", u"20000215");
+    Mail two = mail(u"other@y.jp", u"b@x.jp", u"two", u"20000216");
+    Mail three = mail(u"a@x.jp", u"b@x.jp", u"three", u"20000217");
     three.SndName = u"新しい名前";
-    for (const test::Mail& m : {one, two, three})
+    for (const Mail& m : {one, two, three})
         store(m);
     edSearch_Name();
     showType(1);
@@ -338,13 +335,13 @@ TEST_F(DeleteCommandsTest, AFailedStatementLeavesTheCommandsOnAndTheListsRebuilt
     addFilter(10, 1, 0, u"見出し", u"件名");
     store(mail(u"c@x.jp", u"d@x.jp", u"件名", u"19990101"));
     showType(0);
-    test::ReportList reports;
+    ReportList reports;
     reports.listen(MsgAnswer::Yes);
     clickEntry(*form.lstNameOrAddr, 0);
-    EXPECT_EQ(reports.take(), test::Reports{"dspMail 3075"});
+    EXPECT_EQ(reports.take(), Reports{"dspMail 3075"});
     click(*form.comMailDel);
-    EXPECT_EQ(reports.take(), (test::Reports{"Tolvek: " + toUtf8(kMailQuestion), "delOneMail 3075",
-                                             "tblFilterData_Set13 3075"}));
+    EXPECT_EQ(reports.take(), (Reports{"Tolvek: " + toUtf8(kMailQuestion), "delOneMail 3075",
+                                       "tblFilterData_Set13 3075"}));
     expectPanesEmpty();
     expectCommandsOn();
     EXPECT_EQ(rows(u"tblFilterData"), 1); // as far as the run came
@@ -352,9 +349,8 @@ TEST_F(DeleteCommandsTest, AFailedStatementLeavesTheCommandsOnAndTheListsRebuilt
     form.lstNameOrAddr->setListIndex(0);
     reports.take();
     click(*form.cmdAddrDel);
-    EXPECT_EQ(reports.take(),
-              (test::Reports{"Tolvek: " + toUtf8(kEntryQuestions[0]), "delMail 3075",
-                             "edSearch_Name 3075", "tblFilterData_Set13 3075"}));
+    EXPECT_EQ(reports.take(), (Reports{"Tolvek: " + toUtf8(kEntryQuestions[0]), "delMail 3075",
+                                       "edSearch_Name 3075", "tblFilterData_Set13 3075"}));
     EXPECT_EQ(entries(*form.lstNameOrAddr).size(), 4u);
     expectPanesEmpty();
     expectCommandsOn();
@@ -367,7 +363,7 @@ TEST_F(DeleteCommandsTest, AfterAnEntrysDeletionAllIsUpdatedInItsOrder)
     givenThreeMails();
     showType(0);
     clickEntry(*form.lstNameOrAddr, 0);
-    test::Reports told;
+    Reports told;
     setMsgBoxHandler([&](const MsgBoxRequest& box) {
         if (box.text == kEntryQuestions[0]) {
             gDbPath += u".gone";
@@ -377,8 +373,7 @@ TEST_F(DeleteCommandsTest, AfterAnEntrysDeletionAllIsUpdatedInItsOrder)
         return box.buttons == MsgButtons::YesNo ? MsgAnswer::No : MsgAnswer::Ok;
     });
     click(*form.cmdAddrDel);
-    EXPECT_EQ(told,
-              (test::Reports{"エラーメッセージ (delMail)", "エラーメッセージ (edSearch_Name)",
+    EXPECT_EQ(told, (Reports{"エラーメッセージ (delMail)", "エラーメッセージ (edSearch_Name)",
                              "エラーメッセージ (edSearch_Addr)", "エラーメッセージ (tblFilter_Get)",
                              "エラーメッセージ (tblFilterData_Sel)"}));
     expectCommandsOn();
@@ -390,11 +385,10 @@ TEST_F(DeleteCommandsTest, MoreRulesThanTheTableHoldsAreToldAndTheMailIsGoneAllT
     addManyRules(257);
     showType(0);
     clickEntry(*form.lstNameOrAddr, 0);
-    test::ReportList reports;
+    ReportList reports;
     reports.listen(MsgAnswer::Yes);
     click(*form.comMailDel);
-    EXPECT_EQ(reports.take(),
-              (test::Reports{"Tolvek: " + toUtf8(kMailQuestion), "tblFilter_Get 9"}));
+    EXPECT_EQ(reports.take(), (Reports{"Tolvek: " + toUtf8(kMailQuestion), "tblFilter_Get 9"}));
     EXPECT_EQ(left(), (Texts{u"first", u"third"}));
     EXPECT_EQ(rows(u"tblFilterData"), 256);
     expectCommandsOn();
@@ -406,7 +400,7 @@ TEST_F(DeleteCommandsTest, HostileSubjectsAndNamesAreDeletedAsTheTextsTheyAre)
     const Texts hostile{u"a|b", Text(u"a\0b", 3), u"\"; DROP TABLE tblTolvek; --"};
     int subKey = 0;
     for (const Text& text : hostile) {
-        test::Mail m = mail(u"a@x.jp", u"b@x.jp", text);
+        Mail m = mail(u"a@x.jp", u"b@x.jp", text);
         m.SndName = text;
         m.SubKey = subKey++;
         store(m);

@@ -9,21 +9,15 @@
 
 #include <utility>
 
-namespace tolvek {
+namespace tolvek::test {
 namespace {
-
-using test::ArchiveFixture;
-using test::clickEntry;
-using test::mail;
-using test::ProgramEnd;
 
 class DeletingWindowTest : public ArchiveFixture {
 protected:
     void SetUp() override
     {
         ArchiveFixture::SetUp();
-        test::writeBytes(file("TOLVEK.ini"),
-                         "[PostPet Mail Option]\r\nMy Mail Addr=taro@example.jp\r\n");
+        writeBytes(file("TOLVEK.ini"), "[PostPet Mail Option]\r\nMy Mail Addr=taro@example.jp\r\n");
         store(mail(u"hanako@example.jp", u"taro@example.jp", u"first", u"20000215"));
         store(mail(u"hanako@example.jp", u"taro@example.jp", u"second", u"20000216"));
         edSearch_Addr();
@@ -53,12 +47,12 @@ TEST_F(DeletingWindowTest, ARowIsDeletedByItsButtonAndAnEntryByTheOther)
     form.Show();
     clickEntry(*form.lstNameOrAddr, 0);
     boxes.expect(u"選択されているメールを削除します\n\r     よろしいでしょうか？", MsgAnswer::Yes);
-    test::click(*form.comMailDel);
+    click(*form.comMailDel);
     EXPECT_EQ(rows(u"tblTolvek"), 1);
     clickEntry(*form.lstNameOrAddr, 0);
     boxes.expect(u"選択されているアドレスのメールを削除します\n\r     よろしいでしょうか？",
                  MsgAnswer::Yes);
-    test::click(*form.cmdAddrDel);
+    click(*form.cmdAddrDel);
     EXPECT_EQ(rows(u"tblTolvek"), 0);
     EXPECT_EQ(form.lstNameOrAddr->ListCount(), 0);
 }
@@ -78,7 +72,7 @@ TEST_F(DeletingWindowTest, TheCloseBoxWorksInTheMiddleOfAFilterRun)
     form.Show();
     gFilterDataId = 0;
     bool closed = false;
-    const test::YieldWatch yields([&] {
+    const YieldWatch yields([&] {
         if (gFilterDataId == 50 && !std::exchange(closed, true)) form.window()->close();
     });
     EXPECT_THROW(run(), ProgramEnd);

@@ -10,15 +10,12 @@
 
 #include <QWindow>
 
-namespace tolvek {
+namespace tolvek::test {
 namespace {
 
-using test::ModalScript;
-using test::Reports;
-
-class OptionCommandTest : public ::testing::Test {
+class DialogCommandsOptionTest : public ::testing::Test {
 protected:
-    OptionCommandTest()
+    DialogCommandsOptionTest()
     {
         std::filesystem::create_directories(folder / "受信フォルダ");
         gPostPetDir = pathText(folder.path());
@@ -30,7 +27,7 @@ protected:
         form.lstSubject->SetFocus();
         reports.listen();
     }
-    ~OptionCommandTest() override
+    ~DialogCommandsOptionTest() override
     {
         EXPECT_EQ(reports.take(), Reports{});
         setMsgBoxHandler({});
@@ -39,7 +36,7 @@ protected:
     // Runs the command and closes its dialog by this button.
     void runAndPress(const char* button)
     {
-        const ModalScript dialog("frmOption", [&](QWidget& shown) { test::press(shown, button); });
+        const ModalScript dialog("frmOption", [&](QWidget& shown) { press(shown, button); });
         memEnv_Click(form);
     }
     void expectFont(TextView name, float size, bool bold, bool italic) const
@@ -50,12 +47,12 @@ protected:
         EXPECT_EQ(form.txtMail->FontItalic(), italic);
     }
 
-    test::TempFolder folder;
-    test::ReportList reports;
+    TempFolder folder;
+    ReportList reports;
     frmTolvek form;
 };
 
-TEST_F(OptionCommandTest, TheFontIsAppliedAfterOkAndAfterCancel)
+TEST_F(DialogCommandsOptionTest, TheFontIsAppliedAfterOkAndAfterCancel)
 {
     for (const char* button : {"cmbOK", "cmbCancel"}) {
         form.txtMail->setFontOf(u"ＭＳ ゴシック", 20);
@@ -64,22 +61,22 @@ TEST_F(OptionCommandTest, TheFontIsAppliedAfterOkAndAfterCancel)
     }
 }
 
-TEST_F(OptionCommandTest, TheFocusGoesToTheReadingButton)
+TEST_F(DialogCommandsOptionTest, TheFocusGoesToTheReadingButton)
 {
     runAndPress("cmbCancel");
     EXPECT_TRUE(form.comMailRead->HasFocus());
 }
 
-TEST_F(OptionCommandTest, TheDialogStandsOverTheMainWindow)
+TEST_F(DialogCommandsOptionTest, TheDialogStandsOverTheMainWindow)
 {
     const ModalScript dialog("frmOption", [&](QWidget& shown) {
         EXPECT_EQ(shown.windowHandle()->transientParent(), form.window()->windowHandle());
-        test::press(shown, "cmbCancel");
+        press(shown, "cmbCancel");
     });
     memEnv_Click(form);
 }
 
-TEST_F(OptionCommandTest, AFlagThatIsNoNumberIsToldAndTheOthersAreApplied)
+TEST_F(DialogCommandsOptionTest, AFlagThatIsNoNumberIsToldAndTheOthersAreApplied)
 {
     gMailTextFontStyle = u"1,x";
     runAndPress("cmbCancel");
@@ -88,14 +85,14 @@ TEST_F(OptionCommandTest, AFlagThatIsNoNumberIsToldAndTheOthersAreApplied)
     EXPECT_TRUE(form.comMailRead->HasFocus());
 }
 
-TEST_F(OptionCommandTest, OfTheStyleTheFirstAndTheThirdCharacterCountAlone)
+TEST_F(DialogCommandsOptionTest, OfTheStyleTheFirstAndTheThirdCharacterCountAlone)
 {
     gMailTextFontStyle = u"0x09";
     runAndPress("cmbCancel");
     expectFont(u"ＭＳ 明朝", 16, false, false);
 }
 
-TEST_F(OptionCommandTest, AnEmptyStyleIsToldOnceForEachFlag)
+TEST_F(DialogCommandsOptionTest, AnEmptyStyleIsToldOnceForEachFlag)
 {
     gMailTextFontStyle.clear();
     runAndPress("cmbOK");
@@ -103,29 +100,29 @@ TEST_F(OptionCommandTest, AnEmptyStyleIsToldOnceForEachFlag)
     expectFont(u"ＭＳ 明朝", 16, false, false);
 }
 
-class AboutCommandTest : public ::testing::Test {
+class DialogCommandsAboutTest : public ::testing::Test {
 protected:
-    ~AboutCommandTest() override { setBeforeWait({}); }
+    ~DialogCommandsAboutTest() override { setBeforeWait({}); }
 
     frmTolvek form;
-    test::MsgBoxScript boxes;
+    MsgBoxScript boxes;
 };
 
-TEST_F(AboutCommandTest, ShowsItModallyAboveTheMainWindow)
+TEST_F(DialogCommandsAboutTest, ShowsItModallyAboveTheMainWindow)
 {
     form.Show();
     for (int opening = 0; opening < 2; ++opening) {
         const ModalScript script("frmAbout", [&](QWidget& shown) {
             EXPECT_EQ(shown.windowModality(), Qt::ApplicationModal);
             EXPECT_EQ(shown.windowHandle()->transientParent(), form.window()->windowHandle());
-            test::press(shown, "cmdOK");
+            press(shown, "cmdOK");
         });
         memVar_Click(form);
         EXPECT_EQ(Forms::Count(), 1) << "the main window alone";
     }
 }
 
-TEST_F(AboutCommandTest, AFailureIsReportedUnderItsName)
+TEST_F(DialogCommandsAboutTest, AFailureIsReportedUnderItsName)
 {
     setBeforeWait([] {
         setBeforeWait({}); // the report is a wait too

@@ -11,20 +11,20 @@
 #include "shell/store_commands.h"
 #include "shell/tolvek_main.h"
 #include "store/database_files.h"
-#include "store/fault_injection.h"
 #include "store/search_tables.h"
 #include "store/text_dump.h"
 #include "store/text_dump_set.h"
 #include "support/archive_fixture.h"
+#include "support/fault_injection.h"
 
 #include <set>
 
-namespace tolvek {
+namespace tolvek::test {
 namespace {
 
 using Texts = std::vector<Text>;
 
-class DumpAndLoadTest : public test::ArchiveFixture {
+class DumpAndLoadTest : public ArchiveFixture {
 protected:
     void TearDown() override
     {
@@ -107,7 +107,7 @@ TEST_F(DumpAndLoadTest, AFirstDaysArchiveComesBackAsItWas)
     const std::set<std::string> names{"tblTolvek.Txt", "tblSearch_Addr.Txt", "tblSearch_Name.Txt",
                                       "tblFriend.Txt", "tblFilter.txt",      "tblFilterData.txt"};
     for (const std::string& name : names)
-        once.push_back(test::readBytes(file(name)));
+        once.push_back(readBytes(file(name)));
     Table_Create();
     ASSERT_EQ(rows(u"tblTolvek"), 0);
     dbLoad();
@@ -119,22 +119,22 @@ TEST_F(DumpAndLoadTest, AFirstDaysArchiveComesBackAsItWas)
     dbUnLoad();
     std::size_t at = 0;
     for (const std::string& name : names)
-        EXPECT_EQ(test::readBytes(file(name)), once[at++]) << name;
+        EXPECT_EQ(readBytes(file(name)), once[at++]) << name;
 }
 
-class LoadFaultsTest : public DumpAndLoadTest {
+class DumpAndLoadFaultsTest : public DumpAndLoadTest {
 protected:
     void SetUp() override
     {
         DumpAndLoadTest::SetUp();
         answerAll();
-        store(test::mail(u"a@b.jp", u"c@d.jp", u"一通目"));
+        store(mail(u"a@b.jp", u"c@d.jp", u"一通目"));
         addFriend(u"h@x.jp", u"花子", u"もも");
         addFilter(10, 0, 0, u"h", u"d");
         edSearch_Addr();
         dbUnLoad();
         dbLoad(); // so there is a copy of an earlier load
-        store(test::mail(u"a@b.jp", u"c@d.jp", u"二通目", u"20000216"));
+        store(mail(u"a@b.jp", u"c@d.jp", u"二通目", u"20000216"));
         kept_.keep();
     }
     static Texts subjects(const Text& database)
@@ -157,12 +157,12 @@ protected:
         prepareDatabase(u"331", [](TextView) {});
     }
 
-    test::KeptFolder kept_{folder.path()};
+    KeptFolder kept_{folder.path()};
 };
 
-TEST_F(LoadFaultsTest, AnEndAtAnyMomentOfALoadLosesNoMail)
+TEST_F(DumpAndLoadFaultsTest, AnEndAtAnyMomentOfALoadLosesNoMail)
 {
-    test::endAtEachOperation(
+    endAtEachOperation(
         [] {
             const DBEngine::Session session;
             dbLoad();
@@ -171,10 +171,10 @@ TEST_F(LoadFaultsTest, AnEndAtAnyMomentOfALoadLosesNoMail)
 }
 
 // A user who sees 1,040 of 5,006 mails would think that they are all.
-TEST_F(LoadFaultsTest, AfterAnEndAtAnyMomentTheNextStartShowsAWholeArchive)
+TEST_F(DumpAndLoadFaultsTest, AfterAnEndAtAnyMomentTheNextStartShowsAWholeArchive)
 {
     int takenBack = 0;
-    test::endAtEachOperation(
+    endAtEachOperation(
         [] {
             const DBEngine::Session session;
             dbLoad();
@@ -196,15 +196,15 @@ TEST_F(LoadFaultsTest, AfterAnEndAtAnyMomentTheNextStartShowsAWholeArchive)
 
 // The dump is unchanged, or complete and new. What a failed exchange left is repaired
 // by the next load or unload.
-TEST_F(LoadFaultsTest, AFailureOfAnyOperationOfAnUnLoadLeavesOneSetOrTheOther)
+TEST_F(DumpAndLoadFaultsTest, AFailureOfAnyOperationOfAnUnLoadLeavesOneSetOrTheOther)
 {
-    const std::string old = test::readBytes(file("tblTolvek.Txt"));
+    const std::string old = readBytes(file("tblTolvek.Txt"));
     int failed = 0, reported = 0;
     const auto report = [&](const MsgBoxRequest& box) {
         reported += box.icon == MsgIcon::Critical ? 1 : 0;
         return MsgAnswer::Ok;
     };
-    test::failEachOperation(
+    failEachOperation(
         [&] {
             reported = 0;
             setMsgBoxHandler(report);
@@ -212,7 +212,7 @@ TEST_F(LoadFaultsTest, AFailureOfAnyOperationOfAnUnLoadLeavesOneSetOrTheOther)
         },
         [&](int operation) {
             settleTextFiles();
-            const std::string now = test::readBytes(file("tblTolvek.Txt"));
+            const std::string now = readBytes(file("tblTolvek.Txt"));
             failed += now == old ? 1 : 0;
             EXPECT_TRUE(now != old || reported > 0) << "operation " << operation;
             EXPECT_FALSE(exists("tblTolvek.Txt.New")) << "operation " << operation;
@@ -222,9 +222,9 @@ TEST_F(LoadFaultsTest, AFailureOfAnyOperationOfAnUnLoadLeavesOneSetOrTheOther)
     EXPECT_GT(failed, 10);
 }
 
-TEST_F(LoadFaultsTest, AFailureOfAnyOperationOfALoadLosesNoMail)
+TEST_F(DumpAndLoadFaultsTest, AFailureOfAnyOperationOfALoadLosesNoMail)
 {
-    test::failEachOperation(
+    failEachOperation(
         [] {
             try {
                 dbLoad();

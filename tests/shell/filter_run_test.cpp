@@ -8,13 +8,12 @@
 
 #include <set>
 
-namespace tolvek {
+namespace tolvek::test {
 namespace {
 
-using test::mail;
 using Texts = std::vector<Text>;
 
-class FilterRunTest : public test::WindowFixture {
+class FilterRunTest : public WindowFixture {
 protected:
     void SetUp() override
     {
@@ -86,7 +85,7 @@ TEST_F(FilterRunTest, MeanwhileTheCommandsAreOffTheWindowLivesAndTheRuleIsNamed)
         addFilter(10 * n, 5, 0, u"見出し", u"none");
     tblFilter_Get();
     std::set<Text> shown;
-    const test::YieldWatch yields([&] {
+    const YieldWatch yields([&] {
         if (gStatusLines[3].empty()) return;
         shown.insert(gStatusLines[3]);
         EXPECT_EQ(gBusyFlag, -1);
@@ -105,12 +104,12 @@ TEST_F(FilterRunTest, MeanwhileTheCommandsAreOffTheWindowLivesAndTheRuleIsNamed)
 
 TEST_F(FilterRunTest, AFailureIsToldAndTheCommandsComeBackAllTheSame)
 {
-    test::ReportList reports;
+    ReportList reports;
     reports.listen();
     gDisplayType = 2;
     gFilterRuleCnt = 257;
     choose();
-    EXPECT_EQ(reports.take(), test::Reports{"tblFilterData_Sel 9"});
+    EXPECT_EQ(reports.take(), Reports{"tblFilterData_Sel 9"});
     EXPECT_EQ(gBusyFlag, 0);
     EXPECT_TRUE(form.comMailRead->Enabled());
 }

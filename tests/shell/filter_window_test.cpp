@@ -5,22 +5,16 @@
 #include "support/archive_fixture.h"
 #include "support/modal_script.h"
 
-namespace tolvek {
+namespace tolvek::test {
 namespace {
-
-using test::ArchiveFixture;
-using test::controlOf;
-using test::mail;
-using test::ModalScript;
-using test::press;
 
 class FilterWindowTest : public ArchiveFixture {
 protected:
     void SetUp() override
     {
         ArchiveFixture::SetUp();
-        test::writeBytes(file("TOLVEK.ini"), "[PostPet Mail Option]\r\nMy Mail Addr="
-                                             "taro@example.jp\r\nDisplay Type=3\r\n");
+        writeBytes(file("TOLVEK.ini"), "[PostPet Mail Option]\r\nMy Mail Addr="
+                                       "taro@example.jp\r\nDisplay Type=3\r\n");
         store(mail(u"hanako@example.jp", u"taro@example.jp", u"first"));
     }
     void TearDown() override

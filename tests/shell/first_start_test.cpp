@@ -1,6 +1,6 @@
 // A user's first start: the message, the settings, and the first window.
+#include "events_window.h"
 #include "platform/forms/text_box.h"
-#include "shell/events_window.h"
 
 namespace tolvek::test {
 namespace {

@@ -1,8 +1,8 @@
 // The friend editor, from its menu entries to the names in the mails.
-#include "friend/book_files.h"
-#include "friend/frm_friend_fixture.h"
 #include "shell/friend_commands.h"
-#include "store/fault_injection.h"
+#include "support/book_files.h"
+#include "support/fault_injection.h"
+#include "support/frm_friend_fixture.h"
 #include "support/report_list.h"
 #include "support/window_fixture.h"
 

@@ -1,7 +1,7 @@
 // The friend book, from the main window's start and menu to its mails.
+#include "events_window.h"
 #include "friend/friend_book_file.h"
 #include "platform/forms/text_box.h"
-#include "shell/events_window.h"
 
 namespace tolvek::test {
 namespace {

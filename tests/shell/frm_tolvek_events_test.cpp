@@ -14,25 +14,20 @@
 #include <QMenu>
 #include <QTest>
 
-namespace tolvek {
+namespace tolvek::test {
 namespace {
-
-using test::ArchiveFixture;
-using test::mail;
-using test::ModalScript;
-using test::ProgramEnd;
 
 std::string settingsFile(const std::string& more = {})
 {
     return "[PostPet Mail Option]\r\nMy Mail Addr=taro@example.jp\r\n" + more;
 }
 
-class TolvekEventsTest : public ArchiveFixture {
+class FrmTolvekEventsTest : public ArchiveFixture {
 protected:
     void SetUp() override
     {
         ArchiveFixture::SetUp();
-        test::writeBytes(file("TOLVEK.ini"), settingsFile());
+        writeBytes(file("TOLVEK.ini"), settingsFile());
         setHelpViewer([this](const Text& shown) {
             helpShown.push_back(shown);
             return true;
@@ -95,7 +90,7 @@ DateTime aLateEvening()
 
 // ---- start ----
 
-TEST_F(TolvekEventsTest, TheStartLeavesEmptyPanesAndAFreshState)
+TEST_F(FrmTolvekEventsTest, TheStartLeavesEmptyPanesAndAFreshState)
 {
     gStatusColorFlag = 1;
     gBusyFlag = -1;
@@ -114,7 +109,7 @@ TEST_F(TolvekEventsTest, TheStartLeavesEmptyPanesAndAFreshState)
         EXPECT_EQ(state, 0);
 }
 
-TEST_F(TolvekEventsTest, TheStartFillsTheTablesOfMonthsAndMailBoxes)
+TEST_F(FrmTolvekEventsTest, TheStartFillsTheTablesOfMonthsAndMailBoxes)
 {
     form.Show();
     EXPECT_EQ(gMonthName[0], u"Jan");
@@ -124,7 +119,7 @@ TEST_F(TolvekEventsTest, TheStartFillsTheTablesOfMonthsAndMailBoxes)
     EXPECT_EQ(gMailBoxTable[8].mail, u"橙色の引出し.ppm");
 }
 
-TEST_F(TolvekEventsTest, TheStartListsTheNavigatorAndReadsTheRules)
+TEST_F(FrmTolvekEventsTest, TheStartListsTheNavigatorAndReadsTheRules)
 {
     givenTwoMailsOfHanako();
     addFilter(10, 1, 1, u"title", u"hanako");
@@ -134,21 +129,21 @@ TEST_F(TolvekEventsTest, TheStartListsTheNavigatorAndReadsTheRules)
     EXPECT_EQ(gNonCopyRuleCnt, 1);
 }
 
-TEST_F(TolvekEventsTest, TheStartTakesTheMailFontFromTheSettings)
+TEST_F(FrmTolvekEventsTest, TheStartTakesTheMailFontFromTheSettings)
 {
-    test::writeBytes(file("TOLVEK.ini"), settingsFile("[Mail Font]\r\nMail Text Font Size=14\r\n"
-                                                      "Mail Text Font Style=1,1\r\n"));
+    writeBytes(file("TOLVEK.ini"), settingsFile("[Mail Font]\r\nMail Text Font Size=14\r\n"
+                                                "Mail Text Font Style=1,1\r\n"));
     form.Show();
     EXPECT_EQ(form.txtMail->FontSize(), 14);
     EXPECT_TRUE(form.txtMail->FontBold());
     EXPECT_TRUE(form.txtMail->FontItalic());
 }
 
-TEST_F(TolvekEventsTest, AValueThatCantBeReadIsToldAndTheStartGoesOn)
+TEST_F(FrmTolvekEventsTest, AValueThatCantBeReadIsToldAndTheStartGoesOn)
 {
     givenTwoMailsOfHanako();
-    test::writeBytes(file("TOLVEK.ini"), "[Mail Font]\r\nMail Text Font Size=large\r\n"
-                                         "[PostPet Mail Option]\r\nMy Mail Addr=taro@e.jp\r\n");
+    writeBytes(file("TOLVEK.ini"), "[Mail Font]\r\nMail Text Font Size=large\r\n"
+                                   "[PostPet Mail Option]\r\nMy Mail Addr=taro@e.jp\r\n");
     std::vector<Text> titles;
     setMsgBoxHandler([&](const MsgBoxRequest& box) {
         titles.push_back(box.title);
@@ -163,15 +158,15 @@ TEST_F(TolvekEventsTest, AValueThatCantBeReadIsToldAndTheStartGoesOn)
 
 // ---- commands ----
 
-TEST_F(TolvekEventsTest, TheReadButtonAsksForTheBoxes)
+TEST_F(FrmTolvekEventsTest, TheReadButtonAsksForTheBoxes)
 {
     form.Show();
     const ModalScript dialog("frmMailReadOpt",
-                             [](QWidget& shown) { test::press(shown, "cmbMail_Cancel"); });
+                             [](QWidget& shown) { press(shown, "cmbMail_Cancel"); });
     form.comMailRead->click();
 }
 
-TEST_F(TolvekEventsTest, WithABackupOnDisplayTheReadButtonDoesNothing)
+TEST_F(FrmTolvekEventsTest, WithABackupOnDisplayTheReadButtonDoesNothing)
 {
     int asked = 0;
     converterLibrary().Tolvek_Edit = [&](const Text&, const Text&, const Text&, Int16&, Int16&) {
@@ -185,7 +180,7 @@ TEST_F(TolvekEventsTest, WithABackupOnDisplayTheReadButtonDoesNothing)
     EXPECT_EQ(asked, 0);
 }
 
-TEST_F(TolvekEventsTest, TheLabelAndTheMenuEntryGoOnToTheNextDisplay)
+TEST_F(FrmTolvekEventsTest, TheLabelAndTheMenuEntryGoOnToTheNextDisplay)
 {
     form.Show();
     QTest::mouseClick(form.lblNameOrAddr, Qt::LeftButton);
@@ -196,7 +191,7 @@ TEST_F(TolvekEventsTest, TheLabelAndTheMenuEntryGoOnToTheNextDisplay)
     EXPECT_TRUE(form.comMailRead->HasFocus());
 }
 
-TEST_F(TolvekEventsTest, AnEntryOfTheNavigatorListsItsMailsAndShowsTheLast)
+TEST_F(FrmTolvekEventsTest, AnEntryOfTheNavigatorListsItsMailsAndShowsTheLast)
 {
     givenTwoMailsOfHanako();
     form.Show();
@@ -209,7 +204,7 @@ TEST_F(TolvekEventsTest, AnEntryOfTheNavigatorListsItsMailsAndShowsTheLast)
     EXPECT_NE(form.lblHead->Caption().find(u"first"), Text::npos);
 }
 
-TEST_F(TolvekEventsTest, TheRightButtonOnTheSubjectsOpensTheOptionsAndSelectsNothing)
+TEST_F(FrmTolvekEventsTest, TheRightButtonOnTheSubjectsOpensTheOptionsAndSelectsNothing)
 {
     givenTwoMailsOfHanako();
     form.Show();
@@ -220,7 +215,7 @@ TEST_F(TolvekEventsTest, TheRightButtonOnTheSubjectsOpensTheOptionsAndSelectsNot
     form.memOption->menu()->close();
 }
 
-TEST_F(TolvekEventsTest, WhileTheOptionsAreOffTheRightButtonOpensNothing)
+TEST_F(FrmTolvekEventsTest, WhileTheOptionsAreOffTheRightButtonOpensNothing)
 {
     form.Show();
     form.memOption->setEnabled(false);
@@ -228,9 +223,9 @@ TEST_F(TolvekEventsTest, WhileTheOptionsAreOffTheRightButtonOpensNothing)
     EXPECT_FALSE(form.memOption->menu()->isVisible());
 }
 
-TEST_F(TolvekEventsTest, HelpOpensTheHelpFileByMenuAndByF1)
+TEST_F(FrmTolvekEventsTest, HelpOpensTheHelpFileByMenuAndByF1)
 {
-    test::writeBytes(file("Tolvek.hlp"), "help");
+    writeBytes(file("Tolvek.hlp"), "help");
     showActive();
     form.memHelp->action().trigger();
     QTest::keyClick(form.window(), Qt::Key_F1);
@@ -238,9 +233,9 @@ TEST_F(TolvekEventsTest, HelpOpensTheHelpFileByMenuAndByF1)
     EXPECT_EQ(helpShown, (std::vector<Text>{help, help}));
 }
 
-TEST_F(TolvekEventsTest, WhileTheHelpMenuIsOffF1IsDead)
+TEST_F(FrmTolvekEventsTest, WhileTheHelpMenuIsOffF1IsDead)
 {
-    test::writeBytes(file("Tolvek.hlp"), "help");
+    writeBytes(file("Tolvek.hlp"), "help");
     showActive();
     dspEnable(form, false, 0);
     QTest::keyClick(form.window(), Qt::Key_F1);
@@ -250,14 +245,14 @@ TEST_F(TolvekEventsTest, WhileTheHelpMenuIsOffF1IsDead)
     EXPECT_EQ(helpShown.size(), 1u);
 }
 
-TEST_F(TolvekEventsTest, AMissingHelpFileIsTold)
+TEST_F(FrmTolvekEventsTest, AMissingHelpFileIsTold)
 {
     form.Show();
     boxes.expect(u"ヘルプファイルがありません。\r\n" + joinPath(appPath(), u"Tolvek.hlp"));
     form.memHelp->action().trigger();
 }
 
-TEST_F(TolvekEventsTest, TheKeyboardStartsAtTheReadButtonAndWalksThroughListsAndButtons)
+TEST_F(FrmTolvekEventsTest, TheKeyboardStartsAtTheReadButtonAndWalksThroughListsAndButtons)
 {
     givenTwoMailsOfHanako();
     showActive();
@@ -290,7 +285,7 @@ TEST_F(TolvekEventsTest, TheKeyboardStartsAtTheReadButtonAndWalksThroughListsAnd
 
 // ---- the clock ----
 
-TEST_F(TolvekEventsTest, TheClockShowsDateAndTime)
+TEST_F(FrmTolvekEventsTest, TheClockShowsDateAndTime)
 {
     setClock(aLateEvening);
     form.Show();
@@ -299,7 +294,7 @@ TEST_F(TolvekEventsTest, TheClockShowsDateAndTime)
     EXPECT_EQ(form.lblDate->Caption(), u"2001/02/03  22:05:09");
 }
 
-TEST_F(TolvekEventsTest, EachTickOfABusyProgramBlinksTheStatusText)
+TEST_F(FrmTolvekEventsTest, EachTickOfABusyProgramBlinksTheStatusText)
 {
     form.Show();
     setStatusLines(u"one", u"two", u"", u"", u"", u"");
@@ -312,7 +307,7 @@ TEST_F(TolvekEventsTest, EachTickOfABusyProgramBlinksTheStatusText)
     }
 }
 
-TEST_F(TolvekEventsTest, ATickOfAnIdleProgramLeavesTheMailAlone)
+TEST_F(FrmTolvekEventsTest, ATickOfAnIdleProgramLeavesTheMailAlone)
 {
     form.Show();
     form.txtMail->setText(u"a mail");
@@ -320,7 +315,7 @@ TEST_F(TolvekEventsTest, ATickOfAnIdleProgramLeavesTheMailAlone)
     EXPECT_EQ(form.txtMail->Text(), u"a mail");
 }
 
-TEST_F(TolvekEventsTest, AWindowDraggedSmallerSnapsBack)
+TEST_F(FrmTolvekEventsTest, AWindowDraggedSmallerSnapsBack)
 {
     form.Show();
     form.window()->resize(300, 200);
@@ -332,7 +327,7 @@ TEST_F(TolvekEventsTest, AWindowDraggedSmallerSnapsBack)
 
 // ---- the end ----
 
-TEST_F(TolvekEventsTest, TheEndButtonTheMenuAndTheCloseBoxAllEndTheProgram)
+TEST_F(FrmTolvekEventsTest, TheEndButtonTheMenuAndTheCloseBoxAllEndTheProgram)
 {
     const std::function<void()> ways[] = {
         [&] { form.comEnd->click(); },
@@ -341,7 +336,7 @@ TEST_F(TolvekEventsTest, TheEndButtonTheMenuAndTheCloseBoxAllEndTheProgram)
     };
     for (const auto& way : ways) {
         gUnloading = 0;
-        test::writeBytes(file("TOLVEK.ini"), settingsFile());
+        writeBytes(file("TOLVEK.ini"), settingsFile());
         form.Show();
         expectEndBy(way);
         EXPECT_FALSE(form.Loaded());
@@ -349,7 +344,7 @@ TEST_F(TolvekEventsTest, TheEndButtonTheMenuAndTheCloseBoxAllEndTheProgram)
     }
 }
 
-TEST_F(TolvekEventsTest, TheEndUnloadsEveryForm)
+TEST_F(FrmTolvekEventsTest, TheEndUnloadsEveryForm)
 {
     Form first(u"first"), last(u"last");
     first.Show();
@@ -359,7 +354,7 @@ TEST_F(TolvekEventsTest, TheEndUnloadsEveryForm)
     EXPECT_EQ(Forms::Count(), 0);
 }
 
-TEST_F(TolvekEventsTest, TheEndWritesWhereTheWindowStands)
+TEST_F(FrmTolvekEventsTest, TheEndWritesWhereTheWindowStands)
 {
     form.Show();
     form.setLeft(1500);
@@ -372,10 +367,9 @@ TEST_F(TolvekEventsTest, TheEndWritesWhereTheWindowStands)
     EXPECT_EQ(setting(u"Form Position", u"Form Height Position"), u"7404");
 }
 
-TEST_F(TolvekEventsTest, AMinimisedWindowKeepsItsLayoutAndLeavesTheFilesPosition)
+TEST_F(FrmTolvekEventsTest, AMinimisedWindowKeepsItsLayoutAndLeavesTheFilesPosition)
 {
-    test::writeBytes(file("TOLVEK.ini"),
-                     settingsFile("[Form Position]\r\nForm Left   Position=300\r\n"));
+    writeBytes(file("TOLVEK.ini"), settingsFile("[Form Position]\r\nForm Left   Position=300\r\n"));
     form.Show();
     form.setLeft(1500);
     const float before = form.txtMail->Height();
@@ -387,7 +381,7 @@ TEST_F(TolvekEventsTest, AMinimisedWindowKeepsItsLayoutAndLeavesTheFilesPosition
     EXPECT_EQ(setting(u"Tolvek Environment", u"Ver"), u"331");
 }
 
-TEST_F(TolvekEventsTest, TemporaryFilesGoAllOrNone)
+TEST_F(FrmTolvekEventsTest, TemporaryFilesGoAllOrNone)
 {
     struct Case {
         std::vector<std::string> there, left;
@@ -401,7 +395,7 @@ TEST_F(TolvekEventsTest, TemporaryFilesGoAllOrNone)
     for (const Case& c : cases) {
         gUnloading = 0;
         for (const std::string& name : c.there)
-            test::writeBytes(file(name), "x");
+            writeBytes(file(name), "x");
         form.Show();
         expectEndBy([&] { form.comEnd->click(); });
         for (const std::string& name : c.there)
@@ -412,10 +406,10 @@ TEST_F(TolvekEventsTest, TemporaryFilesGoAllOrNone)
     }
 }
 
-TEST_F(TolvekEventsTest, ATemporaryFileThatCantBeDeletedDoesntStopTheExit)
+TEST_F(FrmTolvekEventsTest, ATemporaryFileThatCantBeDeletedDoesntStopTheExit)
 {
     form.Show();
-    test::writeBytes(file("Tolvek.Tmp"), "x");
+    writeBytes(file("Tolvek.Tmp"), "x");
     setFileProbe([](FileOperation operation, const Path& path) {
         if (operation == FileOperation::Remove && path.extension() == ".Tmp")
             throw std::system_error(std::make_error_code(std::errc::permission_denied));
@@ -433,16 +427,16 @@ TEST_F(TolvekEventsTest, ATemporaryFileThatCantBeDeletedDoesntStopTheExit)
 }
 
 // The end doesn't depend on the settings: a failed write is reported once.
-TEST_F(TolvekEventsTest, ASettingsFileThatCantBeWrittenIsToldAndTheProgramEnds)
+TEST_F(FrmTolvekEventsTest, ASettingsFileThatCantBeWrittenIsToldAndTheProgramEnds)
 {
     form.Show();
     std::filesystem::permissions(file("TOLVEK.ini"), std::filesystem::perms::owner_read);
     boxes.expect(gIniPath + u"　書き込みエラー", MsgAnswer::Ok, u"Tolvek");
     expectEndBy([&] { form.window()->close(); });
-    EXPECT_EQ(test::readBytes(file("TOLVEK.ini")), settingsFile());
+    EXPECT_EQ(readBytes(file("TOLVEK.ini")), settingsFile());
 }
 
-TEST_F(TolvekEventsTest, TheCloseBoxWorksWhileADialogStands)
+TEST_F(FrmTolvekEventsTest, TheCloseBoxWorksWhileADialogStands)
 {
     form.Show();
     expectEndBy([&] {
@@ -453,7 +447,7 @@ TEST_F(TolvekEventsTest, TheCloseBoxWorksWhileADialogStands)
     EXPECT_EQ(setting(u"Tolvek Environment", u"Ver"), u"331");
 }
 
-TEST_F(TolvekEventsTest, TheCloseBoxWorksWhileAMessageBoxStands)
+TEST_F(FrmTolvekEventsTest, TheCloseBoxWorksWhileAMessageBoxStands)
 {
     form.Show();
     setMsgBoxHandler({});

@@ -1,9 +1,9 @@
 // Each entry and button of the real main window runs its own command, recognised by the
 // first thing it shows.
+#include "events_window.h"
 #include "friend/frm_friend.h"
 #include "platform/runtime/paths.h"
 #include "platform/system/process_list.h"
-#include "shell/events_window.h"
 #include "shell/win_help.h"
 #include "store/search_tables.h"
 #include "support/screen_driver.h"
@@ -24,7 +24,7 @@ void PrintTo(const Command& command, std::ostream* out)
     *out << command.way;
 }
 
-class MainWindowCommandTest : public EventsWindow, public ::testing::WithParamInterface<Command> {
+class MainWindowCommandsTest : public EventsWindow, public ::testing::WithParamInterface<Command> {
 protected:
     void SetUp() override
     {
@@ -122,7 +122,7 @@ protected:
     QTimer timer;
 };
 
-TEST_P(MainWindowCommandTest, LeadsToItsOwn)
+TEST_P(MainWindowCommandsTest, LeadsToItsOwn)
 {
     try {
         choose(GetParam().way);
@@ -134,7 +134,7 @@ TEST_P(MainWindowCommandTest, LeadsToItsOwn)
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    EachEntryAndButton, MainWindowCommandTest,
+    EachEntryAndButton, MainWindowCommandsTest,
     ::testing::Values(
         Command{"comMailRead", "form frmMailReadOpt"},
         Command{"cmdAddrDel", "box Tolvek: 選択されているアドレスのメールを削除します"},

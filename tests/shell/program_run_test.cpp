@@ -9,11 +9,8 @@
 
 #include <map>
 
-namespace tolvek {
+namespace tolvek::test {
 namespace {
-
-using test::ArchiveFixture;
-using test::mail;
 
 constexpr int kMails = 3000; // as many as the driven program's mail box holds
 constexpr int kPatience = 60000;
@@ -24,10 +21,10 @@ protected:
     {
         ArchiveFixture::SetUp();
         removeFile(file("Tolvek.Mdb"));
-        test::writeBytes(file("TOLVEK.ini"),
-                         "[PostPet Mail Option]\r\nMy Mail Addr=taro@example.jp\r\n"
-                         "[Mail Options]\r\n"
-                         "Reciev Mail Read Option=1,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0\r\n");
+        writeBytes(file("TOLVEK.ini"),
+                   "[PostPet Mail Option]\r\nMy Mail Addr=taro@example.jp\r\n"
+                   "[Mail Options]\r\n"
+                   "Reciev Mail Read Option=1,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0\r\n");
         for (const char* name : {"run", "another run"}) {
             std::filesystem::create_directory(file(name));
             std::filesystem::permissions(file(name), std::filesystem::perms::owner_all);
@@ -75,7 +72,7 @@ protected:
     {
         std::map<std::string, std::string> all;
         for (const std::string& name : fileNames(folder.path()))
-            all[name] = test::readBytes(file(name));
+            all[name] = readBytes(file(name));
         return all;
     }
     void expectRefused() { EXPECT_EQ(run({"start"}), "box Tolvekはすでに実行されています。\n"); }
@@ -88,7 +85,7 @@ protected:
         std::sort(names.begin(), names.end());
         EXPECT_EQ(names, (std::vector<std::string>{"TOLVEK.ini", "Tolvek.Mdb", "Tolvek.Mdb.Bak",
                                                    "Tolvek.lock"}));
-        EXPECT_NE(test::readBytes(file("TOLVEK.ini")).find("Ver=331"), std::string::npos);
+        EXPECT_NE(readBytes(file("TOLVEK.ini")).find("Ver=331"), std::string::npos);
     }
     void expectEachMailOnce()
     {

@@ -16,12 +16,8 @@
 
 #include <vector>
 
-namespace tolvek {
+namespace tolvek::test {
 namespace {
-
-using test::ArchiveFixture;
-using test::mail;
-using test::ModalScript;
 
 struct Call {
     Text list, mail, temp;
@@ -35,7 +31,7 @@ std::string tempFile(const std::string& sender, const std::string& date)
            "Date:" + date + "\r\nMail:\r\ntext\r\n<End>\r\n";
 }
 
-class MailBoxReadTest : public ArchiveFixture {
+class ReadCommandTest : public ArchiveFixture {
 protected:
     void SetUp() override
     {
@@ -74,14 +70,13 @@ protected:
     {
         convert = [&](Int16& count, Int16&) {
             count = 1;
-            test::writeBytes(file("Tolvek.Tmp"),
-                             tempFile("hanako@example.jp", "Tue, 15 Feb 2000 10:11:12"));
+            writeBytes(file("Tolvek.Tmp"),
+                       tempFile("hanako@example.jp", "Tue, 15 Feb 2000 10:11:12"));
         };
     }
     void clickRead(const char* button = "cmbMail_Ok")
     {
-        const ModalScript dialog("frmMailReadOpt",
-                                 [=](QWidget& shown) { test::press(shown, button); });
+        const ModalScript dialog("frmMailReadOpt", [=](QWidget& shown) { press(shown, button); });
         comMailRead_Click(form);
     }
 
@@ -98,7 +93,7 @@ protected:
     frmTolvek form;
 };
 
-TEST_F(MailBoxReadTest, CancelChangesNothing)
+TEST_F(ReadCommandTest, CancelChangesNothing)
 {
     receive(0);
     form.txtMail->setText(u"a mail");
@@ -111,7 +106,7 @@ TEST_F(MailBoxReadTest, CancelChangesNothing)
     EXPECT_TRUE(form.comMailRead->Enabled());
 }
 
-TEST_F(MailBoxReadTest, OnlyTheFourthReceiveDrawer)
+TEST_F(ReadCommandTest, OnlyTheFourthReceiveDrawer)
 {
     receive(4);
     MailBoxRead();
@@ -119,7 +114,7 @@ TEST_F(MailBoxReadTest, OnlyTheFourthReceiveDrawer)
                          box(u"受信フォルダ", u"緑色の引出しリスト.ppl", u"緑色の引出し.ppm")});
 }
 
-TEST_F(MailBoxReadTest, TheBoxesComeInOneFixedOrder)
+TEST_F(ReadCommandTest, TheBoxesComeInOneFixedOrder)
 {
     for (const int element : {0, 2, 9})
         receive(element);
@@ -135,7 +130,7 @@ TEST_F(MailBoxReadTest, TheBoxesComeInOneFixedOrder)
                      }));
 }
 
-TEST_F(MailBoxReadTest, TheFolderOfTheSettingsIsTrimmed)
+TEST_F(ReadCommandTest, TheFolderOfTheSettingsIsTrimmed)
 {
     gPostPetDir = u" /post　";
     send(0);
@@ -143,7 +138,7 @@ TEST_F(MailBoxReadTest, TheFolderOfTheSettingsIsTrimmed)
     EXPECT_EQ(calls, std::vector<Call>{box(u"送信フォルダ", u"送信リスト.ppl", u"送信メール.ppm")});
 }
 
-TEST_F(MailBoxReadTest, AnElementWithoutFilesGivesAPathThatEndsInTheFoldersSeparator)
+TEST_F(ReadCommandTest, AnElementWithoutFilesGivesAPathThatEndsInTheFoldersSeparator)
 {
     const Text separator(1, static_cast<char16_t>(Path::preferred_separator));
     receive(10);
@@ -156,14 +151,14 @@ TEST_F(MailBoxReadTest, AnElementWithoutFilesGivesAPathThatEndsInTheFoldersSepar
     }
 }
 
-TEST_F(MailBoxReadTest, TheLastElementOfTheArrayIsNeverLookedAt)
+TEST_F(ReadCommandTest, TheLastElementOfTheArrayIsNeverLookedAt)
 {
     receive(16);
     MailBoxRead();
     EXPECT_TRUE(calls.empty());
 }
 
-TEST_F(MailBoxReadTest, AValueOfTwoIsShownAsSetButItsBoxIsntRead)
+TEST_F(ReadCommandTest, AValueOfTwoIsShownAsSetButItsBoxIsntRead)
 {
     receive(0, 2);
     send(2, -1);
@@ -172,32 +167,31 @@ TEST_F(MailBoxReadTest, AValueOfTwoIsShownAsSetButItsBoxIsntRead)
     EXPECT_EQ(calls, std::vector<Call>{box(u"送信フォルダ", u"送信リスト.ppl", u"送信メール.ppm")});
 }
 
-TEST_F(MailBoxReadTest, EachSidesMailsAreStoredWithItsFlag)
+TEST_F(ReadCommandTest, EachSidesMailsAreStoredWithItsFlag)
 {
     receive(0);
     send(0);
     convert = [&](Int16& count, Int16&) {
         count = 1;
-        test::writeBytes(
-            file("Tolvek.Tmp"),
-            tempFile("a@example.jp", "Tue, 15 Feb 2000 10:11:1" + std::to_string(calls.size())));
+        writeBytes(file("Tolvek.Tmp"), tempFile("a@example.jp", "Tue, 15 Feb 2000 10:11:1" +
+                                                                    std::to_string(calls.size())));
     };
     MailBoxRead();
     EXPECT_EQ(rows(u"tblTolvek WHERE (tblTolvek_SndRcvFlag = False)"), 1);
     EXPECT_EQ(rows(u"tblTolvek"), 2);
 }
 
-TEST_F(MailBoxReadTest, WithoutMailsTheTempFileIsntRead)
+TEST_F(ReadCommandTest, WithoutMailsTheTempFileIsntRead)
 {
-    test::writeBytes(file("Tolvek.Tmp"), tempFile("a@example.jp", "Tue, 15 Feb 2000 10:11:12"));
+    writeBytes(file("Tolvek.Tmp"), tempFile("a@example.jp", "Tue, 15 Feb 2000 10:11:12"));
     receive(0);
     MailBoxRead();
     EXPECT_EQ(rows(u"tblTolvek"), 0);
 }
 
-TEST_F(MailBoxReadTest, ABoxThatCantBeReadIsPassedOver)
+TEST_F(ReadCommandTest, ABoxThatCantBeReadIsPassedOver)
 {
-    test::writeBytes(file("Tolvek.Tmp"), tempFile("a@example.jp", "Tue, 15 Feb 2000 10:11:12"));
+    writeBytes(file("Tolvek.Tmp"), tempFile("a@example.jp", "Tue, 15 Feb 2000 10:11:12"));
     receive(0);
     convert = [](Int16& count, Int16& status) { count = 5, status = 1; };
     MailBoxRead();
@@ -205,9 +199,9 @@ TEST_F(MailBoxReadTest, ABoxThatCantBeReadIsPassedOver)
 }
 
 // If a converter writes no status, the previous box's remains.
-TEST_F(MailBoxReadTest, TheStatusOfABoxStandsUntilTheConverterClearsIt)
+TEST_F(ReadCommandTest, TheStatusOfABoxStandsUntilTheConverterClearsIt)
 {
-    test::writeBytes(file("Tolvek.Tmp"), tempFile("a@example.jp", "Tue, 15 Feb 2000 10:11:12"));
+    writeBytes(file("Tolvek.Tmp"), tempFile("a@example.jp", "Tue, 15 Feb 2000 10:11:12"));
     receive(0);
     receive(1);
     send(0);
@@ -227,7 +221,7 @@ TEST_F(MailBoxReadTest, TheStatusOfABoxStandsUntilTheConverterClearsIt)
     EXPECT_EQ(before[1], 0);
 }
 
-TEST_F(MailBoxReadTest, WhileReadingTheCommandsAreOffAndTheStatusTextNamesTheBox)
+TEST_F(ReadCommandTest, WhileReadingTheCommandsAreOffAndTheStatusTextNamesTheBox)
 {
     receive(3);
     form.txtMail->setText(u"a mail");
@@ -249,7 +243,7 @@ TEST_F(MailBoxReadTest, WhileReadingTheCommandsAreOffAndTheStatusTextNamesTheBox
     EXPECT_EQ(calls.size(), 1u);
 }
 
-TEST_F(MailBoxReadTest, AfterwardsTheCommandsAreOnAndTheReadButtonHasTheFocus)
+TEST_F(ReadCommandTest, AfterwardsTheCommandsAreOnAndTheReadButtonHasTheFocus)
 {
     receive(0);
     form.lstSubject->SetFocus();
@@ -264,11 +258,11 @@ TEST_F(MailBoxReadTest, AfterwardsTheCommandsAreOnAndTheReadButtonHasTheFocus)
 }
 
 // The database is removed while the boxes are read, so each later step reports itself.
-TEST_F(MailBoxReadTest, AfterTheBoxesAllIsUpdatedInItsOrderUnderAStatusTextOfItsOwn)
+TEST_F(ReadCommandTest, AfterTheBoxesAllIsUpdatedInItsOrderUnderAStatusTextOfItsOwn)
 {
     receive(0);
     convert = [&](Int16&, Int16&) { gDbPath += u".gone"; };
-    test::Reports told;
+    Reports told;
     std::vector<Text> lines;
     setMsgBoxHandler([&](const MsgBoxRequest& shown) {
         told.push_back(toUtf8(shown.title));
@@ -276,8 +270,7 @@ TEST_F(MailBoxReadTest, AfterTheBoxesAllIsUpdatedInItsOrderUnderAStatusTextOfIts
         return MsgAnswer::Ok;
     });
     clickRead();
-    EXPECT_EQ(told,
-              (test::Reports{"エラーメッセージ (edFriendName)", "エラーメッセージ (edSearch_Name)",
+    EXPECT_EQ(told, (Reports{"エラーメッセージ (edFriendName)", "エラーメッセージ (edSearch_Name)",
                              "エラーメッセージ (edSearch_Addr)",
                              "エラーメッセージ (tblFilterData_Sel)"}));
     EXPECT_EQ(lines,
@@ -286,21 +279,20 @@ TEST_F(MailBoxReadTest, AfterTheBoxesAllIsUpdatedInItsOrderUnderAStatusTextOfIts
 }
 
 // The user's mail to himself is in a box of each side; the first one read counts.
-TEST_F(MailBoxReadTest, AMailToOneselfIsStoredOnceAndAsReceived)
+TEST_F(ReadCommandTest, AMailToOneselfIsStoredOnceAndAsReceived)
 {
     receive(0);
     send(0);
     convert = [&](Int16& count, Int16&) {
         count = 1;
-        test::writeBytes(file("Tolvek.Tmp"),
-                         tempFile("taro@example.jp", "Tue, 15 Feb 2000 10:11:12"));
+        writeBytes(file("Tolvek.Tmp"), tempFile("taro@example.jp", "Tue, 15 Feb 2000 10:11:12"));
     };
     MailBoxRead();
     EXPECT_EQ(calls.size(), 2u);
     EXPECT_EQ(column(u"SELECT tblTolvek_SndRcvFlag FROM tblTolvek"), std::vector<Text>{u"False"});
 }
 
-TEST_F(MailBoxReadTest, AReadWithoutNewMailStillUpdatesAndRedraws)
+TEST_F(ReadCommandTest, AReadWithoutNewMailStillUpdatesAndRedraws)
 {
     store(mail(u"hanako@example.jp", u"taro@example.jp"));
     receive(0);
@@ -311,7 +303,7 @@ TEST_F(MailBoxReadTest, AReadWithoutNewMailStillUpdatesAndRedraws)
     EXPECT_EQ(form.lstNameOrAddr->List(0), u"hanako@example.jp");
 }
 
-TEST_F(MailBoxReadTest, TheNavigatorIsListedByTheDisplayType)
+TEST_F(ReadCommandTest, TheNavigatorIsListedByTheDisplayType)
 {
     const TextView captions[] = {u"アドレス　表示", u"送受信者名　表示", u"日付　表示",
                                  u"フィルター　表示", u"フィルター　表示"};
@@ -325,7 +317,7 @@ TEST_F(MailBoxReadTest, TheNavigatorIsListedByTheDisplayType)
     gDisplayType = 0;
 }
 
-TEST_F(MailBoxReadTest, ReadingTheSameBoxTwiceStoresNothingNew)
+TEST_F(ReadCommandTest, ReadingTheSameBoxTwiceStoresNothingNew)
 {
     receive(0);
     givenOneMail();
@@ -336,7 +328,7 @@ TEST_F(MailBoxReadTest, ReadingTheSameBoxTwiceStoresNothingNew)
     EXPECT_TRUE(exists("Tolvek.Tmp")) << "it stays until the program's end";
 }
 
-TEST_F(MailBoxReadTest, AFailureSkipsTheOtherBoxesAndTheRestFollows)
+TEST_F(ReadCommandTest, AFailureSkipsTheOtherBoxesAndTheRestFollows)
 {
     store(mail(u"hanako@example.jp", u"taro@example.jp"));
     receive(0);
@@ -354,7 +346,7 @@ TEST_F(MailBoxReadTest, AFailureSkipsTheOtherBoxesAndTheRestFollows)
     EXPECT_EQ(gBusyFlag, 0);
 }
 
-TEST_F(MailBoxReadTest, AMissingConverterLibraryIsTold)
+TEST_F(ReadCommandTest, AMissingConverterLibraryIsTold)
 {
     setConverterLibrary({});
     receive(0);
@@ -369,14 +361,14 @@ TEST_F(MailBoxReadTest, AMissingConverterLibraryIsTold)
     EXPECT_TRUE(form.comMailRead->Enabled());
 }
 
-TEST_F(MailBoxReadTest, WithABackupOnDisplayTheButtonIsOff)
+TEST_F(ReadCommandTest, WithABackupOnDisplayTheButtonIsOff)
 {
     gBackUpDisp = 1;
     dspEnable(form, false, gBackUpDisp);
     EXPECT_FALSE(form.comMailRead->Enabled());
 }
 
-TEST_F(MailBoxReadTest, ACloseBoxOfTheDialogIsACancelToo)
+TEST_F(ReadCommandTest, ACloseBoxOfTheDialogIsACancelToo)
 {
     receive(0);
     const ModalScript dialog("frmMailReadOpt", [](QWidget& shown) { shown.close(); });
@@ -384,7 +376,7 @@ TEST_F(MailBoxReadTest, ACloseBoxOfTheDialogIsACancelToo)
     EXPECT_TRUE(calls.empty());
 }
 
-TEST_F(MailBoxReadTest, TheFilterResultsAreBuiltAnewFromWhatWasRead)
+TEST_F(ReadCommandTest, TheFilterResultsAreBuiltAnewFromWhatWasRead)
 {
     addFilter(10, 3, 0, u"花子", u"hanako");
     addFilter(20, 0, 1, u"読まない", u"nothing");
@@ -397,14 +389,13 @@ TEST_F(MailBoxReadTest, TheFilterResultsAreBuiltAnewFromWhatWasRead)
 }
 
 // The friend book is imported first and written over the mails last.
-TEST_F(MailBoxReadTest, NewFriendsNamesAreThereWhenTheirMailsComeIn)
+TEST_F(ReadCommandTest, NewFriendsNamesAreThereWhenTheirMailsComeIn)
 {
     converterLibrary().TolvekFriend_Edit = [this](const Text&, const Text&, Int16& count, Int16&) {
         EXPECT_TRUE(calls.empty());
         EXPECT_FALSE(form.comMailRead->Enabled());
-        test::writeBytes(file("Friend.Tmp"),
-                         "\"4\",\"Tama\",\"Hanako\",\"hanako@example.jp\",12\r\n"
-                         "4,Pochi,,jiro@example.jp,1\r\n");
+        writeBytes(file("Friend.Tmp"), "\"4\",\"Tama\",\"Hanako\",\"hanako@example.jp\",12\r\n"
+                                       "4,Pochi,,jiro@example.jp,1\r\n");
         count = 2;
     };
     store(mail(u"hanako@example.jp", u"taro@example.jp")); // stored under another name
@@ -414,7 +405,7 @@ TEST_F(MailBoxReadTest, NewFriendsNamesAreThereWhenTheirMailsComeIn)
         count = 2;
         std::string mails = tempFile("jiro@example.jp", "Tue, 15 Feb 2000 10:11:13");
         mails += tempFile("saburo@example.jp", "Tue, 15 Feb 2000 10:11:14").substr(9);
-        test::writeBytes(file("Tolvek.Tmp"), mails);
+        writeBytes(file("Tolvek.Tmp"), mails);
     };
     gDisplayType = 1;
     clickRead();
@@ -427,7 +418,7 @@ TEST_F(MailBoxReadTest, NewFriendsNamesAreThereWhenTheirMailsComeIn)
     EXPECT_EQ(form.lstNameOrAddr->ListCount(), 4);
 }
 
-TEST_F(MailBoxReadTest, AFriendWithNeitherNameIsStoredAsNotSet)
+TEST_F(ReadCommandTest, AFriendWithNeitherNameIsStoredAsNotSet)
 {
     addFriend(u"hanako@example.jp", u"", u"");
     receive(0);
@@ -436,7 +427,7 @@ TEST_F(MailBoxReadTest, AFriendWithNeitherNameIsStoredAsNotSet)
     EXPECT_EQ(value(u"SELECT tblTolvek_SndName FROM tblTolvek"), u"設定無し");
 }
 
-TEST_F(MailBoxReadTest, AFailingFriendBookIsToldAndTheMailIsReadAllTheSame)
+TEST_F(ReadCommandTest, AFailingFriendBookIsToldAndTheMailIsReadAllTheSame)
 {
     converterLibrary().TolvekFriend_Edit = [](const Text&, const Text&, Int16&, Int16&) {
         throw RuntimeError(75);
@@ -452,7 +443,7 @@ TEST_F(MailBoxReadTest, AFailingFriendBookIsToldAndTheMailIsReadAllTheSame)
 
 // What a stranger writes in a mail is plain text at every step: read, listed by the
 // rules, deleted with one of them.
-TEST_F(MailBoxReadTest, HostileNamesAndSubjectsAreTextOnTheirWholeWay)
+TEST_F(ReadCommandTest, HostileNamesAndSubjectsAreTextOnTheirWholeWay)
 {
     const std::string hostile[] = {"x'); DROP TABLE tblTolvek; --", "a|b\" OR 1=1 --",
                                    std::string("a\0b'; DELETE FROM tblFilter", 27), "%_*[!a]'||'"};
@@ -469,7 +460,7 @@ TEST_F(MailBoxReadTest, HostileNamesAndSubjectsAreTextOnTheirWholeWay)
                        "\r\nMail:\r\n" + text + "\r\n<End>\r\n";
             ++count;
         }
-        test::writeBytes(file("Tolvek.Tmp"), content);
+        writeBytes(file("Tolvek.Tmp"), content);
     };
     clickRead();
     EXPECT_EQ(rows(u"tblTolvek"), 4);
@@ -486,13 +477,13 @@ TEST_F(MailBoxReadTest, HostileNamesAndSubjectsAreTextOnTheirWholeWay)
     EXPECT_EQ(rows(u"tblFilterData"), 3);
 }
 
-TEST_F(MailBoxReadTest, TheWalkYieldsAfterEachDrawerChosenOrNot)
+TEST_F(ReadCommandTest, TheWalkYieldsAfterEachDrawerChosenOrNot)
 {
-    EXPECT_EQ(test::yieldsOf(MailBoxRead), 2 * 15);
+    EXPECT_EQ(yieldsOf(MailBoxRead), 2 * 15);
     receive(0);
     receive(3);
     send(1);
-    EXPECT_EQ(test::yieldsOf(MailBoxRead), 2 * 15);
+    EXPECT_EQ(yieldsOf(MailBoxRead), 2 * 15);
 }
 
 }

@@ -11,14 +11,9 @@
 #include <map>
 #include <system_error>
 
-namespace tolvek {
+namespace tolvek::test {
 namespace {
 
-using test::ArchiveFixture;
-using test::mail;
-using test::ProgramEnd;
-using test::ReportList;
-using test::Reports;
 using Permissions = std::filesystem::perms;
 
 constexpr Permissions kRead =
@@ -32,8 +27,7 @@ protected:
     {
         ArchiveFixture::SetUp();
         App.PrevInstance = 0;
-        test::writeBytes(file("TOLVEK.ini"),
-                         "[PostPet Mail Option]\r\nMy Mail Addr=taro@example.jp\r\n");
+        writeBytes(file("TOLVEK.ini"), "[PostPet Mail Option]\r\nMy Mail Addr=taro@example.jp\r\n");
         store(mail(u"hanako@example.jp", u"taro@example.jp", u"first", u"20000215", u"101112"));
         store(mail(u"hanako@example.jp", u"taro@example.jp", u"second", u"20000216", u"101112"));
         edSearch_Addr();
@@ -71,7 +65,7 @@ protected:
     {
         std::map<std::string, std::string> all;
         for (const std::string& name : fileNames(folder.path()))
-            all[name] = test::readBytes(file(name));
+            all[name] = readBytes(file(name));
         return all;
     }
     void pick(ListBox& list, int row)

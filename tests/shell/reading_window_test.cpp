@@ -15,11 +15,8 @@
 #include <map>
 #include <set>
 
-namespace tolvek {
+namespace tolvek::test {
 namespace {
-
-using test::ArchiveFixture;
-using test::ModalScript;
 
 constexpr int kMails = 500;
 constexpr int kTickEvery = 5; // milliseconds: many ticks, however fast the read is
@@ -63,9 +60,9 @@ protected:
     void SetUp() override
     {
         ArchiveFixture::SetUp();
-        test::writeBytes(file("TOLVEK.ini"),
-                         "[PostPet Mail Option]\r\nMy Mail Addr=taro@example.jp\r\n[Mail Options]"
-                         "\r\nReciev Mail Read Option=1,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0\r\n");
+        writeBytes(file("TOLVEK.ini"),
+                   "[PostPet Mail Option]\r\nMy Mail Addr=taro@example.jp\r\n[Mail Options]"
+                   "\r\nReciev Mail Read Option=1,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0\r\n");
         converterLibrary().Tolvek_Edit = [this](const Text&, const Text&, const Text&, Int16& count,
                                                 Int16& status) {
             writeManyMails();
@@ -117,7 +114,7 @@ protected:
     void read()
     {
         const ModalScript dialog("frmMailReadOpt",
-                                 [](QWidget& shown) { test::press(shown, "cmbMail_Ok"); });
+                                 [](QWidget& shown) { press(shown, "cmbMail_Ok"); });
         form.comMailRead->click();
         rethrowKept();
     }
@@ -168,9 +165,9 @@ TEST_F(ReadingWindowTest, TheStatusTextIsReallyPaintedBlackAndRedInTurn)
     std::vector<bool> reds;
     onEvent(form.Timer1, &Timer::Tick, [&] {
         if (gBusyFlag != -1 || reds.size() == 4) return;
-        const QImage pane = test::painted(*form.txtMail->viewport());
-        reds.push_back(test::isInkedIn(Qt::red, pane));
-        EXPECT_NE(test::isInkedIn(Qt::black, pane), reds.back()) << reds.size();
+        const QImage pane = painted(*form.txtMail->viewport());
+        reds.push_back(isInkedIn(Qt::red, pane));
+        EXPECT_NE(isInkedIn(Qt::black, pane), reds.back()) << reds.size();
     });
     read();
     const bool first = !reds.empty() && reds.front();

@@ -15,8 +15,8 @@
 #include "platform/system/volumes.h"
 #include "pressed_program.h"
 #include "shell/win_help.h"
-#include "store/fault_injection.h"
 #include "store/search_tables.h"
+#include "support/fault_injection.h"
 #include "support/sent_keys.h"
 
 #include <set>
@@ -233,14 +233,16 @@ std::string nameOf(const testing::TestParamInfo<Command>& info)
     return info.param.name;
 }
 
-class MainWindowPressTest : public SecondPressTest, public testing::WithParamInterface<Command> {};
+class SecondPressMainWindowTest : public SecondPressTest,
+                                  public testing::WithParamInterface<Command> {};
 
-TEST_P(MainWindowPressTest, LeavesWhatOnePressLeavesOrTwoInARow)
+TEST_P(SecondPressMainWindowTest, LeavesWhatOnePressLeavesOrTwoInARow)
 {
     pressTwice(kSelected, {kMain, GetParam().name}, GetParam().ways);
 }
 
-INSTANTIATE_TEST_SUITE_P(EachCommand, MainWindowPressTest, testing::ValuesIn(kCommands), nameOf);
+INSTANTIATE_TEST_SUITE_P(EachCommand, SecondPressMainWindowTest, testing::ValuesIn(kCommands),
+                         nameOf);
 
 TEST_F(SecondPressTest, EveryCommandOfTheMainWindowIsAmongThem)
 {
@@ -267,9 +269,9 @@ const Command kBeginning[] = {{"memFilter", {}},     {"memFriend_A", {}}, {"memE
                               {"memAddressAdd", {}}, {"memFilterGo", {}}, {"comSendMail", {}},
                               {"lstNameOrAddr", {}}};
 
-class OtherPressTest : public SecondPressTest, public testing::WithParamInterface<Command> {};
+class SecondPressOtherTest : public SecondPressTest, public testing::WithParamInterface<Command> {};
 
-TEST_P(OtherPressTest, OfAnotherCommandWaitsForTheFirstOne)
+TEST_P(SecondPressOtherTest, OfAnotherCommandWaitsForTheFirstOne)
 {
     pressAtEachMoment(kSelected, {kMain, GetParam().name},
                       {{kMain, "comEnd"},
@@ -280,7 +282,7 @@ TEST_P(OtherPressTest, OfAnotherCommandWaitsForTheFirstOne)
                        {kMain, "comMailDel", Way::Call}});
 }
 
-INSTANTIATE_TEST_SUITE_P(EachCommand, OtherPressTest, testing::ValuesIn(kBeginning), nameOf);
+INSTANTIATE_TEST_SUITE_P(EachCommand, SecondPressOtherTest, testing::ValuesIn(kBeginning), nameOf);
 
 // ---- the dialogs ----
 

@@ -2,8 +2,8 @@
 // compaction, a later start finds the mails again.
 #include "shell/tolvek_main.h"
 #include "store/db_compress.h"
-#include "store/fault_injection.h"
-#include "store/upgrade_fixture.h"
+#include "support/fault_injection.h"
+#include "support/upgrade_fixture.h"
 
 namespace tolvek::test {
 namespace {

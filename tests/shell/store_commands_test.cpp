@@ -11,10 +11,9 @@
 
 #include <algorithm>
 
-namespace tolvek {
+namespace tolvek::test {
 namespace {
 
-using test::mail;
 using Texts = std::vector<Text>;
 
 const Text kExport = u"Ｔｏｌｖｅｋ　の　データを退避います。\r\n\r\n     よろしいでしょうか？";
@@ -27,7 +26,7 @@ const Text kUnLoaded = u"メール履歴ＤＢのＵｎＬＯＡＤ（DB → Tex
 const Text kLoaded = u"メール履歴ＤＢのＬＯＡＤ（TextFile → DB）が終了しました。";
 const Text kRebuilt = u"ＤＢの作成が正常終了しました。";
 
-class StoreCommandsTest : public test::WindowFixture {
+class StoreCommandsTest : public WindowFixture {
 protected:
     void SetUp() override
     {
@@ -54,7 +53,7 @@ protected:
 
     void watchFriendBook()
     {
-        ConverterLibrary library = test::givingBack();
+        ConverterLibrary library = givingBack();
         library.TolvekFriend_Edit = [this](const Text&, const Text&, Int16& count, Int16&) {
             count = 0;
             navigatorAtFriends = entries(*form.lstNameOrAddr);
@@ -134,7 +133,7 @@ protected:
 
 TEST_F(StoreCommandsTest, ANoGivesTheFocusToTheReadButtonAndChangesNothing)
 {
-    const std::string archive = test::readBytes(file("Tolvek.Mdb"));
+    const std::string archive = readBytes(file("Tolvek.Mdb"));
     const Texts before = panes();
     for (const auto& [entry, question] : {std::pair{form.memExport, &kExport},
                                           {form.memInport, &kImport},
@@ -145,7 +144,7 @@ TEST_F(StoreCommandsTest, ANoGivesTheFocusToTheReadButtonAndChangesNothing)
         expectReady();
         EXPECT_EQ(panes(), before);
     }
-    EXPECT_EQ(test::readBytes(file("Tolvek.Mdb")), archive);
+    EXPECT_EQ(readBytes(file("Tolvek.Mdb")), archive);
     EXPECT_FALSE(exists("tblTolvek.Txt"));
     EXPECT_FALSE(databaseExists(beforeLoad()));
 }
@@ -188,8 +187,8 @@ TEST_F(StoreCommandsTest, TheStatusTextIsOnTheScreenWhenTheFirstFileIsTouched)
         inked.clear();
         setFileProbe([&](FileOperation, const Path&) {
             if (gBusyFlag == -1 && inked.empty())
-                inked.push_back(test::isInkedIn(gStatusColorFlag == 1 ? Qt::black : Qt::red,
-                                                test::painted(*form.txtMail->viewport())));
+                inked.push_back(isInkedIn(gStatusColorFlag == 1 ? Qt::black : Qt::red,
+                                          painted(*form.txtMail->viewport())));
         });
     };
     watch();
@@ -269,17 +268,16 @@ TEST_F(StoreCommandsTest, TheEndIsToldThoughTablesFailed)
 {
     exportAll();
     addFilter(10, 0, 0, u"h", u"d");
-    test::writeBytes(file("tblSearch_Name.Txt"), "\"n\"\r\n\"N\"\r\n");
+    writeBytes(file("tblSearch_Name.Txt"), "\"n\"\r\n\"N\"\r\n");
     std::filesystem::permissions(file("tblFilter.txt"), std::filesystem::perms::owner_read);
-    test::ReportList reports;
+    ReportList reports;
     reports.listen(MsgAnswer::Yes);
     pick(form.memInport);
-    EXPECT_EQ(reports.take(),
-              (test::Reports{"Tolvek: " + toUtf8(kImport), "tblSearch_Name_Load 3022",
-                             "Tolvek: " + toUtf8(kLoaded)}));
+    EXPECT_EQ(reports.take(), (Reports{"Tolvek: " + toUtf8(kImport), "tblSearch_Name_Load 3022",
+                                       "Tolvek: " + toUtf8(kLoaded)}));
     pick(form.memExport);
-    EXPECT_EQ(reports.take(), (test::Reports{"Tolvek: " + toUtf8(kExport), "tblFilter_UnLoad 75",
-                                             "Tolvek: " + toUtf8(kUnLoaded)}));
+    EXPECT_EQ(reports.take(), (Reports{"Tolvek: " + toUtf8(kExport), "tblFilter_UnLoad 75",
+                                       "Tolvek: " + toUtf8(kUnLoaded)}));
     EXPECT_EQ(rows(u"tblSearch_Name"), 1);
     expectReady();
 }
@@ -300,7 +298,7 @@ TEST_F(StoreCommandsTest, ImportingADumpWithQuotationMarksTwiceLeavesTheFirstArc
 {
     execute(Statement{u"UPDATE tblTolvek SET tblTolvek_Mail1 = 'say \"x\"'"});
     exportAll();
-    test::ReportList reports;
+    ReportList reports;
     reports.listen(MsgAnswer::Yes);
     for (int n = 0; n < 2; ++n) {
         pick(form.memInport);
@@ -313,7 +311,7 @@ TEST_F(StoreCommandsTest, ImportingADumpWithQuotationMarksTwiceLeavesTheFirstArc
 
 TEST_F(StoreCommandsTest, AnArchiveOutlivesTwoLoadsOfEmptyFiles)
 {
-    test::writeBytes(file("tblTolvek.Txt"), "");
+    writeBytes(file("tblTolvek.Txt"), "");
     importAll();
     importAll();
     EXPECT_EQ(rows(u"tblTolvek"), 0);
@@ -329,7 +327,7 @@ TEST_F(StoreCommandsTest, AnImportThatIsClosedInTheMiddleIsTakenBackByTheNextSta
             ++seen == 1)
             endProgram();
     });
-    EXPECT_THROW(memInport_Click(form), test::ProgramEnd);
+    EXPECT_THROW(memInport_Click(form), ProgramEnd);
     setFileProbe({});
     execute(Statement{u"DELETE FROM tblTolvek WHERE (tblTolvek_YMD = '20000216')"});
     undoCutOffLoads(appPath());
@@ -339,19 +337,19 @@ TEST_F(StoreCommandsTest, AnImportThatIsClosedInTheMiddleIsTakenBackByTheNextSta
 TEST_F(StoreCommandsTest, AFailedExportLeavesTheLastDumpAndNothingBesideIt)
 {
     exportAll();
-    const std::string dump = test::readBytes(file("tblTolvek.Txt"));
+    const std::string dump = readBytes(file("tblTolvek.Txt"));
     store(mail(u"later@x.jp", u"taro@x.jp", u"later", u"20000301"));
     for (const char* failing : {"tblTolvek.Txt.New", "tblFilterData.txt.New"}) {
         setFileProbe([&](FileOperation operation, const Path& path) {
             if (operation == FileOperation::Flush && path.filename() == failing)
                 throw std::system_error(std::make_error_code(std::errc::no_space_on_device));
         });
-        test::ReportList reports;
+        ReportList reports;
         reports.listen(MsgAnswer::Yes);
         pick(form.memExport);
         setFileProbe({});
         EXPECT_EQ(reports.take().size(), 3u) << "question, report, end";
-        EXPECT_EQ(test::readBytes(file("tblTolvek.Txt")), dump);
+        EXPECT_EQ(readBytes(file("tblTolvek.Txt")), dump);
         EXPECT_FALSE(exists("tblTolvek.Txt.New"));
         EXPECT_FALSE(exists("tblFilter.txt.New"));
     }
@@ -365,12 +363,12 @@ TEST_F(StoreCommandsTest, AnExchangeThatFailsIsReportedUnderTheCommandAndTheEndA
         if (operation == FileOperation::Replace && path.filename() == "tblFriend.Txt")
             throw std::system_error(std::make_error_code(std::errc::io_error));
     });
-    test::ReportList reports;
+    ReportList reports;
     reports.listen(MsgAnswer::Yes);
     pick(form.memExport);
     setFileProbe({});
-    EXPECT_EQ(reports.take(), (test::Reports{"Tolvek: " + toUtf8(kExport), "memExport_Click 57",
-                                             "Tolvek: " + toUtf8(kUnLoaded)}));
+    EXPECT_EQ(reports.take(), (Reports{"Tolvek: " + toUtf8(kExport), "memExport_Click 57",
+                                       "Tolvek: " + toUtf8(kUnLoaded)}));
     execute(Statement{u"DELETE FROM tblTolvek"});
     pick(form.memInport); // completes the exchange first
     reports.take();
@@ -382,9 +380,9 @@ TEST_F(StoreCommandsTest, NothingIsKeptWhenNothingCanBeLoadedOrThereIsNothingToK
 {
     importAll();
     EXPECT_FALSE(databaseExists(beforeLoad())) << "no text file";
-    test::writeBytes(file("tblFilterData.txt"), "");
+    writeBytes(file("tblFilterData.txt"), "");
     removeDatabase(gDbPath);
-    test::ReportList reports;
+    ReportList reports;
     reports.listen(MsgAnswer::Yes);
     pick(form.memInport);
     EXPECT_FALSE(databaseExists(beforeLoad())) << "no archive";
@@ -395,8 +393,8 @@ TEST_F(StoreCommandsTest, WithoutACopyNothingIsLoaded)
 {
     exportAll();
     store(mail(u"later@x.jp", u"taro@x.jp", u"later", u"20000301"));
-    test::writeBytes(file("Tolvek.Mdb.BeforeLoad"), "of an earlier load");
-    test::writeBytes(file("Tolvek.Mdb.BeforeLoad.New"), "of a load that was cut off");
+    writeBytes(file("Tolvek.Mdb.BeforeLoad"), "of an earlier load");
+    writeBytes(file("Tolvek.Mdb.BeforeLoad.New"), "of a load that was cut off");
     setFileProbe([](FileOperation operation, const Path& path) {
         if (operation == FileOperation::Replace &&
             path.filename().string().starts_with("Tolvek.Mdb.BeforeLoad"))
@@ -408,7 +406,7 @@ TEST_F(StoreCommandsTest, WithoutACopyNothingIsLoaded)
     pick(form.memInport);
     setFileProbe({});
     EXPECT_EQ(subjects(), (Texts{u"first", u"second", u"later"}));
-    EXPECT_EQ(test::readBytes(file("Tolvek.Mdb.BeforeLoad")), "of an earlier load");
+    EXPECT_EQ(readBytes(file("Tolvek.Mdb.BeforeLoad")), "of an earlier load");
     EXPECT_EQ(entries(*form.lstNameOrAddr).size(), 3U) << "the command goes on";
     expectReady();
     importAll(); // the remains don't block it
@@ -486,9 +484,9 @@ TEST_F(StoreCommandsTest, BothWaysYieldAfterTheThirdTableAndEachLaterOne)
     execute(Statement{u"DELETE FROM tblSearch_Addresses"});
     execute(Statement{u"DELETE FROM tblSearch_Name"});
     boxes.expect(kLoaded);
-    EXPECT_EQ(test::yieldsOf(dbLoad), 4) << "no file, so no table yields itself";
+    EXPECT_EQ(yieldsOf(dbLoad), 4) << "no file, so no table yields itself";
     boxes.expect(kUnLoaded);
-    EXPECT_EQ(test::yieldsOf(dbUnLoad), 4) << "no rows";
+    EXPECT_EQ(yieldsOf(dbUnLoad), 4) << "no rows";
 }
 
 }

@@ -11,12 +11,8 @@
 
 #include <map>
 
-namespace tolvek {
+namespace tolvek::test {
 namespace {
-
-using test::ArchiveFixture;
-using test::mail;
-using test::ProgramEnd;
 
 const TextView kFirstStart = u"あなたのＰＣの環境を設定してください。";
 
@@ -26,7 +22,7 @@ const TextView kAnew = u"DBの読み込み中にエラーが発生しました�
                        u"   新しい DB を作りますか？";
 
 // A folder that holds only what a test puts there.
-class MainTest : public ArchiveFixture {
+class TolvekMainTest : public ArchiveFixture {
 protected:
     void SetUp() override
     {
@@ -48,9 +44,9 @@ protected:
 
     void givenSettings(const std::string& Ver)
     {
-        test::writeBytes(file("TOLVEK.ini"), "[Tolvek Environment]\r\nVer=" + Ver +
-                                                 "\r\n[PostPet Mail Option]\r\n"
-                                                 "My Mail Addr=taro@example.jp\r\n");
+        writeBytes(file("TOLVEK.ini"), "[Tolvek Environment]\r\nVer=" + Ver +
+                                           "\r\n[PostPet Mail Option]\r\n"
+                                           "My Mail Addr=taro@example.jp\r\n");
     }
     void givenOnlyABakWithMail()
     {
@@ -79,7 +75,7 @@ protected:
     frmTolvekEvents window;
 };
 
-TEST(UpgradeGate, ComparesTextsAndNotNumbers)
+TEST(TolvekMainUpgradeTest, ComparesTextsAndNotNumbers)
 {
     const std::map<Text, bool> cases{
         {u"210", true},  {u"200", true},  {u"0", true},     {u"1000", true},
@@ -91,7 +87,7 @@ TEST(UpgradeGate, ComparesTextsAndNotNumbers)
         EXPECT_EQ(upgradeNeeded(version), expected) << toUtf8(version);
 }
 
-TEST_F(MainTest, TheVersionIsReadAsTheTextOfANumber)
+TEST_F(TolvekMainTest, TheVersionIsReadAsTheTextOfANumber)
 {
     const std::map<std::string, Text> cases{
         {"331", u"331"}, {"0300", u"300"}, {" 210 ", u"210"}, {"1000", u"1000"}, {"-5", u"-5"}};
@@ -101,14 +97,14 @@ TEST_F(MainTest, TheVersionIsReadAsTheTextOfANumber)
     }
 }
 
-TEST_F(MainTest, WithoutASettingsFileOrItsKeyTheVersionIs999)
+TEST_F(TolvekMainTest, WithoutASettingsFileOrItsKeyTheVersionIs999)
 {
     EXPECT_EQ(lastVersion(), u"999");
-    test::writeBytes(file("TOLVEK.ini"), "[Tolvek Environment]\r\nOther=1\r\n");
+    writeBytes(file("TOLVEK.ini"), "[Tolvek Environment]\r\nOther=1\r\n");
     EXPECT_EQ(lastVersion(), u"999");
 }
 
-TEST_F(MainTest, AVersionThatIsNoNumberIsATypeMismatch)
+TEST_F(TolvekMainTest, AVersionThatIsNoNumberIsATypeMismatch)
 {
     for (const char* written : {"", "abc"}) {
         givenSettings(written);
@@ -122,7 +118,7 @@ TEST_F(MainTest, AVersionThatIsNoNumberIsATypeMismatch)
 }
 
 // If it were read earlier, there would be no file to read from.
-TEST_F(MainTest, TheVersionIsReadFromTheFileThatTheSplashHasFound)
+TEST_F(TolvekMainTest, TheVersionIsReadFromTheFileThatTheSplashHasFound)
 {
     gIniPath.clear();
     givenSettings("200");
@@ -134,14 +130,13 @@ TEST_F(MainTest, TheVersionIsReadFromTheFileThatTheSplashHasFound)
     expectMainWindow();
 }
 
-TEST_F(MainTest, AnEmptyFolderGetsAnArchiveOfSixTablesAndTheMainWindowComesUp)
+TEST_F(TolvekMainTest, AnEmptyFolderGetsAnArchiveOfSixTablesAndTheMainWindowComesUp)
 {
     boxes.expectAndLook(kFirstStart, MsgAnswer::Ok, [&] {
         EXPECT_TRUE(splash.Visible());
         EXPECT_FALSE(window.Visible());
     });
-    const test::ModalScript settings("frmOption",
-                                     [](QWidget& shown) { test::press(shown, "cmbCancel"); });
+    const ModalScript settings("frmOption", [](QWidget& shown) { press(shown, "cmbCancel"); });
     start();
     expectMainWindow();
     EXPECT_EQ(gDbPath, joinPath(appPath(), u"Tolvek.Mdb"));
@@ -157,7 +152,7 @@ TEST_F(MainTest, AnEmptyFolderGetsAnArchiveOfSixTablesAndTheMainWindowComesUp)
     EXPECT_FALSE(exists("TOLVEK.ini")) << "settings are written at the end alone";
 }
 
-TEST_F(MainTest, TheRunningVersionWithoutADatabaseMakesANewEmptyOne)
+TEST_F(TolvekMainTest, TheRunningVersionWithoutADatabaseMakesANewEmptyOne)
 {
     givenSettings("331");
     start();
@@ -165,7 +160,7 @@ TEST_F(MainTest, TheRunningVersionWithoutADatabaseMakesANewEmptyOne)
     EXPECT_EQ(rows(u"tblTolvek"), 0);
 }
 
-TEST_F(MainTest, AnArchiveThatIsThereIsCompactedAndShown)
+TEST_F(TolvekMainTest, AnArchiveThatIsThereIsCompactedAndShown)
 {
     givenSettings("331");
     const Text path = joinPath(appPath(), u"Tolvek.Mdb");
@@ -181,10 +176,10 @@ TEST_F(MainTest, AnArchiveThatIsThereIsCompactedAndShown)
     EXPECT_EQ(window.lstNameOrAddr->List(0), u"hanako@example.jp");
 }
 
-TEST_F(MainTest, ASecondCopyIsToldSoAndTouchesNothing)
+TEST_F(TolvekMainTest, ASecondCopyIsToldSoAndTouchesNothing)
 {
     givenSettings("331");
-    const std::string settings = test::readBytes(file("TOLVEK.ini"));
+    const std::string settings = readBytes(file("TOLVEK.ini"));
     App.PrevInstance = -1;
     boxes.expectAndLook(u"Tolvekはすでに実行されています。", MsgAnswer::Ok,
                         [&] { EXPECT_FALSE(splash.Loaded()); });
@@ -193,14 +188,15 @@ TEST_F(MainTest, ASecondCopyIsToldSoAndTouchesNothing)
     EXPECT_FALSE(splash.Loaded());
     EXPECT_FALSE(window.Loaded());
     EXPECT_EQ(fileNames(folder.path()), std::vector<std::string>{"TOLVEK.ini"});
-    EXPECT_EQ(test::readBytes(file("TOLVEK.ini")), settings);
+    EXPECT_EQ(readBytes(file("TOLVEK.ini")), settings);
 }
 
 // A value that is no number is reported, and the start goes on. The same value then
 // ends the reading of the settings, so the address stays empty.
-class BadVersionTest : public MainTest, public ::testing::WithParamInterface<const char*> {};
+class TolvekMainBadVersionTest : public TolvekMainTest,
+                                 public ::testing::WithParamInterface<const char*> {};
 
-TEST_P(BadVersionTest, IsToldAndTheStartGoesOn)
+TEST_P(TolvekMainBadVersionTest, IsToldAndTheStartGoesOn)
 {
     givenSettings(GetParam());
     std::vector<Text> told;
@@ -218,13 +214,14 @@ TEST_P(BadVersionTest, IsToldAndTheStartGoesOn)
     EXPECT_TRUE(exists("Tolvek.Mdb"));
 }
 
-INSTANTIATE_TEST_SUITE_P(EmptyOrNoNumber, BadVersionTest, ::testing::Values("", "abc", "3.3a"));
+INSTANTIATE_TEST_SUITE_P(EmptyOrNoNumber, TolvekMainBadVersionTest,
+                         ::testing::Values("", "abc", "3.3a"));
 
 // Every path of a read depends on that folder. Without its key the default is used.
-TEST_F(MainTest, AnEmptyPostPetFolderEndsTheProgramBeforeTheMainWindowAppears)
+TEST_F(TolvekMainTest, AnEmptyPostPetFolderEndsTheProgramBeforeTheMainWindowAppears)
 {
     const std::string settings = "[PostPet Mail Option]\r\nMy Mail Addr=taro@example.jp\r\n";
-    test::writeBytes(file("TOLVEK.ini"), settings + "PostPet Dir=\r\n");
+    writeBytes(file("TOLVEK.ini"), settings + "PostPet Dir=\r\n");
     const Text path = joinPath(appPath(), u"TOLVEK.ini");
     boxes.expectAndLook(path + u"　読み込みエラー　PostPet Path", MsgAnswer::Ok, [&] {
         EXPECT_TRUE(splash.Visible());
@@ -232,11 +229,11 @@ TEST_F(MainTest, AnEmptyPostPetFolderEndsTheProgramBeforeTheMainWindowAppears)
     });
     EXPECT_THROW(start(), ProgramEnd);
     EXPECT_FALSE(window.Visible());
-    EXPECT_EQ(test::readBytes(file("TOLVEK.ini")), settings + "PostPet Dir=\r\n");
+    EXPECT_EQ(readBytes(file("TOLVEK.ini")), settings + "PostPet Dir=\r\n");
     EXPECT_FALSE(exists("TOLVEK.ini.Old"));
 }
 
-TEST_F(MainTest, ASettingsFileWithoutThePostPetFolderGivesTheDefault)
+TEST_F(TolvekMainTest, ASettingsFileWithoutThePostPetFolderGivesTheDefault)
 {
     givenSettings("331");
     start();
@@ -244,21 +241,21 @@ TEST_F(MainTest, ASettingsFileWithoutThePostPetFolderGivesTheDefault)
     EXPECT_EQ(gPostPetDir, u"C:\\Program Files\\So-net\\PostPet for Windows ver. 2.0");
 }
 
-TEST_F(MainTest, ADamagedDatabaseIsAskedForAndARefusalEndsTheProgramWithTheFileUntouched)
+TEST_F(TolvekMainTest, ADamagedDatabaseIsAskedForAndARefusalEndsTheProgramWithTheFileUntouched)
 {
     givenSettings("331");
-    test::writeBytes(file("Tolvek.Mdb"), std::string(5000, 'x'));
+    writeBytes(file("Tolvek.Mdb"), std::string(5000, 'x'));
     boxes.expect(kAnew, MsgAnswer::No, u"Tolvek");
     boxes.expect(u"DB が壊れています\r\n   修復が必要です。", MsgAnswer::Ok, u"Tolvek");
     EXPECT_THROW(start(), ProgramEnd);
     EXPECT_FALSE(window.Loaded());
-    EXPECT_EQ(test::readBytes(file("Tolvek.Mdb")), std::string(5000, 'x'));
+    EXPECT_EQ(readBytes(file("Tolvek.Mdb")), std::string(5000, 'x'));
 }
 
-TEST_F(MainTest, ADamagedDatabaseIsRepairedFromTheBak)
+TEST_F(TolvekMainTest, ADamagedDatabaseIsRepairedFromTheBak)
 {
     givenOnlyABakWithMail();
-    test::writeBytes(file("Tolvek.Mdb"), std::string(5000, 'x'));
+    writeBytes(file("Tolvek.Mdb"), std::string(5000, 'x'));
     boxes.expect(kRepair, MsgAnswer::Yes, u"Tolvek");
     start();
     expectMainWindow();
@@ -267,10 +264,10 @@ TEST_F(MainTest, ADamagedDatabaseIsRepairedFromTheBak)
 
 // The new database ends up as .Bak, which is established behaviour; the first list
 // creates another.
-TEST_F(MainTest, ADamagedDatabaseThatIsGivenUpLeavesAnEmptyArchiveAndAnEmptyBak)
+TEST_F(TolvekMainTest, ADamagedDatabaseThatIsGivenUpLeavesAnEmptyArchiveAndAnEmptyBak)
 {
     givenSettings("331");
-    test::writeBytes(file("Tolvek.Mdb"), std::string(5000, 'x'));
+    writeBytes(file("Tolvek.Mdb"), std::string(5000, 'x'));
     std::vector<Text> told;
     setMsgBoxHandler([&](const MsgBoxRequest& box) {
         told.push_back(box.text);
@@ -284,7 +281,7 @@ TEST_F(MainTest, ADamagedDatabaseThatIsGivenUpLeavesAnEmptyArchiveAndAnEmptyBak)
     EXPECT_EQ(rows(u"tblTolvek", gDbPath + u".Bak"), 0);
 }
 
-TEST_F(MainTest, TheSplashStandsWhileTheDatabaseIsMadeAndCompactedAndCantBeClosed)
+TEST_F(TolvekMainTest, TheSplashStandsWhileTheDatabaseIsMadeAndCompactedAndCantBeClosed)
 {
     givenSettings("331");
     int seen = 0;
@@ -302,7 +299,7 @@ TEST_F(MainTest, TheSplashStandsWhileTheDatabaseIsMadeAndCompactedAndCantBeClose
     expectMainWindow();
 }
 
-TEST_F(MainTest, AWholeCopyOfACutOffCompactionIsPutInPlace)
+TEST_F(TolvekMainTest, AWholeCopyOfACutOffCompactionIsPutInPlace)
 {
     givenSettings("331");
     gDbPath = joinPath(appPath(), u"Tolvek.Mdb");
@@ -313,19 +310,19 @@ TEST_F(MainTest, AWholeCopyOfACutOffCompactionIsPutInPlace)
     EXPECT_EQ(rows(u"tblTolvek"), 1);
 }
 
-TEST_F(MainTest, WhatACutOffBackUpWasWritingIntoGoes)
+TEST_F(TolvekMainTest, WhatACutOffBackUpWasWritingIntoGoes)
 {
     givenSettings("331");
-    test::writeBytes(file("Tolvek_20000225.Mdb.Compact"), "half");
+    writeBytes(file("Tolvek_20000225.Mdb.Compact"), "half");
     start();
     expectMainWindow();
     EXPECT_FALSE(exists("Tolvek_20000225.Mdb.Compact"));
 }
 
-TEST_F(MainTest, AnUnfinishedFileThatCantBeDeletedIsToldAndTheStartGoesOn)
+TEST_F(TolvekMainTest, AnUnfinishedFileThatCantBeDeletedIsToldAndTheStartGoesOn)
 {
     givenSettings("331");
-    test::writeBytes(file("Tolvek_20000225.Mdb.Compact"), "half");
+    writeBytes(file("Tolvek_20000225.Mdb.Compact"), "half");
     setFileProbe([](FileOperation operation, const Path& path) {
         if (operation == FileOperation::Remove && path.extension() == ".Compact")
             throw std::system_error(std::make_error_code(std::errc::io_error));
@@ -341,7 +338,7 @@ TEST_F(MainTest, AnUnfinishedFileThatCantBeDeletedIsToldAndTheStartGoesOn)
     expectMainWindow();
 }
 
-TEST_F(MainTest, APreviousGenerationWithMailOutlivesTheCreationOfANewArchive)
+TEST_F(TolvekMainTest, APreviousGenerationWithMailOutlivesTheCreationOfANewArchive)
 {
     givenOnlyABakWithMail();
     start();
@@ -349,7 +346,7 @@ TEST_F(MainTest, APreviousGenerationWithMailOutlivesTheCreationOfANewArchive)
     EXPECT_EQ(rows(u"tblTolvek", gDbPath + u".Kept"), 1);
 }
 
-TEST_F(MainTest, ACreationThatFailsLeavesThePreviousGenerationKeptAside)
+TEST_F(TolvekMainTest, ACreationThatFailsLeavesThePreviousGenerationKeptAside)
 {
     givenOnlyABakWithMail();
     setFileProbe([](FileOperation operation, const Path& path) {
@@ -365,7 +362,7 @@ TEST_F(MainTest, ACreationThatFailsLeavesThePreviousGenerationKeptAside)
 }
 
 // Otherwise the creation and the compaction after it would delete it.
-TEST_F(MainTest, APreviousGenerationThatCantBeKeptAsideEndsTheStart)
+TEST_F(TolvekMainTest, APreviousGenerationThatCantBeKeptAsideEndsTheStart)
 {
     givenOnlyABakWithMail();
     setFileProbe([](FileOperation operation, const Path& path) {

@@ -2,7 +2,7 @@
 #include "dialogs/frm_splash.h"
 #include "shell/frm_tolvek_events.h"
 #include "shell/tolvek_main.h"
-#include "store/upgrade_fixture.h"
+#include "support/upgrade_fixture.h"
 
 namespace tolvek::test {
 namespace {
@@ -55,10 +55,10 @@ protected:
     frmTolvekEvents window;
 };
 
-class OldVersionTest : public UpgradeStartTest,
-                       public ::testing::WithParamInterface<const char*> {};
+class UpgradeStartOldVersionTest : public UpgradeStartTest,
+                                   public ::testing::WithParamInterface<const char*> {};
 
-TEST_P(OldVersionTest, Upgrades)
+TEST_P(UpgradeStartOldVersionTest, Upgrades)
 {
     givenSettings(GetParam());
     const std::vector<Text> told = start();
@@ -72,19 +72,19 @@ TEST_P(OldVersionTest, Upgrades)
 }
 
 // An empty value is first reported as no number; the upgrade runs all the same.
-INSTANTIATE_TEST_SUITE_P(OfTheSettings, OldVersionTest,
+INSTANTIATE_TEST_SUITE_P(OfTheSettings, UpgradeStartOldVersionTest,
                          ::testing::Values("Ver=200\r\n", "Ver=210\r\n", "Ver=1000\r\n",
                                            "Ver=0\r\n", "Ver=\r\n"));
 
 // Also without a settings file: the tables decide.
-INSTANTIATE_TEST_SUITE_P(OfNewerSettings, OldVersionTest,
+INSTANTIATE_TEST_SUITE_P(OfNewerSettings, UpgradeStartOldVersionTest,
                          ::testing::Values("Ver=211\r\n", "Ver=331\r\n", "Ver=999\r\n",
                                            "Ver=99\r\n", ""));
 
-class CurrentArchiveTest : public UpgradeStartTest,
-                           public ::testing::WithParamInterface<const char*> {};
+class UpgradeStartCurrentTest : public UpgradeStartTest,
+                                public ::testing::WithParamInterface<const char*> {};
 
-TEST_P(CurrentArchiveTest, IsntUpgradedWhateverTheVersionSays)
+TEST_P(UpgradeStartCurrentTest, IsntUpgradedWhateverTheVersionSays)
 {
     removeDatabase(gDbPath);
     Table_Create();
@@ -97,7 +97,7 @@ TEST_P(CurrentArchiveTest, IsntUpgradedWhateverTheVersionSays)
     EXPECT_TRUE(window.Visible());
 }
 
-INSTANTIATE_TEST_SUITE_P(OfTheSettings, CurrentArchiveTest,
+INSTANTIATE_TEST_SUITE_P(OfTheSettings, UpgradeStartCurrentTest,
                          ::testing::Values("Ver=331\r\n", "Ver=210\r\n", "Ver=1000\r\n", "Ver=\r\n",
                                            ""));
 

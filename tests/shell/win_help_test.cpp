@@ -4,11 +4,8 @@
 #include "support/msg_box_script.h"
 #include "support/temp_folder.h"
 
-namespace tolvek {
+namespace tolvek::test {
 namespace {
-
-using test::MsgBoxScript;
-using test::TempFolder;
 
 class WinHelpTest : public ::testing::Test {
 protected:
@@ -32,7 +29,7 @@ protected:
 
 TEST_F(WinHelpTest, TheHelpFileIsHandedToTheViewer)
 {
-    test::writeBytes(folder / "Tolvek.hlp", "help");
+    writeBytes(folder / "Tolvek.hlp", "help");
     EXPECT_NE(help(), 0);
     EXPECT_EQ(shown, std::vector<Text>{file});
 }
@@ -46,7 +43,7 @@ TEST_F(WinHelpTest, AMissingHelpFileIsToldAndNothingIsOpened)
 
 TEST_F(WinHelpTest, AFileThatNothingCanShowIsTold)
 {
-    test::writeBytes(folder / "Tolvek.hlp", "help");
+    writeBytes(folder / "Tolvek.hlp", "help");
     viewerWorks = false;
     boxes.expect(u"ヘルプファイルを開けませんでした。\r\n" + file);
     EXPECT_EQ(help(), 0);

@@ -1,6 +1,6 @@
 // One program whose work is cut off: it is killed before a file operation, the operation
 // fails, or the power is cut. A later start finds every mail.
-#include "soak/soak_fixture.h"
+#include "soak_fixture.h"
 
 namespace tolvek::test {
 namespace {

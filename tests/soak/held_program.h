@@ -1,8 +1,8 @@
 // A second program, which stops before one file operation of its work until finish()
 // lets it go on.
 #pragma once
-#include "platform/system/child_process.h"
-#include "store/fault_injection.h"
+#include "support/child_process.h"
+#include "support/fault_injection.h"
 
 namespace tolvek::test {
 

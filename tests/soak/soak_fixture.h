@@ -4,14 +4,14 @@
 // ./test disturbs some operations of each work, always the same ones; with TOLVEK_SOAK=1
 // in the environment, every one. See README.md.
 #pragma once
+#include "held_program.h"
 #include "import/tolvek_db.h"
 #include "platform/dao/connection.h"
-#include "shell/backup_fixture.h"
+#include "power_cut.h"
 #include "shell/tolvek_main.h"
-#include "soak/held_program.h"
-#include "soak/power_cut.h"
 #include "store/db_compress.h"
-#include "store/upgrade_fixture.h"
+#include "support/backup_fixture.h"
+#include "support/upgrade_fixture.h"
 
 #include <set>
 

@@ -2,7 +2,7 @@
 // stopped before each of its file operations in turn, while the other reads, backs up or
 // starts. No mail is lost: neither the earlier ones nor one that is stored in between.
 #include "shell/store_commands.h"
-#include "soak/soak_fixture.h"
+#include "soak_fixture.h"
 #include "store/text_dump.h"
 
 namespace tolvek::test {
@@ -116,7 +116,7 @@ INSTANTIATE_TEST_SUITE_P(OnOneArchive, TwoProgramsTest,
                          });
 
 // Two upgrades of one archive: one of them succeeds, and the other leaves it alone.
-class TwoUpgradesTest : public UpgradeFixture {
+class TwoProgramsUpgradeTest : public UpgradeFixture {
 protected:
     void SetUp() override
     {
@@ -174,7 +174,7 @@ protected:
     KeptFolder kept{folder.path()};
 };
 
-TEST_F(TwoUpgradesTest, OneWinsWhereverTheOtherIsStopped)
+TEST_F(TwoProgramsUpgradeTest, OneWinsWhereverTheOtherIsStopped)
 {
     int operation = 0;
     while (disturbed(operation))

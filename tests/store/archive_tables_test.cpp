@@ -4,10 +4,11 @@
 #include "platform/dao/connection.h"
 #include "store/database_files.h"
 #include "store/db_compress.h"
-#include "store/upgrade_fixture.h"
+#include "support/errors.h"
 #include "support/jet_reader.h"
 #include "support/jet_tables.h"
 #include "support/report_list.h"
+#include "support/upgrade_fixture.h"
 
 namespace tolvek::test {
 namespace {
@@ -24,15 +25,6 @@ protected:
     {
         DBEngine::Rest();
         Connection::open(file("Tolvek.Mdb"))->pragma(sql);
-    }
-    template <class Work> static int errorOf(const Work& work)
-    {
-        try {
-            work();
-        } catch (const RuntimeError& error) {
-            return error.number();
-        }
-        return 0;
     }
     static int errorOfOpening()
     {
@@ -89,9 +81,10 @@ struct Change {
     int compacting; // the error of compacting; that of opening is always 3343
 };
 
-class ChangedTablesTest : public ArchiveTablesTest, public ::testing::WithParamInterface<Change> {};
+class ArchiveTablesChangedTest : public ArchiveTablesTest,
+                                 public ::testing::WithParamInterface<Change> {};
 
-TEST_P(ChangedTablesTest, AreNotOpened)
+TEST_P(ArchiveTablesChangedTest, AreNotOpened)
 {
     change(GetParam().sql);
     EXPECT_EQ(errorOfOpening(), 3343);
@@ -99,7 +92,7 @@ TEST_P(ChangedTablesTest, AreNotOpened)
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Kinds, ChangedTablesTest,
+    Kinds, ArchiveTablesChangedTest,
     ::testing::Values(
         Change{"Trigger",
                u"CREATE TRIGGER t AFTER INSERT ON tblFriend BEGIN DELETE FROM tblTolvek; END",
@@ -119,7 +112,7 @@ INSTANTIATE_TEST_SUITE_P(
         Change{"MissingTable", u"DROP TABLE tblFilter", 3343}),
     [](const auto& change) { return std::string(change.param.name); });
 
-class StrangerTest : public ArchiveTablesTest {
+class ArchiveTablesStrangerTest : public ArchiveTablesTest {
 protected:
     void givenStranger()
     {
@@ -130,7 +123,7 @@ protected:
     }
 };
 
-TEST_F(StrangerTest, InPlaceOfTheArchiveItStaysAndSoDoesTheBak)
+TEST_F(ArchiveTablesStrangerTest, InPlaceOfTheArchiveItStaysAndSoDoesTheBak)
 {
     givenGenerations();
     const std::string bak = readBytes(file("Tolvek.Mdb.Bak"));
@@ -146,7 +139,7 @@ TEST_F(StrangerTest, InPlaceOfTheArchiveItStaysAndSoDoesTheBak)
     EXPECT_EQ(fileNames(folder.path()).size(), 2u);
 }
 
-TEST_F(StrangerTest, ATriggerOfAStrangerNeverRuns)
+TEST_F(ArchiveTablesStrangerTest, ATriggerOfAStrangerNeverRuns)
 {
     givenGenerations();
     change(u"CREATE TRIGGER t AFTER UPDATE ON tblTolvek BEGIN DELETE FROM tblTolvek; END");
@@ -156,7 +149,7 @@ TEST_F(StrangerTest, ATriggerOfAStrangerNeverRuns)
     EXPECT_EQ(rows(u"tblTolvek"), 1);
 }
 
-TEST_F(StrangerTest, AsTheBakItIsKeptAsideByARepair)
+TEST_F(ArchiveTablesStrangerTest, AsTheBakItIsKeptAsideByARepair)
 {
     givenStranger();
     renameDatabase(gDbPath, gDbPath + u".Bak");

@@ -2,9 +2,9 @@
 // whichever file operation has failed.
 #include "platform/dao/alone.h"
 #include "store/db_compress.h"
-#include "store/fault_injection.h"
-#include "store/upgrade_fixture.h"
+#include "support/fault_injection.h"
 #include "support/rest_check.h"
+#include "support/upgrade_fixture.h"
 
 namespace tolvek::test {
 namespace {
@@ -14,8 +14,7 @@ struct FileRoutine {
     std::function<void()> run;
 };
 
-class AtRestInFileBoxesTest : public UpgradeFixture,
-                              public ::testing::WithParamInterface<FileRoutine> {
+class AtRestInBoxesTest : public UpgradeFixture, public ::testing::WithParamInterface<FileRoutine> {
 protected:
     void SetUp() override
     {
@@ -60,7 +59,7 @@ protected:
 };
 
 // A part of the operations, always the same one: there are hundreds.
-TEST_P(AtRestInFileBoxesTest, WhicheverFileOperationFails)
+TEST_P(AtRestInBoxesTest, WhicheverFileOperationFails)
 {
     constexpr int kStep = 5;
     bool failed = true;
@@ -79,7 +78,7 @@ TEST_P(AtRestInFileBoxesTest, WhicheverFileOperationFails)
     EXPECT_GT(reports, 0);
 }
 
-INSTANTIATE_TEST_SUITE_P(OfEachRoutine, AtRestInFileBoxesTest,
+INSTANTIATE_TEST_SUITE_P(OfEachRoutine, AtRestInBoxesTest,
                          ::testing::Values(FileRoutine{"Table_Create", Table_Create},
                                            FileRoutine{"dbCompress", [] { dbCompress(gDbPath); }},
                                            FileRoutine{"VerUp300",

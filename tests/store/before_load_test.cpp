@@ -1,8 +1,8 @@
 #include "store/before_load.h"
 
 #include "store/database_files.h"
-#include "store/fault_injection.h"
 #include "support/archive_fixture.h"
+#include "support/fault_injection.h"
 
 namespace tolvek::test {
 namespace {

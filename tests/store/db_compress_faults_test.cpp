@@ -3,8 +3,8 @@
 #include "store/database_files.h"
 #include "store/db_compress.h"
 #include "store/db_start.h"
-#include "store/fault_injection.h"
 #include "support/archive_fixture.h"
+#include "support/fault_injection.h"
 
 namespace tolvek::test {
 namespace {
@@ -96,9 +96,9 @@ INSTANTIATE_TEST_SUITE_P(OnDisks, DbCompressFaultsTest,
                                            Disk{"WithoutSecondNames", false}),
                          [](const auto& disk) { return disk.param.name; });
 
-class StartFaultsTest : public FaultsTest {};
+class DbCompressFaultsStartTest : public FaultsTest {};
 
-TEST_F(StartFaultsTest, APuttingInPlaceThatIsCutOffIsTakenUpAgain)
+TEST_F(DbCompressFaultsStartTest, APuttingInPlaceThatIsCutOffIsTakenUpAgain)
 {
     renameDatabase(gDbPath, gDbPath + u".New");
     keep();
@@ -110,7 +110,7 @@ TEST_F(StartFaultsTest, APuttingInPlaceThatIsCutOffIsTakenUpAgain)
                        });
 }
 
-TEST_F(StartFaultsTest, ACreationThatIsCutOffLeavesTheOldArchiveOrAWholeNewOne)
+TEST_F(DbCompressFaultsStartTest, ACreationThatIsCutOffLeavesTheOldArchiveOrAWholeNewOne)
 {
     keep();
     endAtEachOperation(Table_Create, [this](int operation) {

@@ -1,8 +1,8 @@
 // What a start does with a file that can't be read as a database.
 #include "store/database_files.h"
 #include "store/db_compress.h"
-#include "store/fault_injection.h"
 #include "support/archive_fixture.h"
+#include "support/fault_injection.h"
 
 #include <algorithm>
 
@@ -17,7 +17,7 @@ constexpr TextView kBroken = u"DB が壊れています\r\n   修復が必要で
 
 using Names = std::vector<std::string>;
 
-class RepairTest : public ArchiveFixture {
+class DbCompressRepairTest : public ArchiveFixture {
 protected:
     void SetUp() override
     {
@@ -53,7 +53,8 @@ protected:
     }
 };
 
-TEST_F(RepairTest, OnYesTheDatabaseIsThatOfTheBakAndWhatCanStillBeReadAndTheBakHoldsTheSame)
+TEST_F(DbCompressRepairTest,
+       OnYesTheDatabaseIsThatOfTheBakAndWhatCanStillBeReadAndTheBakHoldsTheSame)
 {
     damage("Tolvek.Mdb");
     boxes.expect(kRepair, MsgAnswer::Yes, u"Tolvek");
@@ -62,7 +63,7 @@ TEST_F(RepairTest, OnYesTheDatabaseIsThatOfTheBakAndWhatCanStillBeReadAndTheBakH
     EXPECT_EQ(subjects(previous()), ofBoth());
 }
 
-TEST_F(RepairTest, TheDamagedFileIsKept)
+TEST_F(DbCompressRepairTest, TheDamagedFileIsKept)
 {
     ruin("Tolvek.Mdb");
     const std::string damaged = readBytes(file("Tolvek.Mdb"));
@@ -72,7 +73,7 @@ TEST_F(RepairTest, TheDamagedFileIsKept)
     EXPECT_EQ(left(), (Names{"Tolvek.Mdb", "Tolvek.Mdb.Bak", "Tolvek.Mdb.Damaged"}));
 }
 
-TEST_F(RepairTest, TheDamagedFileOfAnEarlierRepairIsNeverOverwritten)
+TEST_F(DbCompressRepairTest, TheDamagedFileOfAnEarlierRepairIsNeverOverwritten)
 {
     for (const std::string& content : {std::string(5000, 'x'), std::string(5000, 'y')}) {
         writeBytes(file("Tolvek.Mdb"), content);
@@ -83,7 +84,7 @@ TEST_F(RepairTest, TheDamagedFileOfAnEarlierRepairIsNeverOverwritten)
     EXPECT_EQ(readBytes(file("Tolvek.Mdb.Damaged2")), std::string(5000, 'y'));
 }
 
-TEST_F(RepairTest, TheLogThatBelongsToTheDamagedFileIsKeptWithIt)
+TEST_F(DbCompressRepairTest, TheLogThatBelongsToTheDamagedFileIsKeptWithIt)
 {
     ruin("Tolvek.Mdb");
     writeBytes(file("Tolvek.Mdb-wal"), "commits");
@@ -93,7 +94,7 @@ TEST_F(RepairTest, TheLogThatBelongsToTheDamagedFileIsKeptWithIt)
     EXPECT_EQ(subjects(gDbPath), ofTheBak());
 }
 
-TEST_F(RepairTest, CorrespondentsOfTheMailsThatCameBackAreListed)
+TEST_F(DbCompressRepairTest, CorrespondentsOfTheMailsThatCameBackAreListed)
 {
     store(mail(u"new@b.jp", u"c@d.jp", u"新しい人", u"20000217"));
     damage("Tolvek.Mdb");
@@ -103,7 +104,7 @@ TEST_F(RepairTest, CorrespondentsOfTheMailsThatCameBackAreListed)
               (std::vector<Text>{u"a@b.jp", u"c@d.jp", u"new@b.jp"}));
 }
 
-TEST_F(RepairTest, AFileThatIsNoDatabaseAtAllIsTheSame)
+TEST_F(DbCompressRepairTest, AFileThatIsNoDatabaseAtAllIsTheSame)
 {
     writeBytes(file("Tolvek.Mdb"), std::string(5000, 'x'));
     boxes.expect(kRepair, MsgAnswer::Yes);
@@ -111,7 +112,7 @@ TEST_F(RepairTest, AFileThatIsNoDatabaseAtAllIsTheSame)
     EXPECT_EQ(subjects(gDbPath), ofTheBak());
 }
 
-TEST_F(RepairTest, AnEmptyFileIsNoEmptyArchive)
+TEST_F(DbCompressRepairTest, AnEmptyFileIsNoEmptyArchive)
 {
     writeBytes(file("Tolvek.Mdb"), "");
     boxes.expect(kRepair, MsgAnswer::Yes);
@@ -119,7 +120,7 @@ TEST_F(RepairTest, AnEmptyFileIsNoEmptyArchive)
     EXPECT_EQ(subjects(gDbPath), ofTheBak());
 }
 
-TEST_F(RepairTest, OnNoTheProgramEndsWithTheFilesUntouched)
+TEST_F(DbCompressRepairTest, OnNoTheProgramEndsWithTheFilesUntouched)
 {
     damage("Tolvek.Mdb");
     const std::string live = readBytes(file("Tolvek.Mdb"));
@@ -132,7 +133,7 @@ TEST_F(RepairTest, OnNoTheProgramEndsWithTheFilesUntouched)
     EXPECT_EQ(fileNames(folder.path()).size(), 2u);
 }
 
-TEST_F(RepairTest, WithoutABakOnYesThereIsAnEmptyBakAndNoDatabase)
+TEST_F(DbCompressRepairTest, WithoutABakOnYesThereIsAnEmptyBakAndNoDatabase)
 {
     dropPrevious();
     damage("Tolvek.Mdb");
@@ -146,7 +147,7 @@ TEST_F(RepairTest, WithoutABakOnYesThereIsAnEmptyBakAndNoDatabase)
     EXPECT_EQ(left(), (Names{"Tolvek.Mdb.Bak", "Tolvek.Mdb.Damaged"}));
 }
 
-TEST_F(RepairTest, WithoutABakAndWithoutSecondNamesItIsTheSame)
+TEST_F(DbCompressRepairTest, WithoutABakAndWithoutSecondNamesItIsTheSame)
 {
     dropPrevious();
     damage("Tolvek.Mdb");
@@ -160,7 +161,7 @@ TEST_F(RepairTest, WithoutABakAndWithoutSecondNamesItIsTheSame)
     EXPECT_EQ(left(), (Names{"Tolvek.Mdb.Bak", "Tolvek.Mdb.Damaged"}));
 }
 
-TEST_F(RepairTest, WithoutABakOnNoTheProgramEndsWithTheFileUntouched)
+TEST_F(DbCompressRepairTest, WithoutABakOnNoTheProgramEndsWithTheFileUntouched)
 {
     dropPrevious();
     damage("Tolvek.Mdb");
@@ -172,7 +173,7 @@ TEST_F(RepairTest, WithoutABakOnNoTheProgramEndsWithTheFileUntouched)
     EXPECT_EQ(fileNames(folder.path()).size(), 1u);
 }
 
-TEST_F(RepairTest, AnIdleKeyPressThrowsNothingAway)
+TEST_F(DbCompressRepairTest, AnIdleKeyPressThrowsNothingAway)
 {
     damage("Tolvek.Mdb");
     boxes.expect(kRepair, MsgAnswer::Yes);
@@ -185,7 +186,7 @@ TEST_F(RepairTest, AnIdleKeyPressThrowsNothingAway)
         EXPECT_EQ(box.defaultAnswer, MsgAnswer::No);
 }
 
-TEST_F(RepairTest, WhatTwoDamagedFilesStillGiveIsTheDatabaseAndBothAreKept)
+TEST_F(DbCompressRepairTest, WhatTwoDamagedFilesStillGiveIsTheDatabaseAndBothAreKept)
 {
     damage("Tolvek.Mdb");
     damage("Tolvek.Mdb.Bak");
@@ -199,7 +200,7 @@ TEST_F(RepairTest, WhatTwoDamagedFilesStillGiveIsTheDatabaseAndBothAreKept)
     dbCompress(gDbPath); // the next start asks nothing
 }
 
-TEST_F(RepairTest, WhereNeitherGivesAnythingBothAreSetAsideForANewDatabase)
+TEST_F(DbCompressRepairTest, WhereNeitherGivesAnythingBothAreSetAsideForANewDatabase)
 {
     ruin("Tolvek.Mdb");
     writeBytes(file("Tolvek.Mdb.Bak"), "no database");
@@ -212,7 +213,7 @@ TEST_F(RepairTest, WhereNeitherGivesAnythingBothAreSetAsideForANewDatabase)
     EXPECT_EQ(left().size(), 3u);
 }
 
-TEST_F(RepairTest, WhereNeitherGivesAnythingOnNoBothStayUntouched)
+TEST_F(DbCompressRepairTest, WhereNeitherGivesAnythingOnNoBothStayUntouched)
 {
     ruin("Tolvek.Mdb");
     writeBytes(file("Tolvek.Mdb.Bak"), "no database");
@@ -225,11 +226,11 @@ TEST_F(RepairTest, WhereNeitherGivesAnythingOnNoBothStayUntouched)
     EXPECT_EQ(left().size(), 2u);
 }
 
-class RepairFaultsTest : public RepairTest {
+class DbCompressRepairFaultsTest : public DbCompressRepairTest {
 protected:
     void SetUp() override
     {
-        RepairTest::SetUp();
+        DbCompressRepairTest::SetUp();
         setMsgBoxHandler([](const MsgBoxRequest& box) {
             return box.buttons == MsgButtons::YesNo ? MsgAnswer::Yes : MsgAnswer::Ok;
         });
@@ -239,7 +240,7 @@ protected:
     KeptFolder kept{folder.path()};
 };
 
-TEST_F(RepairFaultsTest, ARepairThatIsCutOffAnywhereIsTakenUpByTheNextStart)
+TEST_F(DbCompressRepairFaultsTest, ARepairThatIsCutOffAnywhereIsTakenUpByTheNextStart)
 {
     damage("Tolvek.Mdb");
     kept.keep();
@@ -256,7 +257,7 @@ TEST_F(RepairFaultsTest, ARepairThatIsCutOffAnywhereIsTakenUpByTheNextStart)
                        {}, isOfTheRepair);
 }
 
-TEST_F(RepairFaultsTest, AFailureInTheRepairLeavesTheBakOrARestoredDatabase)
+TEST_F(DbCompressRepairFaultsTest, AFailureInTheRepairLeavesTheBakOrARestoredDatabase)
 {
     damage("Tolvek.Mdb");
     kept.keep();

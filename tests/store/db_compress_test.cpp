@@ -96,7 +96,7 @@ TEST_F(DbCompressTest, ABakWithMailBesideADatabaseWithoutAnyIsKeptAside)
 }
 
 // The state after a backup: the mails are in its file and in .Bak.
-class AfterBackUpTest : public DbCompressTest {
+class DbCompressAfterBackUpTest : public DbCompressTest {
 protected:
     void SetUp() override
     {
@@ -111,7 +111,7 @@ protected:
     Path backUp() const { return file("Tolvek_20000225.Mdb"); }
 };
 
-TEST_F(AfterBackUpTest, ABakWhoseMailsAreInTheBackUpIsntKept)
+TEST_F(DbCompressAfterBackUpTest, ABakWhoseMailsAreInTheBackUpIsntKept)
 {
     writeBytes(file("Tolvek_20010101.Mdb"), "another one that can't be read");
     dbCompress(gDbPath);
@@ -119,7 +119,7 @@ TEST_F(AfterBackUpTest, ABakWhoseMailsAreInTheBackUpIsntKept)
     EXPECT_EQ(rows(u"tblTolvek", pathText(backUp())), 2);
 }
 
-TEST_F(AfterBackUpTest, ABackUpThatLacksAMailOfTheBakIsntEnough)
+TEST_F(DbCompressAfterBackUpTest, ABackUpThatLacksAMailOfTheBakIsntEnough)
 {
     execute(Statement{u"DELETE FROM tblTolvek WHERE tblTolvek_YMD = '20000216'"},
             pathText(backUp()));
@@ -127,21 +127,21 @@ TEST_F(AfterBackUpTest, ABackUpThatLacksAMailOfTheBakIsntEnough)
     EXPECT_EQ(kept(), 2);
 }
 
-TEST_F(AfterBackUpTest, ABackUpWithAnotherTextUnderTheKeyOfAMailIsntEnough)
+TEST_F(DbCompressAfterBackUpTest, ABackUpWithAnotherTextUnderTheKeyOfAMailIsntEnough)
 {
     execute(Statement{u"UPDATE tblTolvek SET tblTolvek_Mail1 = 'x'"}, pathText(backUp()));
     dbCompress(gDbPath);
     EXPECT_EQ(kept(), 2);
 }
 
-TEST_F(AfterBackUpTest, ABackUpThatCantBeReadIsntEnough)
+TEST_F(DbCompressAfterBackUpTest, ABackUpThatCantBeReadIsntEnough)
 {
     writeBytes(backUp(), readBytes(backUp()).substr(0, 9000));
     dbCompress(gDbPath);
     EXPECT_EQ(kept(), 2);
 }
 
-TEST_F(AfterBackUpTest, ABackUpThatIsOnlyALinkToTheBakIsntEnough)
+TEST_F(DbCompressAfterBackUpTest, ABackUpThatIsOnlyALinkToTheBakIsntEnough)
 {
     removeFile(backUp());
     std::filesystem::create_symlink("Tolvek.Mdb.Bak", backUp());
@@ -149,7 +149,7 @@ TEST_F(AfterBackUpTest, ABackUpThatIsOnlyALinkToTheBakIsntEnough)
     EXPECT_EQ(kept(), 2);
 }
 
-TEST_F(AfterBackUpTest, AnEarlierKeptFileWithTheSameMailsIsEnough)
+TEST_F(DbCompressAfterBackUpTest, AnEarlierKeptFileWithTheSameMailsIsEnough)
 {
     std::filesystem::rename(backUp(), file("Tolvek.Mdb.Kept"));
     dbCompress(gDbPath);

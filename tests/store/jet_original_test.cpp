@@ -4,8 +4,8 @@
 #include "store/database_files.h"
 #include "store/db_compress.h"
 #include "store/db_start.h"
-#include "store/fault_injection.h"
 #include "support/archive_fixture.h"
+#include "support/fault_injection.h"
 #include "support/jet_reader.h"
 #include "support/jet_tables.h"
 #include "support/test_data.h"
@@ -137,7 +137,8 @@ constexpr TextView kAnew = u"DBの読み込み中にエラーが発生しまし�
                            u"   新しい DB を作りますか？";
 constexpr TextView kBroken = u"DB が壊れています\r\n   修復が必要です。";
 
-class BrokenJetTest : public JetOriginalTest, public ::testing::WithParamInterface<const char*> {
+class JetOriginalBrokenTest : public JetOriginalTest,
+                              public ::testing::WithParamInterface<const char*> {
 protected:
     void SetUp() override
     {
@@ -155,19 +156,19 @@ protected:
     }
 };
 
-TEST_P(BrokenJetTest, WithoutABakOnNoItStaysAsItIs)
+TEST_P(JetOriginalBrokenTest, WithoutABakOnNoItStaysAsItIs)
 {
     expectRefusal(kAnew);
 }
 
-TEST_P(BrokenJetTest, WithABakOnNoBothStayAsTheyAre)
+TEST_P(JetOriginalBrokenTest, WithABakOnNoBothStayAsTheyAre)
 {
     given("current_jet4", "Tolvek.Mdb.Bak");
     expectRefusal(kRepair);
     EXPECT_EQ(readBytes(file("Tolvek.Mdb.Bak")), original("current_jet4"));
 }
 
-TEST_P(BrokenJetTest, WithABakOnYesItIsRepairedAndBothOriginalsStay)
+TEST_P(JetOriginalBrokenTest, WithABakOnYesItIsRepairedAndBothOriginalsStay)
 {
     given("current_jet4", "Tolvek.Mdb.Bak");
     boxes.expect(kRepair, MsgAnswer::Yes);
@@ -179,7 +180,7 @@ TEST_P(BrokenJetTest, WithABakOnYesItIsRepairedAndBothOriginalsStay)
     EXPECT_EQ(left(), (Names{"Tolvek.Mdb", "Tolvek.Mdb.Bak", "Tolvek.Mdb.Jet", "Tolvek.Mdb.Jet2"}));
 }
 
-TEST_P(BrokenJetTest, WithoutABakOnYesThereIsAnEmptyBakAndNoDatabaseAndTheOriginalStays)
+TEST_P(JetOriginalBrokenTest, WithoutABakOnYesThereIsAnEmptyBakAndNoDatabaseAndTheOriginalStays)
 {
     boxes.expect(kAnew, MsgAnswer::Yes);
     dbCompress(gDbPath);
@@ -188,10 +189,11 @@ TEST_P(BrokenJetTest, WithoutABakOnYesThereIsAnEmptyBakAndNoDatabaseAndTheOrigin
     EXPECT_EQ(rowsOf("Tolvek.Mdb.Bak"), expectedTables("empty_current_jet4"));
 }
 
-INSTANTIATE_TEST_SUITE_P(Files, BrokenJetTest, ::testing::Values("damaged_jet4", "truncated_jet4"),
+INSTANTIATE_TEST_SUITE_P(Files, JetOriginalBrokenTest,
+                         ::testing::Values("damaged_jet4", "truncated_jet4"),
                          [](const auto& file) { return std::string(file.param); });
 
-class JetFaultsTest : public JetOriginalTest, public ::testing::WithParamInterface<bool> {
+class JetOriginalFaultsTest : public JetOriginalTest, public ::testing::WithParamInterface<bool> {
 protected:
     void SetUp() override
     {
@@ -228,19 +230,19 @@ protected:
     KeptFolder kept{folder.path()};
 };
 
-TEST_P(JetFaultsTest, AnEndAtAnyMomentLeavesTheOriginal)
+TEST_P(JetOriginalFaultsTest, AnEndAtAnyMomentLeavesTheOriginal)
 {
     endAtEachOperation(
         compact, [this](int operation) { check(operation); }, disk(), isOfTheRotation);
 }
 
-TEST_P(JetFaultsTest, AFailureOfAnyOperationLeavesTheOriginal)
+TEST_P(JetOriginalFaultsTest, AFailureOfAnyOperationLeavesTheOriginal)
 {
     failEachOperation(
         compact, [this](int operation) { check(operation); }, disk(), isOfTheRotation);
 }
 
-INSTANTIATE_TEST_SUITE_P(OnDisks, JetFaultsTest, ::testing::Bool(), [](const auto& disk) {
+INSTANTIATE_TEST_SUITE_P(OnDisks, JetOriginalFaultsTest, ::testing::Bool(), [](const auto& disk) {
     return disk.param ? "WithSecondNames" : "WithoutSecondNames";
 });
 

@@ -1,9 +1,9 @@
-#include "platform/runtime/runtime_check.h"
 #include "store/subject_keys.h"
+#include "support/errors.h"
 
 #include <gtest/gtest.h>
 
-namespace tolvek {
+namespace tolvek::test {
 namespace {
 
 SubjectKey keyNumber(int number, bool sent)
@@ -14,7 +14,7 @@ SubjectKey keyNumber(int number, bool sent)
     return key;
 }
 
-TEST(SubjectKeys, ARowIsFoundInItsBlockAndEveryHigherBlockIsTheFourth)
+TEST(SubjectKeysTest, ARowIsFoundInItsBlockAndEveryHigherBlockIsTheFourth)
 {
     const struct {
         int row;
@@ -28,12 +28,12 @@ TEST(SubjectKeys, ARowIsFoundInItsBlockAndEveryHigherBlockIsTheFourth)
         EXPECT_EQ(&SubjectRowLocate(c.row), &c.block[c.index]) << c.row;
 }
 
-TEST(SubjectKeys, ARowBelowTheTableIsAnIndexOutOfBounds)
+TEST(SubjectKeysTest, ARowBelowTheTableIsAnIndexOutOfBounds)
 {
-    EXPECT_EQ(test::errorNumber([] { SubjectRowLocate(-1); }), 9);
+    EXPECT_EQ(errorOf([] { SubjectRowLocate(-1); }), 9);
 }
 
-TEST(SubjectKeys, ExactlyOneBlockOfRowsStaysInTheFirstBlock)
+TEST(SubjectKeysTest, ExactlyOneBlockOfRowsStaysInTheFirstBlock)
 {
     startSubjectKeys();
     for (int i = 0; i < kSubjectBlock; ++i)
@@ -43,7 +43,7 @@ TEST(SubjectKeys, ExactlyOneBlockOfRowsStaysInTheFirstBlock)
     EXPECT_EQ(SubjectRowLocate(10239).YMD, u"10239");
 }
 
-TEST(SubjectKeys, ARowBehindTheFirstBlockLeavesItsDirectionInTheFirstBlock)
+TEST(SubjectKeysTest, ARowBehindTheFirstBlockLeavesItsDirectionInTheFirstBlock)
 {
     startSubjectKeys();
     gSubjectKey2[0].SndRcvFlag = false;
@@ -56,7 +56,7 @@ TEST(SubjectKeys, ARowBehindTheFirstBlockLeavesItsDirectionInTheFirstBlock)
     EXPECT_EQ(SubjectRowLocate(0).YMD, u"0");
 }
 
-TEST(SubjectKeys, TheLastBlockTellsWhenItIsFull)
+TEST(SubjectKeysTest, TheLastBlockTellsWhenItIsFull)
 {
     startSubjectKeys();
     for (int i = 0; i < 4 * kSubjectBlock - 1; ++i)

@@ -1,7 +1,7 @@
 #include "store/database_files.h"
-#include "store/fault_injection.h"
 #include "store/text_dump.h"
-#include "store/text_dump_fixture.h"
+#include "support/fault_injection.h"
+#include "text_dump_fixture.h"
 
 namespace tolvek::test {
 namespace {

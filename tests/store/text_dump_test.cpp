@@ -1,7 +1,7 @@
 #include "store/text_dump.h"
 
-#include "store/text_dump_fixture.h"
 #include "support/yield_watch.h"
+#include "text_dump_fixture.h"
 
 namespace tolvek::test {
 namespace {

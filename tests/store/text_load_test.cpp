@@ -2,8 +2,8 @@
 // except for the two renumbered columns and broken records.
 #include "store/text_dump.h"
 
-#include "store/text_dump_fixture.h"
 #include "support/yield_watch.h"
+#include "text_dump_fixture.h"
 
 namespace tolvek::test {
 namespace {

@@ -3,13 +3,13 @@
 #include "store/archive_tables.h"
 #include "store/db_compress.h"
 #include "store/db_start.h"
-#include "store/fault_injection.h"
-#include "store/upgrade_fixture.h"
+#include "support/fault_injection.h"
+#include "support/upgrade_fixture.h"
 
 namespace tolvek::test {
 namespace {
 
-class UpgradeFaultsTest : public UpgradeFixture {
+class VerUp300FaultsTest : public UpgradeFixture {
 protected:
     void SetUp() override
     {
@@ -85,7 +85,7 @@ protected:
     std::map<std::string, int> states; // how often each state was left
 };
 
-TEST_F(UpgradeFaultsTest, AnEndAtAnyMomentLosesNoRow)
+TEST_F(VerUp300FaultsTest, AnEndAtAnyMomentLosesNoRow)
 {
     endAtEachOperation([this] { upgrade(); }, [this](int operation) { check(operation); }, {},
                        isOfTheUpgrade);
@@ -95,17 +95,17 @@ TEST_F(UpgradeFaultsTest, AnEndAtAnyMomentLosesNoRow)
     EXPECT_EQ(leftAs("new .Mdb .Mdb.Bak .Mdb.Upgrade .Mdb.V300"), 0);
 }
 
-TEST_F(UpgradeFaultsTest, AFailureOfAnyOperationLosesNoRow)
+TEST_F(VerUp300FaultsTest, AFailureOfAnyOperationLosesNoRow)
 {
     failEachOperation([this] { upgrade(); }, [this](int operation) { check(operation); }, {},
                       isOfTheUpgrade);
 }
 
-class SettleFaultsTest : public UpgradeFaultsTest {
+class VerUp300FaultsSettleTest : public VerUp300FaultsTest {
 protected:
     void SetUp() override
     {
-        UpgradeFaultsTest::SetUp();
+        VerUp300FaultsTest::SetUp();
         renameDatabase(gDbPath, old());
         Table_Create();
         writeBytes(file("Tolvek.Mdb.Upgrade"), "");
@@ -121,7 +121,7 @@ protected:
     }
 };
 
-TEST_F(SettleFaultsTest, AWayBackThatIsCutOffOrFailsIsTakenUpAgain)
+TEST_F(VerUp300FaultsSettleTest, AWayBackThatIsCutOffOrFailsIsTakenUpAgain)
 {
     constexpr int kMoreThanThereAre = 40;
     for (int operation = 0; operation < kMoreThanThereAre; ++operation) {
@@ -137,7 +137,7 @@ TEST_F(SettleFaultsTest, AWayBackThatIsCutOffOrFailsIsTakenUpAgain)
 
 // The rows are on the disk before the mark is removed, and the mark is removed before
 // the version is written. The mark is set before the old archive is renamed.
-TEST_F(UpgradeFaultsTest, WhatALaterStepRestsOnIsForcedToTheDiskBefore)
+TEST_F(VerUp300FaultsTest, WhatALaterStepRestsOnIsForcedToTheDiskBefore)
 {
     std::vector<std::string> order;
     setFileProbe([&](FileOperation operation, const Path& path) {

@@ -1,9 +1,9 @@
 // The upgrade of archives that the classic platform left.
 #include "platform/dao/connection.h"
-#include "store/upgrade_fixture.h"
 #include "support/jet_reader.h"
 #include "support/jet_tables.h"
 #include "support/test_data.h"
+#include "support/upgrade_fixture.h"
 
 namespace tolvek::test {
 namespace {

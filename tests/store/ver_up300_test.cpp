@@ -1,6 +1,6 @@
 // The upgrade of an older archive: what it copies, what it shows, and when it is undone.
 #include "store/archive_tables.h"
-#include "store/upgrade_fixture.h"
+#include "support/upgrade_fixture.h"
 
 namespace tolvek::test {
 namespace {
@@ -254,7 +254,7 @@ TEST_F(VerUp300Test, ADamagedArchiveThatTheUserGivesUpLeavesNoMarkBehind)
     EXPECT_FALSE(databaseExists(gDbPath)) << "the start makes one";
 }
 
-class SettleTest : public VerUp300Test {
+class VerUp300SettleTest : public VerUp300Test {
 protected:
     // The old archive is renamed, and an incomplete new one is in its place.
     void givenCutOff()
@@ -266,7 +266,7 @@ protected:
     }
 };
 
-TEST_F(SettleTest, WithTheMarkTheOldArchiveComesBackOverTheHalfNewOne)
+TEST_F(VerUp300SettleTest, WithTheMarkTheOldArchiveComesBackOverTheHalfNewOne)
 {
     givenCutOff();
     settleCutOffUpgrade(gDbPath, true);
@@ -277,7 +277,7 @@ TEST_F(SettleTest, WithTheMarkTheOldArchiveComesBackOverTheHalfNewOne)
 }
 
 // There may be an old archive with the settings of a newer version.
-TEST_F(SettleTest, WithTheMarkItComesBackWhateverTheVersionSays)
+TEST_F(VerUp300SettleTest, WithTheMarkItComesBackWhateverTheVersionSays)
 {
     givenCutOff();
     settleCutOffUpgrade(gDbPath, false);
@@ -286,7 +286,7 @@ TEST_F(SettleTest, WithTheMarkItComesBackWhateverTheVersionSays)
     EXPECT_FALSE(exists("Tolvek.Mdb.Upgrade"));
 }
 
-TEST_F(SettleTest, AMarkWithoutAnOldArchiveGoes)
+TEST_F(VerUp300SettleTest, AMarkWithoutAnOldArchiveGoes)
 {
     storeOld(Mail{});
     writeBytes(file("Tolvek.Mdb.Upgrade"), "");
@@ -295,7 +295,7 @@ TEST_F(SettleTest, AMarkWithoutAnOldArchiveGoes)
     EXPECT_FALSE(exists("Tolvek.Mdb.Upgrade"));
 }
 
-TEST_F(SettleTest, WithoutADatabaseTheOldArchiveComesBackWhileTheVersionIsAnOldOne)
+TEST_F(VerUp300SettleTest, WithoutADatabaseTheOldArchiveComesBackWhileTheVersionIsAnOldOne)
 {
     storeOld(Mail{});
     renameDatabase(gDbPath, old());
@@ -305,7 +305,7 @@ TEST_F(SettleTest, WithoutADatabaseTheOldArchiveComesBackWhileTheVersionIsAnOldO
     EXPECT_EQ(rows(u"tblTolvek"), 1);
 }
 
-TEST_F(SettleTest, WithoutAMarkAnOldArchiveBesideADatabaseIsThatOfAnEarlierUpgrade)
+TEST_F(VerUp300SettleTest, WithoutAMarkAnOldArchiveBesideADatabaseIsThatOfAnEarlierUpgrade)
 {
     storeOld(Mail{});
     writeBytes(file("Tolvek.Mdb.V300"), "earlier");

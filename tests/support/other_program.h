@@ -7,7 +7,7 @@
 //     const Alone alone(path());
 //     EXPECT_EQ(reading.run(), 3356);
 #pragma once
-#include "platform/system/child_process.h"
+#include "support/child_process.h"
 
 #include <functional>
 

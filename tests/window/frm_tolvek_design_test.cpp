@@ -11,7 +11,7 @@
 #include <optional>
 #include <vector>
 
-namespace tolvek {
+namespace tolvek::test {
 namespace {
 
 // A window without events: its controls are as they were built.
@@ -20,7 +20,7 @@ protected:
     void Form_Resize() override {}
 };
 
-class MainWindowDesignTest : public ::testing::Test {
+class FrmTolvekDesignTest : public ::testing::Test {
 protected:
     void SetUp() override { form.Load(); }
     DesignedWindow form;
@@ -45,7 +45,7 @@ std::optional<Text> captionOf(Control& control)
     return std::nullopt;
 }
 
-TEST_F(MainWindowDesignTest, EveryControlHasItsWordsItsPlaceAndItsFace)
+TEST_F(FrmTolvekDesignTest, EveryControlHasItsWordsItsPlaceAndItsFace)
 {
     const TextView pMincho = u"ＭＳ Ｐ明朝", mincho = u"ＭＳ 明朝", gothic = u"ＭＳ ゴシック";
     const ControlDesign table[] = {
@@ -92,7 +92,7 @@ TEST_F(MainWindowDesignTest, EveryControlHasItsWordsItsPlaceAndItsFace)
     EXPECT_TRUE(form.txtMail->Locked());
 }
 
-TEST_F(MainWindowDesignTest, TheWindowItsButtonsAndItsLabelsAreLightBlue)
+TEST_F(FrmTolvekDesignTest, TheWindowItsButtonsAndItsLabelsAreLightBlue)
 {
     constexpr Colour lightBlue = 0x00FFC0C0;
     EXPECT_EQ(form.Caption(), u"PostPet Mail 表示");
@@ -114,7 +114,7 @@ void listMenu(const QList<QAction*>& entries, int level, std::vector<std::string
     }
 }
 
-TEST_F(MainWindowDesignTest, TheMenusStandInTheirOrder)
+TEST_F(FrmTolvekDesignTest, TheMenusStandInTheirOrder)
 {
     const std::vector<std::string> expected{
         "memFile: ファイル",

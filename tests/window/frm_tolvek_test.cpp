@@ -14,10 +14,10 @@
 #include <QKeyEvent>
 #include <QMenuBar>
 
-namespace tolvek {
+namespace tolvek::test {
 namespace {
 
-class MainWindowTest : public test::ArchiveFixture {
+class FrmTolvekTest : public ArchiveFixture {
 protected:
     void SetUp() override
     {
@@ -52,11 +52,11 @@ protected:
         EXPECT_FLOAT_EQ(control.Height(), height) << toUtf8(control.Name());
     }
 
-    test::ReportList reports;
+    ReportList reports;
     frmTolvek form;
 };
 
-TEST_F(MainWindowTest, TheLayoutAtTheLeastSize)
+TEST_F(FrmTolvekTest, TheLayoutAtTheLeastSize)
 {
     EXPECT_EQ(form.Width(), 11745);
     EXPECT_EQ(form.Height(), 7404);
@@ -73,7 +73,7 @@ TEST_F(MainWindowTest, TheLayoutAtTheLeastSize)
     EXPECT_FLOAT_EQ(form.Line1->X2(), 11745);
 }
 
-TEST_F(MainWindowTest, TheLayoutFollowsALargerWindowAndTheButtonsStay)
+TEST_F(FrmTolvekTest, TheLayoutFollowsALargerWindowAndTheButtonsStay)
 {
     form.setWidth(15000);
     form.setHeight(10000);
@@ -89,7 +89,7 @@ TEST_F(MainWindowTest, TheLayoutFollowsALargerWindowAndTheButtonsStay)
     expectGeometry(*form.comEnd, 5460, 90, 885, 312);
 }
 
-TEST_F(MainWindowTest, AWindowDraggedTooSmallSnapsBack)
+TEST_F(FrmTolvekTest, AWindowDraggedTooSmallSnapsBack)
 {
     form.setWidth(6000);
     form.setHeight(3000);
@@ -99,7 +99,7 @@ TEST_F(MainWindowTest, AWindowDraggedTooSmallSnapsBack)
     expectGeometry(*form.lstNameOrAddr, 0, 744, 2936.25F, 6012);
 }
 
-TEST_F(MainWindowTest, TheRuleFallsThroughWhileItRuns)
+TEST_F(FrmTolvekTest, TheRuleFallsThroughWhileItRuns)
 {
     gResizeBusy = -1;
     form.setWidth(20000);
@@ -107,7 +107,7 @@ TEST_F(MainWindowTest, TheRuleFallsThroughWhileItRuns)
     gResizeBusy = 0;
 }
 
-TEST_F(MainWindowTest, AMinimisedWindowKeepsItsLastLayout)
+TEST_F(FrmTolvekTest, AMinimisedWindowKeepsItsLastLayout)
 {
     form.setWindowState(1);
     DoEventsNow();
@@ -116,7 +116,7 @@ TEST_F(MainWindowTest, AMinimisedWindowKeepsItsLastLayout)
     form.setWindowState(0);
 }
 
-TEST_F(MainWindowTest, ButtonsAndListsLieAboveLabels)
+TEST_F(FrmTolvekTest, ButtonsAndListsLieAboveLabels)
 {
     const QObjectList& order = form.client().children();
     for (const Control* label :
@@ -127,7 +127,7 @@ TEST_F(MainWindowTest, ButtonsAndListsLieAboveLabels)
     EXPECT_TRUE(form.lblRecCount->testAttribute(Qt::WA_TransparentForMouseEvents));
 }
 
-TEST_F(MainWindowTest, TabGoesThroughTheControlsInTheirOrder)
+TEST_F(FrmTolvekTest, TabGoesThroughTheControlsInTheirOrder)
 {
     form.comMailRead->SetFocus();
     for (Control* next : std::initializer_list<Control*>{
@@ -139,7 +139,7 @@ TEST_F(MainWindowTest, TabGoesThroughTheControlsInTheirOrder)
     }
 }
 
-TEST_F(MainWindowTest, CaptionsAndToolTipsStandAsTold)
+TEST_F(FrmTolvekTest, CaptionsAndToolTipsStandAsTold)
 {
     EXPECT_EQ(form.Caption(), u"PostPet Mail 表示");
     EXPECT_EQ(form.comMailRead->Caption(), u"PostPet Mail Read");
@@ -152,7 +152,7 @@ TEST_F(MainWindowTest, CaptionsAndToolTipsStandAsTold)
     EXPECT_EQ(form.Timer1->Interval(), 1000);
 }
 
-TEST_F(MainWindowTest, ALongCommandLeavesOnlyTheDatabaseEntryOn)
+TEST_F(FrmTolvekTest, ALongCommandLeavesOnlyTheDatabaseEntryOn)
 {
     dspEnable(form, false, 0);
     for (Control* off : std::initializer_list<Control*>{
@@ -166,7 +166,7 @@ TEST_F(MainWindowTest, ALongCommandLeavesOnlyTheDatabaseEntryOn)
     EXPECT_TRUE(form.txtMail->Enabled());
 }
 
-TEST_F(MainWindowTest, ABackupOnDisplayTurnsOffWhatChangesTheStoreAndNothingElse)
+TEST_F(FrmTolvekTest, ABackupOnDisplayTurnsOffWhatChangesTheStoreAndNothingElse)
 {
     dspEnable(form, false, 1);
     for (Control* off :
@@ -182,7 +182,7 @@ TEST_F(MainWindowTest, ABackupOnDisplayTurnsOffWhatChangesTheStoreAndNothingElse
         EXPECT_TRUE(on->Enabled()) << toUtf8(on->Name());
 }
 
-TEST_F(MainWindowTest, EnablingTurnsEverythingOnEvenInBackupMode)
+TEST_F(FrmTolvekTest, EnablingTurnsEverythingOnEvenInBackupMode)
 {
     for (int mode : {0, 1}) {
         dspEnable(form, false, 0);
@@ -194,12 +194,12 @@ TEST_F(MainWindowTest, EnablingTurnsEverythingOnEvenInBackupMode)
     }
 }
 
-TEST_F(MainWindowTest, HelpHasItsKey)
+TEST_F(FrmTolvekTest, HelpHasItsKey)
 {
     EXPECT_EQ(form.memHelp->action().shortcut(), QKeySequence(Qt::Key_F1));
 }
 
-TEST_F(MainWindowTest, ADisabledControlGetsItsFocusBack)
+TEST_F(FrmTolvekTest, ADisabledControlGetsItsFocusBack)
 {
     form.lstSubject->SetFocus();
     dspEnable(form, false, 0);
@@ -208,7 +208,7 @@ TEST_F(MainWindowTest, ADisabledControlGetsItsFocusBack)
     EXPECT_TRUE(form.lstSubject->HasFocus());
 }
 
-TEST_F(MainWindowTest, AClickMadeWhileCommandsAreOffPressesNothing)
+TEST_F(FrmTolvekTest, AClickMadeWhileCommandsAreOffPressesNothing)
 {
     bool pressed = false;
     QObject::connect(form.comMailRead, &CommandButton::Click, [&] { pressed = true; });
@@ -219,7 +219,7 @@ TEST_F(MainWindowTest, AClickMadeWhileCommandsAreOffPressesNothing)
 }
 
 // The second click of a double click must not run a command inside the first's.
-TEST_F(MainWindowTest, AClickThatWaitsWhenALongCommandBeginsPressesNothing)
+TEST_F(FrmTolvekTest, AClickThatWaitsWhenALongCommandBeginsPressesNothing)
 {
     bool pressed = false;
     QObject::connect(form.comMailRead, &CommandButton::Click, [&] { pressed = true; });
@@ -230,7 +230,7 @@ TEST_F(MainWindowTest, AClickThatWaitsWhenALongCommandBeginsPressesNothing)
     EXPECT_FALSE(pressed);
 }
 
-TEST_F(MainWindowTest, TheStatusTextBlinksBetweenTwoColoursAndBeginsWithAnEmptyLine)
+TEST_F(FrmTolvekTest, TheStatusTextBlinksBetweenTwoColoursAndBeginsWithAnEmptyLine)
 {
     setStatusLines(u"一", u"二", u"", u"四", u"", u"六");
     dspStatus(form, true, gStatusLines);
@@ -245,18 +245,18 @@ TEST_F(MainWindowTest, TheStatusTextBlinksBetweenTwoColoursAndBeginsWithAnEmptyL
 
 // Seconds of work without a yield may follow. The second call finds the screen just
 // painted, like a command that has shown a box.
-TEST_F(MainWindowTest, TheStatusTextIsPaintedBeforeTheNextStatementRuns)
+TEST_F(FrmTolvekTest, TheStatusTextIsPaintedBeforeTheNextStatementRuns)
 {
     setStatusLines(u"一二三", u"", u"", u"", u"", u"");
     for (const QColor& colour : {QColor(Qt::black), QColor(Qt::red), QColor(Qt::black)}) {
         dspStatus(form, true, gStatusLines);
-        EXPECT_TRUE(test::isInkedIn(colour, test::painted(*form.txtMail->viewport())));
+        EXPECT_TRUE(isInkedIn(colour, painted(*form.txtMail->viewport())));
     }
     dspStatus(form, false, gStatusLines);
-    EXPECT_FALSE(test::isInkedIn(Qt::black, test::painted(*form.txtMail->viewport())));
+    EXPECT_FALSE(isInkedIn(Qt::black, painted(*form.txtMail->viewport())));
 }
 
-TEST_F(MainWindowTest, TheEndOfTheStatusTextGivesThePaneBack)
+TEST_F(FrmTolvekTest, TheEndOfTheStatusTextGivesThePaneBack)
 {
     setStatusLines(u"一", u"", u"", u"", u"", u"");
     dspStatus(form, true, gStatusLines);
@@ -269,19 +269,19 @@ TEST_F(MainWindowTest, TheEndOfTheStatusTextGivesThePaneBack)
 }
 
 // The text must be visible before the work that it announces.
-TEST_F(MainWindowTest, TheStatusTextYieldsWhenItComesAndWhenItGoes)
+TEST_F(FrmTolvekTest, TheStatusTextYieldsWhenItComesAndWhenItGoes)
 {
     setStatusLines(u"一", u"", u"", u"", u"", u"");
     for (const bool show : {true, false}) {
         Text shown = u"never";
-        const test::YieldWatch yields([&] { shown = form.txtMail->Text(); });
+        const YieldWatch yields([&] { shown = form.txtMail->Text(); });
         dspStatus(form, show, gStatusLines);
         EXPECT_EQ(yields.count(), 1);
         EXPECT_EQ(shown, show ? TextView(u"\r\n一\r\n\r\n\r\n\r\n\r\n") : TextView());
     }
 }
 
-TEST_F(MainWindowTest, TheMailFontTakesItsStyleFromTwoFlags)
+TEST_F(FrmTolvekTest, TheMailFontTakesItsStyleFromTwoFlags)
 {
     const struct {
         const char16_t* style;
@@ -300,7 +300,7 @@ TEST_F(MainWindowTest, TheMailFontTakesItsStyleFromTwoFlags)
 }
 
 // The character after the bold flag counts only at start-up.
-TEST_F(MainWindowTest, AFlagIsReadWithOrWithoutTheCharacterBehindIt)
+TEST_F(FrmTolvekTest, AFlagIsReadWithOrWithoutTheCharacterBehindIt)
 {
     gMailTextFontStyle = u"0,05";
     const ResumeNext on{u"Form_Initialize"};
@@ -310,7 +310,7 @@ TEST_F(MainWindowTest, AFlagIsReadWithOrWithoutTheCharacterBehindIt)
     EXPECT_FALSE(form.txtMail->FontBold());
 }
 
-TEST_F(MainWindowTest, AnEmptyStyleIsToldForEachFlagAndFaceAndSizeAreSet)
+TEST_F(FrmTolvekTest, AnEmptyStyleIsToldForEachFlagAndFaceAndSizeAreSet)
 {
     gMailTextFontStyle.clear();
     gMailTextFont = u"ＭＳ 明朝";
@@ -318,18 +318,18 @@ TEST_F(MainWindowTest, AnEmptyStyleIsToldForEachFlagAndFaceAndSizeAreSet)
     const ResumeNext on{u"Form_Initialize"};
     reports.listen();
     applyMailFont(form, on, FlagText::WithComma);
-    EXPECT_EQ(reports.take(), (test::Reports{"Form_Initialize 13", "Form_Initialize 13"}));
+    EXPECT_EQ(reports.take(), (Reports{"Form_Initialize 13", "Form_Initialize 13"}));
     EXPECT_EQ(form.txtMail->FontSize(), 14);
     EXPECT_EQ(form.txtMail->FontName(), u"ＭＳ 明朝");
 }
 
-TEST_F(MainWindowTest, AFlagThatIsNoNumberDoesntKeepTheOtherFromBeingSet)
+TEST_F(FrmTolvekTest, AFlagThatIsNoNumberDoesntKeepTheOtherFromBeingSet)
 {
     gMailTextFontStyle = u"1,x";
     const ResumeNext on{u"memEnv_Click"};
     reports.listen();
     applyMailFont(form, on, FlagText::Alone);
-    EXPECT_EQ(reports.take(), test::Reports{"memEnv_Click 13"});
+    EXPECT_EQ(reports.take(), Reports{"memEnv_Click 13"});
     EXPECT_TRUE(form.txtMail->FontItalic());
     EXPECT_FALSE(form.txtMail->FontBold());
 }

@@ -8,7 +8,7 @@
 namespace tolvek::test {
 namespace {
 
-class LongWorkTest : public ArchiveFixture {
+class StatusLongWorkTest : public ArchiveFixture {
 protected:
     void SetUp() override
     {
@@ -34,7 +34,7 @@ protected:
     frmTolvek form;
 };
 
-TEST_F(LongWorkTest, TheEndTakesTheStatusTextAwayAndGivesTheCommandsBack)
+TEST_F(StatusLongWorkTest, TheEndTakesTheStatusTextAwayAndGivesTheCommandsBack)
 {
     begin();
     end();
@@ -45,7 +45,7 @@ TEST_F(LongWorkTest, TheEndTakesTheStatusTextAwayAndGivesTheCommandsBack)
     EXPECT_TRUE(form.lstSubject->Enabled());
 }
 
-TEST_F(LongWorkTest, ThePanesAreEmptiedAndTheNavigatorStays)
+TEST_F(StatusLongWorkTest, ThePanesAreEmptiedAndTheNavigatorStays)
 {
     form.txtMail->setText(u"text");
     form.lblHead->setCaption(u"head");

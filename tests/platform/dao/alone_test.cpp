@@ -161,10 +161,10 @@ TEST_F(AloneTest, AWaitForTheUserLetsOthersInAndWhatTheyDidIsSeen)
     EXPECT_EQ(rows(database, Statement{u"SELECT * FROM tblMail"}), 1);
 }
 
-class ExchangedTest : public AloneTest, public testing::WithParamInterface<bool> {};
+class AloneExchangedTest : public AloneTest, public testing::WithParamInterface<bool> {};
 
 // Also within a command, whose log would end up beside the new file.
-TEST_P(ExchangedTest, WhatIsOpenReadsOnAndWritesNowhere)
+TEST_P(AloneExchangedTest, WhatIsOpenReadsOnAndWritesNowhere)
 {
     std::optional<DBEngine::Session> session;
     if (GetParam()) session.emplace();
@@ -183,7 +183,7 @@ TEST_P(ExchangedTest, WhatIsOpenReadsOnAndWritesNowhere)
     EXPECT_EQ(files(), Names{"Test.Mdb"});
 }
 
-INSTANTIATE_TEST_SUITE_P(InACommandAndOutside, ExchangedTest, testing::Bool());
+INSTANTIATE_TEST_SUITE_P(InACommandAndOutside, AloneExchangedTest, testing::Bool());
 
 TEST_F(AloneTest, WhatCantBeWrittenIsLeft)
 {

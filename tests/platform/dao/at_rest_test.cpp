@@ -7,7 +7,9 @@
 namespace tolvek::test {
 namespace {
 
-TEST_F(DaoTest, OutsideOfASessionEveryCloseIsAtRest)
+using AtRestTest = DaoTest;
+
+TEST_F(AtRestTest, OutsideOfASessionEveryCloseIsAtRest)
 {
     Database database = opened();
     addMail(database, u"2000", 1);
@@ -16,7 +18,7 @@ TEST_F(DaoTest, OutsideOfASessionEveryCloseIsAtRest)
     EXPECT_EQ(journalManner(), 1);
 }
 
-TEST_F(DaoTest, InASessionTheLogTakesTheCommitsAndItsEndBringsThemHome)
+TEST_F(AtRestTest, InASessionTheLogTakesTheCommitsAndItsEndBringsThemHome)
 {
     {
         DBEngine::Session outer;
@@ -33,7 +35,7 @@ TEST_F(DaoTest, InASessionTheLogTakesTheCommitsAndItsEndBringsThemHome)
     EXPECT_EQ(mails(), 1);
 }
 
-TEST_F(DaoTest, RestPutsIdleFilesAtRestWithinASession)
+TEST_F(AtRestTest, RestPutsIdleFilesAtRestWithinASession)
 {
     DBEngine::Session session;
     Database database = opened();
@@ -55,7 +57,7 @@ TEST_F(DaoTest, RestPutsIdleFilesAtRestWithinASession)
 }
 
 // While the box of a failure waits, which may be a night.
-TEST_F(DaoTest, AllIsAtRestBeforeAWaitAlsoWhatIsOpen)
+TEST_F(AtRestTest, AllIsAtRestBeforeAWaitAlsoWhatIsOpen)
 {
     DBEngine::Session session;
     Database database = opened();
@@ -78,7 +80,7 @@ TEST_F(DaoTest, AllIsAtRestBeforeAWaitAlsoWhatIsOpen)
 }
 
 // The box must appear, since it reports the failure.
-TEST_F(DaoTest, AWaitBeginsAlsoWhereTheDiskDoesntLetTheFileRest)
+TEST_F(AtRestTest, AWaitBeginsAlsoWhereTheDiskDoesntLetTheFileRest)
 {
     {
         DBEngine::Session session;
@@ -95,7 +97,7 @@ TEST_F(DaoTest, AWaitBeginsAlsoWhereTheDiskDoesntLetTheFileRest)
     EXPECT_EQ(mails(), 1);
 }
 
-TEST_F(DaoTest, ADatabaseStillOpenIsAtRestBehindTheSession)
+TEST_F(AtRestTest, ADatabaseStillOpenIsAtRestBehindTheSession)
 {
     Database database = opened();
     {
@@ -108,7 +110,7 @@ TEST_F(DaoTest, ADatabaseStillOpenIsAtRestBehindTheSession)
     EXPECT_EQ(mails(), 2);
 }
 
-TEST_F(DaoTest, TheEndOfTheSessionEndsAForgottenTransaction)
+TEST_F(AtRestTest, TheEndOfTheSessionEndsAForgottenTransaction)
 {
     Database database = opened();
     {
@@ -121,7 +123,7 @@ TEST_F(DaoTest, TheEndOfTheSessionEndsAForgottenTransaction)
     EXPECT_EQ(files(), Names{"Test.Mdb"});
 }
 
-TEST_F(DaoTest, ADatabaseLetGoWithoutCloseIsClosed)
+TEST_F(AtRestTest, ADatabaseLetGoWithoutCloseIsClosed)
 {
     {
         Database database = opened();
@@ -133,7 +135,7 @@ TEST_F(DaoTest, ADatabaseLetGoWithoutCloseIsClosed)
     EXPECT_EQ(mails(), 1);
 }
 
-TEST_F(DaoTest, AnotherFileUnderTheNameIsTheOneThatIsOpened)
+TEST_F(AtRestTest, AnotherFileUnderTheNameIsTheOneThatIsOpened)
 {
     createTables(path("Other.Mdb"));
     DBEngine::Session session;
@@ -148,7 +150,7 @@ TEST_F(DaoTest, AnotherFileUnderTheNameIsTheOneThatIsOpened)
     EXPECT_EQ(mails(), 1);
 }
 
-TEST_F(DaoTest, AReadingNeverChangesTheFile)
+TEST_F(AtRestTest, AReadingNeverChangesTheFile)
 {
     Database database = opened();
     addMail(database, u"2000", 1);
@@ -170,13 +172,13 @@ TEST_F(DaoTest, AReadingNeverChangesTheFile)
     EXPECT_EQ(std::filesystem::last_write_time(folder_ / "Test.Mdb"), time);
 }
 
-class ReadOnlyTest : public DaoTest, public testing::WithParamInterface<bool> {
+class AtRestReadOnlyTest : public DaoTest, public testing::WithParamInterface<bool> {
 protected:
     Path guarded() const { return GetParam() ? folder_.path() : folder_ / "Test.Mdb"; }
-    ~ReadOnlyTest() override { chmod(guarded().c_str(), 0755); }
+    ~AtRestReadOnlyTest() override { chmod(guarded().c_str(), 0755); }
 };
 
-TEST_P(ReadOnlyTest, CanBeReadButNotWritten)
+TEST_P(AtRestReadOnlyTest, CanBeReadButNotWritten)
 {
     Database database = opened();
     addMail(database, u"2000", 1);
@@ -200,7 +202,7 @@ TEST_P(ReadOnlyTest, CanBeReadButNotWritten)
     EXPECT_EQ(files(), Names{"Test.Mdb"});
 }
 
-INSTANTIATE_TEST_SUITE_P(FileAndFolder, ReadOnlyTest, testing::Bool());
+INSTANTIATE_TEST_SUITE_P(FileAndFolder, AtRestReadOnlyTest, testing::Bool());
 
 }
 }

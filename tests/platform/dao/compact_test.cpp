@@ -1,6 +1,6 @@
 #include "dao_fixture.h"
 
-#include "child_process.h"
+#include "support/child_process.h"
 
 namespace tolvek::test {
 namespace {

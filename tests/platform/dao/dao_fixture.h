@@ -4,6 +4,7 @@
 #include "platform/runtime/paths.h"
 #include "platform/runtime/runtime_error.h"
 #include "platform/system/files.h"
+#include "support/errors.h"
 #include "support/temp_folder.h"
 
 #include <algorithm>
@@ -11,17 +12,6 @@
 #include <gtest/gtest.h>
 
 namespace tolvek::test {
-
-// The number of the error that ends the work; 0 for none.
-template <class Work> int errorOf(const Work& work)
-{
-    try {
-        work();
-    } catch (const RuntimeError& error) {
-        return error.number();
-    }
-    return 0;
-}
 
 template <class Work> Text errorTextOf(const Work& work)
 {

@@ -5,14 +5,16 @@
 namespace tolvek::test {
 namespace {
 
-TEST_F(DaoTest, ATableCreatedIsThereAfterReopening)
+using DatabaseTest = DaoTest;
+
+TEST_F(DatabaseTest, ATableCreatedIsThereAfterReopening)
 {
     Database database = opened();
     EXPECT_EQ(database.TableDefs().names(), (std::vector<Text>{u"tblMail", u"tblBook"}));
     EXPECT_EQ(mails(), 0);
 }
 
-TEST_F(DaoTest, RowsAreInsertedChangedAndDeleted)
+TEST_F(DatabaseTest, RowsAreInsertedChangedAndDeleted)
 {
     Database database = opened();
     addMail(database, u"20000215", 1);

@@ -1,13 +1,15 @@
 // Opening, creating, workspaces: what a caller sees of the engine.
 #include "dao_fixture.h"
 
-#include "child_process.h"
 #include "platform/dao/connection.h"
+#include "support/child_process.h"
 
 namespace tolvek::test {
 namespace {
 
-TEST_F(DaoTest, AMissingFileIs3024WithItsName)
+using EngineTest = DaoTest;
+
+TEST_F(EngineTest, AMissingFileIs3024WithItsName)
 {
     EXPECT_EQ(errorTextOf([&] { DBEngine::OpenDatabase(path("None.Mdb")); }),
               u"ファイル '" + path("None.Mdb") + u"' が見つかりませんでした。");
@@ -15,7 +17,7 @@ TEST_F(DaoTest, AMissingFileIs3024WithItsName)
     EXPECT_FALSE(fileExists(folder_ / "None.Mdb"));
 }
 
-TEST_F(DaoTest, WhatIsNoDatabaseIs3343AtOnceAndStaysAsItIs)
+TEST_F(EngineTest, WhatIsNoDatabaseIs3343AtOnceAndStaysAsItIs)
 {
     const std::string whole = bytes();
     std::string wrongHeader = whole;
@@ -35,7 +37,7 @@ TEST_F(DaoTest, WhatIsNoDatabaseIs3343AtOnceAndStaysAsItIs)
     }
 }
 
-TEST_F(DaoTest, AnotherMakersFileOpensAllTheSame)
+TEST_F(EngineTest, AnotherMakersFileOpensAllTheSame)
 {
     ASSERT_EQ(inChild([&]() -> int {
                   sqlite3* foreign = nullptr;
@@ -55,7 +57,7 @@ TEST_F(DaoTest, AnotherMakersFileOpensAllTheSame)
     EXPECT_EQ(set.field(u"size").text(), u"2.5");
 }
 
-TEST_F(DaoTest, CreatingOverAFileOrInNoFolder)
+TEST_F(EngineTest, CreatingOverAFileOrInNoFolder)
 {
     const std::string before = bytes();
     Workspace workspace = DBEngine::Workspaces(0);
@@ -65,7 +67,7 @@ TEST_F(DaoTest, CreatingOverAFileOrInNoFolder)
     EXPECT_EQ(errorOf([] { DBEngine::Workspaces(1); }), 3265);
 }
 
-TEST_F(DaoTest, AFileHeldByAnotherProgramIs3356AtOnce)
+TEST_F(EngineTest, AFileHeldByAnotherProgramIs3356AtOnce)
 {
     int ready[2], done[2];
     ASSERT_EQ(pipe(ready) + pipe(done), 0);
@@ -88,7 +90,7 @@ TEST_F(DaoTest, AFileHeldByAnotherProgramIs3356AtOnce)
 }
 
 // The other program takes its lock between our opening and our writing.
-TEST_F(DaoTest, AFileThatBecomesBusyIs3356AfterTheWait)
+TEST_F(EngineTest, AFileThatBecomesBusyIs3356AfterTheWait)
 {
     Connection::setPatience(20);
     Database database = opened();
@@ -119,7 +121,7 @@ TEST_F(DaoTest, AFileThatBecomesBusyIs3356AfterTheWait)
     EXPECT_EQ(mails(), 1);
 }
 
-TEST_F(DaoTest, AHandleForNothingIs3420AndClosingItIsSilent)
+TEST_F(EngineTest, AHandleForNothingIs3420AndClosingItIsSilent)
 {
     Database none;
     EXPECT_EQ(errorOf([&] { none.OpenRecordset(Statement{u"SELECT * FROM tblMail"}); }), 3420);
@@ -135,7 +137,7 @@ TEST_F(DaoTest, AHandleForNothingIs3420AndClosingItIsSilent)
     EXPECT_EQ(errorOf([&] { database.Execute(Statement{u"DELETE FROM tblMail"}, 0); }), 3420);
 }
 
-TEST_F(DaoTest, ATransactionIsWholeOrNothing)
+TEST_F(EngineTest, ATransactionIsWholeOrNothing)
 {
     Database database = opened();
     Workspace workspace = DBEngine::Workspaces(0);
@@ -149,7 +151,7 @@ TEST_F(DaoTest, ATransactionIsWholeOrNothing)
     EXPECT_EQ(errorOf([&] { workspace.Rollback(); }), 3034);
 }
 
-TEST_F(DaoTest, ClosingRollsBackAndTheNextTransactionStartsAnew)
+TEST_F(EngineTest, ClosingRollsBackAndTheNextTransactionStartsAnew)
 {
     Database database = opened();
     EXPECT_EQ(errorOf([&] {
@@ -170,7 +172,7 @@ TEST_F(DaoTest, ClosingRollsBackAndTheNextTransactionStartsAnew)
 
 // A statement that is refused before it reaches the file leaves an empty open
 // transaction.
-TEST_F(DaoTest, ATransactionInWhichNothingWasDoneEndsWithTheDatabaseToo)
+TEST_F(EngineTest, ATransactionInWhichNothingWasDoneEndsWithTheDatabaseToo)
 {
     DBEngine::Session session;
     Database database = opened();
@@ -182,7 +184,7 @@ TEST_F(DaoTest, ATransactionInWhichNothingWasDoneEndsWithTheDatabaseToo)
     EXPECT_EQ(rows(database, Statement{u"SELECT * FROM tblMail"}), 1);
 }
 
-TEST_F(DaoTest, OneTransactionSpansSeveralDatabases)
+TEST_F(EngineTest, OneTransactionSpansSeveralDatabases)
 {
     createTables(path("Other.Mdb"));
     Database one = opened(), two = DBEngine::OpenDatabase(path("Other.Mdb"));
@@ -200,7 +202,7 @@ TEST_F(DaoTest, OneTransactionSpansSeveralDatabases)
     EXPECT_EQ(rows(two, Statement{u"SELECT * FROM tblMail"}), 1);
 }
 
-TEST_F(DaoTest, AStatementIsWholeOrNothingWithinATransaction)
+TEST_F(EngineTest, AStatementIsWholeOrNothingWithinATransaction)
 {
     Database database = opened();
     addMail(database, u"2000", 1);
@@ -214,7 +216,7 @@ TEST_F(DaoTest, AStatementIsWholeOrNothingWithinATransaction)
     EXPECT_EQ(mails(), 3);
 }
 
-TEST_F(DaoTest, AbandonLetsEverythingGoAndNothingCrashesBehindIt)
+TEST_F(EngineTest, AbandonLetsEverythingGoAndNothingCrashesBehindIt)
 {
     DBEngine::Session session;
     Database database = opened();

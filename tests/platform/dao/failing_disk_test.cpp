@@ -34,7 +34,7 @@ TEST_F(FailingDiskTest, AFullDiskIs61AndAFailingOne57)
 }
 
 // The engine's own system calls, whose answers it takes for a failing disk.
-class QuotaTest : public FailingDiskTest {
+class FailingDiskQuotaTest : public FailingDiskTest {
 protected:
     void TearDown() override
     {
@@ -67,7 +67,7 @@ private:
     }
 };
 
-TEST_F(QuotaTest, AUsedUpOneIsAFullDiskAndNoFailingOne)
+TEST_F(FailingDiskQuotaTest, AUsedUpOneIsAFullDiskAndNoFailingOne)
 {
     Database database = opened();
     failAlways<EDQUOT>();

@@ -52,7 +52,7 @@ std::vector<Ranked> rankedTexts()
     return all;
 }
 
-TEST(GeneralOrder, EveryPairOfTheTableStandsInItsOrder)
+TEST(GeneralOrderTest, EveryPairOfTheTableStandsInItsOrder)
 {
     const auto all = rankedTexts();
     ASSERT_GT(all.size(), 300u);
@@ -72,7 +72,7 @@ struct Key {
 };
 
 // Hiragana か has the primary 7F 0A, x has 91; a bare mark is a byte of its own.
-TEST(GeneralOrder, AMarkWithoutACharacterIsAByteBeforeTheSecondaries)
+TEST(GeneralOrderTest, AMarkWithoutACharacterIsAByteBeforeTheSecondaries)
 {
     const std::string kana = "\x01\x01\xFF\x02\x80\xFF\x80";
     const Key keys[] = {
@@ -92,7 +92,7 @@ struct Pair {
     bool equal;
 };
 
-TEST(GeneralOrder, EqualityKnowsNeitherCaseNorTrailingBlanks)
+TEST(GeneralOrderTest, EqualityKnowsNeitherCaseNorTrailingBlanks)
 {
     const Pair pairs[] = {
         {u"abc", u"abc  ", true},   {u"", u" ", true},         {u"abc", u"ABC", true},
@@ -107,7 +107,7 @@ TEST(GeneralOrder, EqualityKnowsNeitherCaseNorTrailingBlanks)
             << toUtf8(pair.a) << " / " << toUtf8(pair.b);
 }
 
-TEST(GeneralOrder, NeighboursAsTheyAreKnown)
+TEST(GeneralOrderTest, NeighboursAsTheyAreKnown)
 {
     const Text orders[][6] = {{u"coop", u"-coop", u"c-oop", u"co-op", u"coop-", u"coopa"},
                               {u"taro.y", u"taro@x", u"taro_y", u"taroy", u"taro-y", u"tarp"},
@@ -147,7 +147,7 @@ std::vector<Text> randomTexts(std::size_t count)
     return texts;
 }
 
-TEST(GeneralOrder, IsATotalOrderWhoseEqualTextsAreTheFoldedOnes)
+TEST(GeneralOrderTest, IsATotalOrderWhoseEqualTextsAreTheFoldedOnes)
 {
     const auto texts = randomTexts(300);
     for (const Text& a : texts)
@@ -159,7 +159,7 @@ TEST(GeneralOrder, IsATotalOrderWhoseEqualTextsAreTheFoldedOnes)
         }
 }
 
-TEST(GeneralOrder, TheQuickWayAgreesWithTheWholeKeys)
+TEST(GeneralOrderTest, TheQuickWayAgreesWithTheWholeKeys)
 {
     const auto texts = randomTexts(300);
     for (const Text& a : texts)
@@ -171,7 +171,7 @@ TEST(GeneralOrder, TheQuickWayAgreesWithTheWholeKeys)
         }
 }
 
-TEST(GeneralOrder, SortingGivesOneResultWhateverTheStart)
+TEST(GeneralOrderTest, SortingGivesOneResultWhateverTheStart)
 {
     auto texts = randomTexts(400);
     const auto less = [](const Text& a, const Text& b) { return compareGeneral(a, b) < 0; };
@@ -181,7 +181,7 @@ TEST(GeneralOrder, SortingGivesOneResultWhateverTheStart)
             ASSERT_LE(compareGeneral(texts[i], texts[j]), 0);
 }
 
-TEST(GeneralOrder, LongTextsDifferBehindTheKeysEnd)
+TEST(GeneralOrderTest, LongTextsDifferBehindTheKeysEnd)
 {
     const Text stem(300, u'a');
     EXPECT_LT(compareGeneral(stem + u"b", stem + u"c"), 0);

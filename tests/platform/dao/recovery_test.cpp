@@ -1,15 +1,17 @@
 // A program that dies at any moment loses no committed row.
 #include "dao_fixture.h"
 
-#include "child_process.h"
 #include "platform/dao/engine.h"
+#include "support/child_process.h"
 
 #include <csignal>
 
 namespace tolvek::test {
 namespace {
 
-TEST_F(DaoTest, CommitsInASessionSurviveAKill)
+using RecoveryTest = DaoTest;
+
+TEST_F(RecoveryTest, CommitsInASessionSurviveAKill)
 {
     ASSERT_EQ(inChild([&]() -> int {
                   DBEngine::Session session;
@@ -27,7 +29,7 @@ TEST_F(DaoTest, CommitsInASessionSurviveAKill)
     EXPECT_EQ(journalManner(), 1);
 }
 
-TEST_F(DaoTest, OutsideOfASessionAKilledTransactionIsTakenBack)
+TEST_F(RecoveryTest, OutsideOfASessionAKilledTransactionIsTakenBack)
 {
     ASSERT_EQ(inChild([&]() -> int {
                   Database database = opened();
@@ -43,7 +45,7 @@ TEST_F(DaoTest, OutsideOfASessionAKilledTransactionIsTakenBack)
 
 // Dies before the n-th operation that changes something; n counts up from the first
 // until the work succeeds.
-TEST_F(DaoTest, AtEveryOperationAKillLeavesAllCommitsAndNoHalf)
+TEST_F(RecoveryTest, AtEveryOperationAKillLeavesAllCommitsAndNoHalf)
 {
     const std::string before = bytes();
     const auto workThatDies = [&](int fatal) {
@@ -84,7 +86,7 @@ TEST_F(DaoTest, AtEveryOperationAKillLeavesAllCommitsAndNoHalf)
     EXPECT_EQ(mails(), 4);
 }
 
-TEST_F(DaoTest, ALogOfAnotherFileIsNotPlayedIn)
+TEST_F(RecoveryTest, ALogOfAnotherFileIsNotPlayedIn)
 {
     const std::string atRest = bytes();
     ASSERT_EQ(inChild([&]() -> int {
@@ -99,7 +101,7 @@ TEST_F(DaoTest, ALogOfAnotherFileIsNotPlayedIn)
     EXPECT_EQ(files(), Names{"Test.Mdb"});
 }
 
-class ReadOnlyLogTest : public DaoTest {
+class RecoveryReadOnlyTest : public DaoTest {
 protected:
     // A mail that only the log has.
     void SetUp() override
@@ -119,7 +121,7 @@ protected:
     }
 };
 
-TEST_F(ReadOnlyLogTest, TheLogBesideTheFileIsShownAndNothingIsChanged)
+TEST_F(RecoveryReadOnlyTest, TheLogBesideTheFileIsShownAndNothingIsChanged)
 {
     protect();
     const std::string before = bytes(), log = readBytes(folder_ / "Test.Mdb-wal");
@@ -139,7 +141,7 @@ TEST_F(ReadOnlyLogTest, TheLogBesideTheFileIsShownAndNothingIsChanged)
 }
 
 // Its own name, not that of the private copy.
-TEST_F(ReadOnlyLogTest, TheFileBearsItsNameInEveryReport)
+TEST_F(RecoveryReadOnlyTest, TheFileBearsItsNameInEveryReport)
 {
     protect();
     EXPECT_EQ(Engine::instance().acquire(folder_ / "Test.Mdb")->path(), folder_ / "Test.Mdb");

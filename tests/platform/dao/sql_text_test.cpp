@@ -18,7 +18,7 @@ std::int64_t numberAt(const SqlText& sql, std::size_t position)
     return std::get<std::int64_t>(sql.values.at(position));
 }
 
-TEST(SqlText, ALiteralBecomesOneParameterHoweverItIsPutTogether)
+TEST(SqlTextTest, ALiteralBecomesOneParameterHoweverItIsPutTogether)
 {
     Statement sql{u"UPDATE t SET a = '"};
     sql << Text(u"x\"y") << u"' WHERE b = '" << kAddress << u" ' AND c = '" << Text() << u"'";
@@ -29,7 +29,7 @@ TEST(SqlText, ALiteralBecomesOneParameterHoweverItIsPutTogether)
     EXPECT_EQ(textAt(text, 2), u"");
 }
 
-TEST(SqlText, EmptyValuesBesideQuotesAreNoDoubledQuotes)
+TEST(SqlTextTest, EmptyValuesBesideQuotesAreNoDoubledQuotes)
 {
     Statement sql{u"VALUES( '','', '"};
     sql << Text() << u"', '" << Text() << u"' )";
@@ -38,12 +38,12 @@ TEST(SqlText, EmptyValuesBesideQuotesAreNoDoubledQuotes)
     EXPECT_EQ(text.values.size(), 4u);
 }
 
-TEST(SqlText, ADoubledQuoteInAFixedLiteralIsOne)
+TEST(SqlTextTest, ADoubledQuoteInAFixedLiteralIsOne)
 {
     EXPECT_EQ(textAt(sqlText(Statement{u"SET a = 'it''s'"}), 0), u"it's");
 }
 
-TEST(SqlText, NumbersAndTruthAreParametersOutsideOfQuotesAndTextsInside)
+TEST(SqlTextTest, NumbersAndTruthAreParametersOutsideOfQuotesAndTextsInside)
 {
     Statement sql{u"VALUES( "};
     sql << -7 << u", '" << 8 << u"', " << true << u", '" << false << u"', False, TRUE, Falsehood )";
@@ -55,14 +55,14 @@ TEST(SqlText, NumbersAndTruthAreParametersOutsideOfQuotesAndTextsInside)
     EXPECT_EQ(textAt(text, 3), u"False");
 }
 
-TEST(SqlText, ANumberBehindANameBelongsToTheName)
+TEST(SqlTextTest, ANumberBehindANameBelongsToTheName)
 {
     Statement sql{u"SELECT tblTolvek_Mail"};
     sql << 12 << u" FROM t";
     EXPECT_EQ(sqlText(sql).sql, u"SELECT tblTolvek_Mail12 FROM t");
 }
 
-TEST(SqlText, OneShapeForEveryNumber)
+TEST(SqlTextTest, OneShapeForEveryNumber)
 {
     const auto shape = [](int number) {
         Statement sql{u"DELETE FROM t WHERE n = "};
@@ -71,7 +71,7 @@ TEST(SqlText, OneShapeForEveryNumber)
     EXPECT_EQ(shape(1), shape(-30000));
 }
 
-TEST(SqlText, WhatCannotBeAStatementIs3075)
+TEST(SqlTextTest, WhatCannotBeAStatementIs3075)
 {
     const Text quote = u"a'b";
     EXPECT_EQ(errorOf([&] { sqlText(Statement{u"WHERE a = '"} << quote << u"'"); }), 3075);
@@ -83,7 +83,7 @@ TEST(SqlText, WhatCannotBeAStatementIs3075)
     EXPECT_EQ(errorOf([&] { sqlText(Statement{u"WHERE a"} << -1); }), 3075);
 }
 
-TEST(SqlText, ASyntaxErrorShowsTheConditionAsTheUserWroteIt)
+TEST(SqlTextTest, ASyntaxErrorShowsTheConditionAsTheUserWroteIt)
 {
     Statement sql{u"SELECT * FROM t"};
     sql << u" WHERE a = '" << Text(u"Don't") << u"'";
@@ -91,7 +91,7 @@ TEST(SqlText, ASyntaxErrorShowsTheConditionAsTheUserWroteIt)
               u"クエリ式 'a = 'Don't'' の 構文エラー : 演算子がありません。");
 }
 
-TEST(SqlText, ASemicolonEndsAndTextBehindItIs3142)
+TEST(SqlTextTest, ASemicolonEndsAndTextBehindItIs3142)
 {
     EXPECT_EQ(sqlText(Statement{u"DELETE FROM t ; \r\n"}).sql, u"DELETE FROM t  \r\n");
     EXPECT_EQ(errorOf([] { sqlText(Statement{u"DELETE FROM t; DROP"}); }), 3142);
@@ -101,7 +101,7 @@ TEST(SqlText, ASemicolonEndsAndTextBehindItIs3142)
     EXPECT_EQ(textAt(sqlText(Statement{u"WHERE a = ';'"}), 0), u";");
 }
 
-TEST(SelectText, TakesAStatementApart)
+TEST(SqlTextSelectTest, TakesAStatementApart)
 {
     const SqlText sql = sqlText(
         Statement{u"select a, b FROM t WHERE (a = 'x' ) or ( b = 1) ORDER By  a ASC, c desc "});
@@ -113,7 +113,7 @@ TEST(SelectText, TakesAStatementApart)
     EXPECT_TRUE(selectText(sqlText(Statement{u"SELECT * FROM t"})).columns.empty());
 }
 
-TEST(SelectText, OneTableAndPlainColumnsOnly)
+TEST(SqlTextSelectTest, OneTableAndPlainColumnsOnly)
 {
     const auto refused = [](const Statement& sql) {
         return errorOf([&] { selectText(sqlText(sql)); });

@@ -3,7 +3,9 @@
 namespace tolvek::test {
 namespace {
 
-TEST_F(DaoTest, AValueWithASingleQuoteIsNeverParsed)
+using StatementTest = DaoTest;
+
+TEST_F(StatementTest, AValueWithASingleQuoteIsNeverParsed)
 {
     Database database = opened();
     EXPECT_EQ(errorOf([&] { addMail(database, u"2000", 1, u"a'b"); }), 3075);
@@ -11,7 +13,7 @@ TEST_F(DaoTest, AValueWithASingleQuoteIsNeverParsed)
     EXPECT_EQ(mails(), 0);
 }
 
-TEST_F(DaoTest, HostileTextsAreStoredLetterByLetter)
+TEST_F(StatementTest, HostileTextsAreStoredLetterByLetter)
 {
     const Text hostile[] = {u"\"; DROP TABLE tblMail; --",
                             u"x\"); DELETE FROM tblMail; --",
@@ -37,7 +39,7 @@ TEST_F(DaoTest, HostileTextsAreStoredLetterByLetter)
     EXPECT_EQ(mails(), number);
 }
 
-TEST_F(DaoTest, ErrorsOfStatementsCarryTheirTexts)
+TEST_F(StatementTest, ErrorsOfStatementsCarryTheirTexts)
 {
     Database database = opened();
     const auto text = [&](const Statement& sql) {
@@ -76,7 +78,7 @@ TEST_F(DaoTest, ErrorsOfStatementsCarryTheirTexts)
               3075);
 }
 
-TEST_F(DaoTest, OnlyActionsAreExecuted)
+TEST_F(StatementTest, OnlyActionsAreExecuted)
 {
     Database database = opened();
     EXPECT_EQ(errorOf([&] { database.Execute(Statement{u"SELECT * FROM tblMail"}, 0); }), 3065);
@@ -85,7 +87,7 @@ TEST_F(DaoTest, OnlyActionsAreExecuted)
     EXPECT_EQ(mails(), 0);
 }
 
-TEST_F(DaoTest, AComparisonWithABlankBehindFindsTheText)
+TEST_F(StatementTest, AComparisonWithABlankBehindFindsTheText)
 {
     Database database = opened();
     addMail(database, u"20000215", 1, u"Taro");
@@ -94,7 +96,7 @@ TEST_F(DaoTest, AComparisonWithABlankBehindFindsTheText)
     EXPECT_EQ(rows(database, Statement{u"SELECT * FROM tblMail WHERE Mail_Subject = 'FOUND'"}), 1);
 }
 
-TEST_F(DaoTest, AHundredAndMoreShapesOfStatementsTakeTurns)
+TEST_F(StatementTest, AHundredAndMoreShapesOfStatementsTakeTurns)
 {
     Database database = opened();
     DBEngine::Session session;

@@ -3,7 +3,7 @@
 namespace tolvek::test {
 namespace {
 
-TEST(Value, ANullIsError94WhateverItIsTurnedInto)
+TEST(ValueTest, ANullIsError94WhateverItIsTurnedInto)
 {
     const Value null;
     EXPECT_TRUE(null.isNull());
@@ -13,7 +13,7 @@ TEST(Value, ANullIsError94WhateverItIsTurnedInto)
     EXPECT_EQ(errorOf([&] { null.boolean(); }), 94);
 }
 
-TEST(Value, NumbersReadAsDecimalsAndYesNoAsWords)
+TEST(ValueTest, NumbersReadAsDecimalsAndYesNoAsWords)
 {
     EXPECT_EQ(Value(-12, dbLong).text(), u"-12");
     EXPECT_EQ(Value(-1, dbBoolean).text(), u"True");
@@ -23,7 +23,7 @@ TEST(Value, NumbersReadAsDecimalsAndYesNoAsWords)
     EXPECT_EQ(errorOf([] { Value(70000, dbLong).int16(); }), 6);
 }
 
-TEST(Value, TextsBecomeNumbersByTheTextRules)
+TEST(ValueTest, TextsBecomeNumbersByTheTextRules)
 {
     EXPECT_EQ(Value(Text(u" 12 ")).int16(), 12);
     EXPECT_EQ(errorOf([] { Value(Text(u"")).int16(); }), 13);
@@ -31,7 +31,7 @@ TEST(Value, TextsBecomeNumbersByTheTextRules)
     EXPECT_EQ(Value(Text(u"40000")).int32(), 40000);
 }
 
-TEST(Value, AnyNumberButZeroIsTrueAndSoIsTheWord)
+TEST(ValueTest, AnyNumberButZeroIsTrueAndSoIsTheWord)
 {
     EXPECT_TRUE(Value(5, dbLong).boolean());
     EXPECT_TRUE(Value(Text(u"True")).boolean());

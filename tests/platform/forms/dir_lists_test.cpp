@@ -1,10 +1,10 @@
 #include "platform/forms/dir_lists.h"
 
 #include "platform/forms/events.h"
-#include "platform/runtime/errors.h"
 #include "platform/runtime/paths.h"
 #include "platform/system/files.h"
 #include "platform/system/volumes.h"
+#include "support/errors.h"
 #include "support/screen_driver.h"
 #include "support/temp_folder.h"
 #include "test_form.h"
@@ -20,9 +20,9 @@ namespace {
 namespace fs = std::filesystem;
 using Texts = std::vector<Text>;
 
-class DriveListTest : public testing::Test {
+class DirListsDriveTest : public testing::Test {
 protected:
-    DriveListTest()
+    DirListsDriveTest()
     {
         setVolumeFolders({"/", "/home/taro", "/media/ポスト"});
         drives = &form.add<DriveListBox>(u"Div1");
@@ -30,21 +30,21 @@ protected:
         onEvent(drives, &DriveListBox::Change, [this] { changes.push_back(drives->Drive()); });
         form.Show();
     }
-    ~DriveListTest() override { setVolumeFolders({}); }
+    ~DirListsDriveTest() override { setVolumeFolders({}); }
 
     ShownForm form;
     DriveListBox* drives;
     Texts changes;
 };
 
-TEST_F(DriveListTest, HoldsTheVolumesAndBeginsWithTheFirst)
+TEST_F(DirListsDriveTest, HoldsTheVolumesAndBeginsWithTheFirst)
 {
     EXPECT_EQ(drives->count(), 3);
     EXPECT_EQ(drives->Drive(), u"/");
     EXPECT_TRUE(changes.empty());
 }
 
-TEST_F(DriveListTest, CodeAndKeysFireAtAChangeOnly)
+TEST_F(DirListsDriveTest, CodeAndKeysFireAtAChangeOnly)
 {
     drives->setDrive(u"/media/ポスト");
     drives->setDrive(u"/media/ポスト");
@@ -54,7 +54,7 @@ TEST_F(DriveListTest, CodeAndKeysFireAtAChangeOnly)
     EXPECT_EQ(changes, (Texts{u"/media/ポスト", u"/home/taro", u"/"}));
 }
 
-TEST_F(DriveListTest, OneThatIsntThereIsError68)
+TEST_F(DirListsDriveTest, OneThatIsntThereIsError68)
 {
     EXPECT_EQ(errorOf([&] { drives->setDrive(u"/HOME/taro"); }), 68);
     EXPECT_EQ(errorOf([&] { drives->setDrive(u""); }), 68);
@@ -62,9 +62,9 @@ TEST_F(DriveListTest, OneThatIsntThereIsError68)
     EXPECT_TRUE(changes.empty());
 }
 
-class DirListTest : public testing::Test {
+class DirListsTest : public testing::Test {
 protected:
-    DirListTest() : dirs(form.add<DirListBox>(u"Dir1"))
+    DirListsTest() : dirs(form.add<DirListBox>(u"Dir1"))
     {
         dirs.Move(0, 0, 6000, 6000);
         onEvent(&dirs, &DirListBox::Change, [this] { changes.push_back(dirs.Path()); });
@@ -73,7 +73,7 @@ protected:
             fs::create_directories(folder / name);
         writeBytes(folder / "file", "");
     }
-    ~DirListTest() override { setFileProbe({}); }
+    ~DirListsTest() override { setFileProbe({}); }
 
     Text at(TextView name) const
     {
@@ -112,7 +112,7 @@ protected:
     Texts changes;
 };
 
-TEST_F(DirListTest, IsEmptyBeforeItsFirstPath)
+TEST_F(DirListsTest, IsEmptyBeforeItsFirstPath)
 {
     EXPECT_EQ(dirs.Path(), u"");
     EXPECT_EQ(dirs.count(), 0);
@@ -120,7 +120,7 @@ TEST_F(DirListTest, IsEmptyBeforeItsFirstPath)
     EXPECT_TRUE(changes.empty());
 }
 
-TEST_F(DirListTest, ShowsTheWayFromTheRootThenTheFoldersWithin)
+TEST_F(DirListsTest, ShowsTheWayFromTheRootThenTheFoldersWithin)
 {
     dirs.setPath(at(u""));
     EXPECT_EQ(dirs.Path(), at(u""));
@@ -131,14 +131,14 @@ TEST_F(DirListTest, ShowsTheWayFromTheRootThenTheFoldersWithin)
     EXPECT_EQ(changes, Texts{at(u"")});
 }
 
-TEST_F(DirListTest, EachLevelIsIndented)
+TEST_F(DirListsTest, EachLevelIsIndented)
 {
     dirs.setPath(at(u""));
     for (int row = 0; row < dirs.count(); ++row)
         EXPECT_EQ(dirs.item(row)->data(Qt::UserRole).toInt(), std::min(row, ownRow() + 1));
 }
 
-TEST_F(DirListTest, TheRootIsOneRowWithASeparator)
+TEST_F(DirListsTest, TheRootIsOneRowWithASeparator)
 {
     dirs.setPath(u"/");
     EXPECT_EQ(dirs.Path(), u"/");
@@ -146,7 +146,7 @@ TEST_F(DirListTest, TheRootIsOneRowWithASeparator)
     EXPECT_FALSE(within().empty());
 }
 
-TEST_F(DirListTest, ADoubleClickOpensAFolder)
+TEST_F(DirListsTest, ADoubleClickOpensAFolder)
 {
     dirs.setPath(at(u""));
     doubleClick(u"c");
@@ -156,7 +156,7 @@ TEST_F(DirListTest, ADoubleClickOpensAFolder)
     EXPECT_EQ(changes, (Texts{at(u""), at(u"c"), at(u"c/inside")}));
 }
 
-TEST_F(DirListTest, ASingleClickOnlyMarks)
+TEST_F(DirListsTest, ASingleClickOnlyMarks)
 {
     dirs.setPath(at(u""));
     const QPoint pos = dirs.visualItemRect(dirs.item(ownRow() + 2)).center();
@@ -166,7 +166,7 @@ TEST_F(DirListTest, ASingleClickOnlyMarks)
     EXPECT_EQ(changes.size(), 1u);
 }
 
-TEST_F(DirListTest, ADoubleClickBesideTheRowsOrWithAnotherButtonDoesNothing)
+TEST_F(DirListsTest, ADoubleClickBesideTheRowsOrWithAnotherButtonDoesNothing)
 {
     dirs.setPath(at(u"c"));
     QTest::mouseDClick(dirs.viewport(), Qt::LeftButton, {}, {20, dirs.viewport()->height() - 3});
@@ -175,7 +175,7 @@ TEST_F(DirListTest, ADoubleClickBesideTheRowsOrWithAnotherButtonDoesNothing)
     EXPECT_EQ(dirs.Path(), at(u"c"));
 }
 
-TEST_F(DirListTest, TheKeyboardAloneGoesDownAndUp)
+TEST_F(DirListsTest, TheKeyboardAloneGoesDownAndUp)
 {
     dirs.setPath(at(u""));
     for (auto which :
@@ -190,7 +190,7 @@ TEST_F(DirListTest, TheKeyboardAloneGoesDownAndUp)
     EXPECT_EQ(dirs.Path(), u"/");
 }
 
-TEST_F(DirListTest, ALetterLeadsToTheNextNameThatBeginsWithIt)
+TEST_F(DirListsTest, ALetterLeadsToTheNextNameThatBeginsWithIt)
 {
     dirs.setPath(at(u""));
     key(dirs, Qt::Key_C);
@@ -198,7 +198,7 @@ TEST_F(DirListTest, ALetterLeadsToTheNextNameThatBeginsWithIt)
     EXPECT_EQ(changes.size(), 1u);
 }
 
-TEST_F(DirListTest, TheSamePathAgainReadsAnewAndFiresNothing)
+TEST_F(DirListsTest, TheSamePathAgainReadsAnewAndFiresNothing)
 {
     dirs.setPath(at(u"c"));
     fs::create_directory(folder / "c" / "new");
@@ -208,7 +208,7 @@ TEST_F(DirListTest, TheSamePathAgainReadsAnewAndFiresNothing)
     EXPECT_EQ(changes.size(), 1u);
 }
 
-TEST_F(DirListTest, NoSuchFolderIsError76AndNothingChanges)
+TEST_F(DirListsTest, NoSuchFolderIsError76AndNothingChanges)
 {
     dirs.setPath(at(u"c"));
     for (TextView wrong : {u"none", u"file"})
@@ -218,19 +218,19 @@ TEST_F(DirListTest, NoSuchFolderIsError76AndNothingChanges)
     EXPECT_EQ(within(), Texts{u"inside"});
 }
 
-TEST_F(DirListTest, APathInAnotherCaseIsTheFolderThatIsThere)
+TEST_F(DirListsTest, APathInAnotherCaseIsTheFolderThatIsThere)
 {
     dirs.setPath(at(u"C/Inside"));
     EXPECT_EQ(dirs.Path(), at(u"c/inside"));
 }
 
-TEST_F(DirListTest, HiddenFoldersOnTheWayToThePathAreShown)
+TEST_F(DirListsTest, HiddenFoldersOnTheWayToThePathAreShown)
 {
     dirs.setPath(at(u".hidden/within"));
     EXPECT_EQ(dirs.item(ownRow() - 1)->text(), QStringLiteral(".hidden"));
 }
 
-TEST_F(DirListTest, ALinkToAFolderIsShownAndOpenedUnderItsOwnName)
+TEST_F(DirListsTest, ALinkToAFolderIsShownAndOpenedUnderItsOwnName)
 {
     fs::create_directory_symlink(folder / "c", folder / "link");
     dirs.setPath(at(u""));
@@ -239,7 +239,7 @@ TEST_F(DirListTest, ALinkToAFolderIsShownAndOpenedUnderItsOwnName)
     EXPECT_EQ(within(), Texts{u"inside"});
 }
 
-TEST_F(DirListTest, AFolderThatCantBeReadShowsNothingBelow)
+TEST_F(DirListsTest, AFolderThatCantBeReadShowsNothingBelow)
 {
     setFileProbe([](FileOperation operation, const fs::path&) {
         if (operation == FileOperation::List)
@@ -254,7 +254,7 @@ TEST_F(DirListTest, AFolderThatCantBeReadShowsNothingBelow)
     EXPECT_EQ(dirs.Path(), at(u"")) << "it can be left again";
 }
 
-TEST_F(DirListTest, AFolderThatWentMeanwhileLeavesTheList)
+TEST_F(DirListsTest, AFolderThatWentMeanwhileLeavesTheList)
 {
     dirs.setPath(at(u""));
     fs::remove(folder / "b");
@@ -264,7 +264,7 @@ TEST_F(DirListTest, AFolderThatWentMeanwhileLeavesTheList)
     EXPECT_EQ(changes.size(), 1u);
 }
 
-TEST_F(DirListTest, ANameThatIsNoTextIsLeftOut)
+TEST_F(DirListsTest, ANameThatIsNoTextIsLeftOut)
 {
     fs::create_directory(folder / "b\xff");
     dirs.setPath(at(u""));

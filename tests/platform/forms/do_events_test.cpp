@@ -9,7 +9,7 @@
 
 #include <chrono>
 
-namespace tolvek {
+namespace tolvek::test {
 
 namespace {
 

@@ -13,7 +13,7 @@
 
 #include <functional>
 
-namespace tolvek {
+namespace tolvek::test {
 
 namespace {
 

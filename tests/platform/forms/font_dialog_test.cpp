@@ -2,7 +2,7 @@
 
 #include "platform/forms/fonts.h"
 #include "platform/forms/qt_text.h"
-#include "platform/runtime/errors.h"
+#include "support/errors.h"
 #include "support/modal_script.h"
 
 #include <QCheckBox>

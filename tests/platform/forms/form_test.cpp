@@ -229,9 +229,9 @@ TEST(FormTest, HideLeavesAModalFormLoaded)
     EXPECT_FALSE(form.Visible());
 }
 
-class KeysTest : public testing::Test {
+class FormKeysTest : public testing::Test {
 protected:
-    KeysTest()
+    FormKeysTest()
     {
         form.build = [this](TestForm& f) {
             text = new TextBox(f, u"txtTerms");
@@ -265,7 +265,7 @@ protected:
     Text pressed;
 };
 
-TEST_F(KeysTest, WithoutButtonsForThemEnterAndEscapeDoNothing)
+TEST_F(FormKeysTest, WithoutButtonsForThemEnterAndEscapeDoNothing)
 {
     show(false);
     for (QWidget* target : std::initializer_list<QWidget*>{text, list, add})
@@ -275,7 +275,7 @@ TEST_F(KeysTest, WithoutButtonsForThemEnterAndEscapeDoNothing)
     EXPECT_TRUE(form.Visible());
 }
 
-TEST_F(KeysTest, EnterAndEscapePressTheirButtonsFromAnywhere)
+TEST_F(FormKeysTest, EnterAndEscapePressTheirButtonsFromAnywhere)
 {
     show(true);
     text->SetFocus();
@@ -285,7 +285,7 @@ TEST_F(KeysTest, EnterAndEscapePressTheirButtonsFromAnywhere)
     EXPECT_EQ(pressed, u"cmdOKcmdOKcmdCancel");
 }
 
-TEST_F(KeysTest, EnterOnAnotherButtonPressesThatOne)
+TEST_F(FormKeysTest, EnterOnAnotherButtonPressesThatOne)
 {
     show(true);
     add->SetFocus();
@@ -293,7 +293,7 @@ TEST_F(KeysTest, EnterOnAnotherButtonPressesThatOne)
     EXPECT_EQ(pressed, u"comAdd");
 }
 
-TEST_F(KeysTest, ADisabledButtonIsNotPressedByItsKey)
+TEST_F(FormKeysTest, ADisabledButtonIsNotPressedByItsKey)
 {
     show(true);
     ok->setEnabled(false);
@@ -303,7 +303,7 @@ TEST_F(KeysTest, ADisabledButtonIsNotPressedByItsKey)
     EXPECT_EQ(pressed, u"");
 }
 
-TEST_F(KeysTest, AListThatTakesEnterKeepsItFromTheDefaultButton)
+TEST_F(FormKeysTest, AListThatTakesEnterKeepsItFromTheDefaultButton)
 {
     show(true);
     list->setTakesEnter(true);

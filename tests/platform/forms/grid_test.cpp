@@ -1,6 +1,6 @@
 #include "platform/forms/events.h"
 #include "platform/forms/grid.h"
-#include "platform/runtime/errors.h"
+#include "support/errors.h"
 #include "support/screen_driver.h"
 #include "test_form.h"
 

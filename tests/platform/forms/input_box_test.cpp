@@ -12,7 +12,7 @@
 
 #include <gtest/gtest.h>
 
-namespace tolvek {
+namespace tolvek::test {
 
 namespace {
 

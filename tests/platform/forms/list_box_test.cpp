@@ -1,7 +1,7 @@
 #include "platform/forms/events.h"
 #include "platform/forms/list_box.h"
 #include "platform/runtime/do_events.h"
-#include "platform/runtime/errors.h"
+#include "support/errors.h"
 #include "support/screen_driver.h"
 #include "test_form.h"
 

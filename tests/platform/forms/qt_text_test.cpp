@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace tolvek {
+namespace tolvek::test {
 
 namespace {
 
@@ -11,14 +11,14 @@ struct Painted {
     TextView painted;
 };
 
-class PaintedTextTest : public testing::TestWithParam<Painted> {};
+class QtTextPaintedTest : public testing::TestWithParam<Painted> {};
 
-TEST_P(PaintedTextTest, EveryFormOfLineEndIsOneBreak)
+TEST_P(QtTextPaintedTest, EveryFormOfLineEndIsOneBreak)
 {
     EXPECT_EQ(fromQt(paintedText(GetParam().text)), GetParam().painted);
 }
 
-INSTANTIATE_TEST_SUITE_P(Breaks, PaintedTextTest,
+INSTANTIATE_TEST_SUITE_P(Breaks, QtTextPaintedTest,
                          testing::Values(Painted{u"", u""}, Painted{u"a", u"a"},
                                          Painted{u"a\r\nb", u"a\nb"}, Painted{u"a\n\rb", u"a\nb"},
                                          Painted{u"a\rb", u"a\nb"}, Painted{u"a\nb", u"a\nb"},

@@ -4,6 +4,7 @@
 
 #include "platform/forms/qt_text.h"
 #include "platform/runtime/runtime_error.h"
+#include "support/errors.h"
 #include "support/temp_folder.h"
 
 #include <QApplication>
@@ -97,15 +98,6 @@ protected:
     {
         EXPECT_TRUE(waitFor([&] { return content() == wanted; }, 2000))
             << "has:    " << content() << "\nwanted: " << wanted;
-    }
-    static int errorOf(const std::function<void()>& work)
-    {
-        try {
-            work();
-        } catch (const RuntimeError& error) {
-            return error.number();
-        }
-        return 0;
     }
 
     TempFolder folder;

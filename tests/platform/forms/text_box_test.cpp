@@ -56,9 +56,9 @@ TEST(TextBoxTest, AChangeIsReportedOnceTheEntryIsHeld)
         EXPECT_EQ(text, u"が～");
 }
 
-class MultiLineTextBoxTest : public testing::Test {
+class TextBoxMultiLineTest : public testing::Test {
 protected:
-    MultiLineTextBoxTest() : box(form.add<MultiLineTextBox>(u"txtMail"))
+    TextBoxMultiLineTest() : box(form.add<MultiLineTextBox>(u"txtMail"))
     {
         box.Move(0, 0, 6000, 4500);
         box.setLocked(true);
@@ -70,7 +70,7 @@ protected:
     MultiLineTextBox& box;
 };
 
-TEST_F(MultiLineTextBoxTest, EveryFormOfLineEndIsPaintedAsOneBreakAndTheTextStaysExact)
+TEST_F(TextBoxMultiLineTest, EveryFormOfLineEndIsPaintedAsOneBreakAndTheTextStaysExact)
 {
     const Text exact = u"a\r\nb\n\rc\rd\ne";
     box.setText(exact);
@@ -78,7 +78,7 @@ TEST_F(MultiLineTextBoxTest, EveryFormOfLineEndIsPaintedAsOneBreakAndTheTextStay
     EXPECT_EQ(painted(), u"a\nb\nc\nd\ne");
 }
 
-TEST_F(MultiLineTextBoxTest, TheClipboardTakesTheExactText)
+TEST_F(TextBoxMultiLineTest, TheClipboardTakesTheExactText)
 {
     box.setText(u"first\r\nsecond\nthird");
     box.selectAll();
@@ -86,7 +86,7 @@ TEST_F(MultiLineTextBoxTest, TheClipboardTakesTheExactText)
     EXPECT_EQ(fromQt(QGuiApplication::clipboard()->text()), u"first\r\nsecond\nthird");
 }
 
-TEST_F(MultiLineTextBoxTest, APartialSelectionTakesItsPartOfTheExactText)
+TEST_F(TextBoxMultiLineTest, APartialSelectionTakesItsPartOfTheExactText)
 {
     box.setText(u"ab\r\ncd\r\nef");
     QTextCursor cursor(box.document());
@@ -101,9 +101,10 @@ struct Grown {
     TextView painted;
 };
 
-class GrowingTextTest : public MultiLineTextBoxTest, public testing::WithParamInterface<Grown> {};
+class TextBoxGrowingTest : public TextBoxMultiLineTest,
+                           public testing::WithParamInterface<Grown> {};
 
-TEST_P(GrowingTextTest, TextPlusMoreShowsWhatTheWholeWouldShow)
+TEST_P(TextBoxGrowingTest, TextPlusMoreShowsWhatTheWholeWouldShow)
 {
     for (const Text& piece : GetParam().pieces)
         box.setText(box.Text() + piece);
@@ -111,12 +112,12 @@ TEST_P(GrowingTextTest, TextPlusMoreShowsWhatTheWholeWouldShow)
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Pieces, GrowingTextTest,
+    Pieces, TextBoxGrowingTest,
     testing::Values(Grown{{u"a", u"\r\n", u"b"}, u"a\nb"}, Grown{{u"a\r", u"\nb"}, u"a\nb"},
                     Grown{{u"a\n", u"\rb"}, u"a\nb"}, Grown{{u"a\r\n", u"\r\nb"}, u"a\n\nb"},
                     Grown{{u"a\r\n\r", u"\nb"}, u"a\n\nb"}, Grown{{u"a\n", u"\nb"}, u"a\n\nb"}));
 
-TEST_F(MultiLineTextBoxTest, GrowingSixteenTimesLeavesThePaintedBlocksAlone)
+TEST_F(TextBoxMultiLineTest, GrowingSixteenTimesLeavesThePaintedBlocksAlone)
 {
     box.setText(u"head\r\n");
     const QTextBlock first = box.document()->firstBlock();
@@ -130,7 +131,7 @@ TEST_F(MultiLineTextBoxTest, GrowingSixteenTimesLeavesThePaintedBlocksAlone)
     EXPECT_EQ(painted(), u"other");
 }
 
-TEST_F(MultiLineTextBoxTest, ALockedBoxTakesTheFocusAndASelectionButNoTyping)
+TEST_F(TextBoxMultiLineTest, ALockedBoxTakesTheFocusAndASelectionButNoTyping)
 {
     box.setText(u"abc");
     box.SetFocus();
@@ -142,7 +143,7 @@ TEST_F(MultiLineTextBoxTest, ALockedBoxTakesTheFocusAndASelectionButNoTyping)
     EXPECT_TRUE(box.Locked());
 }
 
-TEST_F(MultiLineTextBoxTest, ANewTextIsShownFromItsStart)
+TEST_F(TextBoxMultiLineTest, ANewTextIsShownFromItsStart)
 {
     Text tall;
     for (int i = 0; i < 500; ++i)
@@ -153,7 +154,7 @@ TEST_F(MultiLineTextBoxTest, ANewTextIsShownFromItsStart)
     EXPECT_EQ(box.textCursor().position(), 0);
 }
 
-TEST_F(MultiLineTextBoxTest, WhatTheUserTypesHasCrLfAndOnlyTheCodePagesCharacters)
+TEST_F(TextBoxMultiLineTest, WhatTheUserTypesHasCrLfAndOnlyTheCodePagesCharacters)
 {
     box.setLocked(false);
     QTest::keyClicks(&box, QStringLiteral("a"));
@@ -166,7 +167,7 @@ TEST_F(MultiLineTextBoxTest, WhatTheUserTypesHasCrLfAndOnlyTheCodePagesCharacter
     EXPECT_EQ(painted(), u"a\nbc～\nd");
 }
 
-TEST_F(MultiLineTextBoxTest, SettingATextTellsOfTheChange)
+TEST_F(TextBoxMultiLineTest, SettingATextTellsOfTheChange)
 {
     int changes = 0;
     onEvent(&box, &MultiLineTextBox::Change, [&] { ++changes; });

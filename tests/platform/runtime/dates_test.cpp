@@ -1,14 +1,12 @@
 #include "platform/runtime/dates.h"
 
-#include "platform/runtime/runtime_check.h"
+#include "support/errors.h"
 
 #include <ctime>
 #include <gtest/gtest.h>
 
-namespace tolvek {
+namespace tolvek::test {
 namespace {
-
-using test::errorNumber;
 
 TEST(DatesTest, TheNextDayFollowsTheCalendar)
 {
@@ -28,13 +26,13 @@ TEST(DatesTest, ATextThatIsNoCalendarDayIsErrorThirteen)
          {u"", u"2000021", u"200002155", u"20000230", u"20010229", u"20001301", u"20000001",
           u"20000100", u"2000/2/1", u" 2000215", u"2000021a", u"２００００２１５", u"00000101",
           u"00990101", u"-0010101"})
-        EXPECT_EQ(errorNumber([&] { nextDay(text); }), 13) << toUtf8(text);
+        EXPECT_EQ(errorOf([&] { nextDay(text); }), 13) << toUtf8(text);
 }
 
 TEST(DatesTest, BehindTheLastDayOfTheCalendarIsErrorFive)
 {
     EXPECT_EQ(nextDay(u"99991230"), u"99991231");
-    EXPECT_EQ(errorNumber([] { nextDay(u"99991231"); }), 5);
+    EXPECT_EQ(errorOf([] { nextDay(u"99991231"); }), 5);
 }
 
 TEST(DatesTest, DateAndTimeArePaddedTexts)

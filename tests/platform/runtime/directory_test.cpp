@@ -1,7 +1,7 @@
 #include "platform/runtime/directory.h"
 
-#include "platform/runtime/errors.h"
-#include "platform/runtime/file_folder.h"
+#include "file_folder.h"
+#include "support/errors.h"
 
 namespace tolvek::test {
 
@@ -78,9 +78,9 @@ struct Fit {
     bool fits;
 };
 
-class PatternTest : public FileFolderTest, public testing::WithParamInterface<Fit> {};
+class DirectoryPatternTest : public FileFolderTest, public testing::WithParamInterface<Fit> {};
 
-TEST_P(PatternTest, FitsOrNot)
+TEST_P(DirectoryPatternTest, FitsOrNot)
 {
     const auto& [pattern, name, fits] = GetParam();
     given(toUtf8(name));
@@ -88,7 +88,7 @@ TEST_P(PatternTest, FitsOrNot)
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Patterns, PatternTest,
+    Patterns, DirectoryPatternTest,
     testing::Values(Fit{u"*", u"a.b", true}, Fit{u"*.*", u"noextension", true},
                     Fit{u"*.*", u"a.b.c", true}, Fit{u"a.*", u"a", true}, Fit{u"a.*", u"ab", false},
                     Fit{u"*.tmp", u"a.tmp.bak", false}, Fit{u"*.tmp", u"a.b.tmp", true},

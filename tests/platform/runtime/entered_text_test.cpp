@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-namespace tolvek {
+namespace tolvek::test {
 namespace {
 
 struct Entry {

@@ -1,14 +1,12 @@
 #include "platform/runtime/numbers.h"
 
-#include "platform/runtime/runtime_check.h"
+#include "support/errors.h"
 
 #include <gtest/gtest.h>
 #include <limits>
 
-namespace tolvek {
+namespace tolvek::test {
 namespace {
-
-using test::errorNumber;
 
 TEST(FormatTest, NumbersByPattern)
 {
@@ -73,8 +71,8 @@ TEST(FormatTest, AnyOtherTextComesBackAsItIs)
 TEST(FormatTest, APatternOfSomethingElseIsErrorFive)
 {
     for (const TextView pattern : {u"", u"0.0.0", u"yyyy", u"0,000"})
-        EXPECT_EQ(errorNumber([&] { format(1, pattern); }), 5) << toUtf8(pattern);
-    EXPECT_EQ(errorNumber([] { format(std::numeric_limits<double>::infinity(), u"0"); }), 6);
+        EXPECT_EQ(errorOf([&] { format(1, pattern); }), 5) << toUtf8(pattern);
+    EXPECT_EQ(errorOf([] { format(std::numeric_limits<double>::infinity(), u"0"); }), 6);
 }
 
 }

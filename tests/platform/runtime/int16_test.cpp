@@ -1,13 +1,11 @@
 #include "platform/runtime/int16.h"
 
-#include "platform/runtime/runtime_check.h"
+#include "support/errors.h"
 
 #include <gtest/gtest.h>
 
-namespace tolvek {
+namespace tolvek::test {
 namespace {
-
-using test::errorNumber;
 
 TEST(Int16Test, HoldsTheWholeRange)
 {
@@ -18,18 +16,18 @@ TEST(Int16Test, HoldsTheWholeRange)
 
 TEST(Int16Test, OverflowsAreErrorSix)
 {
-    EXPECT_EQ(errorNumber([] { Int16(32768); }), 6);
-    EXPECT_EQ(errorNumber([] { Int16(-32769); }), 6);
-    EXPECT_EQ(errorNumber([] { Int16(65536); }), 6);
+    EXPECT_EQ(errorOf([] { Int16(32768); }), 6);
+    EXPECT_EQ(errorOf([] { Int16(-32769); }), 6);
+    EXPECT_EQ(errorOf([] { Int16(65536); }), 6);
 }
 
 TEST(Int16Test, AStepOverTheEdgeFailsAndLeavesTheValue)
 {
     Int16 high(32767), low(-32768);
-    EXPECT_EQ(errorNumber([&] { ++high; }), 6);
-    EXPECT_EQ(errorNumber([&] { high += 1; }), 6);
-    EXPECT_EQ(errorNumber([&] { --low; }), 6);
-    EXPECT_EQ(errorNumber([&] { low -= 1; }), 6);
+    EXPECT_EQ(errorOf([&] { ++high; }), 6);
+    EXPECT_EQ(errorOf([&] { high += 1; }), 6);
+    EXPECT_EQ(errorOf([&] { --low; }), 6);
+    EXPECT_EQ(errorOf([&] { low -= 1; }), 6);
     EXPECT_EQ(high, 32767);
     EXPECT_EQ(low, -32768);
 }
@@ -44,7 +42,7 @@ TEST(Int16Test, StepsWithinTheRangeCount)
     EXPECT_EQ(value, -5);
 }
 
-TEST(CheckedArrayTest, StartsWithEmptyElements)
+TEST(Int16ArrayTest, StartsWithEmptyElements)
 {
     const CheckedArray<int, 3> items;
     EXPECT_EQ(items.size(), 3);
@@ -52,7 +50,7 @@ TEST(CheckedArrayTest, StartsWithEmptyElements)
         EXPECT_EQ(item, 0);
 }
 
-TEST(CheckedArrayTest, AnIndexOutsideIsErrorNine)
+TEST(Int16ArrayTest, AnIndexOutsideIsErrorNine)
 {
     CheckedArray<int, 3> items;
     const auto& constant = items;
@@ -60,8 +58,8 @@ TEST(CheckedArrayTest, AnIndexOutsideIsErrorNine)
     items[2] = 3;
     EXPECT_EQ(constant[0] + constant[2], 4);
     for (const int outside : {-1, 3, 32767, -32768}) {
-        EXPECT_EQ(errorNumber([&] { items[outside] = 1; }), 9) << outside;
-        EXPECT_EQ(errorNumber([&] { (void)constant[outside]; }), 9) << outside;
+        EXPECT_EQ(errorOf([&] { items[outside] = 1; }), 9) << outside;
+        EXPECT_EQ(errorOf([&] { (void)constant[outside]; }), 9) << outside;
     }
 }
 

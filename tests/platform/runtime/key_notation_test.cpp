@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-namespace tolvek {
+namespace tolvek::test {
 namespace {
 
 std::string spelledKey(const KeyEvent& event)
@@ -60,7 +60,7 @@ void expectRows(const std::vector<Row>& rows)
         EXPECT_EQ(spelled(keyEvents(row.notation)), row.events) << toUtf8(row.notation);
 }
 
-TEST(KeyNotation, OrdinaryCharactersAreThemselves)
+TEST(KeyNotationTest, OrdinaryCharactersAreThemselves)
 {
     expectRows({
         {u"", ""},
@@ -74,7 +74,7 @@ TEST(KeyNotation, OrdinaryCharactersAreThemselves)
     });
 }
 
-TEST(KeyNotation, ASurrogatePairIsOneCharacter)
+TEST(KeyNotationTest, ASurrogatePairIsOneCharacter)
 {
     const std::vector<KeyEvent> expected = {{KeyAction::Stroke, Key::Character, 0x20BB7},
                                             {KeyAction::Stroke, Key::Character, U'野'}};
@@ -86,7 +86,7 @@ TEST(KeyNotation, ASurrogatePairIsOneCharacter)
     });
 }
 
-TEST(KeyNotation, HalfAPairStaysWhatItIs)
+TEST(KeyNotationTest, HalfAPairStaysWhatItIs)
 {
     const char16_t text[] = {0xD842, u'a', 0};
     const std::vector<KeyEvent> expected = {{KeyAction::Stroke, Key::Character, 0xD842},
@@ -94,7 +94,7 @@ TEST(KeyNotation, HalfAPairStaysWhatItIs)
     EXPECT_EQ(keyEvents(text), expected);
 }
 
-TEST(KeyNotation, NamesStandForKeys)
+TEST(KeyNotationTest, NamesStandForKeys)
 {
     expectRows({
         {u"~", "<Enter>"},
@@ -117,14 +117,14 @@ TEST(KeyNotation, NamesStandForKeys)
     });
 }
 
-TEST(KeyNotation, ThereAreSixteenFunctionKeys)
+TEST(KeyNotationTest, ThereAreSixteenFunctionKeys)
 {
     for (int number = 1; number <= 16; ++number)
         EXPECT_EQ(spelled(keyEvents(u"{F" + decimal(number) + u"}")),
                   "<F" + std::to_string(number) + ">");
 }
 
-TEST(KeyNotation, TheCaseOfNamesDoesntCount)
+TEST(KeyNotationTest, TheCaseOfNamesDoesntCount)
 {
     expectRows({
         {u"{tab}{Tab}{tAB}", "<Tab> <Tab> <Tab>"},
@@ -134,7 +134,7 @@ TEST(KeyNotation, TheCaseOfNamesDoesntCount)
     });
 }
 
-TEST(KeyNotation, BracesMakeACharacterItself)
+TEST(KeyNotationTest, BracesMakeACharacterItself)
 {
     expectRows({
         {u"{+}", "+"},
@@ -152,7 +152,7 @@ TEST(KeyNotation, BracesMakeACharacterItself)
     });
 }
 
-TEST(KeyNotation, ACountRepeats)
+TEST(KeyNotationTest, ACountRepeats)
 {
     expectRows({
         {u"{TAB 3}", "<Tab> <Tab> <Tab>"},
@@ -170,7 +170,7 @@ TEST(KeyNotation, ACountRepeats)
     EXPECT_EQ(keyEvents(u"{x 32767}").size(), 32767u);
 }
 
-TEST(KeyNotation, AModifierIsHeldForTheNextKeyAlone)
+TEST(KeyNotationTest, AModifierIsHeldForTheNextKeyAlone)
 {
     expectRows({
         {u"+a", "+Shift a -Shift"},
@@ -191,7 +191,7 @@ TEST(KeyNotation, AModifierIsHeldForTheNextKeyAlone)
     });
 }
 
-TEST(KeyNotation, AModifierWithoutAKeyIsPressedAlone)
+TEST(KeyNotationTest, AModifierWithoutAKeyIsPressedAlone)
 {
     expectRows({
         {u"%", "+Alt -Alt"},
@@ -202,7 +202,7 @@ TEST(KeyNotation, AModifierWithoutAKeyIsPressedAlone)
     });
 }
 
-TEST(KeyNotation, AGroupComesUnderItsModifiers)
+TEST(KeyNotationTest, AGroupComesUnderItsModifiers)
 {
     expectRows({
         {u"+(EC)", "+Shift E C -Shift"},
@@ -214,7 +214,7 @@ TEST(KeyNotation, AGroupComesUnderItsModifiers)
     });
 }
 
-TEST(KeyNotation, GroupsStandInGroups)
+TEST(KeyNotationTest, GroupsStandInGroups)
 {
     expectRows({
         {u"+(a^(bc)d)", "+Shift a +Control b c -Control d -Shift"},
@@ -225,7 +225,7 @@ TEST(KeyNotation, GroupsStandInGroups)
 }
 
 // A second press would cause a release before the end of the group.
-TEST(KeyNotation, AModifierThatIsHeldAlreadyStaysHeld)
+TEST(KeyNotationTest, AModifierThatIsHeldAlreadyStaysHeld)
 {
     expectRows({
         {u"+(+ab)c", "+Shift a b -Shift c"},
@@ -235,7 +235,7 @@ TEST(KeyNotation, AModifierThatIsHeldAlreadyStaysHeld)
     });
 }
 
-TEST(KeyNotation, WhatCantBeReadIsErrorFive)
+TEST(KeyNotationTest, WhatCantBeReadIsErrorFive)
 {
     const TextView texts[] = {
         u"{",         u"a{",          u"{TAB",
@@ -263,7 +263,7 @@ TEST(KeyNotation, WhatCantBeReadIsErrorFive)
     }
 }
 
-TEST(KeyNotation, NoTextIsTooDeep)
+TEST(KeyNotationTest, NoTextIsTooDeep)
 {
     constexpr std::size_t kDepth = 200000;
     const Text deep = Text(kDepth, u'(') + u"a" + Text(kDepth, u')');
@@ -272,7 +272,7 @@ TEST(KeyNotation, NoTextIsTooDeep)
 
 // An address is sent unescaped: characters with a meaning in the notation take
 // effect.
-TEST(KeyNotation, AnAddressIsReadAsNotation)
+TEST(KeyNotationTest, AnAddressIsReadAsNotation)
 {
     expectRows({
         {u"t+x@a.jp{TAB}", "t +Shift x -Shift @ a . j p <Tab>"},

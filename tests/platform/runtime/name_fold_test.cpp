@@ -4,7 +4,7 @@
 
 namespace tolvek::test {
 
-TEST(FoldedNameTest, CaseCompositionAndTwinsGo)
+TEST(NameFoldTest, CaseCompositionAndTwinsGo)
 {
     EXPECT_EQ(foldedName(u"Tolvek.MDB"), u"tolvek.mdb");
     EXPECT_EQ(foldedName(u"ＴＯＬ"), u"ｔｏｌ");
@@ -14,7 +14,7 @@ TEST(FoldedNameTest, CaseCompositionAndTwinsGo)
     EXPECT_EQ(foldedName(u""), u"");
 }
 
-TEST(FoldedNameTest, DifferentNamesStayDifferent)
+TEST(NameFoldTest, DifferentNamesStayDifferent)
 {
     EXPECT_NE(foldedName(u"straße"), foldedName(u"strasse"));
     EXPECT_NE(foldedName(u"ガ"), foldedName(u"カ"));

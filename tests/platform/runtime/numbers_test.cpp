@@ -1,14 +1,12 @@
 #include "platform/runtime/numbers.h"
 
-#include "platform/runtime/runtime_check.h"
+#include "support/errors.h"
 
 #include <gtest/gtest.h>
 #include <limits>
 
-namespace tolvek {
+namespace tolvek::test {
 namespace {
-
-using test::errorNumber;
 
 TEST(NumbersTest, FormsThatAreNumbers)
 {
@@ -61,9 +59,9 @@ TEST(NumbersTest, AnythingElseIsErrorThirteen)
           u"&",   u"&H",   u"&O",    u"&HG", u"&O8", u"&H1G",  u"&10",   u"&B1",   u"-&H1", u"&H-1",
           u"\t5", u"5\t",  u"5\r\n", u"(5)", u"5-",  u"5+",    u"\\5",   u"¥5",    u"￥5",  u"$5",
           u"5%",  u"0x10", u"inf",   u"nan", u"十",  u"Ⅴ",     u"①",     u"12:30", u"True"}) {
-        EXPECT_EQ(errorNumber([&] { toInt16(text); }), 13) << toUtf8(text);
-        EXPECT_EQ(errorNumber([&] { toInt32(text); }), 13) << toUtf8(text);
-        EXPECT_EQ(errorNumber([&] { toDouble(text); }), 13) << toUtf8(text);
+        EXPECT_EQ(errorOf([&] { toInt16(text); }), 13) << toUtf8(text);
+        EXPECT_EQ(errorOf([&] { toInt32(text); }), 13) << toUtf8(text);
+        EXPECT_EQ(errorOf([&] { toDouble(text); }), 13) << toUtf8(text);
         EXPECT_FALSE(isNumeric(text)) << toUtf8(text);
     }
 }
@@ -76,10 +74,10 @@ TEST(NumbersTest, IntegersHaveTheirRanges)
     EXPECT_EQ(toInt32(u"2147483647"), 2147483647);
     EXPECT_EQ(toInt32(u"-2147483648"), std::numeric_limits<std::int32_t>::min());
     for (const TextView text : {u"32768", u"-32769", u"32767.5", u"1e5", u"99999999999"})
-        EXPECT_EQ(errorNumber([&] { toInt16(text); }), 6) << toUtf8(text);
+        EXPECT_EQ(errorOf([&] { toInt16(text); }), 6) << toUtf8(text);
     for (const TextView text : {u"2147483648", u"-2147483649", u"1e10"})
-        EXPECT_EQ(errorNumber([&] { toInt32(text); }), 6) << toUtf8(text);
-    EXPECT_EQ(errorNumber([] { toDouble(u"1e999"); }), 6);
+        EXPECT_EQ(errorOf([&] { toInt32(text); }), 6) << toUtf8(text);
+    EXPECT_EQ(errorOf([] { toDouble(u"1e999"); }), 6);
 }
 
 TEST(NumbersTest, BitsFillTheInteger)
@@ -90,8 +88,8 @@ TEST(NumbersTest, BitsFillTheInteger)
     EXPECT_EQ(toInt32(u"&HFFFF"), 65535);
     EXPECT_EQ(toInt32(u"&HFFFFFFFF"), -1);
     EXPECT_EQ(toDouble(u"&HFFFF"), 65535);
-    EXPECT_EQ(errorNumber([] { toInt16(u"&H10000"); }), 6);
-    EXPECT_EQ(errorNumber([] { toInt32(u"&H100000000"); }), 6);
+    EXPECT_EQ(errorOf([] { toInt16(u"&H10000"); }), 6);
+    EXPECT_EQ(errorOf([] { toInt32(u"&H100000000"); }), 6);
 }
 
 TEST(NumbersTest, HalvesRoundToTheEvenNeighbour)
@@ -108,10 +106,10 @@ TEST(NumbersTest, HalvesRoundToTheEvenNeighbour)
         EXPECT_EQ(toInt32(row.text), row.value) << toUtf8(row.text);
         EXPECT_EQ(roundToInt16(toDouble(row.text)), row.value) << toUtf8(row.text);
     }
-    EXPECT_EQ(errorNumber([] { roundToInt16(32767.5); }), 6);
-    EXPECT_EQ(errorNumber([] { roundToInt16(-32768.6); }), 6);
+    EXPECT_EQ(errorOf([] { roundToInt16(32767.5); }), 6);
+    EXPECT_EQ(errorOf([] { roundToInt16(-32768.6); }), 6);
     EXPECT_EQ(roundToInt16(-32768.5), -32768);
-    EXPECT_EQ(errorNumber([] { roundToInt16(std::numeric_limits<double>::quiet_NaN()); }), 6);
+    EXPECT_EQ(errorOf([] { roundToInt16(std::numeric_limits<double>::quiet_NaN()); }), 6);
 }
 
 }

@@ -1,13 +1,13 @@
 #include "platform/runtime/paths.h"
 
-#include "platform/runtime/file_folder.h"
+#include "file_folder.h"
 
 namespace tolvek::test {
 
 namespace fs = std::filesystem;
 using Names = std::vector<std::string>;
 
-TEST(JoinPathTest, PutsExactlyOneSeparatorBetween)
+TEST(PathsJoinTest, PutsExactlyOneSeparatorBetween)
 {
     EXPECT_EQ(joinPath(u"/mail", u"Tolvek.Mdb"), u"/mail/Tolvek.Mdb");
     EXPECT_EQ(joinPath(u"/mail/", u"Tolvek.Mdb"), u"/mail/Tolvek.Mdb");
@@ -17,19 +17,19 @@ TEST(JoinPathTest, PutsExactlyOneSeparatorBetween)
     EXPECT_EQ(joinPath(u"/受信箱", u""), u"/受信箱/");
 }
 
-TEST(JoinPathTest, AnEmptyFolderIsNotTheCurrentOne)
+TEST(PathsJoinTest, AnEmptyFolderIsNotTheCurrentOne)
 {
     EXPECT_EQ(joinPath(u"", u"a"), u"/a");
 }
 
-TEST(PathTextTest, GoesBothWaysAndTakesNamesAsWritten)
+TEST(PathsTextTest, GoesBothWaysAndTakesNamesAsWritten)
 {
     for (TextView text : {u"/mail/ペット.ppl", u"a b", u"C:\\mail\\x", u"/𠮟/か\u3099"})
         EXPECT_EQ(pathText(nativePath(text)), text);
     EXPECT_EQ(nativePath(u"/ペット").native(), "/ペット");
 }
 
-TEST(AppPathTest, HasNoSeparatorAtItsEnd)
+TEST(PathsAppTest, HasNoSeparatorAtItsEnd)
 {
     setAppPath(u"/opt/tolvek/");
     EXPECT_EQ(appPath(), u"/opt/tolvek");
@@ -39,7 +39,7 @@ TEST(AppPathTest, HasNoSeparatorAtItsEnd)
     EXPECT_EQ(appPath(), u"");
 }
 
-class ExistingPathTest : public FileFolderTest {
+class PathsExistingTest : public FileFolderTest {
 protected:
     Names found(TextView name) const
     {
@@ -48,7 +48,7 @@ protected:
     }
 };
 
-TEST_F(ExistingPathTest, TheExactNameComesFirst)
+TEST_F(PathsExistingTest, TheExactNameComesFirst)
 {
     given("TOLVEK.INI");
     given("tolvek.ini");
@@ -57,34 +57,34 @@ TEST_F(ExistingPathTest, TheExactNameComesFirst)
     EXPECT_EQ(found(u"Tolvek.Ini"), Names{"TOLVEK.INI"});
 }
 
-TEST_F(ExistingPathTest, CaseDoesntCountInAnyComponent)
+TEST_F(PathsExistingTest, CaseDoesntCountInAnyComponent)
 {
     given("PostPet/Mail/Ｂｏｘ１.PPL");
     EXPECT_EQ(found(u"postpet/MAIL/ｂＯＸ１.ppl"), Names{"PostPet/Mail/Ｂｏｘ１.PPL"});
     EXPECT_EQ(found(u"postpet/MAIL"), Names{"PostPet/Mail"});
 }
 
-TEST_F(ExistingPathTest, ComposedAndDecomposedKanaAreTheSame)
+TEST_F(PathsExistingTest, ComposedAndDecomposedKanaAreTheSame)
 {
     given("か\u3099ぞう/パ.ppl");
     EXPECT_EQ(found(u"がぞう/ハ\u309A.PPL"), Names{"か\u3099ぞう/パ.ppl"});
 }
 
-TEST_F(ExistingPathTest, WidthVoicingAndKanaTypeDoCount)
+TEST_F(PathsExistingTest, WidthVoicingAndKanaTypeDoCount)
 {
     given("ガ");
     for (TextView name : {u"カ", u"が", u"ｶﾞ"})
         EXPECT_EQ(existingPath(text(name)), nativePath(text(name)));
 }
 
-TEST_F(ExistingPathTest, AFolderThatLacksTheRestDoesntHideOneThatHasIt)
+TEST_F(PathsExistingTest, AFolderThatLacksTheRestDoesntHideOneThatHasIt)
 {
     fs::create_directories(folder / "mail");
     given("Mail/a.ppl");
     EXPECT_EQ(found(u"mail/A.ppl"), Names{"Mail/a.ppl"});
 }
 
-TEST_F(ExistingPathTest, WhatIsntThereStaysAsWritten)
+TEST_F(PathsExistingTest, WhatIsntThereStaysAsWritten)
 {
     given("Mail/a");
     EXPECT_EQ(found(u"mail/B.ppl"), Names{"mail/B.ppl"});
@@ -92,14 +92,14 @@ TEST_F(ExistingPathTest, WhatIsntThereStaysAsWritten)
     EXPECT_EQ(existingPath(u""), Path());
 }
 
-TEST_F(ExistingPathTest, AFolderThatCantBeListedLeavesTheNameAsWritten)
+TEST_F(PathsExistingTest, AFolderThatCantBeListedLeavesTheNameAsWritten)
 {
     given("Mail/a");
     breakOperation(FileOperation::List, std::errc::permission_denied);
     EXPECT_EQ(found(u"mail/a"), Names{"mail/a"});
 }
 
-TEST_F(ExistingPathTest, ARelativeNameIsLookedForInTheCurrentFolder)
+TEST_F(PathsExistingTest, ARelativeNameIsLookedForInTheCurrentFolder)
 {
     const fs::path before = fs::current_path();
     given("Sub/File");
@@ -108,7 +108,7 @@ TEST_F(ExistingPathTest, ARelativeNameIsLookedForInTheCurrentFolder)
     fs::current_path(before);
 }
 
-TEST_F(ExistingPathTest, ANewNameGoesIntoTheFolderThatIsMeant)
+TEST_F(PathsExistingTest, ANewNameGoesIntoTheFolderThatIsMeant)
 {
     given("Mail/old.Txt");
     EXPECT_EQ(targetPath(text(u"mail/New.Txt")), folder / "Mail/New.Txt");

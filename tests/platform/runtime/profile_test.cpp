@@ -1,7 +1,7 @@
 #include "platform/runtime/profile.h"
 
+#include "file_folder.h"
 #include "platform/runtime/codepage932.h"
-#include "platform/runtime/file_folder.h"
 
 namespace tolvek::test {
 

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace tolvek {
+namespace tolvek::test {
 namespace {
 
 TEST(RuntimeErrorTest, CarriesItsNumberAndThePlatformsText)

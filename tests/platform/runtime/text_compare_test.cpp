@@ -1,13 +1,12 @@
 #include "platform/runtime/text.h"
 
-#include "platform/runtime/runtime_check.h"
+#include "support/errors.h"
 
 #include <gtest/gtest.h>
 
-namespace tolvek {
+namespace tolvek::test {
 namespace {
 
-using test::errorNumber;
 using enum Compare;
 
 int sign(int value)
@@ -109,9 +108,9 @@ TEST(TextCompareTest, AnEmptyTextIsFoundWhereTheSearchStarts)
 
 TEST(TextCompareTest, ASearchFromNoPositionIsErrorFive)
 {
-    EXPECT_EQ(errorNumber([] { inStr(u"abc", u"a", Binary, 0); }), 5);
-    EXPECT_EQ(errorNumber([] { inStr(u"abc", u"a", TextMode, -1); }), 5);
-    EXPECT_EQ(errorNumber([] { inStrB(u"abc", u"a", 0); }), 5);
+    EXPECT_EQ(errorOf([] { inStr(u"abc", u"a", Binary, 0); }), 5);
+    EXPECT_EQ(errorOf([] { inStr(u"abc", u"a", TextMode, -1); }), 5);
+    EXPECT_EQ(errorOf([] { inStrB(u"abc", u"a", 0); }), 5);
 }
 
 TEST(TextCompareTest, TextModeSearchTellsThePlaceInTheOriginal)

@@ -1,7 +1,7 @@
 #include "platform/runtime/text_files.h"
 
-#include "platform/runtime/errors.h"
-#include "platform/runtime/file_folder.h"
+#include "file_folder.h"
+#include "support/errors.h"
 
 namespace tolvek::test {
 

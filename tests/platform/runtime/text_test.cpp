@@ -1,13 +1,11 @@
 #include "platform/runtime/text.h"
 
-#include "platform/runtime/runtime_check.h"
+#include "support/errors.h"
 
 #include <gtest/gtest.h>
 
-namespace tolvek {
+namespace tolvek::test {
 namespace {
-
-using test::errorNumber;
 
 TEST(TextTest, TrimTakesBothBlanksAndNothingElse)
 {
@@ -42,12 +40,12 @@ TEST(TextTest, SlicesLeaveOutWhatLiesBeyondTheEnd)
 
 TEST(TextTest, SlicesOfNoPlaceAreErrorFive)
 {
-    EXPECT_EQ(errorNumber([] { mid(u"abc", 0); }), 5);
-    EXPECT_EQ(errorNumber([] { mid(u"abc", -1, 1); }), 5);
-    EXPECT_EQ(errorNumber([] { mid(u"abc", 1, -1); }), 5);
-    EXPECT_EQ(errorNumber([] { left(u"abc", -1); }), 5);
-    EXPECT_EQ(errorNumber([] { right(u"abc", -1); }), 5);
-    EXPECT_EQ(errorNumber([] { blanks(-1); }), 5);
+    EXPECT_EQ(errorOf([] { mid(u"abc", 0); }), 5);
+    EXPECT_EQ(errorOf([] { mid(u"abc", -1, 1); }), 5);
+    EXPECT_EQ(errorOf([] { mid(u"abc", 1, -1); }), 5);
+    EXPECT_EQ(errorOf([] { left(u"abc", -1); }), 5);
+    EXPECT_EQ(errorOf([] { right(u"abc", -1); }), 5);
+    EXPECT_EQ(errorOf([] { blanks(-1); }), 5);
 }
 
 TEST(TextTest, OverwritingKeepsTheLength)
@@ -72,10 +70,10 @@ TEST(TextTest, OverwritingKeepsTheLength)
 TEST(TextTest, OverwritingOutsideIsErrorFive)
 {
     Text target = u"abc", empty;
-    EXPECT_EQ(errorNumber([&] { overwrite(target, 0, u"x", 1); }), 5);
-    EXPECT_EQ(errorNumber([&] { overwrite(target, 4, u"x", 1); }), 5);
-    EXPECT_EQ(errorNumber([&] { overwrite(target, 1, u"x", -1); }), 5);
-    EXPECT_EQ(errorNumber([&] { overwrite(empty, 1, u"x", 1); }), 5);
+    EXPECT_EQ(errorOf([&] { overwrite(target, 0, u"x", 1); }), 5);
+    EXPECT_EQ(errorOf([&] { overwrite(target, 4, u"x", 1); }), 5);
+    EXPECT_EQ(errorOf([&] { overwrite(target, 1, u"x", -1); }), 5);
+    EXPECT_EQ(errorOf([&] { overwrite(empty, 1, u"x", 1); }), 5);
     EXPECT_EQ(target, u"abc");
 }
 

@@ -1,5 +1,5 @@
 #include "platform/system/files.h"
-#include "platform/system/probe_log.h"
+#include "support/probe_log.h"
 #include "support/temp_folder.h"
 
 #include <algorithm>
@@ -261,7 +261,7 @@ struct Probed {
     Names asked;
 };
 
-class ProbeTest : public testing::TestWithParam<Probed> {
+class FilesProbeTest : public testing::TestWithParam<Probed> {
 protected:
     void SetUp() override
     {
@@ -271,7 +271,7 @@ protected:
     TempFolder folder;
 };
 
-TEST_P(ProbeTest, IsAskedBeforeTheOperationAndInOrder)
+TEST_P(FilesProbeTest, IsAskedBeforeTheOperationAndInOrder)
 {
     ProbeLog log;
     GetParam().run(folder.path());
@@ -281,7 +281,7 @@ TEST_P(ProbeTest, IsAskedBeforeTheOperationAndInOrder)
     EXPECT_EQ(log.asked, GetParam().asked);
 }
 
-TEST_P(ProbeTest, MakesTheOperationFailBeforeAnythingHappens)
+TEST_P(FilesProbeTest, MakesTheOperationFailBeforeAnythingHappens)
 {
     ProbeLog log(GetParam().operation, std::errc::no_space_on_device);
     EXPECT_EQ(failureOf([&] { GetParam().run(folder.path()); }), std::errc::no_space_on_device);
@@ -291,7 +291,7 @@ TEST_P(ProbeTest, MakesTheOperationFailBeforeAnythingHappens)
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Operations, ProbeTest,
+    Operations, FilesProbeTest,
     testing::Values(
         Probed{FileOperation::Open,
                [](const fs::path& f) { OpenFile(f / "a", OpenFile::Mode::Read); },

@@ -1,5 +1,5 @@
-#include "platform/system/child_process.h"
 #include "platform/system/process.h"
+#include "support/child_process.h"
 
 #include <chrono>
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include "platform/system/file_lock.h"
 
-#include "platform/system/child_process.h"
 #include "platform/system/files.h"
+#include "support/child_process.h"
 #include "support/temp_folder.h"
 
 #include <fcntl.h>

@@ -1,6 +1,6 @@
 #include "platform/system/files.h"
 #include "platform/system/linux/rename_fallback.h"
-#include "platform/system/probe_log.h"
+#include "support/probe_log.h"
 #include "support/temp_folder.h"
 
 #include <gtest/gtest.h>
@@ -11,7 +11,7 @@ namespace tolvek::test {
 
 namespace fs = std::filesystem;
 
-TEST(ReadOnlyTest, TheModeDecidesEvenForTheSuperuser)
+TEST(FileOperationsReadOnlyTest, TheModeDecidesEvenForTheSuperuser)
 {
     struct Case {
         unsigned mode;
@@ -26,13 +26,13 @@ TEST(ReadOnlyTest, TheModeDecidesEvenForTheSuperuser)
     }
 }
 
-TEST(ReadOnlyTest, WhatIsntThereIsNotReadOnly)
+TEST(FileOperationsReadOnlyTest, WhatIsntThereIsNotReadOnly)
 {
     TempFolder folder;
     EXPECT_FALSE(isReadOnly(folder / "none"));
 }
 
-TEST(OpenFileTest, ReadingTakesPlainFilesAloneAndNeverWaits)
+TEST(FileOperationsOpenTest, ReadingTakesPlainFilesAloneAndNeverWaits)
 {
     TempFolder folder;
     ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
@@ -44,9 +44,9 @@ TEST(OpenFileTest, ReadingTakesPlainFilesAloneAndNeverWaits)
 
 using Rename = void (*)(const fs::path&, const fs::path&);
 
-class RenameFallbackTest : public testing::TestWithParam<Rename> {};
+class FileOperationsRenameTest : public testing::TestWithParam<Rename> {};
 
-TEST_P(RenameFallbackTest, MovesToAFreeName)
+TEST_P(FileOperationsRenameTest, MovesToAFreeName)
 {
     TempFolder folder;
     writeBytes(folder / "a", "1");
@@ -55,7 +55,7 @@ TEST_P(RenameFallbackTest, MovesToAFreeName)
     EXPECT_EQ(readBytes(folder / "b"), "1");
 }
 
-TEST_P(RenameFallbackTest, RefusesAPresentTarget)
+TEST_P(FileOperationsRenameTest, RefusesAPresentTarget)
 {
     TempFolder folder;
     writeBytes(folder / "a", "1");
@@ -65,14 +65,14 @@ TEST_P(RenameFallbackTest, RefusesAPresentTarget)
     EXPECT_EQ(readBytes(folder / "b"), "2");
 }
 
-TEST_P(RenameFallbackTest, TellsOfAMissingSource)
+TEST_P(FileOperationsRenameTest, TellsOfAMissingSource)
 {
     TempFolder folder;
     EXPECT_EQ(failureOf([&] { GetParam()(folder / "a", folder / "b"); }),
               std::errc::no_such_file_or_directory);
 }
 
-TEST_P(RenameFallbackTest, MovesAFolderToo)
+TEST_P(FileOperationsRenameTest, MovesAFolderToo)
 {
     TempFolder folder;
     fs::create_directory(folder / "a");
@@ -80,7 +80,7 @@ TEST_P(RenameFallbackTest, MovesAFolderToo)
     EXPECT_TRUE(folderExists(folder / "b"));
 }
 
-INSTANTIATE_TEST_SUITE_P(Ways, RenameFallbackTest,
+INSTANTIATE_TEST_SUITE_P(Ways, FileOperationsRenameTest,
                          testing::Values(&renameFile, &renameByLink, &renameAfterLooking));
 
 }

@@ -10,13 +10,13 @@ namespace fs = std::filesystem;
 
 constexpr char kMsInfo[] = "SOFTWARE\\Microsoft\\Shared Tools\\MSINFO";
 
-class SystemRegistryTest : public testing::Test {
+class RegistryLinuxTest : public testing::Test {
 protected:
-    SystemRegistryTest() : startFolder(fs::current_path()), startPath(std::getenv("PATH"))
+    RegistryLinuxTest() : startFolder(fs::current_path()), startPath(std::getenv("PATH"))
     {
         setenv("PATH", folder.path().c_str(), 1);
     }
-    ~SystemRegistryTest() override
+    ~RegistryLinuxTest() override
     {
         fs::current_path(startFolder);
         setenv("PATH", startPath.c_str(), 1);
@@ -45,20 +45,20 @@ protected:
     std::string startPath;
 };
 
-TEST_F(SystemRegistryTest, WithoutAToolTheKeyIsntThere)
+TEST_F(RegistryLinuxTest, WithoutAToolTheKeyIsntThere)
 {
     install("another-program");
     EXPECT_EQ(pathOfTool(), "-");
     EXPECT_TRUE(systemRegistry().empty());
 }
 
-TEST_F(SystemRegistryTest, AnInstalledToolIsToldByItsWholePath)
+TEST_F(RegistryLinuxTest, AnInstalledToolIsToldByItsWholePath)
 {
     install("kinfocenter");
     EXPECT_EQ(pathOfTool(), (folder / "kinfocenter").string());
 }
 
-TEST_F(SystemRegistryTest, AnInformationToolComesBeforeAMonitor)
+TEST_F(RegistryLinuxTest, AnInformationToolComesBeforeAMonitor)
 {
     install("gnome-system-monitor");
     EXPECT_EQ(pathOfTool(), (folder / "gnome-system-monitor").string());
@@ -68,13 +68,13 @@ TEST_F(SystemRegistryTest, AnInformationToolComesBeforeAMonitor)
     EXPECT_EQ(pathOfTool(), (folder / "gnome-system-monitor").string());
 }
 
-TEST_F(SystemRegistryTest, AFileThatCantBeRunIsNoTool)
+TEST_F(RegistryLinuxTest, AFileThatCantBeRunIsNoTool)
 {
     writeBytes(folder / "hardinfo", "text");
     EXPECT_EQ(pathOfTool(), "-");
 }
 
-TEST_F(SystemRegistryTest, APlaceRelativeToTheCurrentFolderIsToldWholeToo)
+TEST_F(RegistryLinuxTest, APlaceRelativeToTheCurrentFolderIsToldWholeToo)
 {
     install("hardinfo");
     fs::current_path(folder.path());

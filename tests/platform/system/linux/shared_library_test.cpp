@@ -1,5 +1,5 @@
-#include "platform/system/probe_log.h"
 #include "platform/system/process.h"
+#include "support/probe_log.h"
 #include "support/temp_folder.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
-#include "platform/system/child_process.h"
 #include "platform/system/files.h"
 #include "platform/system/process.h"
+#include "support/child_process.h"
 #include "support/temp_folder.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #include "platform/system/process.h"
 
-#include "platform/system/child_process.h"
+#include "support/child_process.h"
 #include "support/temp_folder.h"
 
 #include <gtest/gtest.h>
@@ -123,14 +123,14 @@ TEST_F(StartProgramTest, OneThatCantBeRunIsToldByItsCode)
 }
 
 // The emulation layer is a script that prints what it was asked to run.
-class StartWindowsProgramTest : public StartProgramTest {
+class StartProgramWindowsTest : public StartProgramTest {
 protected:
-    StartWindowsProgramTest() : path_(std::getenv("PATH"))
+    StartProgramWindowsTest() : path_(std::getenv("PATH"))
     {
         fs::create_directory(folder / "bin");
         writeBytes(program(), "MZ\x90");
     }
-    ~StartWindowsProgramTest() override { setenv("PATH", path_.c_str(), 1); }
+    ~StartProgramWindowsTest() override { setenv("PATH", path_.c_str(), 1); }
 
     fs::path program() const { return folder / "PostPet20.EXE"; }
     void givenScript(const fs::path& script) const
@@ -149,7 +149,7 @@ private:
     std::string path_;
 };
 
-TEST_F(StartWindowsProgramTest, IsRunByTheInstalledEmulationLayer)
+TEST_F(StartProgramWindowsTest, IsRunByTheInstalledEmulationLayer)
 {
     givenLayer();
     for (const auto mode : {fs::perms(0755), fs::perms(0644)}) {
@@ -159,7 +159,7 @@ TEST_F(StartWindowsProgramTest, IsRunByTheInstalledEmulationLayer)
     }
 }
 
-TEST_F(StartWindowsProgramTest, WithoutTheLayerTheSystemsFailureIsTold)
+TEST_F(StartProgramWindowsTest, WithoutTheLayerTheSystemsFailureIsTold)
 {
     givenNoLayer();
     EXPECT_EQ(failureOf(program()), std::errc::permission_denied);
@@ -167,7 +167,7 @@ TEST_F(StartWindowsProgramTest, WithoutTheLayerTheSystemsFailureIsTold)
     EXPECT_EQ(failureOf(program()), std::errc::executable_format_error);
 }
 
-TEST_F(StartWindowsProgramTest, OnlyAWindowsProgramGoesToTheLayer)
+TEST_F(StartProgramWindowsTest, OnlyAWindowsProgramGoesToTheLayer)
 {
     givenLayer();
     writeBytes(folder / "text.exe", "no program");
@@ -177,7 +177,7 @@ TEST_F(StartWindowsProgramTest, OnlyAWindowsProgramGoesToTheLayer)
     EXPECT_EQ(failureOf(folder / "gone.exe"), std::errc::no_such_file_or_directory);
 }
 
-TEST_F(StartWindowsProgramTest, OneThatTheSystemCanRunStartsDirectly)
+TEST_F(StartProgramWindowsTest, OneThatTheSystemCanRunStartsDirectly)
 {
     givenLayer();
     givenScript(folder / "own.exe");

@@ -1,9 +1,9 @@
 // Ends a process at each file operation of some work in turn, or makes each operation
 // fail in turn.
 #pragma once
-#include "platform/system/child_process.h"
 #include "platform/system/files.h"
 #include "platform/system/process.h"
+#include "support/child_process.h"
 
 #include <gtest/gtest.h>
 

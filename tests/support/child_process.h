@@ -1,4 +1,5 @@
-// A second process for a test: a fork of this one that runs a function and exits.
+// A second process for a test: a fork of this one that runs a function and then ends at
+// once, without destructors or flushing, like a killed program.
 #pragma once
 #include "platform/system/process.h"
 
@@ -9,11 +10,17 @@
 
 namespace tolvek::test {
 
+// The exit code of a child that wasn't made to die; not 1, which the sanitizers use.
+inline constexpr int kGotThrough = 3;
+
+// The exit code of a child whose work threw.
+inline constexpr int kThrew = 99;
+
 class ChildProcess {
 public:
-    explicit ChildProcess(const std::function<int()>& run) : id_(fork())
+    explicit ChildProcess(const std::function<int()>& work) : id_(fork())
     {
-        if (id_ == 0) leaveProcess(run());
+        if (id_ == 0) leaveProcess(codeOf(work));
     }
     ~ChildProcess()
     {
@@ -36,8 +43,24 @@ public:
     }
 
 private:
+    // An exception must not reach the test framework, or the child runs the other tests.
+    static int codeOf(const std::function<int()>& work)
+    {
+        try {
+            return work();
+        } catch (...) {
+            return kThrew;
+        }
+    }
+
     pid_t id_;
 };
+
+// The exit code of a child that did the work.
+inline int inChild(const std::function<int()>& work)
+{
+    return ChildProcess(work).exitCode();
+}
 
 // One process waits until the other has sent its signal.
 class Signal {

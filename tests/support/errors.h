@@ -4,7 +4,7 @@
 
 namespace tolvek::test {
 
-template <class Action> int errorNumber(Action&& action)
+template <class Action> int errorOf(const Action& action)
 {
     try {
         action();
