@@ -1,4 +1,5 @@
 #include "import/tmp_read.h"
+#include "import_fixture.h"
 #include "support/yield_watch.h"
 
 namespace tolvek::test {
