@@ -11,7 +11,6 @@
 #include "browse/subject_list.h"
 #include "demo/big_box.h"
 #include "import/mail_box_read.h"
-#include "import/mail_box_table.h"
 #include "platform/dao/dao.h"
 #include "platform/runtime/paths.h"
 #include "store/search_tables.h"

@@ -6,6 +6,7 @@
 #include "platform/forms/input_hold.h"
 #include "platform/runtime/do_events.h"
 #include "store/open_or_create.h"
+#include "store/text_dump.h"
 
 namespace tolvek {
 
@@ -117,6 +118,31 @@ void tblFilter_UpDate()
         gDb.Close();
         tblFilter_Get();
     });
+}
+
+namespace {
+
+// Kept: gNonCopyRule isn't emptied; the next tblFilter_Get fills it.
+void resetRules()
+{
+    emptyFilterRules();
+    gFilterRuleCnt = 0;
+}
+
+// Throws error 9 at the 257th record. That record isn't stored then, so the table never
+// holds more rules than the array can.
+void takeRule(const FilterRecord& record)
+{
+    gFilterRule[gFilterRuleCnt] = {record.no, record.termsCode, record.actionCode, record.header,
+                                   record.data};
+    ++gFilterRuleCnt;
+}
+
+}
+
+void tblFilter_Load()
+{
+    loadFilterTable({resetRules, takeRule});
 }
 
 }

@@ -43,4 +43,9 @@ void tblFilter_Get();
 // Does nothing unless gFilterRulesWhole: rules that aren't in memory would be lost.
 void tblFilter_UpDate();
 
+// Loads the rules from their text dump into the table and into memory, like the other
+// loads of store/text_dump.h. The rules in memory are emptied first, except for entry
+// 255 and gNonCopyRule. A record beyond the 256th is error 9, before its row is stored.
+void tblFilter_Load();
+
 }

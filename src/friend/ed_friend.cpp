@@ -4,8 +4,7 @@
 #include "app/database.h"
 #include "app/guard.h"
 #include "app/settings.h"
-#include "friend/friend_row.h"
-#include "friend/pet_kind.h"
+#include "friend/friend_names.h"
 #include "platform/runtime/directory.h"
 #include "platform/runtime/do_events.h"
 #include "platform/runtime/paths.h"
@@ -14,6 +13,31 @@
 namespace tolvek {
 
 namespace {
+
+struct PetKind {
+    TextView code;
+    TextView kind;
+};
+
+// Code 5 doesn't exist.
+constexpr PetKind kPetKinds[] = {
+    {u"1", u"くま"},     {u"2", u"うさぎ"},     {u"3", u"かめ"},     {u"4", u"ねこ"},
+    {u"6", u"ロボット"}, {u"7", u"ハムスター"}, {u"8", u"ペンギン"}, {u"9", u"いぬ"},
+};
+
+Text codeOf(TextView kind)
+{
+    for (const PetKind& pet : kPetKinds)
+        if (pet.kind == kind) return Text(pet.code);
+    return u"0";
+}
+
+Text kindOf(TextView code)
+{
+    for (const PetKind& pet : kPetKinds)
+        if (pet.code == code) return Text(pet.kind);
+    return {};
+}
 
 constexpr TextView kFriendBook = u"おともだち帳";
 
@@ -72,6 +96,11 @@ void takeRecords(Int16 number)
             insertFriend(record);
 }
 
+}
+
+void edPetKind(Int16 toCode, const Text& source, Text& result)
+{
+    result = toCode != 0 ? codeOf(source) : kindOf(source);
 }
 
 // Only the count tells whether the file was written by this call; an old file may

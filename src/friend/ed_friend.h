@@ -1,6 +1,7 @@
 // Imports PostPet's friend book into the friend table. Known friends stay unchanged,
 // whatever the book says; unknown ones are added.
 #pragma once
+#include "platform/runtime/int16.h"
 #include "platform/runtime/text.h"
 
 namespace tolvek {
@@ -16,5 +17,9 @@ void edFriend();
 // friends before it are kept. True when the end of the file was reached (also of an
 // empty one), false after a failure or without a file.
 bool tmpFriend(const Text& path);
+
+// With toCode, converts a kind of pet to PostPet's code, "0" for any other text.
+// Otherwise converts a code to its kind, "" for any other text. There is no code "5".
+void edPetKind(Int16 toCode, const Text& source, Text& result);
 
 }

@@ -3,7 +3,6 @@
 #include "app/database.h"
 #include "app/guard.h"
 #include "app/settings.h"
-#include "friend/friend_row.h"
 #include "platform/forms/input_box.h"
 #include "platform/forms/input_hold.h"
 #include "platform/runtime/do_events.h"
@@ -105,6 +104,28 @@ void insertFriend(const Correspondent& who)
     executeInTransaction(sql);
 }
 
+}
+
+bool findFriend(const Text& address)
+{
+    Statement sql{u"SELECT * FROM tblFriend"};
+    sql << u" WHERE (" << u" tblFriend_Address = '" << address << u"' )";
+    gRs = gDb.OpenRecordset(sql, dbOpenDynaset);
+    Int16 count = 0;
+    GET_RECCNT(gRs, count);
+    return count != 0;
+}
+
+void setName(const Text& address, Text& name)
+{
+    leaveOnError(u"setName", [&] {
+        gDb = DBEngine::OpenDatabase(gDbPath);
+        if (findFriend(address)) {
+            name = gRs.field(u"tblFriend_Name").text();
+            if (name.empty()) name = gRs.field(u"tblFriend_Pet").text();
+        }
+        gDb.Close();
+    });
 }
 
 void edFriendName()

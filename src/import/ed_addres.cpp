@@ -1,7 +1,7 @@
 #include "app/guard.h"
 #include "app/settings.h"
 #include "app/text_routines.h"
-#include "friend/set_name.h"
+#include "friend/friend_names.h"
 #include "import/blank_text.h"
 #include "import/mail_fields.h"
 

@@ -4,12 +4,16 @@
 #include "app/reports.h"
 #include "app/settings.h"
 #include "app/state.h"
-#include "import/mail_box_table.h"
 #include "import/tmp_read.h"
 #include "platform/runtime/do_events.h"
 #include "platform/runtime/paths.h"
 
 namespace tolvek {
+
+const MailBoxFiles kReceiveMainBox{u"受信リスト.ppl", u"受信メール.ppm"};
+const MailBoxFiles kSendMainBox{u"送信リスト.ppl", u"送信メール.ppm"};
+
+CheckedArray<MailBoxFiles, 16> gMailBoxTable;
 
 namespace {
 
@@ -83,6 +87,20 @@ private:
     Int16 status_ = 0;
 };
 
+}
+
+void fillMailBoxTable()
+{
+    static constexpr TextView drawers[] = {
+        u"ピンクの引出し", u"黄色の引出し", u"紫の引出し",   u"緑色の引出し", u"黒の引出し",
+        u"水色の引出し",   u"赤の引出し",   u"茶色の引出し", u"橙色の引出し",
+    };
+    gMailBoxTable = {};
+    int row = 0;
+    for (TextView drawer : drawers) {
+        const Text name(drawer);
+        gMailBoxTable[row++] = {name + u"リスト.ppl", name + u".ppm"};
+    }
 }
 
 void MailBoxRead()

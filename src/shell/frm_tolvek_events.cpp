@@ -11,7 +11,7 @@
 #include "filter/filter_rules.h"
 #include "friend/ed_friend.h"
 #include "friend/friend_book_file.h"
-#include "import/mail_box_table.h"
+#include "import/mail_box_read.h"
 #include "platform/forms/events.h"
 #include "platform/runtime/dates.h"
 #include "platform/runtime/directory.h"

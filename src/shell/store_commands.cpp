@@ -5,7 +5,7 @@
 #include "app/reports.h"
 #include "app/state.h"
 #include "browse/navigator.h"
-#include "filter/filter_load.h"
+#include "filter/filter_rules.h"
 #include "friend/ed_friend.h"
 #include "platform/dao/alone.h"
 #include "platform/runtime/do_events.h"

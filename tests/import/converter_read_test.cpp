@@ -5,7 +5,6 @@
 #include "app/state.h"
 #include "friend/ed_friend.h"
 #include "import/mail_box_read.h"
-#include "import/mail_box_table.h"
 #include "support/archive_fixture.h"
 
 #include <filesystem>

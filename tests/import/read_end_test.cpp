@@ -2,7 +2,6 @@
 #include "app/database.h"
 #include "app/settings.h"
 #include "import/mail_box_read.h"
-#include "import/mail_box_table.h"
 #include "import/tmp_read.h"
 #include "import_fixture.h"
 #include "store/database_files.h"

@@ -5,7 +5,6 @@
 #include "app/state.h"
 #include "demo/sample_folder.h"
 #include "import/mail_box_read.h"
-#include "import/mail_box_table.h"
 #include "store/search_tables.h"
 #include "support/archive_fixture.h"
 

@@ -7,7 +7,6 @@
 #include "filter/filter_results.h"
 #include "filter/filter_rules.h"
 #include "import/mail_box_read.h"
-#include "import/mail_box_table.h"
 #include "shell/store_commands.h"
 #include "shell/tolvek_main.h"
 #include "store/database_files.h"

@@ -2,7 +2,7 @@
 
 #include "browse/navigator.h"
 #include "filter/filter_rules.h"
-#include "import/mail_box_table.h"
+#include "import/mail_box_read.h"
 #include "platform/forms/events.h"
 #include "platform/runtime/dates.h"
 #include "platform/runtime/profile.h"

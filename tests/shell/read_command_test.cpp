@@ -4,7 +4,6 @@
 #include "browse/navigator.h"
 #include "filter/filter_rules.h"
 #include "import/mail_box_read.h"
-#include "import/mail_box_table.h"
 #include "shell/delete_commands.h"
 #include "shell/read_command.h"
 #include "support/archive_fixture.h"

@@ -1,4 +1,3 @@
-#include "filter/filter_load.h"
 
 #include "filter/filter_rules.h"
 #include "platform/runtime/codepage932.h"
@@ -10,7 +9,7 @@
 namespace tolvek::test {
 namespace {
 
-class FilterLoadTest : public ArchiveFixture {
+class FilterRulesLoadTest : public ArchiveFixture {
 protected:
     void SetUp() override
     {
@@ -50,7 +49,7 @@ protected:
     ReportList reports;
 };
 
-TEST_F(FilterLoadTest, TheTableAndTheMemoryHoldTheRulesOfTheFile)
+TEST_F(FilterRulesLoadTest, TheTableAndTheMemoryHoldTheRulesOfTheFile)
 {
     addFilter(99, 0, 0, u"before", u"x");
     givenText(u"10,3,0,\"一\",\"a, b\"\r\n20,1,1,\"二\",\"b\"\r\n");
@@ -67,7 +66,7 @@ TEST_F(FilterLoadTest, TheTableAndTheMemoryHoldTheRulesOfTheFile)
 }
 
 // The list of the do-not-read rules is only filled by the next reading.
-TEST_F(FilterLoadTest, TheOtherEntriesAreEmptiedButTheLast)
+TEST_F(FilterRulesLoadTest, TheOtherEntriesAreEmptiedButTheLast)
 {
     givenText(u"10,1,1,\"一\",\"a\"\r\n");
     tblFilter_Load();
@@ -82,7 +81,7 @@ TEST_F(FilterLoadTest, TheOtherEntriesAreEmptiedButTheLast)
     EXPECT_EQ(gNonCopyRule[0].Header, u"kept out");
 }
 
-TEST_F(FilterLoadTest, AnEmptyFileEmptiesBoth)
+TEST_F(FilterRulesLoadTest, AnEmptyFileEmptiesBoth)
 {
     addFilter(10, 0, 0, u"before", u"x");
     givenText(u"");
@@ -92,7 +91,7 @@ TEST_F(FilterLoadTest, AnEmptyFileEmptiesBoth)
     EXPECT_EQ(rows(u"tblFilter"), 0);
 }
 
-TEST_F(FilterLoadTest, WithoutTheFileBothStayAsTheyAre)
+TEST_F(FilterRulesLoadTest, WithoutTheFileBothStayAsTheyAre)
 {
     addFilter(10, 0, 0, u"before", u"x");
     tblFilter_Load();
@@ -101,7 +100,7 @@ TEST_F(FilterLoadTest, WithoutTheFileBothStayAsTheyAre)
     EXPECT_EQ(rows(u"tblFilter"), 1);
 }
 
-TEST_F(FilterLoadTest, AsManyRecordsAsMemoryHoldsAreTaken)
+TEST_F(FilterRulesLoadTest, AsManyRecordsAsMemoryHoldsAreTaken)
 {
     givenText(records(256));
     tblFilter_Load();
@@ -110,7 +109,7 @@ TEST_F(FilterLoadTest, AsManyRecordsAsMemoryHoldsAreTaken)
     EXPECT_EQ(rows(u"tblFilter"), 256);
 }
 
-TEST_F(FilterLoadTest, OneMoreIsStoredNowhere)
+TEST_F(FilterRulesLoadTest, OneMoreIsStoredNowhere)
 {
     givenText(records(258));
     tblFilter_Load();
@@ -121,7 +120,7 @@ TEST_F(FilterLoadTest, OneMoreIsStoredNowhere)
     EXPECT_EQ(freeFile(), 1);
 }
 
-TEST_F(FilterLoadTest, AMissingDatabaseIsAskedForUnderItsOwnTitle)
+TEST_F(FilterRulesLoadTest, AMissingDatabaseIsAskedForUnderItsOwnTitle)
 {
     removeDatabase(gDbPath);
     givenText(records(1));
@@ -136,7 +135,7 @@ TEST_F(FilterLoadTest, AMissingDatabaseIsAskedForUnderItsOwnTitle)
     EXPECT_EQ(gFilterRuleCnt, 1);
 }
 
-TEST_F(FilterLoadTest, RulesGoOutAndBackInNumberedAnew)
+TEST_F(FilterRulesLoadTest, RulesGoOutAndBackInNumberedAnew)
 {
     addFilter(20, 5, 0, u"三", u"c");
     addFilter(5, 0, 0, u"一", u"a");

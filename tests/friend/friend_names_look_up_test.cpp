@@ -1,4 +1,4 @@
-#include "friend/set_name.h"
+#include "friend/friend_names.h"
 
 #include "store/database_files.h"
 #include "support/archive_fixture.h"
@@ -6,7 +6,7 @@
 namespace tolvek::test {
 namespace {
 
-class SetNameTest : public ArchiveFixture {
+class FriendNamesLookUpTest : public ArchiveFixture {
 protected:
     static Text nameOf(const Text& address, const Text& before = u"")
     {
@@ -16,7 +16,7 @@ protected:
     }
 };
 
-TEST_F(SetNameTest, AKnownAddressGetsTheFriendsName)
+TEST_F(FriendNamesLookUpTest, AKnownAddressGetsTheFriendsName)
 {
     addFriend(u"hanako@example.jp", u"花子", u"モモ");
     EXPECT_EQ(nameOf(u"hanako@example.jp"), u"花子");
@@ -24,26 +24,26 @@ TEST_F(SetNameTest, AKnownAddressGetsTheFriendsName)
     EXPECT_FALSE(gDb.isOpen());
 }
 
-TEST_F(SetNameTest, AFriendWithoutANameIsCalledByThePetsName)
+TEST_F(FriendNamesLookUpTest, AFriendWithoutANameIsCalledByThePetsName)
 {
     addFriend(u"hanako@example.jp", u"", u"モモ");
     EXPECT_EQ(nameOf(u"hanako@example.jp"), u"モモ");
 }
 
-TEST_F(SetNameTest, WithNeitherTheNameIsEmpty)
+TEST_F(FriendNamesLookUpTest, WithNeitherTheNameIsEmpty)
 {
     addFriend(u"hanako@example.jp", u"", u"");
     EXPECT_EQ(nameOf(u"hanako@example.jp", u"before"), u"");
 }
 
-TEST_F(SetNameTest, AnUnknownAddressLeavesTheNameAsItWas)
+TEST_F(FriendNamesLookUpTest, AnUnknownAddressLeavesTheNameAsItWas)
 {
     addFriend(u"hanako@example.jp", u"花子", u"モモ");
     EXPECT_EQ(nameOf(u"jiro@example.jp"), u"");
     EXPECT_EQ(nameOf(u"jiro@example.jp", u"before"), u"before");
 }
 
-TEST_F(SetNameTest, AnAddressWithASingleQuoteIsReportedAndNeverRun)
+TEST_F(FriendNamesLookUpTest, AnAddressWithASingleQuoteIsReportedAndNeverRun)
 {
     boxes.expect(u"エラー番号： 3075\r\n（" +
                      errorText(3075, u"( tblFriend_Address = 'o'brien@example.jp' )") + u"）",
@@ -51,7 +51,7 @@ TEST_F(SetNameTest, AnAddressWithASingleQuoteIsReportedAndNeverRun)
     EXPECT_EQ(nameOf(u"o'brien@example.jp", u"before"), u"before");
 }
 
-TEST_F(SetNameTest, AMissingDatabaseIsReported)
+TEST_F(FriendNamesLookUpTest, AMissingDatabaseIsReported)
 {
     removeDatabase(gDbPath);
     boxes.expect(u"エラー番号： 3024\r\n（" + errorText(3024, gDbPath) + u"）", MsgAnswer::Ok,

@@ -1,4 +1,4 @@
-#include "import/mail_box_table.h"
+#include "import/mail_box_read.h"
 
 #include "app/settings.h"
 
@@ -7,7 +7,7 @@
 namespace tolvek::test {
 namespace {
 
-TEST(MailBoxTableTest, NamesTheNineDrawersInPostPetsOrder)
+TEST(MailBoxReadTest, NamesTheNineDrawersInPostPetsOrder)
 {
     fillMailBoxTable();
     const char16_t* drawers[] = {u"ピンクの引出し", u"黄色の引出し", u"紫の引出し",
@@ -19,7 +19,7 @@ TEST(MailBoxTableTest, NamesTheNineDrawersInPostPetsOrder)
     }
 }
 
-TEST(MailBoxTableTest, KeepsSevenEmptyRowsAsRoom)
+TEST(MailBoxReadTest, KeepsSevenEmptyRowsAsRoom)
 {
     fillMailBoxTable();
     for (int row = 9; row <= 15; ++row) {
@@ -29,7 +29,7 @@ TEST(MailBoxTableTest, KeepsSevenEmptyRowsAsRoom)
     EXPECT_THROW(gMailBoxTable[16], RuntimeError);
 }
 
-TEST(MailBoxTableTest, NamesTheMainBoxesOfBothSides)
+TEST(MailBoxReadTest, NamesTheMainBoxesOfBothSides)
 {
     EXPECT_EQ(kReceiveFolder, u"受信フォルダ");
     EXPECT_EQ(kReceiveMainBox.list, u"受信リスト.ppl");
