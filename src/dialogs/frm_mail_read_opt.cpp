@@ -15,7 +15,7 @@ namespace {
 // the same on both sides, as far as a side has them.
 constexpr TextView kSendCaption = u"送信メール";
 constexpr TextView kRecievCaption = u"受信メール";
-// Captions only; the file names are in import/mail_box_table.cpp.
+// Captions only; the file names are in import/mail_box_read.cpp.
 constexpr TextView kDrawers[] = {
     u"ピンクの引出し", u"黄色の引出し", u"紫の引出し",   u"緑色の引出し", u"黒の引出し",
     u"水色の引出し",   u"赤の引出し",   u"茶色の引出し", u"橙色の引出し",

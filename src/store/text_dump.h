@@ -40,7 +40,7 @@ void tblFilterData_Load();
 bool hasTextFiles();
 
 // The rules are also loaded into the filters' memory, which this layer can't access.
-// tblFilter_Load (filter/filter_load.h) is built on this.
+// tblFilter_Load (filter/filter_rules.h) is built on this.
 struct FilterRecord {
     Int16 no = 0, termsCode = 0, actionCode = 0;
     Text header, data;

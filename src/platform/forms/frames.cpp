@@ -18,36 +18,14 @@ Line::Line(Container container, TextView name) : ControlOf(container, name)
     lower();
 }
 
-void Line::setX1(float twips)
-{
-    setPoints(twips, y1_, x2_, y2_);
-}
-void Line::setY1(float twips)
-{
-    setPoints(x1_, twips, x2_, y2_);
-}
-void Line::setX2(float twips)
-{
-    setPoints(x1_, y1_, twips, y2_);
-}
-void Line::setY2(float twips)
-{
-    setPoints(x1_, y1_, x2_, twips);
-}
-
+// One pixel larger than the distance between the points, otherwise a horizontal
+// line would have no height.
 void Line::setPoints(float x1, float y1, float x2, float y2)
 {
     x1_ = x1;
     y1_ = y1;
     x2_ = x2;
     y2_ = y2;
-    applyPoints();
-}
-
-// One pixel larger than the distance between the points, otherwise a horizontal
-// line would have no height.
-void Line::applyPoints()
-{
     const float left = std::min(x1_, x2_);
     const float top = std::min(y1_, y2_);
     Move(left, top, std::max(x1_, x2_) - left + kTwipsPerPixel,
@@ -68,12 +46,6 @@ void Line::paintEvent(QPaintEvent*)
 
 PictureBox::PictureBox(Container container, TextView name) : ControlOf(container, name) {}
 
-void PictureBox::setPicture(const QPixmap& picture)
-{
-    picture_ = picture;
-    update();
-}
-
 void PictureBox::setDraw(Draw draw)
 {
     draw_ = std::move(draw);
@@ -84,7 +56,6 @@ void PictureBox::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    if (!picture_.isNull()) painter.drawPixmap(rect(), picture_);
     if (draw_) draw_(painter, rect());
 }
 

@@ -3,7 +3,6 @@
 #include "platform/forms/control.h"
 
 #include <QGroupBox>
-#include <QPixmap>
 
 #include <functional>
 
@@ -27,34 +26,27 @@ public:
     float Y1() const { return y1_; }
     float X2() const { return x2_; }
     float Y2() const { return y2_; }
-    void setX1(float twips);
-    void setY1(float twips);
-    void setX2(float twips);
-    void setY2(float twips);
     void setPoints(float x1, float y1, float x2, float y2);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    void applyPoints();
     float x1_ = 0, y1_ = 0, x2_ = 0, y2_ = 0;
 };
 
-// Shows a pixmap scaled to the control's size, or what a function draws.
+// Shows what a function draws.
 class PictureBox : public ControlOf<QWidget> {
     Q_OBJECT
 public:
     using Draw = std::function<void(QPainter&, const QRect&)>;
     PictureBox(Container container, TextView name);
-    void setPicture(const QPixmap& picture);
     void setDraw(Draw draw);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    QPixmap picture_;
     Draw draw_;
 };
 

@@ -218,11 +218,6 @@ void Grid::setAllowColumnResize(bool allow)
     horizontalHeader()->setSectionResizeMode(allow ? QHeaderView::Interactive : QHeaderView::Fixed);
 }
 
-void Grid::setAllowRowResize(bool allow)
-{
-    verticalHeader()->setSectionResizeMode(allow ? QHeaderView::Interactive : QHeaderView::Fixed);
-}
-
 QRect Grid::cellRect(int row, int col) const
 {
     return visualRect(model_->indexOf(row, col));

@@ -50,7 +50,6 @@ public:
     float ColWidth(int col) const; // twips; as set, until the user drags
     void setColWidth(int col, float twips);
     void setAllowColumnResize(bool allow); // off by default
-    void setAllowRowResize(bool allow);    // off by default
 
     // For tests: the rectangle of an ordinary cell in pixels of viewport().
     QRect cellRect(int row, int col) const;

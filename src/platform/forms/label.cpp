@@ -33,17 +33,6 @@ int linePitch(const QLabel& label, int lines)
     return std::max(label.height() / lines, label.font().pixelSize());
 }
 
-// "&&" is one ampersand; a single "&" only marks the access key.
-Text withoutMnemonic(TextView caption)
-{
-    Text plain;
-    for (std::size_t i = 0; i < caption.size(); ++i) {
-        if (caption[i] == u'&' && ++i == caption.size()) break;
-        plain += caption[i];
-    }
-    return plain;
-}
-
 }
 
 // Placed below its siblings: on the classic platform labels are painted under
@@ -70,12 +59,6 @@ void Label::setTextAlignment(Alignment alignment)
     applyGeometry();
 }
 
-void Label::setUseMnemonic(bool use)
-{
-    useMnemonic_ = use;
-    showCaption();
-}
-
 void Label::setMouseTransparent(bool transparent)
 {
     setAttribute(Qt::WA_TransparentForMouseEvents, transparent);
@@ -89,7 +72,7 @@ void Label::setOverflow(float room)
 
 void Label::showCaption()
 {
-    setText(paintedText(useMnemonic_ ? withoutMnemonic(caption_) : caption_));
+    setText(paintedText(caption_));
     if (room_ <= 0) return;
     Control::applyFont(narrowedTo(pixels(room_), askedFont(), text()));
     // The overflow to the left depends on the text.

@@ -1,7 +1,6 @@
 // A label: plain text, never markup, aligned to the top; each of the four line ends
-// is one break. "&" is an ordinary character unless UseMnemonic is set. Lines that
-// don't fit the height at their font's spacing are set closer together; long lines
-// are cut unless setWordWrap is on.
+// is one break. "&" is an ordinary character. Lines that don't fit the height at their
+// font's spacing are set closer together; long lines are cut unless setWordWrap is on.
 #pragma once
 #include "platform/forms/control.h"
 
@@ -20,7 +19,6 @@ public:
     void setCaption(TextView caption);
     Alignment TextAlignment() const { return alignment_; }
     void setTextAlignment(Alignment alignment);
-    void setUseMnemonic(bool use);
     // Clicks go to the control below.
     void setMouseTransparent(bool transparent);
     // A right-aligned text that is longer than `room` twips is set in a narrower
@@ -43,7 +41,6 @@ private:
 
     Text caption_;
     Alignment alignment_ = Alignment::Left;
-    bool useMnemonic_ = false;
     float room_ = 0; // twips; 0 means that texts may be cut
 };
 

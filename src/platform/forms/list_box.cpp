@@ -95,12 +95,7 @@ void ListBox::mouseReleaseEvent(QMouseEvent* event)
 // The second press of a double click counts as a press too.
 void ListBox::mouseDoubleClickEvent(QMouseEvent* event)
 {
-    const bool onEntry =
-        event->button() == Qt::LeftButton && indexAt(event->position().toPoint()).isValid();
-    // The Click may unload the form.
-    const QPointer<ListBox> alive(this);
     mousePressEvent(event);
-    if (onEntry && alive) emit DblClick();
 }
 
 int ListBox::rowForKey(int key) const
@@ -130,8 +125,6 @@ int ListBox::rowForKey(int key) const
 
 void ListBox::keyPressEvent(QKeyEvent* event)
 {
-    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (enter && takesEnter_) return emit EnterKey();
     const int row = ListCount() > 0 ? rowForKey(event->key()) : -1;
     if (row < 0) return searchByKey(event);
     // At either end of the list a key moves nothing, so it fires nothing.

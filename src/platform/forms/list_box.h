@@ -13,7 +13,6 @@
 #include "platform/forms/control.h"
 
 #include <QListView>
-#include <QPointer>
 
 namespace tolvek {
 
@@ -35,13 +34,8 @@ public:
     tolvek::Text Text() const; // of the selected entry, or empty
     int SelCount() const { return listIndex_ < 0 ? 0 : 1; }
 
-    // Enter fires EnterKey here and doesn't press the form's default button.
-    void setTakesEnter(bool takes) { takesEnter_ = takes; }
-
 signals:
     void Click();
-    void DblClick(); // after the second Click
-    void EnterKey();
     void RightButton(const QPoint& pos); // in pixels of the list
 
 protected:
@@ -58,7 +52,6 @@ private:
 
     ListBoxModel* model_;
     int listIndex_ = -1;
-    bool takesEnter_ = false;
 };
 
 }

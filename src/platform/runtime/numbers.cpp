@@ -163,11 +163,6 @@ std::int32_t toInt32(TextView text)
     return toInteger<std::int32_t>(text);
 }
 
-Int16 roundToInt16(double value)
-{
-    return inRange<std::int16_t>(value);
-}
-
 bool isNumeric(TextView text)
 {
     try {

@@ -17,8 +17,6 @@ double toDouble(TextView text);
 Int16 toInt16(TextView text);
 std::int32_t toInt32(TextView text);
 
-Int16 roundToInt16(double value); // half to even; error 6 if out of range
-
 // True if the text converts by these rules.
 bool isNumeric(TextView text);
 

@@ -303,14 +303,6 @@ TEST_F(FormKeysTest, ADisabledButtonIsNotPressedByItsKey)
     EXPECT_EQ(pressed, u"");
 }
 
-TEST_F(FormKeysTest, AListThatTakesEnterKeepsItFromTheDefaultButton)
-{
-    show(true);
-    list->setTakesEnter(true);
-    key(*list, Qt::Key_Return);
-    EXPECT_EQ(pressed, u"");
-}
-
 }
 
 }

@@ -184,11 +184,9 @@ TEST_F(GridTest, ColumnsAreDraggedOnlyWhereItIsAllowed)
     EXPECT_TRUE(clicks.empty());
 }
 
-TEST_F(GridTest, RowsAreFixedUnlessAllowed)
+TEST_F(GridTest, RowsAreNeverDragged)
 {
     EXPECT_EQ(grid.verticalHeader()->sectionResizeMode(0), QHeaderView::Fixed);
-    grid.setAllowRowResize(true);
-    EXPECT_EQ(grid.verticalHeader()->sectionResizeMode(0), QHeaderView::Interactive);
 }
 
 TEST_F(GridTest, ALargerFontMakesHigherRows)

@@ -37,14 +37,6 @@ TEST_F(LabelTest, MarkupAndAmpersandsAreOrdinaryText)
     EXPECT_NE(painted(), with);
 }
 
-TEST_F(LabelTest, ToldToUseMnemonicsItHidesTheMark)
-{
-    label.setUseMnemonic(true);
-    label.setCaption(u"a&b && c");
-    EXPECT_EQ(label.text(), QStringLiteral("ab & c"));
-    EXPECT_EQ(label.Caption(), u"a&b && c");
-}
-
 TEST_F(LabelTest, LineEndsOfAllFormsMakeLinesAndTheCaptionStays)
 {
     label.setCaption(u"a\r\nb\n\rc\rd");

@@ -214,28 +214,13 @@ TEST_F(ListBoxTest, ASlotMayDisableItsListAndClearIt)
     EXPECT_EQ(list.ListCount(), 0);
 }
 
-TEST_F(ListBoxTest, BothPressesOfADoubleClickAreEventsAndThenItTells)
+TEST_F(ListBoxTest, BothPressesOfADoubleClickAreEvents)
 {
     fill(3);
-    int doubles = 0;
-    onEvent(&list, &ListBox::DblClick, [&] { ++doubles; });
     clickEntry(list, 1);
     QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, entryPos(list, 1));
-    EXPECT_EQ(doubles, 1);
     EXPECT_EQ(list.ListIndex(), 1);
     EXPECT_TRUE(std::all_of(clicks.begin(), clicks.end(), [](int at) { return at == 1; }));
-}
-
-TEST_F(ListBoxTest, EnterIsTheListsOwnOnlyIfItTakesIt)
-{
-    fill(2);
-    int enters = 0;
-    onEvent(&list, &ListBox::EnterKey, [&] { ++enters; });
-    key(list, Qt::Key_Return);
-    EXPECT_EQ(enters, 0);
-    list.setTakesEnter(true);
-    key(list, Qt::Key_Return);
-    EXPECT_EQ(enters, 1);
 }
 
 TEST_F(ListBoxTest, LineEndsInsideAnEntryArePaintedAsBlanks)
