@@ -53,8 +53,8 @@ protected:
             expectAtLast(path, expected, operation);
             kept.putBack();
         };
-        endAtEachOperation([this] { start(); }, check, {}, counts);
-        failEachOperation([this] { start(); }, check, {}, counts);
+        endAtEachOperation([this] { start(); }, check, {}, counts, kSparse);
+        failEachOperation([this] { start(); }, check, {}, counts, kSparse);
     }
     // The side files of compaction and creation have their own tests.
     static bool isOfTheStart(const Path& path)

@@ -98,7 +98,7 @@ TEST_F(VerUp300FaultsTest, AnEndAtAnyMomentLosesNoRow)
 TEST_F(VerUp300FaultsTest, AFailureOfAnyOperationLosesNoRow)
 {
     failEachOperation([this] { upgrade(); }, [this](int operation) { check(operation); }, {},
-                      isOfTheUpgrade);
+                      isOfTheUpgrade, kSparse);
 }
 
 class VerUp300FaultsSettleTest : public VerUp300FaultsTest {

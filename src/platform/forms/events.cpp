@@ -1,6 +1,7 @@
 #include "platform/forms/events.h"
 
 #include "platform/forms/fonts.h"
+#include "platform/forms/on_screen.h"
 #include "platform/forms/wait_scope.h"
 #include "platform/runtime/msg_box.h"
 

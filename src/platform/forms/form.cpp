@@ -25,13 +25,6 @@ namespace tolvek {
 
 namespace {
 
-// A program with a form gets boxes and yields on the screen.
-[[maybe_unused]] const bool isOnScreen = [] {
-    showBoxesOnTheScreen();
-    yieldToTheScreen();
-    return true;
-}();
-
 std::vector<Form*>& loadedForms()
 {
     static std::vector<Form*> forms;

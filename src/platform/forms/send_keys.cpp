@@ -2,6 +2,7 @@
 
 #include "platform/forms/events.h"
 #include "platform/forms/input_hold.h"
+#include "platform/forms/on_screen.h"
 #include "platform/forms/qt_text.h"
 #include "platform/runtime/do_events.h"
 #include "platform/runtime/key_notation.h"
