@@ -9,7 +9,7 @@ namespace tolvek {
 
 namespace {
 
-// Walks one field and gathers phrase, comment and angle part of each mailbox.
+// Parses one field and collects phrase, comment and bracketed address of each mailbox.
 class Scanner {
 public:
     explicit Scanner(TextView text) : text_(text) {}
@@ -25,6 +25,8 @@ public:
 private:
     void step()
     {
+        // An encoded word is copied whole: its content may hold quotes, commas or
+        // brackets.
         if (takeWord(target(), encodedWordAt(text_, at_).length)) return;
         const char16_t unit = text_[at_++];
         switch (unit) {
@@ -35,7 +37,8 @@ private:
             comment();
             break;
         case u'<':
-            if (!angle_.empty() && !inAngle_) finishBefore(); // the comma is missing
+            if (!angle_.empty() && !inAngle_)
+                finishBefore(); // a second address without a comma between
             inAngle_ = true;
             break;
         case u'>':
@@ -43,6 +46,8 @@ private:
             named_ = phrase_.size();
             break;
         case u',':
+            // A comma inside brackets separates the hops of a route, which the colon
+            // drops.
             inAngle_ ? void(angle_ += unit) : finish();
             break;
         case u';':
@@ -65,8 +70,8 @@ private:
         return length > 0;
     }
 
-    // A word without its end mark would take the closing quote with it, or the
-    // closing bracket.
+    // Only a word that has its end mark is copied whole here: one without would
+    // swallow the closing quote, or the closing bracket of a comment.
     void quoted()
     {
         while (at_ < text_.size() && text_[at_] != u'"') {
@@ -93,7 +98,8 @@ private:
         }
     }
 
-    // In brackets a route ends; outside a group's name does.
+    // Inside brackets a colon ends a route; outside it ends the name of a group,
+    // unless an address came first.
     void colon()
     {
         if (inAngle_)
@@ -102,7 +108,7 @@ private:
             phrase_.clear();
     }
 
-    // The phrase after an address belongs to the next one, whose "<" comes.
+    // The text after an address is the name of the next mailbox, whose "<" has come.
     void finishBefore()
     {
         Text next = phrase_.substr(std::min(named_, phrase_.size()));
@@ -111,7 +117,9 @@ private:
         phrase_ = std::move(next);
     }
 
-    // The first of several addresses between which the commas are missing.
+    // The first of several addresses without commas between them. It must be an "@"
+    // with text on both sides, then a blank, then a further "@"; brackets would have
+    // separated the addresses already.
     static Text firstAddress(const Text& phrase)
     {
         const std::size_t first = phrase.find(u'@');
@@ -121,7 +129,7 @@ private:
                              phrase.find(u'@', blank) != Text::npos &&
                              phrase.find_first_of(u"<>") == Text::npos;
         if (!several) return phrase;
-        const std::size_t begin = phrase.find_last_of(u" \t\n", first) + 1; // npos + 1 is the front
+        const std::size_t begin = phrase.find_last_of(u" \t\n", first) + 1; // npos + 1 is 0
         return phrase.substr(begin, blank - begin);
     }
 
@@ -142,8 +150,10 @@ private:
             rawAddress = firstAddress(phrase);
             rawName.clear();
         }
-        // A comment beside an address is the name in the writer's own letters.
+        // A comment is preferred where only it is beyond ASCII: it holds the name in
+        // the sender's own script.
         if (rawName.empty() || (isForeign(comment_) && !isForeign(rawName))) rawName = comment_;
+        // Folds and stray blanks are never part of an address.
         std::erase_if(rawAddress, [](char16_t unit) { return isAsciiSpace(unit); });
         box.address = decodeEncodedWords(rawAddress);
         box.name = Text(trimSpace(TextView(decodeEncodedWords(rawName))));
@@ -156,12 +166,12 @@ private:
     TextView text_;
     std::size_t at_ = 0;
     bool inAngle_ = false;
-    std::size_t named_ = 0; // how much of the phrase stands before the address
+    std::size_t named_ = 0; // length of the phrase before the address
     Text phrase_, comment_, angle_;
     std::vector<Mailbox> found_;
 };
 
-// A whole address or "name <address>" inside one pair of quotes or one word.
+// Some programs put a whole address, or "name <address>", into one pair of quotes.
 Text withoutOuterQuotes(Text name)
 {
     while (name.size() >= 2 && name.front() == name.back() &&
@@ -175,7 +185,7 @@ bool showsItself(TextView address)
     return address.find(u'.') != TextView::npos && address.find(u'@') != TextView::npos;
 }
 
-// The reader looks for the two marks without regard to width.
+// The reader of the temp file accepts both characters in full width too.
 bool looksLikeAddress(TextView name)
 {
     return name.find_first_of(u".．") != TextView::npos &&
@@ -200,9 +210,11 @@ std::vector<Mailbox> parseMailboxes(std::string_view rawValue)
     const Text text = unfoldedText(rawValue);
     auto found = Scanner(text).scan();
     for (Mailbox& box : found) {
+        // A quoted string or an encoded word may hold name and address together; it is
+        // parsed once more.
         const bool hidden = box.address.empty() && box.name.find(u'@') != Text::npos;
         const auto inner = hidden ? Scanner(box.name).scan() : std::vector<Mailbox>();
-        if (!inner.empty()) box = inner.front(); // name and address inside one word
+        if (!inner.empty()) box = inner.front();
         box.name = withoutOuterQuotes(std::move(box.name));
     }
     return found;
@@ -211,6 +223,7 @@ std::vector<Mailbox> parseMailboxes(std::string_view rawValue)
 Mailbox firstMailbox(std::string_view rawValue)
 {
     const auto found = parseMailboxes(rawValue);
+    // "undisclosed-recipients" or a bare name is taken only when no address follows.
     const auto real = std::find_if(found.begin(), found.end(), [](const Mailbox& box) {
         return box.address.find(u'@') != Text::npos;
     });
@@ -220,6 +233,7 @@ Mailbox firstMailbox(std::string_view rawValue)
 
 Text mailboxValue(const Mailbox& mailbox)
 {
+    // A name that only repeats the address would be shown twice.
     Text name = mailbox.name == mailbox.address ? Text() : widened(mailbox.name);
     const Text address = widened(mailbox.address);
     if (address.empty()) return name;

@@ -6,6 +6,7 @@ namespace tolvek {
 
 namespace {
 
+// std::tolower would follow the process's locale.
 char lowerOf(char c)
 {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
@@ -59,6 +60,7 @@ std::vector<std::string> words(std::string_view text, std::string_view separator
 
 std::string_view takeLine(std::string_view& text)
 {
+    // A last line needs no LF.
     const std::size_t end = std::min(text.find('\n'), text.size());
     const std::string_view line = text.substr(0, end);
     text.remove_prefix(std::min(end + 1, text.size()));

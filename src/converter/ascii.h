@@ -1,5 +1,5 @@
-// Small helpers over bytes and over the ASCII part of a text. Locale plays no
-// part: header names and labels are ASCII by definition.
+// Small helpers for bytes and for the ASCII part of a text. They ignore the locale:
+// header names and labels are ASCII by definition.
 #pragma once
 #include "platform/runtime/text.h"
 
@@ -10,9 +10,9 @@
 namespace tolvek {
 
 std::string lowerAscii(std::string_view text);
-bool equalsAscii(std::string_view a, std::string_view b); // A-Z and a-z are one
+bool equalsAscii(std::string_view a, std::string_view b); // ignoring case, ASCII only
 
-// Asked for every character of a mail, so they are written out here.
+// Called for every character of a mail, so they are inline.
 constexpr bool isAsciiSpace(char32_t c) // blank, TAB, CR, LF
 {
     return c == ' ' || c == '\t' || c == '\r' || c == '\n';
@@ -34,10 +34,11 @@ TextView trimSpace(TextView text);
 // Pieces between runs of the separators; no empty pieces.
 std::vector<std::string> words(std::string_view text, std::string_view separators);
 
-// The first line of a text whose line ends are LF; it is taken off with its end.
+// Removes the first line, with its LF, from the front of the text and returns it
+// without the LF.
 std::string_view takeLine(std::string_view& text);
 
-// All of them; no piece after a last LF.
+// All lines of a text; a final LF starts no further line.
 std::vector<std::string_view> linesOf(std::string_view text);
 
 // 0 to 15, or -1.

@@ -13,7 +13,7 @@ constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 constexpr std::string_view kLittleMark = "\xFF\xFE";
 constexpr std::string_view kBigMark = "\xFE\xFF";
 
-// A half unit at the end is dropped.
+// An odd byte at the end is dropped. `low` is the index of the low byte in each pair.
 std::string utf8OfUnits(std::string_view bytes, std::size_t low)
 {
     Text text;
@@ -34,6 +34,7 @@ std::optional<BookFile> readBookFile(const std::filesystem::path& path)
     std::vector<char> piece(1 << 16);
     std::string bytes;
     while (const std::size_t size = file.read(piece.data(), piece.size())) {
+        // Checked while reading, as the file may still grow.
         if (bytes.size() + size > BookFile::kLargest) return std::nullopt;
         bytes.append(piece.data(), size);
     }

@@ -8,17 +8,18 @@
 namespace tolvek {
 
 struct BookFile {
-    // Address books with a picture for each of hundreds of people stay below;
-    // a file that is larger isn't read.
+    // Address books with a picture for each of hundreds of people are smaller; a
+    // larger file is refused.
     static constexpr std::size_t kLargest = 32u << 20;
 
     std::string bytes; // without a byte order mark; UTF-16 has become UTF-8
-    bool utf8 = false; // told by a mark
+    bool utf8 = false; // known by a byte order mark
 };
 
-// Nothing for a file that is too large. Throws std::system_error.
+// Empty for a file that is too large. Throws std::system_error.
 std::optional<BookFile> readBookFile(const std::filesystem::path& path);
 
+// Removes a byte order mark; UTF-16 becomes UTF-8.
 BookFile markUndone(std::string bytes);
 
 }

@@ -1,8 +1,9 @@
-// Whether somebody writes to a mail box while it is read.
+// Whether another program writes to a mail box while it is read.
 //
-// A box that only grows is sound up to its last mail, which may be half of one;
-// stored so, it would stay half for ever, because the next read knows its key. A
-// box that was written in any other way may be spliced from two states anywhere.
+// A box that only grows is sound up to its last mail, which may be incomplete; stored
+// like that it would stay incomplete for ever, because the next read finds its key in
+// the archive. A box that was changed in any other way may be a mixture of two states
+// anywhere.
 #pragma once
 #include <cstdint>
 #include <filesystem>

@@ -1,8 +1,8 @@
-// Internet messages that stand in clear inside a binary file of unknown layout.
+// Internet messages in clear text inside a binary file of unknown layout.
 //
-// Nothing is guessed: a message begins with a header block that holds From or To,
-// and Date or Subject, and that an empty line ends. Its text ends at the first byte
-// that no text has, at the next such block or at the end of the file.
+// Nothing is guessed: a message begins with a header block that has From or To, and
+// Date or Subject, and that ends with an empty line. Its text ends at the first binary
+// byte, at the next such block or at the end of the file.
 #pragma once
 #include "converter/line_source.h"
 #include "converter/mail_gatherer.h"
@@ -12,7 +12,7 @@
 
 namespace tolvek {
 
-// Throws std::system_error as the reading does.
+// Throws std::system_error when reading fails.
 bool holdsCarvedMail(const std::filesystem::path& path);
 
 class CarvedMails {
@@ -27,7 +27,7 @@ private:
     LineSource lines_;
     std::string line_;
     bool hasLine_ = false;            // line_ may begin the next message
-    std::uint64_t noBlockBefore_ = 0; // so that no line is looked at again and again
+    std::uint64_t noBlockBefore_ = 0; // a position; lines before it were examined already
 };
 
 }

@@ -14,6 +14,9 @@ namespace {
 constexpr std::string_view kBadPlace = "\x81\xAC"; // 〓
 constexpr const char* kWestern = "windows-1252";
 
+// Not left to ICU: double bytes take code page 932's table, as in ISO-2022-JP, so that
+// a character becomes the same code point from either charset, and one that the temp
+// file can hold.
 Text decodeEucJp(std::string_view bytes)
 {
     Text text;
@@ -27,13 +30,17 @@ Text decodeEucJp(std::string_view bytes)
         if (at(0) < 0x80)
             run += bytes[0], length = 1;
         else if (at(0) == 0x8E && at(1) >= 0xA1 && at(1) <= 0xDF)
+            // half-width kana have the same byte in code page 932
             run += bytes[1];
         else if (at(0) == 0x8F && high(at(1)) && high(at(2)))
+            // JIS X 0212 isn't in code page 932, so the run before it is converted
+            // first.
             text += fromAnsi(run) + textOfJis0212(at(1) & 0x7F, at(2) & 0x7F), run.clear(),
                 length = 3;
         else if (high(at(0)) && high(at(1)))
             run += ansiOfJis(at(0) & 0x7F, at(1) & 0x7F);
         else
+            // One byte only, so that decoding can fall into step again.
             run += kBadPlace, length = 1;
         bytes.remove_prefix(length);
     }
@@ -42,14 +49,14 @@ Text decodeEucJp(std::string_view bytes)
 
 using Converter = std::unique_ptr<UConverter, decltype(&ucnv_close)>;
 
-// Null for a name that the library doesn't know.
+// Null for a name that ICU doesn't know.
 Converter opened(const std::string& name)
 {
     UErrorCode status = U_ZERO_ERROR;
     return Converter(ucnv_open(name.c_str(), &status), &ucnv_close);
 }
 
-// The library asks for its memory in units, so it isn't handed all at once.
+// Through a small buffer: the whole result would need to be sized in advance.
 Text converted(std::string_view bytes, UConverter* converter)
 {
     constexpr std::size_t kRoom = 4096;
@@ -104,6 +111,8 @@ bool endsWithItsLines(const std::string& name)
     const Converter converter = opened(name);
     if (!converter) return false;
     const UConverterType type = ucnv_getType(converter.get());
+    // The other types have shift states (ISO-2022, HZ, UTF-7) or units wider than a
+    // byte.
     return type == UCNV_SBCS || type == UCNV_MBCS || type == UCNV_LATIN_1;
 }
 

@@ -1,5 +1,5 @@
-// The bytes of one charset into text. What can't be read becomes a character
-// that shows its place.
+// Converts the bytes of one charset to text. What can't be read becomes a visible
+// substitute character.
 #pragma once
 #include "converter/charset_guess.h"
 #include "platform/runtime/text.h"
@@ -9,15 +9,15 @@
 
 namespace tolvek {
 
-// By one of the charsets that aren't Other.
+// For any charset but Other, which is read as code page 932.
 Text decodeAs(std::string_view bytes, Charset charset);
 
-// By a name that the library may know.
+// By ICU's name; decodeNamed reads an unknown one as code page 932.
 bool isKnownName(const std::string& name);
 Text decodeNamed(std::string_view bytes, const std::string& name);
 
-// Whether text under the name may be cut after a LF: no state of it goes on
-// beyond, and LF is no part of another character.
+// Whether text in this charset may be cut after a LF: no shift state continues beyond
+// it, and LF is never part of another character.
 bool endsWithItsLines(const std::string& name);
 
 }

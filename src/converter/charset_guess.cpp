@@ -12,17 +12,17 @@ namespace tolvek {
 
 namespace {
 
-constexpr int kBroken = -20; // a sequence that the charset can't have
+constexpr int kBroken = -20; // a sequence that is invalid in the charset
 constexpr int kKana = 4;     // Japanese text is half kana
 constexpr int kKanji = 1;
-constexpr int kHalfKana = -1; // what EUC-JP looks like when read as code page 932
+constexpr int kHalfKana = -1; // EUC-JP read as code page 932 is full of it
 
 bool within(unsigned char c, int first, int last)
 {
     return c >= first && c <= last;
 }
 
-// What one character at the front is worth, and its length.
+// Score and length of the character at the front.
 struct Step {
     int score;
     std::size_t length;
@@ -35,6 +35,7 @@ Step ansiStep(std::string_view bytes)
     if (c < 0x80) return {0, 1};
     if (within(c, 0xA1, 0xDF)) return {kHalfKana, 1};
     if (!isLeadByte(c) || !isTrailByte(next)) return {kBroken, 1};
+    // Lead bytes 82h and 83h are the rows of hiragana and katakana.
     return {c == 0x82 || c == 0x83 ? kKana : kKanji, 2};
 }
 
@@ -44,9 +45,11 @@ Step eucStep(std::string_view bytes)
     const auto next = static_cast<unsigned char>(bytes.size() > 1 ? bytes[1] : 0);
     const auto third = static_cast<unsigned char>(bytes.size() > 2 ? bytes[2] : 0);
     if (c < 0x80) return {0, 1};
+    // 8Eh: half-width kana. 8Fh: JIS X 0212.
     if (c == 0x8E && within(next, 0xA1, 0xDF)) return {0, 2};
     if (c == 0x8F && within(next, 0xA1, 0xFE) && within(third, 0xA1, 0xFE)) return {0, 3};
     if (!within(c, 0xA1, 0xFE) || !within(next, 0xA1, 0xFE)) return {kBroken, 1};
+    // A4h and A5h are the rows of hiragana and katakana.
     return {c == 0xA4 || c == 0xA5 ? kKana : kKanji, 2};
 }
 
@@ -55,6 +58,7 @@ template <class StepOf> int scoreOf(std::string_view bytes, StepOf stepOf)
     int score = 0;
     while (!bytes.empty()) {
         const Step step = stepOf(bytes);
+        // So that no mail is long enough to overflow the sum.
         score = std::clamp(score + step.score, -1'000'000, 1'000'000);
         bytes.remove_prefix(step.length);
     }
@@ -99,6 +103,7 @@ unsigned char byteAt(std::string_view bytes, std::size_t at)
 bool isAnsiKana(std::string_view bytes)
 {
     const unsigned char trail = byteAt(bytes, 1);
+    // 82h: hiragana; 83h: katakana. Their rows hold other characters too.
     if (byteAt(bytes, 0) == 0x82) return within(trail, 0x9F, 0xF1);
     return byteAt(bytes, 0) == 0x83 && within(trail, 0x40, 0x96);
 }
@@ -108,7 +113,7 @@ bool isEucKana(std::string_view bytes)
     return within(byteAt(bytes, 0), 0xA4, 0xA5) && within(byteAt(bytes, 1), 0xA1, 0xF6);
 }
 
-// What code page 932 would read as half-width kana alone.
+// Whether code page 932 would read the bytes as ASCII and half-width kana only.
 bool isHalfKanaAlone(std::string_view bytes)
 {
     return std::all_of(bytes.begin(), bytes.end(), [](char c) {
@@ -119,6 +124,8 @@ bool isHalfKanaAlone(std::string_view bytes)
 
 bool isJapanese(const Counts& counts, int least)
 {
+    // An eighth of the two-byte characters is far less kana than Japanese text has,
+    // and more than chance gives.
     return !counts.broken && counts.kana >= least && counts.kana * 8 >= counts.characters;
 }
 
@@ -132,21 +139,22 @@ bool isLetter(unsigned char c)
     return isAsciiLetter(c);
 }
 
-// A Western word read as code page 932: a kanji made of an accented letter and
-// the letter after it, in the middle of a word or at its beginning.
+// A Western word read as code page 932: an accented letter and the letter after it
+// look like one kanji, within a word or at its beginning.
 bool looksWestern(bool afterLetter, bool afterKanji, std::string_view pair)
 {
     return isLetter(byteAt(pair, 1)) && (afterLetter || (!afterKanji && isLetter(byteAt(pair, 2))));
 }
 
-// Kana, half-width ones in a row, or kanji that are all assigned and stand as
-// kanji do: what code page 932 is believed for without a label.
+// Without a label, code page 932 is assumed only for bytes with kana, with two
+// half-width kana in a row, or with kanji that are all assigned and in none of the
+// places where a Western word would show them.
 bool readsAsAnsi(std::string_view bytes)
 {
     int doubtful = 0;
     bool afterLetter = false;
     bool afterKanji = false;
-    bool common = false; // a pair that can't be an accented letter and another
+    bool common = false; // a pair that can't be two letters of windows-1252
     for (std::size_t at = 0; at < bytes.size();) {
         const std::string_view rest = bytes.substr(at);
         const Step step = ansiStep(rest);
@@ -154,9 +162,13 @@ bool readsAsAnsi(std::string_view bytes)
         if (isHalfKana(byteAt(rest, 0)) && isHalfKana(byteAt(rest, 1))) return true;
         if (step.length == 2) {
             const Text one = fromAnsi(rest.substr(0, 2));
+            // fromAnsi gives ・ for an unassigned pair; the range is user-defined
+            // characters.
             const bool unassigned =
                 one.size() != 1 || one[0] == u'\u30FB' || (one[0] >= 0xE000 && one[0] <= 0xF8FF);
             doubtful += unassigned || looksWestern(afterLetter, afterKanji, rest) ? 1 : 0;
+            // Of the possible lead bytes, E0h to FCh hold nearly all letters of
+            // windows-1252.
             common = common || byteAt(rest, 0) < 0xE0 || !isLetter(byteAt(rest, 1));
         }
         doubtful += step.score == kBroken ? 1 : 0;
@@ -171,6 +183,8 @@ bool readsAsAnsi(std::string_view bytes)
 
 Charset guessCharset(std::string_view bytes)
 {
+    // JIS, ASCII and UTF-8 are recognised by their form; only after them does
+    // frequency decide. A tie is code page 932.
     if (looksLikeIso2022Jp(bytes)) return Charset::Iso2022Jp;
     if (isAscii(bytes)) return Charset::Ascii;
     if (isMostlyUtf8(bytes)) return Charset::Utf8;
@@ -191,6 +205,7 @@ bool isSurelyUtf8(std::string_view bytes, bool longOnes)
         characters += c >= 0x80 ? 1 : 0;
         longest = std::max(longest, at - begin);
     }
+    // A single two-byte character may be chance; three-byte ones hardly are.
     return longOnes ? characters >= 2 && longest >= 3 : characters >= 2 || longest >= 3;
 }
 
@@ -203,12 +218,13 @@ bool isSurelyEucJp(std::string_view bytes)
 {
     const Counts counts = countsOf(bytes, eucStep, isEucKana);
     return isJapanese(counts, 2) &&
+           // Half-width kana in pairs are valid EUC-JP too, so then half must be kana.
            (!isHalfKanaAlone(bytes) || counts.kana * 2 >= counts.characters);
 }
 
 bool isAscii(std::string_view bytes)
 {
-    // No early end: so the compiler takes many bytes at a time.
+    // Without an early exit the compiler vectorises the loop.
     unsigned char high = 0;
     for (const char c : bytes)
         high |= static_cast<unsigned char>(c);
@@ -226,6 +242,7 @@ bool isMostlyUtf8(std::string_view bytes)
         whole += c >= 0x80 ? 1 : 0;
         broken += c < 0 ? 1 : 0;
     }
+    // Tolerates text that was cut inside a character, or mixed with a few stray bytes.
     return broken == 0 || whole > 2 * broken;
 }
 

@@ -1,9 +1,9 @@
-// What charset bytes without a usable label are in: ISO-2022-JP when an escape
-// is there, else UTF-8 when they are valid UTF-8, else whichever of code page
-// 932 and EUC-JP reads more like Japanese, else windows-1252.
+// Guesses the charset of bytes without a usable label: ISO-2022-JP if there is an
+// escape, else UTF-8 if the bytes are valid UTF-8, else code page 932 or EUC-JP,
+// whichever looks more like Japanese, else windows-1252.
 //
-// Evidence against a label is asked more of than a guess, so that no right
-// label loses by it.
+// Evidence against a label must be stronger than a guess, so that no correct label is
+// overridden.
 #pragma once
 #include <string_view>
 
@@ -14,18 +14,17 @@ enum class Charset { Ascii, Iso2022Jp, Utf8, Ansi, EucJp, Western, Other };
 Charset guessCharset(std::string_view bytes);
 
 bool isAscii(std::string_view bytes);
-// Many more whole characters of UTF-8 than broken ones: the text was cut
-// somewhere, but no other charset makes such sequences by chance.
+// More than twice as many whole UTF-8 characters as broken ones, or none broken: the
+// text was cut somewhere, but no other charset makes such sequences by chance.
 bool isMostlyUtf8(std::string_view bytes);
-bool isValidAnsi(std::string_view bytes); // every lead byte has its trail
+bool isValidAnsi(std::string_view bytes); // every lead byte has a trail byte
 bool isValidEucJp(std::string_view bytes);
 
-// UTF-8 without anything broken, two characters or more beyond ASCII, or one
-// that takes three bytes. Pairs of bytes also occur in other charsets of the
-// East; there `longOnes` asks for both.
+// Valid UTF-8 with at least two characters beyond ASCII, or one of three bytes.
+// Two-byte sequences also occur in other Eastern charsets; `longOnes` requires both.
 bool isSurelyUtf8(std::string_view bytes, bool longOnes);
 
-// Whole, and with as much kana as a Japanese text has. What could be half-width
+// Valid, and with as much kana as Japanese text has. Bytes that could be half-width
 // kana of code page 932 must have more of it to be EUC-JP.
 bool isSurelyAnsi(std::string_view bytes);
 bool isSurelyEucJp(std::string_view bytes);

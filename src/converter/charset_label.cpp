@@ -18,6 +18,7 @@ std::string cleanLabel(std::string_view label)
 Charset charsetOf(const std::string& name)
 {
     static const std::map<std::string, Charset, std::less<>> kNames{
+        // No label, or one that says nothing, allows any guess just as ASCII does.
         {"", Charset::Ascii},
         {"us-ascii", Charset::Ascii},
         {"ascii", Charset::Ascii},
@@ -51,6 +52,8 @@ Charset charsetOf(const std::string& name)
         {"utf-8", Charset::Utf8},
         {"utf8", Charset::Utf8},
         {"unicode-1-1-utf-8", Charset::Utf8}};
+    // The variants (iso-2022-jp-1, -3, -ms) differ in their escapes, which the decoder
+    // takes as they come.
     if (name.starts_with("iso-2022-jp")) return Charset::Iso2022Jp;
     const auto found = kNames.find(name);
     return found == kNames.end() ? Charset::Other : found->second;
@@ -62,6 +65,7 @@ bool isWesternName(const std::string& name)
          {"iso-8859-1", "iso-8859-2", "iso-8859-3", "iso-8859-4", "iso-8859-9", "iso8859-1",
           "latin1", "iso_8859-1", "windows-1250", "windows-1252", "windows-1254", "windows-1257",
           "cp1252"})
+        // "iso-8859-1" also covers -10 to -16, of which -11 is Thai.
         if (name.starts_with(beginning)) return !name.ends_with("-11");
     return false;
 }

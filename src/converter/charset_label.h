@@ -10,20 +10,20 @@ namespace tolvek {
 // Lower case, without quotes, blanks and a language ("euc-jp*ja").
 std::string cleanLabel(std::string_view label);
 
-// These take clean names. Other is whatever the library may know.
+// The functions below take cleaned names. Other: a charset that only ICU may know.
 Charset charsetOf(const std::string& name);
 
-// The charsets in which Japanese bytes are no text of any language. Others, of
-// old systems, have letters where kana begin.
+// Charsets in which Japanese bytes make no text of any language. Others, of old
+// systems, have letters where kana begin.
 bool isWesternName(const std::string& name);
 
-// Mail under this label has windows-1252's characters too.
+// Mail with this label contains the additional characters of windows-1252 too.
 bool isLatin1Name(const std::string& name);
 
-bool isWideName(const std::string& name);    // units of more than a byte, or UTF-7
-bool isEasternName(const std::string& name); // pairs of high bytes are its characters
+bool isWideName(const std::string& name);    // wider units than a byte, or any UTF
+bool isEasternName(const std::string& name); // its characters are pairs of high bytes
 
-// UTF-16 in an order that only the bytes show.
+// UTF-16 whose byte order only the bytes show.
 bool isUtf16Name(const std::string& name);
 
 }

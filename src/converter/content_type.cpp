@@ -8,7 +8,7 @@ namespace tolvek {
 
 namespace {
 
-// A backslash that takes away a meaning. Others are part of a path, or the
+// Whether a backslash escapes the next character. Others belong to a path, or are the
 // second byte of a Shift_JIS character.
 bool isEscape(std::string_view piece, char c, std::string_view rest)
 {
@@ -16,7 +16,7 @@ bool isEscape(std::string_view piece, char c, std::string_view rest)
     return c == '\\' && !half && (rest.starts_with("\"") || rest.starts_with("\\"));
 }
 
-// The piece up to a ";" outside of quotes; it is taken off the front.
+// Takes the piece up to a ";" outside quotes off the front.
 std::string takePiece(std::string_view& rest)
 {
     std::string piece;
@@ -36,7 +36,7 @@ std::string takePiece(std::string_view& rest)
     return std::string(trimSpace(std::string_view(piece)));
 }
 
-// us-ascii'en'value, or only a charset and a value.
+// charset'language'value of RFC 2231, or a charset and a value, or the value alone.
 ParameterValue extendedValue(const std::string& value)
 {
     const std::size_t first = value.find('\'');
@@ -61,6 +61,7 @@ std::string percentDecoded(std::string_view text)
     return out;
 }
 
+// Of one parameter; a real one has a few.
 constexpr int kMostPieces = 100;
 
 }
@@ -72,6 +73,8 @@ std::string ContentType::parameter(const std::string& name) const
 
 ParameterValue ContentType::fullParameter(const std::string& name) const
 {
+    // A plain parameter comes before the extended one (name*), and that before the
+    // numbered pieces (name*0, name*1*).
     const auto find = [this](const std::string& full) { return parameters.find(full); };
     if (const auto plain = find(name); plain != parameters.end()) return {plain->second, {}};
     ParameterValue value;
@@ -85,6 +88,7 @@ ParameterValue ContentType::fullParameter(const std::string& name) const
         const auto found = find(numbered + (coded ? "*" : ""));
         if (found == parameters.end()) break;
         ParameterValue part{found->second, value.charset};
+        // Only the first piece states the charset.
         if (coded && piece == 0) part = extendedValue(part.bytes);
         value.charset = part.charset;
         value.bytes += coded ? percentDecoded(part.bytes) : part.bytes;
@@ -96,6 +100,7 @@ ContentType parseContentType(std::string_view value)
 {
     ContentType content;
     content.type = lowerAscii(takePiece(value));
+    // Some programs append a comment, or a parameter without the semicolon.
     content.type.erase(std::min(content.type.find_first_of(" \t\n("), content.type.size()));
     while (!value.empty()) {
         const std::string piece = takePiece(value);
@@ -103,6 +108,7 @@ ContentType parseContentType(std::string_view value)
         if (equals == std::string::npos) continue;
         std::string name = lowerAscii(trimSpace(std::string_view(piece).substr(0, equals)));
         std::string text(trimSpace(std::string_view(piece).substr(equals + 1)));
+        // Of two parameters of one name the first counts.
         content.parameters.emplace(std::move(name), std::move(text));
     }
     return content;

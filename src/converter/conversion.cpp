@@ -36,13 +36,14 @@ Text firstOf(const HeaderFields& fields, std::initializer_list<std::string_view>
 
 Text senderOf(const HeaderFields& fields, const std::string& separator)
 {
+    // From names the writer; the others are increasingly technical.
     const Text sender = firstOf(fields, {"from", "sender", "reply-to", "return-path"});
     return sender.empty() ? mailboxValue(firstMailbox(separatorSender(separator))) : sender;
 }
 
 using Found = std::optional<MailDate>;
 
-constexpr int kFirstYear = 1985; // no mail of this form is older
+constexpr int kFirstYear = 1985; // no Internet mail is older; a clock that was never set gives less
 constexpr std::int64_t kMargin = 2 * 24 * 3600;
 
 Found firstDate(const std::vector<std::string>& values)
@@ -52,7 +53,8 @@ Found firstDate(const std::vector<std::string>& values)
     return std::nullopt;
 }
 
-// What the stamps of a mail's way say, the newest first.
+// The dates of the Received fields, the newest first, as each server puts its own on
+// top.
 std::vector<std::string> stampDates(const HeaderFields& fields)
 {
     std::vector<std::string> dates;
@@ -67,8 +69,8 @@ bool isPossible(const Found& date)
     return date && date->year >= kFirstYear;
 }
 
-// A clock that was never set, or is years ahead: a mail isn't received before
-// it was sent. Two days are left for zones that are wrong.
+// A clock that was never set, or is ahead: no mail is received before it was sent. Two
+// days are allowed for wrong zones.
 bool isDoubtful(const MailDate& date, const Found& newestStamp)
 {
     const bool ahead =
@@ -76,11 +78,13 @@ bool isDoubtful(const MailDate& date, const Found& newestStamp)
     return date.year < kFirstYear || ahead;
 }
 
-// The sender's own date, else that of a later hand, the oldest stamp of the
-// way, the mbox's; else the nearest to what the sender's date says.
+// The sender's date unless it is doubtful; else the date of resending or delivery, the
+// oldest Received field, the mbox separator, the doubtful date, and at last the date
+// nearest to what the sender's says.
 std::string dateOf(const HeaderFields& fields, const std::string& separator)
 {
     std::vector<std::string> stamps = stampDates(fields);
+    // Resent-Date and Delivery-Date replace a missing Date, but not a doubtful one.
     const Found sent = firstDate(fields.values("date"));
     if (sent && !isDoubtful(*sent, firstDate(stamps))) return formatMailDate(*sent);
     std::reverse(stamps.begin(), stamps.end());
@@ -94,6 +98,7 @@ std::string dateOf(const HeaderFields& fields, const std::string& separator)
     return date ? formatMailDate(*date) : std::string();
 }
 
+// The count is handed out in 16 bits; beyond, it stays at its largest value.
 constexpr int kMost = std::numeric_limits<std::int16_t>::max();
 
 struct DatedFile {
@@ -108,7 +113,7 @@ std::string dateOfFirst(const std::filesystem::path& path)
     return mails.next(mail) ? dateOf(HeaderFields(mail.head), mail.separator) : std::string();
 }
 
-// What can't be read comes first; it is passed over when its turn comes.
+// Unreadable files sort first; readMessage leaves them out.
 std::int64_t secondsOfFile(const std::filesystem::path& path)
 {
     try {
@@ -119,7 +124,7 @@ std::int64_t secondsOfFile(const std::filesystem::path& path)
     }
 }
 
-// A file's mails; false when it holds none that can be read.
+// Writes a file's mails; false if none can be read.
 bool readMessage(const std::filesystem::path& path, TempFile& temp, int& count)
 {
     try {
@@ -146,6 +151,7 @@ Conversion writeFolder(const std::filesystem::path& folder, const std::filesyste
     std::vector<DatedFile> dated;
     for (const std::filesystem::path& path : *files)
         dated.push_back({path, secondsOfFile(path)});
+    // Stable: files of one date stay in the order of their names.
     std::stable_sort(dated.begin(), dated.end(),
                      [](const auto& a, const auto& b) { return a.seconds < b.seconds; });
     TempFile temp(tempFile);
@@ -160,7 +166,8 @@ Conversion writeFolder(const std::filesystem::path& folder, const std::filesyste
 
 using NextMail = std::function<bool(RawMail&)>;
 
-// Each mail is held back until the next one has come: the last may be half of one.
+// Each mail is written only when the next one has come, as the last one of a growing
+// box may be incomplete.
 Conversion writeMails(const NextMail& next, const BoxChanges& changes,
                       const std::filesystem::path& tempFile)
 {
@@ -174,6 +181,7 @@ Conversion writeMails(const NextMail& next, const BoxChanges& changes,
         if (last) writeMail(temp, *last);
         last = convertMail(mail);
     }
+    // Without commit() the temp file is discarded.
     if (changes.kind() == BoxChanges::Kind::Rewritten) return {ConversionStatus::Changing, 0};
     if (count > 0 && changes.kind() == BoxChanges::Kind::Grown)
         --count;
@@ -188,7 +196,7 @@ template <class Mails> NextMail nextOf(std::shared_ptr<Mails> mails)
     return [mails](RawMail& mail) { return mails->next(mail); };
 }
 
-// Empty for what isn't known for certain.
+// Empty for a file that isn't recognised for certain.
 NextMail openedBox(const std::filesystem::path& mailFile)
 {
     const MailFileKind kind = recogniseFile(mailFile);
@@ -197,14 +205,16 @@ NextMail openedBox(const std::filesystem::path& mailFile)
     return nextOf(std::make_shared<CarvedMails>(mailFile));
 }
 
-// A box that this user may not read is that box's own affair; a failing device isn't.
+// A box that this user may not read concerns that box alone; a failing device doesn't.
 Conversion convertOnce(const std::filesystem::path& mailFile, const std::filesystem::path& tempFile)
 {
+    // Before the box is opened, so that no change goes unnoticed.
     const BoxChanges changes(mailFile);
     NextMail next;
     try {
         next = openedBox(mailFile);
     } catch (const std::system_error& failure) {
+        // A failing device isn't this file's own fault and ends the whole conversion.
         if (failure.code() == std::errc::io_error) throw;
         return {ConversionStatus::Failed, 0};
     }
@@ -230,6 +240,8 @@ Conversion convertMailBox(const std::filesystem::path& mailFile,
         if (const auto folder = folderOfBox(mailFile); !folder.empty())
             return writeFolder(folder, tempFile);
         Conversion conversion = convertOnce(mailFile, tempFile);
+        // A mail program rewrites a box in moments; a later attempt usually finds it
+        // at rest.
         for (int n = 1; n < kAttempts && conversion.status == ConversionStatus::Changing; ++n)
             conversion = convertOnce(mailFile, tempFile);
         return conversion;

@@ -1,4 +1,4 @@
-// One mail box into the temp file.
+// Converts one mail box to the temp file.
 #pragma once
 #include "converter/mail_file.h"
 #include "converter/temp_file.h"
@@ -11,27 +11,26 @@ namespace tolvek {
 
 enum class ConversionStatus : std::int16_t {
     Converted = 0,  // also for an empty box
-    Unreadable = 1, // not there, or nothing that is known for certain
-    Failed = 3,     // reading or writing failed; an older temp file stays
+    Unreadable = 1, // missing, or not recognised for certain
+    Failed = 3,     // reading or writing failed; an older temp file is kept
     Incomplete = 4, // of a friend book: a file of it was left out
-    Changing = 5    // written anew while it was read; to be read another time
+    Changing = 5    // rewritten while it was read; to be read another time
 };
 
 struct Conversion {
     ConversionStatus status = ConversionStatus::Failed;
     std::int16_t count = 0; // 0 unless Converted or Incomplete; 32767 of more mails
     int leftOut = 0;        // files of a folder that couldn't be read
-    // With Failed: what failed, if every other box would meet it too; of a friend book,
-    // why the temp file couldn't be written.
+    // With Failed: the cause, if it would affect every other box too; for a friend
+    // book, why the temp file couldn't be written.
     std::error_code failure = {};
 };
 
-// The box is a file, or a folder of single messages: these by date, then by name,
-// and one without any date under its file's.
+// The box is a file, or a folder of single messages. These are sorted by date, then by
+// name; one without any date gets its file's.
 //
-// Memory stays at the size of the largest two mails. The last mail of a box that
-// grows meanwhile is left out. Never throws std::system_error;
-// that is Failed.
+// Memory use is bounded by the two largest mails. The last mail of a box that grows
+// meanwhile is left out. Never throws std::system_error; that is Failed.
 Conversion convertMailBox(const std::filesystem::path& mailFile,
                           const std::filesystem::path& tempFile);
 

@@ -13,7 +13,7 @@ namespace tolvek {
 namespace {
 
 constexpr std::size_t kFields = 5;
-constexpr std::size_t kLongestRecord = 1 << 15; // with line ends inside
+constexpr std::size_t kLongestRecord = 1 << 15; // characters, with line ends inside
 
 bool isLineEnd(char16_t unit)
 {
@@ -30,6 +30,8 @@ public:
         fields_.clear();
         if (at_ >= text_.size()) return false;
         const std::size_t begin = at_;
+        // After a broken record only its first line is skipped, so one missing quote
+        // costs one line; the length limit keeps the search for it linear.
         if (record(begin + kLongestRecord)) return true;
         fields_.clear();
         at_ = begin;
@@ -70,6 +72,7 @@ private:
             const bool quote = text_[at_] == u'"';
             if (quote && !(at_ + 1 < text_.size() && text_[at_ + 1] == u'"'))
                 return closed(std::move(field));
+            // A doubled quote stands for one.
             if (quote) ++at_;
             field += text_[at_];
         }
@@ -84,7 +87,8 @@ private:
         return ended() || text_[at_] == u',';
     }
 
-    // Empty fields behind the fifth are commas that a table program put there.
+    // Empty fields after the fifth are commas that a spreadsheet added. The first one
+    // with a value is kept, so that the record is refused.
     void keep(Text field)
     {
         const bool beyond = fields_.size() >= kFields;
@@ -125,9 +129,11 @@ int mailsOf(TextView number)
 
 void handOn(std::vector<Text> fields, const FriendSink& sink)
 {
+    // A broken record has no fields; one with more isn't this form.
     if (fields.empty() || fields.size() > kFields) return;
     fields.resize(kFields);
     const Text count = trim(fields[4]);
+    // A heading line has text in this column.
     if (!count.empty() && !isNumeric(count)) return;
     sink({trim(fields[0]), fields[1], fields[2], fields[3], count.empty() ? 0 : mailsOf(count)});
 }

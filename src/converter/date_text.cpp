@@ -13,6 +13,8 @@ namespace tolvek {
 
 namespace {
 
+// Most fields are plain ASCII and skip the decoding. A byte of 80h or more is negative
+// as char, so it fails the comparison too.
 bool isPlain(std::string_view field)
 {
     return std::all_of(field.begin(), field.end(), [](char c) { return c >= 0x09; }) &&
@@ -26,6 +28,7 @@ std::string withoutComments(std::string_view text)
     int depth = 0;
     for (const char c : text) {
         if (c == '(') ++depth;
+        // kYearFirst is a control itself and must survive.
         const bool control = c >= 0 && c < 0x20 && c != kYearFirst;
         if (depth == 0) out += c == '"' || c == '\'' || control ? ' ' : c;
         if (c == ')' && depth > 0) --depth;
@@ -38,6 +41,8 @@ struct Writing {
     std::string_view ascii;
 };
 
+// The first match counts: longer writings come before their beginnings (元年 before 年,
+// 月曜 before 月).
 constexpr std::array<Writing, 24> kWritings{
     {{u"明治", "M"},     {u"大正", "T"},  {u"昭和", "S"},  {u"平成", "H"}, {u"令和", "R"},
      {u"元年", "1\x01"}, {u"年", "\x01"}, {u"月曜", " "},  {u"日曜", " "}, {u"月", "\x01"},
@@ -65,7 +70,7 @@ Text withoutMarks(TextView text)
     return plain;
 }
 
-// Kanji and kana that mean nothing here are blanks; letters of a month's name stay.
+// Other kanji and kana are blanks; letters of foreign month names stay.
 std::string otherCharacter(char16_t unit)
 {
     if (unit < 0x80) return {static_cast<char>(unit)};
@@ -83,6 +88,7 @@ std::string asciiOf(TextView text)
         const bool known = found != kWritings.end();
         out += known ? std::string(found->ascii) : otherCharacter(text.front());
         text.remove_prefix(known ? found->text.size() : 1);
+        // "平成 10年": the digit must follow the letter of the era directly.
         while (known && isEra(found->ascii) &&
                (text.starts_with(u" ") || text.starts_with(u"\u3000")))
             text.remove_prefix(1);
@@ -90,11 +96,12 @@ std::string asciiOf(TextView text)
     return out;
 }
 
-// Hangul is taken apart by the decomposition, so the writings come first.
+// The replacements come before the decomposition, which would split Hangul syllables.
 std::string readable(std::string_view field)
 {
     Text text = decodeEncodedWords(unfoldedText(field));
     for (char16_t& unit : text) {
+        // full-width ASCII
         if (unit >= 0xFF01 && unit <= 0xFF5E) unit = static_cast<char16_t>(unit - 0xFEE0);
         if (unit == 0x3000) unit = u' ';
     }

@@ -21,26 +21,28 @@ bool isBase64Unit(char16_t unit)
            unit == u'=';
 }
 
-// Content length and the length of the end mark behind it (0 when missing).
+// Length of the content, and of the end mark after it (0 when missing).
 struct Extent {
     std::size_t content;
     std::size_t mark;
 };
 
-// Up to "?=", and no further than to what can't belong to a word: a field may
-// hold thousands of beginnings.
+// Up to "?=", but not past the first character that can't belong to a word: a field
+// may contain thousands of word beginnings, and the cost must stay linear.
 Extent base64Extent(TextView rest)
 {
     const auto fits = [](char16_t unit) { return isBase64Unit(unit) || isAsciiSpace(unit); };
     const auto end = std::find_if_not(rest.begin(), rest.end(), fits);
     const auto length = static_cast<std::size_t>(end - rest.begin());
     if (rest.substr(length).starts_with(u"?=")) return {length, 2};
+    // Without the end mark a blank ends the word; a single "?" is what a cut mark
+    // left.
     const auto stop = std::find_if_not(rest.begin(), end, isBase64Unit);
     const auto run = static_cast<std::size_t>(stop - rest.begin());
     return {run, rest.substr(run).starts_with(u"?") ? 1u : 0u};
 }
 
-// The length up to "?=" with no other word's "=?" before it; npos without that.
+// The length up to "?=" if no "=?" of another word comes first; else npos.
 std::size_t quotedLength(TextView rest)
 {
     for (std::size_t at = rest.find(u'?'); at != TextView::npos; at = rest.find(u'?', at + 1)) {
@@ -54,6 +56,7 @@ Extent quotedExtent(TextView rest)
 {
     const std::size_t end = quotedLength(rest);
     if (end != TextView::npos) return {end, 2};
+    // Without the end mark a blank ends the word.
     return {std::min(rest.find_first_of(u" \t\n"), rest.size()), 0};
 }
 
@@ -69,7 +72,7 @@ std::size_t blankLength(TextView text)
     return static_cast<std::size_t>(stop - text.begin());
 }
 
-// Base64 that ends inside a group goes on in the next word when the two
+// Base64 that ends inside a group of four continues in the next word if the two
 // together are whole.
 bool goesOn(const EncodedWord& word, const EncodedWord& next)
 {
@@ -80,6 +83,7 @@ bool goesOn(const EncodedWord& word, const EncodedWord& next)
 void join(EncodedWord& word, const EncodedWord& next)
 {
     if (goesOn(word, next)) {
+        // The cut group is taken back and decoded again with the rest of it.
         const std::size_t whole = word.coded.size() / 4 * 4;
         word.bytes.resize(word.bytes.size() - decodeBase64(word.coded.substr(whole)).size());
         word.coded.erase(0, whole);
@@ -91,7 +95,7 @@ void join(EncodedWord& word, const EncodedWord& next)
     }
 }
 
-// "=?label?B?" and its length; 0 when none begins there.
+// The "=?label?B?" at a position and its length; 0 if none begins there.
 struct WordBegin {
     TextView label;
     bool base64 = false;
@@ -106,12 +110,15 @@ WordBegin wordBegin(TextView text, std::size_t position)
     const auto size = static_cast<std::size_t>(label - rest.begin());
     const TextView kind = rest.substr(size).substr(0, 3);
     if (size == 0 || kind.size() < 3 || kind[0] != u'?' || kind[2] != u'?') return {};
+    // lower case
     const char16_t letter = kind[1] | 0x20;
     if (letter != u'b' && letter != u'q') return {};
     return {rest.substr(0, size), letter == u'b', 2 + size + 3};
 }
 
-// Decodes the row of adjacent words that begins with `word`; gives its length.
+// Decodes the adjacent words from `word` on and returns their length in the text.
+// Bytes are converted only where charset or encoding changes: senders split characters
+// between words.
 std::size_t appendRow(Text& out, TextView text, std::size_t position, EncodedWord word)
 {
     std::size_t end = position + word.length;

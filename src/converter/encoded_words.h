@@ -1,10 +1,9 @@
 // Encoded words of header fields (RFC 2047), as they were really sent.
 //
-// Found wherever they stand: inside quotes and comments, without blanks
-// around, with raw blanks in Q, without padding or "?=". Adjacent words of one
-// charset and encoding are decoded word by word, their bytes joined and
-// converted once, which mends characters that were split between two words; so
-// is base64 that was cut inside one of its groups.
+// They are found anywhere: inside quotes and comments, without blanks around, with raw
+// blanks in Q, without padding or "?=". Adjacent words of one charset and encoding are
+// joined as bytes and converted once, which repairs characters that were split between
+// two words, and base64 that was cut inside a group.
 #pragma once
 #include "platform/runtime/text.h"
 
@@ -19,14 +18,14 @@ struct EncodedWord {
     std::string charset;
     bool base64 = false;
     std::string bytes;      // transfer decoding undone, charset not
-    std::string coded;      // the content as it stands
+    std::string coded;      // the content, still encoded
     std::size_t length = 0; // in the text; 0 when no word begins there
 };
 EncodedWord encodedWordAt(TextView text, std::size_t position);
-// Of a word that has its end mark, else 0.
+// The length of a word that has its end mark, else 0.
 std::size_t closedWordLength(TextView text, std::size_t position);
 
-// Raw field value (folds as LF) to text without folds, words still encoded.
+// Converts a raw field value (folds as LF) to text without folds; encoded words stay.
 Text unfoldedText(std::string_view rawValue);
 
 }

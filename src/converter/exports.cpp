@@ -13,7 +13,7 @@ namespace tolvek {
 
 namespace {
 
-// The callers can't see an exception: each failure is a status of its own.
+// An exception must not cross the C interface; it becomes the status of a failure.
 template <class Work> Conversion guarded(Work work)
 {
     try {
@@ -29,8 +29,8 @@ void tell(const Conversion& conversion, std::int16_t* count, std::int16_t* statu
     if (status != nullptr) *status = static_cast<std::int16_t>(conversion.status);
 }
 
-// As written when it is there, else as the program looks for names: without
-// regard to case and to composed or decomposed kana.
+// The path as given if it exists, else matched as the program matches names: ignoring
+// case and the composition of kana.
 std::filesystem::path foundPath(const std::string& bytes)
 {
     if (bytes.empty() || entryExists(bytes)) return bytes;
@@ -60,7 +60,7 @@ Conversion friendEdit(const StrChangeRec* folder, const StrChangeRec* tempFile)
     return convertFriendBook(foundPath(textOf(*folder)), textOf(*tempFile));
 }
 
-// A text that can't be decoded is handed back as it came.
+// If decoding fails, the text is returned unchanged.
 ChangedText changed(const StrChangeRec& input)
 {
     const std::string text = textOf(input);

@@ -1,10 +1,9 @@
-// The C exports of the converter library "Tolvek" and their records: the three
-// that any such library has, and one for this program alone.
+// The C exports of the converter library "Tolvek" and their records: the three of the
+// established interface, and one for this program alone.
 //
-// Every record is a fixed field: the text, a NUL, blanks to the end. Paths are
-// in the file system's own encoding, texts in code page 932. The functions
-// never throw and never keep what they were given; their own return value
-// means nothing where nothing is said of it.
+// Every record is a fixed field: the text, a NUL, blanks to the end. Paths are in the
+// file system's encoding, texts in code page 932. The functions never throw and keep
+// no pointer; their return value has a meaning only where one is stated.
 #pragma once
 #include <cstdint>
 
@@ -24,30 +23,30 @@ struct StrChangeRec {
     char bytes[4608];
 };
 
-// Turns one mail box (list file, mail file) into the temp file. count: mails
-// written; 32767 when there are more, as the count can't hold them. status: 0
-// when the conversion worked (also for an empty box), any other value when
-// nothing can be read; written on every call. The last mail of a box that grows
-// meanwhile may be half of one and is left for the next read.
+// Converts one mail box (list file, mail file) to the temp file. count: mails written,
+// at most 32767, even if there are more. status: 0 if the conversion worked (also for
+// an empty box), any other value if nothing can be read; written on every call. The
+// last mail of a box that grows meanwhile may be incomplete and is left for the next
+// read.
 TOLVEK_EXPORT int Tolvek_Edit(TolvekPath* listFile, TolvekPath* mailFile, TolvekPath* tempFile,
                               std::int16_t* count, std::int16_t* status);
 
-// The same with paths of any length, each ended by a NUL. Returns 0, or the
-// system's number of a failure that isn't this box's own: the device fails, or the
-// temp file can't be written. A box that this user may not read is a status alone.
+// The same with paths of any length, each ended by a NUL. Returns 0, or the system's
+// error number if the failure isn't limited to this box: the device fails, or the temp
+// file can't be written. A box that this user may not read gives a status alone.
 TOLVEK_EXPORT int Tolvek_EditFiles(const char* listFile, const char* mailFile, const char* tempFile,
                                    std::int16_t* count, std::int16_t* status);
 
-// Writes the friend book of a folder into the temp file. count: friends written;
-// with 0 of them nothing is written, and an older file stays. status: 0 when
-// every file of the book was read, otherwise the folder isn't there, a file of
-// it was left out (count tells the others'), or reading or writing failed. A
-// file that would bring the book beyond 32767 friends is left out. Returns 0, or the
-// system's number of what kept the temp file from being written.
+// Writes the friend book of a folder to the temp file. count: friends written; if
+// there are none, nothing is written and an older file is kept. status: 0 if every
+// file of the book was read; otherwise the folder is missing, a file was left out
+// (count is that of the others), or reading or writing failed. A file that would bring
+// the book above 32767 friends is left out. Returns 0, or the system's error number if
+// the temp file couldn't be written.
 TOLVEK_EXPORT int TolvekFriend_Edit(StrChangeRec* folder, StrChangeRec* tempFile,
                                     std::int16_t* count, std::int16_t* status);
 
-// Decodes a text: encoded words (only in a text without line ends), then
-// escapes, then the single quote. length: of the result, in characters.
+// Decodes a text: encoded words (only in a text without line ends), then JIS escapes,
+// then the single quote. length: of the result, in characters.
 TOLVEK_EXPORT int Mail_StrChange(StrChangeRec* input, StrChangeRec* output, std::int16_t* length);
 }

@@ -26,13 +26,15 @@ Text marks(std::size_t depth)
 Text unflowed(TextView text, bool deleteBlank)
 {
     Text out;
-    bool open = false; // the line before goes on
+    bool open = false; // the line before continues
     std::size_t depthBefore = 0;
     while (!text.empty()) {
         TextView line = takeLine(text);
         const std::size_t depth = std::min(line.find_first_not_of(u'>'), line.size());
         line.remove_prefix(depth);
+        // Senders put a blank before lines that begin with a blank, ">" or "From ".
         if (line.starts_with(u" ")) line.remove_prefix(1);
+        // The signature mark ends in a blank but never joins a paragraph.
         const bool signature = line == u"-- ";
         const bool joined = open && depth == depthBefore && !signature;
         if (open && !joined) out += u'\n';

@@ -30,6 +30,8 @@ ReadBook readerOf(const std::filesystem::path& name)
 std::vector<std::filesystem::path> bookNames(const std::filesystem::path& folder)
 {
     std::vector<std::string> names = fileNames(folder);
+    // Folders have no order of their own, and the first of several equal addresses
+    // wins.
     std::sort(names.begin(), names.end());
     std::vector<std::filesystem::path> books;
     for (const std::string& name : names)
@@ -38,8 +40,8 @@ std::vector<std::filesystem::path> bookNames(const std::filesystem::path& folder
     return books;
 }
 
-// The friends of all files, each address once. The program's look-up of an
-// address knows no case either.
+// The friends of all files, each address once. The program compares addresses without
+// case too. The entries of the current file are kept apart until it is known to fit.
 class Friends {
 public:
     void add(const FriendEntry& entry)
@@ -52,7 +54,7 @@ public:
         newLines_ += record->line;
         tooMany_ = count() + newKeys_.size() > kMost;
     }
-    // False when the file's friends are too many for the count.
+    // Ends a file; false if its friends would exceed the count.
     bool endFile()
     {
         const bool fits = !std::exchange(tooMany_, false);
@@ -71,7 +73,7 @@ private:
     bool tooMany_ = false;
 };
 
-// False when the file is left out.
+// False if the file is left out.
 bool readFile(const std::filesystem::path& path, Friends& friends)
 {
     try {
@@ -102,6 +104,7 @@ Conversion writeFriends(const std::filesystem::path& folder, const std::filesyst
     bool whole = true;
     for (const std::filesystem::path& name : bookNames(folder))
         whole = readFile(folder / name, friends) && whole;
+    // An empty book must not replace the Friend.Tmp of an earlier one.
     if (friends.count() > 0)
         if (const std::error_code failure = writeLines(friends.lines(), tempFile))
             return {ConversionStatus::Failed, 0, 0, failure};

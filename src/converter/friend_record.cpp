@@ -24,14 +24,15 @@ Text withoutControls(TextView text)
     Text kept;
     for (std::size_t at = 0; at < text.size(); ++at) {
         const bool control = isControl(text[at]);
+        // a run of controls becomes one blank
         if (control && at > 0 && isControl(text[at - 1])) continue;
         kept += control ? u' ' : text[at];
     }
     return kept;
 }
 
-// Quotes end the reader's field or its statement, brackets and the like are
-// never part of a bare address, and the last three stand where bytes were lost.
+// Quotes would end the reader's field or its SQL statement; brackets and the like are
+// never part of a bare address; the last three characters mark lost bytes.
 bool isForbidden(char16_t unit)
 {
     constexpr TextView kForbidden = u" \u3000\t'\"’|<>(),;:\\\uFFFD・〓";
@@ -62,12 +63,14 @@ Text friendText(TextView written)
 {
     Text text = plainLine(withoutControls(written));
     std::replace(text.begin(), text.end(), u'"', u'’');
+    // Cut after the conversion, since the column counts what is stored; the cut may
+    // leave a blank at the end.
     return rtrim(left(trim(keptToAnsi(text)), kFriendColumn));
 }
 
 Text friendAddress(TextView written)
 {
-    // The single quote is looked for before plainLine makes another one of it.
+    // Looked for in the original: folding would turn the single quote into ’.
     const bool quote = written.find(u'\'') != TextView::npos;
     const Text address = withoutMailto(trim(foldedLine(withoutControls(written))));
     const std::size_t at = address.find(u'@');

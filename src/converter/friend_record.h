@@ -1,10 +1,10 @@
-// One friend as a record of Friend.Tmp: pet kind, pet's name, friend's name,
-// address, mail count, as the program's field input reads them.
+// One friend as a record of Friend.Tmp: pet kind, pet's name, friend's name, address,
+// mail count, as the program's field input parses them.
 //
-// The reader gives up its whole file at a record that it can't store, so
-// whatever could be one isn't written: the friend is left out. Texts stand in
-// double quotes, and the reader knows no doubled quote: a quote inside becomes
-// ’, which is what the friend table would hold in the end.
+// The reader abandons the whole file at a record that it can't store, so such a friend
+// is left out here. Texts are in double quotes, and the reader knows no doubled quote:
+// a quote inside becomes ’, which is also what the friend table would contain in the
+// end.
 #pragma once
 #include "platform/runtime/text.h"
 
@@ -15,23 +15,23 @@
 namespace tolvek {
 
 struct FriendEntry {
-    Text kind; // the pet's code, "1" to "9" without "5"; anything else tells no kind
+    Text kind; // the pet's code, "1" to "9" without "5"; anything else is no kind
     Text pet, name, address;
-    int mails = 0; // out of the count's 16 bits: 0
+    int mails = 0; // written as 0 if it exceeds 16 bits
 };
 
 using FriendSink = std::function<void(const FriendEntry&)>;
 
-// What one column of the friend table holds, in characters.
+// The width of a text column of the friend table, in characters.
 inline constexpr int kFriendColumn = 64;
 
-// A name as the record bears it: a run of controls is one blank, no quotes,
-// characters beyond code page 932 are 〓, at most kFriendColumn characters.
+// A name in the form for the record: runs of controls become one blank, quotes ’,
+// characters beyond code page 932 〓; at most kFriendColumn characters.
 Text friendText(TextView written);
 
-// An address as the record bears it, "" when it can't be stored as it stands:
-// no "@", blanks or controls inside, characters of the headings' grammar or
-// beyond code page 932, too long. A "mailto:" in front isn't part of it.
+// An address in the form for the record, or "" if it can't be stored unchanged: no
+// "@", blanks or controls inside, characters of the header grammar or beyond code page
+// 932, too long. A leading "mailto:" is removed.
 Text friendAddress(TextView written);
 
 struct FriendRecord {
