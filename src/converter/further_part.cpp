@@ -21,11 +21,11 @@ Text withCommas(std::size_t number)
     return digits;
 }
 
-// A name may bring the path of the sender's machine. A backslash is half a
-// character in some charsets, so it is looked for in the text.
+// A name may include a path of the sender's machine. The search is done after
+// decoding, as a backslash is half a character in some charsets.
 Text withoutFolders(const Text& name)
 {
-    return name.substr(name.find_last_of(u"/\\") + 1); // npos + 1 is the whole
+    return name.substr(name.find_last_of(u"/\\") + 1); // npos + 1 is 0
 }
 
 Text textOf(const ParameterValue& value)
@@ -47,12 +47,14 @@ Text partName(const HeaderFields& fields, const ContentType& content)
 std::size_t decodedSize(std::string_view body, std::string_view encoding)
 {
     if (isBase64Name(encoding)) {
+        // Counted instead of decoded: attachments are large.
         const auto units = std::count_if(body.begin(), body.end(), [](char c) {
             return c != '=' && !isAsciiSpace(static_cast<unsigned char>(c));
         });
         return static_cast<std::size_t>(units) * 3 / 4;
     }
-    const std::size_t end = body.ends_with("\n") ? 1 : 0; // the boundary's own
+    const std::size_t end =
+        body.ends_with("\n") ? 1 : 0; // the line end before a boundary belongs to it
     if (isUuencodeName(encoding)) return uuencodedIn(body).size;
     return decodeTransfer(body.substr(0, body.size() - end), encoding).size();
 }

@@ -1,4 +1,4 @@
-// What a mail holds beside its text, in one line each: name, type and size.
+// One line for each part of a mail besides its text: name, type and size.
 #pragma once
 #include "converter/content_type.h"
 #include "converter/header_fields.h"
@@ -8,11 +8,11 @@
 
 namespace tolvek {
 
-// By Content-Disposition, else by Content-Type; RFC 2231, encoded words and raw
-// bytes read, without folders. Empty when there is none.
+// The name by Content-Disposition, else by Content-Type; RFC 2231, encoded words and
+// raw bytes are decoded, folders removed. Empty if there is none.
 Text partName(const HeaderFields& fields, const ContentType& content);
 
-// Bytes of what a transfer encoding holds.
+// The size in bytes after transfer decoding.
 std::size_t decodedSize(std::string_view body, std::string_view encoding);
 
 // （添付: name、type、12,345 バイト）

@@ -15,7 +15,7 @@ constexpr char kEsc = 0x1B;
 constexpr std::size_t kLongestHead = 1000;     // lines
 constexpr std::size_t kLargestHead = 1u << 20; // bytes
 constexpr std::size_t kLongestGap = 60;        // lines between the fields of a broken head
-constexpr std::size_t kFoldedLength = 60;      // from here on programs fold
+constexpr std::size_t kFoldedLength = 60;      // columns; programs fold lines about here
 
 template <std::size_t N>
 bool isOneOf(const std::array<std::string_view, N>& names, std::string_view name)
@@ -46,12 +46,15 @@ void count(HeaderBlock& block, std::string_view line)
     block.addressed = block.to || block.subject || block.addressed || equalsAscii(name, "cc");
     block.trace = block.trace || isTrace(name);
     if (equalsAscii(name, "date"))
+        // Strictly: a word such as "date: tomorrow" begins no mail.
         block.date = parseMailDate(line.substr(line.find(':') + 1)).has_value();
 }
 
-// False when the line ends the block.
+// Takes a line into the block; false if it ends the block.
 bool take(HeaderBlock& block, std::string_view line)
 {
+    // A fold of blanks alone ends the block like an empty line: gateways leave such
+    // lines.
     const bool fold = block.lines > 0 && !line.empty() && (line[0] == ' ' || line[0] == '\t');
     if (line.empty() || (fold && isBlankLine(line))) {
         block.ended = block.lines > 0;
@@ -64,6 +67,7 @@ bool take(HeaderBlock& block, std::string_view line)
     return true;
 }
 
+// "name=..." or "charset=...": a parameter of Content-Type whose fold lost its blank.
 bool beginsWithParameter(std::string_view line)
 {
     const std::size_t equals = line.find('=');
@@ -95,6 +99,7 @@ bool isEnvelopeLine(std::string_view line)
         "HELO ", "EHLO ", "LHLO ", "MAIL FROM:", "RCPT TO:", "TICK ", "VERB ", "+OK "};
     static constexpr std::array<std::string_view, 5> kWords{"DATA", "RSET", "NOOP", "QUIT", "+OK"};
     const std::string_view text = trimSpace(line);
+    // An SMTP reply: three digits of which the first is 2 to 5, then a blank or "-".
     const bool answer = text.size() >= 4 && text.find_first_not_of("0123456789") == 3 &&
                         text[0] >= '2' && text[0] <= '5' && (text[3] == ' ' || text[3] == '-');
     return answer || isOneOf(kWords, text) ||
@@ -109,6 +114,7 @@ HeaderBlock blockAhead(LineSource& lines, std::size_t index, std::string_view fi
     if (!first.empty() && !take(block, first)) return block;
     while (block.lines < kLongestHead && block.bytes < kLargestHead) {
         const std::string* line = lines.ahead(index++);
+        // The end of the file ends a block too: the mail may have no text.
         if (line == nullptr) block.ended = block.lines > 0;
         if (line == nullptr || !take(block, *line)) return block;
     }
@@ -127,6 +133,9 @@ std::size_t linesToOwnField(LineSource& lines)
 
 bool isBrokenFold(std::string_view before, std::string_view line)
 {
+    // Only a continuation begins with an encoded word, JIS, an address in brackets or
+    // 8-bit text. Anything else counts as one only if the line before looks
+    // unfinished.
     if (line.starts_with("=?") || line[0] == kEsc || line[0] == '<' ||
         static_cast<unsigned char>(line[0]) >= 0x80)
         return true;
@@ -137,6 +146,8 @@ bool isBrokenFold(std::string_view before, std::string_view line)
 
 bool isCutJis(std::string_view before, std::string_view line)
 {
+    // The line before ended within JIS, and this one returns to ASCII without having
+    // left it.
     const std::size_t next = line.find(kEsc);
     if (next == std::string_view::npos || !returnsToAscii(line.substr(next + 1))) return false;
     const std::size_t last = before.rfind(kEsc);

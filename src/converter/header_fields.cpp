@@ -13,6 +13,7 @@ std::string_view fieldName(std::string_view line)
     std::string_view name = line.substr(0, colon);
     while (!name.empty() && (name.back() == ' ' || name.back() == '\t'))
         name.remove_suffix(1);
+    // A name with blanks inside is a sentence with a colon.
     const bool printable =
         std::all_of(name.begin(), name.end(), [](char c) { return c > 0x20 && c < 0x7F; });
     return printable ? name : std::string_view();
@@ -42,6 +43,7 @@ HeaderFields::HeaderFields(std::string_view head)
 std::string HeaderFields::value(std::string_view name) const
 {
     for (const auto& [fieldsName, text] : fields_)
+        // An empty field in front of a filled one is common in broken mails.
         if (fieldsName == name && !trimSpace(std::string_view(text)).empty())
             return std::string(trimSpace(std::string_view(text)));
     return {};

@@ -1,4 +1,4 @@
-// The fields of one message or part, raw.
+// The header fields of one message or part, undecoded.
 #pragma once
 #include <string>
 #include <string_view>
@@ -7,20 +7,20 @@
 
 namespace tolvek {
 
-// The name of a field line, without the colon and blanks before it; empty when
-// the line is no field.
+// The name in a field line, without the colon and blanks before it; empty if the line
+// is no field.
 std::string_view fieldName(std::string_view line);
 
 class HeaderFields {
 public:
-    // What a field holds beyond is left out: no mail means it, and looking for
-    // words in an endless one would take for ever.
+    // A longer field is cut: no mail needs it, and searching an endless one for
+    // encoded words would take too long.
     static constexpr std::size_t kLongestField = 1 << 15;
 
     explicit HeaderFields(std::string_view head);
 
-    // The first field of that name that holds anything, else "". Folds stand
-    // as LF in the value: a broken JIS value returns to ASCII there.
+    // The first field of that name that isn't blank, else "". Folds are kept as LF in
+    // the value: broken JIS returns to ASCII there. Names in lower case.
     std::string value(std::string_view name) const;
     std::vector<std::string> values(std::string_view name) const;
 

@@ -10,10 +10,10 @@ namespace tolvek {
 namespace {
 
 constexpr int kDeepest = 500;
-constexpr long kMostReopened = 500'000; // open elements times tags
+constexpr long kMostReopened = 500'000; // sum of the open elements at each tag
 constexpr std::size_t kLongestName = 12;
 
-// Of the tag whose "<" is at the front, with the slash of an end tag.
+// The name of the tag whose "<" is at the front, with the slash of an end tag.
 std::string tagName(std::string_view html)
 {
     std::size_t end = 1;
@@ -24,6 +24,7 @@ std::string tagName(std::string_view html)
     return lowerAscii(html.substr(1, end - 1));
 }
 
+// Elements that have no content, or that the parser closes by itself, add no depth.
 bool staysOpen(const std::string& name)
 {
     for (const std::string_view closed :
@@ -44,6 +45,8 @@ std::size_t htmlPiece(std::string_view html)
          at = html.find('<', at + 1)) {
         const std::string name = tagName(html.substr(at));
         if (name.empty()) continue;
+        // Cut only before a tag, so that no tag is split; at > 0 makes sure of
+        // progress.
         const bool tooMuch = at > kHtmlPiece || depth > kDeepest || reopened > kMostReopened;
         if (tooMuch && at > 0) return at;
         reopened += depth;

@@ -19,6 +19,7 @@ template <std::size_t N> bool isIn(const std::array<GumboTag, N>& tags, GumboTag
     return std::find(tags.begin(), tags.end(), tag) != tags.end();
 }
 
+// Elements whose content is no text of the letter.
 bool isSkipped(GumboTag tag)
 {
     static constexpr std::array kTags{GUMBO_TAG_HEAD,     GUMBO_TAG_STYLE,  GUMBO_TAG_SCRIPT,
@@ -67,7 +68,7 @@ bool isHidden(const GumboElement& element)
     return style.find("display:none") != std::string::npos;
 }
 
-// What a reader could follow.
+// Only links that a reader of plain text could follow; not cid: or javascript:.
 bool isAddress(const std::string& link)
 {
     const std::string lower = lowerAscii(link);
@@ -122,6 +123,7 @@ private:
     {
         const GumboTag tag = element.tag;
         const bool quote = tag == GUMBO_TAG_BLOCKQUOTE;
+        // Lists may be nested.
         const int numberBefore = number_;
         isParagraph(tag) ? out_.paragraph() : out_.line();
         if (quote) out_.quote(1);
@@ -141,6 +143,7 @@ private:
         children(element);
         const std::string address = attribute(element, "href");
         const std::string shown = lowerAscii(toUtf8(trimSpace(out_.since(begin))));
+        // Mails often show the address itself as the link; it isn't repeated.
         const bool told = shown.find(bareAddress(address)) != std::string::npos;
         if (isAddress(address) && !told) out_.text(u" <" + fromUtf8(address) + u"> ");
     }
@@ -168,6 +171,7 @@ void HtmlReader::add(TextView html)
 {
     const std::size_t begin = rest_.size();
     rest_ += toUtf8(html);
+    // The tree holds C strings, which a NUL would cut off.
     std::replace(rest_.begin() + static_cast<std::ptrdiff_t>(begin), rest_.end(), '\0', ' ');
     if (rest_.size() > kHtmlPiece) parsePieces(false);
 }
@@ -178,7 +182,7 @@ void HtmlReader::finish()
     take_(out_->finish());
 }
 
-// What may go on waits for what follows it.
+// A piece that extends to the end of what has arrived waits for more.
 void HtmlReader::parsePieces(bool last)
 {
     std::string_view html = rest_;
@@ -204,6 +208,7 @@ void HtmlReader::parse(std::string_view piece)
 
 std::string charsetOfHtml(std::string_view bytes)
 {
+    // The element must be near the beginning; 40 characters are more than any name.
     const std::string lower = lowerAscii(bytes.substr(0, 2048));
     const std::size_t meta = lower.find("<meta");
     const std::size_t mark = lower.find("charset=", std::min(meta, lower.size()));

@@ -1,5 +1,5 @@
-// HTML as readable text: paragraphs, lists, rows of tables, links with their
-// address, quotes marked; nothing of styles and scripts, nothing fetched.
+// Converts HTML to readable text: paragraphs, lists, table rows, links with their
+// address, marked quotes; no styles or scripts, nothing fetched.
 #pragma once
 #include "platform/runtime/text.h"
 
@@ -12,8 +12,8 @@ namespace tolvek {
 
 class HtmlWriter;
 
-// Takes a page in pieces and hands out its text in pieces that end with a line,
-// so that a page of any size costs little more than one of 1 MB.
+// Takes a page in pieces and passes on its text in pieces that end with a line, so
+// that a page of any size costs little more than one of 1 MB.
 class HtmlReader {
 public:
     explicit HtmlReader(std::function<void(TextView)> take);
@@ -31,7 +31,7 @@ private:
     std::string rest_; // UTF-8, not yet parsed
 };
 
-// The charset that the page itself names; empty without one.
+// The charset declared by the page itself; empty if there is none.
 std::string charsetOfHtml(std::string_view bytes);
 
 }

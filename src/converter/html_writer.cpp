@@ -8,10 +8,12 @@ namespace tolvek {
 
 namespace {
 
-constexpr int kMostQuotes = 20;
+constexpr int kMostQuotes = 20; // marks shown; hostile pages nest deeper
 
 bool isEastern(char16_t unit)
 {
+    // From CJK radicals on, without Hangul, which has blanks between words, and
+    // surrogates.
     return unit >= 0x2E80 && !(unit >= 0xAC00 && unit <= 0xDFFF);
 }
 
@@ -43,6 +45,7 @@ void HtmlWriter::put(char16_t unit)
 void HtmlWriter::putBlank(char16_t next)
 {
     const bool inside = !lineEmpty_ && out_.back() != u' ';
+    // A line end in the source of Japanese text is no blank; one between words is.
     const bool japanese = lineEnd_ && inside && isEastern(out_.back()) && isEastern(next);
     if (inside && !japanese) out_ += u' ';
     blank_ = false;
@@ -95,6 +98,7 @@ void HtmlWriter::item(TextView mark)
 
 void HtmlWriter::nextCell()
 {
+    // The first cell of a row needs no gap.
     if (lineEmpty_) return;
     out_ += out_.ends_with(u' ') ? u" " : u"  ";
     blank_ = false;
@@ -117,6 +121,7 @@ TextView HtmlWriter::since(std::size_t begin) const
 
 Text HtmlWriter::takeLines()
 {
+    // The unfinished line stays, as more text may follow on it.
     const std::size_t end = out_.rfind(u'\n') + 1; // npos + 1 is none
     Text lines = out_.substr(0, end);
     out_.erase(0, end);

@@ -1,5 +1,5 @@
-// The lines that a page's elements become. Runs of blanks are one, as on the
-// screen; between Japanese characters the end of a source line is none.
+// Builds the lines of text from the elements of a page. A run of blanks becomes one,
+// as on the screen; a source line end between Japanese characters becomes none.
 #pragma once
 #include "platform/runtime/text.h"
 
@@ -8,7 +8,7 @@ namespace tolvek {
 class HtmlWriter {
 public:
     void text(TextView text);
-    void newLine();   // ends the line, also an empty one
+    void newLine();   // ends the line, even an empty one
     void line();      // ends the line unless it is empty
     void paragraph(); // the same, with an empty line before what follows
     void rule();
@@ -19,7 +19,7 @@ public:
 
     std::size_t size() const { return out_.size(); }
     TextView since(std::size_t begin) const;
-    // The lines that are finished; the one that was begun stays.
+    // Returns and removes the finished lines; the current one stays.
     Text takeLines();
     Text finish();
 
@@ -31,8 +31,8 @@ private:
     Text out_;
     int quotes_ = 0;
     int kept_ = 0;
-    bool blank_ = false;   // one is due before the next character
-    bool lineEnd_ = false; // it came from a line's end
+    bool blank_ = false;   // a blank is due before the next character
+    bool lineEnd_ = false; // the blank was a line end
     bool lineEmpty_ = true;
     bool gap_ = false;   // an empty line is due
     bool begun_ = false; // something is there already

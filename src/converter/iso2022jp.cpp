@@ -17,11 +17,12 @@ constexpr char kEsc = 0x1B;
 constexpr char kShiftOut = 0x0E;
 constexpr char kShiftIn = 0x0F;
 
-// Plane 1 of JIS X 0213 is JIS X 0208 and more; nothing of plane 2 is in ours.
+// Plane 1 of JIS X 0213 is JIS X 0208 with additions; nothing of plane 2 is in code
+// page 932.
 enum class Set { Ascii, Kana, Jis, Jis0212, Plane2 };
 
 struct Escape {
-    std::string_view bytes; // behind ESC
+    std::string_view bytes; // after ESC
     Set set;
 };
 
@@ -70,6 +71,7 @@ private:
             takeEscape();
         else if (c == kShiftOut || c == kShiftIn)
             takeShift(c == kShiftOut);
+        // Between SO and SI bytes are half-width kana, whatever set was chosen before.
         else if (isJisByte(c) && !shifted_ && set_ != Set::Ascii && set_ != Set::Kana)
             takePair();
         else
@@ -80,6 +82,7 @@ private:
     {
         rest_.remove_prefix(1);
         const Escape* escape = escapeAt(rest_);
+        // An unknown escape loses its ESC alone; the rest stays readable.
         if (escape == nullptr) return;
         set_ = escape->set;
         shifted_ = false;
@@ -96,7 +99,7 @@ private:
     {
         const auto row = static_cast<unsigned char>(rest_[0]);
         const auto cell = static_cast<unsigned char>(rest_.size() > 1 ? rest_[1] : 0);
-        if (!isJisByte(static_cast<char>(cell))) { // half a character: its place stays visible
+        if (!isJisByte(static_cast<char>(cell))) { // half a character becomes 〓
             run_ += "\x81\xAC";
             rest_.remove_prefix(1);
             return;
@@ -115,6 +118,7 @@ private:
     void takeByte(char c)
     {
         rest_.remove_prefix(1);
+        // Many senders forget the return to ASCII; every line starts in ASCII again.
         if (c == '\n' || c == '\r') {
             set_ = Set::Ascii;
             shifted_ = false;
@@ -146,13 +150,15 @@ std::bitset<kRow * kRow> assignedPairs()
         const auto row = static_cast<unsigned char>(kFirst + at / kRow);
         const auto cell = static_cast<unsigned char>(kFirst + at % kRow);
         const Text one = fromAnsi(ansiOfJis(row, cell));
+        // fromAnsi gives ・ for an unassigned pair; only 2126h is that character
+        // itself.
         const bool middleDot = row == '!' && cell == '&';
         assigned[at] = one.size() == 1 && (one[0] != u'\u30FB' || middleDot);
     }
     return assigned;
 }
 
-// Asked for each character of a text, so each is looked up once for all texts.
+// Called for each character, so the table is built once for all texts.
 bool isAssigned(std::string_view pair)
 {
     static const std::bitset<kRow* kRow> assigned = assignedPairs();
@@ -160,7 +166,7 @@ bool isAssigned(std::string_view pair)
     return assigned[place(0) * kRow + place(1)];
 }
 
-// Kana, or what isn't a word of letters alone: $Bar(Baz) is a program's.
+// Contains kana, or isn't letters only: "$Bar(Baz)" in program code isn't JIS.
 bool readsAsJis(std::string_view pairs)
 {
     bool letters = true;
@@ -172,9 +178,9 @@ bool readsAsJis(std::string_view pairs)
     return !pairs.empty() && !letters;
 }
 
-// How far a "$B", pairs, "(B" or "(J" at the front goes; not whole when
-// something else comes first. What was looked at isn't looked at again, so
-// that a hostile line costs no more than its length.
+// The extent of "$B" or "$@", pairs, and "(B" or "(J" at the front; not whole if
+// something else comes first. What was examined isn't examined again, so the cost is
+// linear in a hostile line too.
 struct Stripped {
     std::size_t length = 0;
     bool whole = false;
@@ -231,6 +237,8 @@ std::string restoreEscapes(std::string_view bytes)
 
 std::string ansiOfJis(unsigned char row, unsigned char cell)
 {
+    // Two rows of 94 cells share a lead byte; trail bytes skip 7Fh, lead bytes A0h to
+    // DFh (half-width kana).
     const int index = row - 0x21;
     int lead = index / 2 + 0x81;
     if (lead > 0x9F) lead += 0x40;
@@ -240,7 +248,8 @@ std::string ansiOfJis(unsigned char row, unsigned char cell)
 
 Text textOfJis0212(unsigned char row, unsigned char cell)
 {
-    // Opening one for each character took most of the time of such a text.
+    // Opened once per thread: opening it per character dominated the time. U+3013 is
+    // 〓.
     thread_local UErrorCode opened = U_ZERO_ERROR;
     thread_local const std::unique_ptr<UConverter, decltype(&ucnv_close)> converter(
         ucnv_open("EUC-JP", &opened), &ucnv_close);

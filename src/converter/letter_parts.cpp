@@ -15,13 +15,15 @@ namespace tolvek {
 
 namespace {
 
-constexpr int kDeepest = 20; // parts within parts; nobody's mail goes deeper
+constexpr int kDeepest = 20; // parts within parts; real mails are far below
 
 enum class PartKind { Text, Html, Message, Report, Other };
 
 PartKind kindOf(const std::string& type)
 {
     if (type == "text/html") return PartKind::Html;
+    // A type without "/" is broken, and a multipart without parts is read as the text
+    // that it is.
     if (type.empty() || type == "text/plain" || type == "text/enriched" ||
         type == "text/richtext" || type.find('/') == std::string::npos ||
         type.starts_with("multipart/"))
@@ -60,8 +62,8 @@ public:
     Letter letter;
 
 private:
-    // Of the forms of one text the plain one, else the last that holds any, as
-    // the forms come from the poorest to the richest.
+    // Of the alternatives the plain text, else the last one that has text: they are
+    // ordered from the poorest to the richest.
     void takeOne(const std::vector<std::string_view>& parts, int depth)
     {
         std::string chosen;
@@ -70,6 +72,7 @@ private:
             const RawPart part = splitPart(raw);
             const HeaderFields fields(part.head);
             LetterReader form;
+            // The other alternatives are still visited, for their attachments.
             form.skipsHtml_ = plainChosen || skipsHtml_;
             form.visit(fields, part.body, depth + 1);
             takeRest(form.letter);
@@ -94,6 +97,8 @@ private:
                int depth)
     {
         const PartKind kind = kindOf(content.type);
+        // A mail that is one single part is the letter itself, whatever name or
+        // disposition it has.
         const Text name = depth > 0 ? partName(fields, content) : Text();
         const bool attached =
             !name.empty() ||
@@ -121,7 +126,7 @@ private:
         return std::move(part.lines);
     }
 
-    // The same text in another form isn't repeated.
+    // Some programs send plain text and HTML of the same letter as ordinary parts.
     void append(std::string lines)
     {
         if (isBlankAnsi(lines)) return;
@@ -132,8 +137,8 @@ private:
             letter.text += lines;
     }
 
-    // The text so far is counted on from where it ended, so that many parts take no
-    // longer than one.
+    // Counting continues from where it ended, so that many parts cost no more than one
+    // large one. The texts are compared only if their lengths match.
     bool isRepeated(std::string_view lines)
     {
         solidSize_ += withoutBlanks(std::string_view(letter.text).substr(counted_)).size();
@@ -147,6 +152,7 @@ private:
         const std::string encoding = fields.value("content-transfer-encoding");
         const std::string bytes = isCoded(encoding) ? decodeBody(body, encoding) : std::string();
         std::string_view message = bytes.empty() ? body : std::string_view(bytes);
+        // Blank lines before the head would end it.
         message.remove_prefix(std::min(message.find_first_not_of("\r\n"), message.size()));
         const RawPart mail = splitPart(message);
         const HeaderFields head(mail.head);
@@ -174,6 +180,7 @@ private:
         addLine(name, content.type.empty() ? "text/plain" : content.type,
                 decodedSize(body, encoding));
         const bool readable = isText || content.type.starts_with("text/");
+        // Only the first is kept: it serves if the mail has no other text.
         if (readable && letter.attachedText.empty())
             letter.attachedText = readTextPart(fields, content, body).lines;
     }
@@ -186,7 +193,7 @@ private:
     bool hasHtml_ = false;
     std::size_t solidSize_ = 0; // bytes of the text without blanks, up to `counted_`
     std::size_t counted_ = 0;
-    bool skipsHtml_ = false; // its text is there already in a better form
+    bool skipsHtml_ = false; // a plain alternative was chosen already
 };
 
 }

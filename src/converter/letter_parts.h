@@ -1,4 +1,4 @@
-// What the parts of a mail contribute to its text.
+// Collects what each part of a mail contributes to its text.
 #pragma once
 #include "converter/header_fields.h"
 
@@ -9,10 +9,10 @@ namespace tolvek {
 
 // Plain lines in code page 932, each with LF.
 struct Letter {
-    std::string text;          // the letter's own
+    std::string text;          // of the letter itself
     std::string attachedText;  // the first text among the attachments
-    std::string attachedMails; // with their fields
-    std::string furtherParts;  // a line each
+    std::string attachedMails; // with their main fields
+    std::string furtherParts;  // one line each
 };
 
 Letter readLetter(const HeaderFields& fields, std::string_view body);

@@ -9,6 +9,7 @@ namespace {
 
 constexpr std::size_t kBuffer = 1 << 16;
 
+// Decides once for the file whether LF or CR ends its lines.
 bool hasLineFeed(const std::filesystem::path& path)
 {
     OpenFile file(path, OpenFile::Mode::Read);
@@ -35,7 +36,7 @@ bool LineSource::fill()
     return end_ > 0;
 }
 
-// Of the CRs before a LF two at most are part of the line's end.
+// Up to two CRs before a LF belong to the line end; more are text.
 void LineSource::dropCarriageReturns(std::string& line) const
 {
     if (!lineFeeds_) return;
@@ -48,6 +49,7 @@ bool LineSource::readBytes(std::string& line)
     line.clear();
     if (!fill()) return false;
     const char mark = lineFeeds_ ? '\n' : '\r';
+    // The limit is checked per buffer, so a piece may exceed it by one buffer.
     while (line.size() < kLongestLine && fill()) {
         const char* first = buffer_.data() + begin_;
         const char* last = buffer_.data() + end_;
@@ -64,7 +66,7 @@ bool LineSource::readBytes(std::string& line)
     return true;
 }
 
-// False when nothing follows them.
+// Skips NULs; false if nothing follows them.
 bool LineSource::skipNuls()
 {
     while (fill() && buffer_[begin_] == '\0') {
@@ -74,7 +76,8 @@ bool LineSource::skipNuls()
     return fill();
 }
 
-// Where NULs begin that are no text: eight in a row, or any at the file's end.
+// The start of NULs that are a gap: eight in a row, or any number at the end of the
+// file. Fewer may be part of UTF-16 text.
 std::size_t LineSource::gapIn(std::string_view line)
 {
     constexpr std::string_view kShortest("\0\0\0\0\0\0\0\0", 8);
@@ -83,7 +86,8 @@ std::size_t LineSource::gapIn(std::string_view line)
     return line.find_last_not_of('\0') + 1;
 }
 
-// What stands before a gap, the gap and what stands after it come one by one.
+// The text before a gap, the gap itself and the text after it are returned as separate
+// lines.
 bool LineSource::readLine(Line& line)
 {
     if (rest_) {
@@ -106,7 +110,7 @@ bool LineSource::next(std::string& line)
 {
     lineBegin_ = position();
     if (queue_.empty()) {
-        Line read{std::move(line), 0}; // its room is used again
+        Line read{std::move(line), 0}; // its memory is reused
         const bool found = readLine(read);
         line = std::move(read.text);
         return found;

@@ -25,6 +25,8 @@ constexpr int kLastYear = 9999;
 struct Zone {
     std::string_view name, offset;
 };
+// The zones of RFC 822, and others met in mails. BST is British, CST and EST are
+// American.
 constexpr std::array<Zone, 19> kZones{{{"JST", "+0900"},
                                        {"GMT", "+0000"},
                                        {"UT", "+0000"},
@@ -52,6 +54,7 @@ bool allDigits(std::string_view text)
 
 int number(std::string_view digits)
 {
+    // Six digits can't overflow an int.
     return std::atoi(std::string(digits.substr(0, 6)).c_str());
 }
 
@@ -65,7 +68,7 @@ int fullYear(std::string_view digits)
     return year < 50 ? 2000 + year : 1900 + year;
 }
 
-// The year before the first of the era that the letter stands for, else 0.
+// The year before the first of the era: 明治, 大正, 昭和, 平成, 令和. 0 for other letters.
 int eraBegin(char letter)
 {
     switch (letter) {
@@ -89,7 +92,7 @@ bool isDigit(char c)
     return isAsciiDigit(static_cast<unsigned char>(c));
 }
 
-// 10th, 1st: the number. "3." too.
+// Reduces "10th", "1st" and "3." to the number.
 std::string withoutTail(std::string word)
 {
     while (word.size() > 1 && word.back() == '.')
@@ -105,13 +108,14 @@ std::string withoutTail(std::string word)
 // 20030310T070809Z
 bool isCompact(const std::string& word)
 {
+    // Eight digits of the date, T, six of the time.
     return word.size() >= 15 && word[8] == 'T' && allDigits(std::string_view(word).substr(0, 8)) &&
            allDigits(std::string_view(word).substr(9, 6));
 }
 
 constexpr std::string_view kJoins = "-/.\x01";
 
-// Nothing of a date but its numbers: what could be a day as well as a time.
+// Numbers and dots only: may be a day as well as a time.
 bool isDotted(const std::string& word)
 {
     return word.find('.') != std::string::npos &&
@@ -125,6 +129,7 @@ public:
         auto found = words(dateText(text), " ,\t");
         for (std::string& word : found)
             word = withoutTail(std::move(word));
+        // Known before the words are taken: it decides what dotted numbers are.
         monthNamed_ = std::any_of(found.begin(), found.end(), [](const std::string& word) {
             return !isDigit(word[0]) && monthNumber(word) > 0;
         });
@@ -133,6 +138,7 @@ public:
         if (year_.empty() || day_ == 0) return std::nullopt;
         date_.year = era_ + (era_ > 0 ? number(year_) : fullYear(year_));
         date_.day = day_;
+        // 12 am is midnight, and 12 pm noon.
         if (afternoon_ && date_.hour < 12) date_.hour += 12;
         if (morning_ && date_.hour == 12) date_.hour = 0;
         if (rule == DateRule::Nearest) bringNear();
@@ -154,6 +160,8 @@ private:
             takeJoined(word);
         else if (isEraDate(word))
             takeEra(word);
+        // A month directly after the day replaces an earlier one: the name of a day
+        // may begin like a month (French "mar" is Tuesday).
         else if (const int month = monthNumber(word); month > 0 && (date_.month == 0 || afterDay))
             date_.month = month;
         else
@@ -162,6 +170,7 @@ private:
 
     void takeNumber(const std::string& word)
     {
+        // 20030310 or 20030310070809
         if (year_.empty() && day_ == 0 && (word.size() == 8 || word.size() == 14)) {
             takeParts({word.substr(0, 4), word.substr(4, 2), word.substr(6, 2)}, kYearFirst);
             if (word.size() == 14) takeCompactTime(word.substr(8));
@@ -173,8 +182,8 @@ private:
         }
     }
 
-    // With a month's name in the text, or the day known, numbers with dots are
-    // the time; two numbers always are.
+    // Dotted numbers are the time if a month is named or the day is known; two numbers
+    // always are.
     bool isTimeByNow(const std::string& word) const
     {
         const auto dots = std::count(word.begin(), word.end(), '.');
@@ -200,6 +209,8 @@ private:
         const bool yearFirst = join == kYearFirst || (allDigits(parts[0]) && !dayLike(parts[0]));
         const std::string& year = yearFirst ? parts[0] : parts[2];
         const bool named = !allDigits(parts[0]) || !allDigits(parts[1]);
+        // 3/25/2003 is American; with "-" or "." the day comes first. The swap below
+        // corrects an impossible month.
         const bool monthFirst = !yearFirst && (named ? !allDigits(parts[0]) : join == '/');
         std::string month = yearFirst || !monthFirst ? parts[1] : parts[0];
         std::string day = yearFirst ? parts[2] : monthFirst ? parts[1] : parts[0];
@@ -260,7 +271,7 @@ private:
         timeTaken_ = true;
         date_.hour = number(parts[0]);
         date_.minute = hourAlone ? 0 : number(parts[1]);
-        date_.second = parts.size() > 2 ? std::min(number(parts[2]), 59) : 0;
+        date_.second = parts.size() > 2 ? std::min(number(parts[2]), 59) : 0; // a leap second
         if (end < word.size()) takeZone(word.substr(end));
     }
 
@@ -272,6 +283,7 @@ private:
         if (sign != std::string::npos) {
             word.erase(0, sign);
             std::erase(word, ':');
+            // Only "+0900"; the reader takes apart no other form.
             if (word.size() == 5 && allDigits(std::string_view(word).substr(1))) date_.zone = word;
             return;
         }
@@ -284,6 +296,7 @@ private:
         using namespace std::chrono;
         const year_month month{std::chrono::year(date_.year),
                                std::chrono::month(static_cast<unsigned>(date_.month))};
+        // Nothing is near without a real month and year.
         if (!month.ok() || date_.year < kFirstYear || date_.year > kLastYear) return;
         const auto last = static_cast<unsigned>((month / std::chrono::last).day());
         date_.day = std::clamp(date_.day, 1, static_cast<int>(last));
@@ -307,7 +320,7 @@ private:
     bool afternoon_ = false;
     bool morning_ = false;
     bool monthNamed_ = false;
-    bool dayBefore_ = false; // the word before is the day
+    bool dayBefore_ = false; // the previous word was the day
     int era_ = 0;
 };
 

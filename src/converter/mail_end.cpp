@@ -21,7 +21,7 @@ ContentType contentOf(std::string_view head)
     return parseContentType(HeaderFields(head).value("content-type"));
 }
 
-// The lines before the last empty line, back to the empty line before them.
+// The last paragraph of the body, without the empty lines after it.
 std::string_view lastParagraph(std::string_view body)
 {
     if (body.size() > kLookBack) body.remove_prefix(body.size() - kLookBack);
@@ -36,7 +36,8 @@ bool holdsMessage(const std::string& type)
     return type.starts_with("message/") || type == "application/mbox";
 }
 
-// The head of an attached mail's part is all there is between boundary and line.
+// Whether the body ends in the head of an attached mail's part: boundary, fields,
+// empty line.
 bool endsInPartOfMessage(std::string_view body)
 {
     const std::string_view paragraph = lastParagraph(body);
@@ -72,6 +73,7 @@ bool isBounce(const HeaderFields& fields)
 bool announcesMail(std::string_view body)
 {
     const std::string_view line = lastLine(body);
+    // The bytes are a full-width colon in UTF-8.
     return line.ends_with(":") || line.ends_with("\xEF\xBC\x9A") || line.starts_with("--") ||
            line.starts_with("==") || line.starts_with("**") || line.starts_with("__") ||
            holdsOneOf(lowerAscii(line),
@@ -94,7 +96,7 @@ std::size_t emptyLinesAhead(LineSource& lines)
 
 }
 
-// Asked for line after line, so the head is read but once.
+// Called for many lines, so the head is parsed only once.
 const MailEnd::HeadFacts& MailEnd::facts(const MailSoFar& mail)
 {
     if (facts_) return *facts_;
@@ -108,6 +110,8 @@ const MailEnd::HeadFacts& MailEnd::facts(const MailSoFar& mail)
 
 bool MailEnd::closesOwnParts(std::string_view line, const MailSoFar& mail)
 {
+    // Two dashes, a boundary of at least one character, two dashes; the quick checks
+    // come first, as this runs for each line.
     return line.starts_with("--") && line.size() >= 5 &&
            trimSpace(line) == facts(mail).lastBoundary;
 }
@@ -119,6 +123,7 @@ bool MailEnd::hasOpenParts(const MailSoFar& mail)
 
 bool MailEnd::isQuotedMail(const MailSoFar& mail)
 {
+    // Remembered, as the body only grows and would be searched again each time.
     hasText_ = hasText_ || !trimSpace(std::string_view(mail.body)).empty();
     const bool attached =
         hasText_ ? endsInPartOfMessage(mail.body) : holdsMessage(facts(mail).type);
@@ -132,22 +137,25 @@ bool MailEnd::isBefore(std::string_view line, std::string_view before, const Mai
         return kind_ == MailFileKind::Mbox && !mail.head.empty() && endsHead(line);
     if (line.starts_with("From ")) return isBeforeSeparator(line, before, mail);
     if (kind_ != MailFileKind::Message) return false;
+    // In an SMTP dump the dot ends the mail by protocol; elsewhere only if a mail
+    // follows.
     if (line == ".") return envelope_ || blockAhead(lines_, emptyLinesAhead(lines_)).isMail();
     return isBeforeBlock(line, mail);
 }
 
-// A mail without even the empty line after its head.
+// A mail that lacks even the empty line after its head.
 bool MailEnd::endsHead(std::string_view line)
 {
     return line.starts_with("From ") && isSeparatorLine(line) && blockAhead(lines_, 0).isMail();
 }
 
-// The place where the "From " line stands that a Content-Length foretells, else 0.
+// The position of the "From " line that Content-Length predicts, else 0.
 std::uint64_t MailEnd::trustedEnd(const MailSoFar& mail)
 {
     if (trustedEnd_) return *trustedEnd_;
     trustedEnd_ = 0;
     const std::string& length = facts(mail).length;
+    // Twelve digits are far beyond any box and can't overflow.
     if (length.empty() || length.size() > 12 ||
         length.find_first_not_of("0123456789") != std::string::npos)
         return 0;
@@ -164,6 +172,8 @@ bool MailEnd::isBeforeSeparator(std::string_view line, std::string_view before,
 {
     if (!beginsLikeSeparator(line)) return false;
     const std::uint64_t end = kind_ == MailFileKind::Mbox ? trustedEnd(mail) : 0;
+    // Up to the predicted end no other line counts; past it the other rules apply
+    // again.
     if (end > 0 && lines_.lineBegin() <= end) return lines_.lineBegin() == end;
     const bool afterEmpty = isBlank(before);
     const bool dated = isSeparatorLine(line);
@@ -181,6 +191,8 @@ bool MailEnd::isBeforeBlock(std::string_view line, const MailSoFar& mail)
     if (block.isWholeMail() && !announcesMail(mail.body) && !isQuotedMail(mail) &&
         !facts(mail).bounce && !hasOpenParts(mail))
         return true;
+    // The fields inside a rejected block begin no mail either; skipping them keeps the
+    // cost linear.
     noBlockBefore_ = lines_.lineBegin() + block.bytes;
     return false;
 }

@@ -1,15 +1,14 @@
 // Whether a line begins the next mail of its file.
 //
-// In an mbox a "From " line does so after an empty line when it has a date or
-// a header block follows, and right after the current mail's own closing
-// boundary when a header block follows. A Content-Length is believed where a
-// "From " line stands at its end; then no line before it counts. A mail that is
-// quoted inside a bounce, or is a part of the current one, isn't split off.
+// In an mbox a "From " line does so after an empty line if it has a date or a header
+// block follows, and right after the closing boundary of the current mail if a header
+// block follows. Content-Length is believed if a "From " line is at its end; then no
+// line before it counts. A mail that is quoted in a bounce, or is a part of the
+// current one, isn't split off.
 //
-// In a file without separator lines the next mail begins with a header block:
-// after a line that holds a dot alone, or at once when the block is a whole
-// mail's and nothing announces a quotation. A separator line counts there only
-// with both a date and a block.
+// In a file without separator lines the next mail begins with a header block: after a
+// line with a single dot, or directly if the block is complete and nothing announces a
+// quotation. A separator line counts there only with both a date and a block.
 #pragma once
 #include "converter/line_source.h"
 #include "converter/mail_kind.h"
@@ -20,24 +19,24 @@
 
 namespace tolvek {
 
-// The current mail as far as it is gathered.
+// The current mail as gathered so far.
 struct MailSoFar {
     const std::string& head;
     const std::string& body;
-    std::uint64_t bodyBegin; // its place in the file; 0 while the head goes on
+    std::uint64_t bodyBegin; // its position in the file; 0 within the head
 };
 
 class MailEnd {
 public:
-    // noBlockBefore: the place in the file before which no header block begins
-    // that would end a mail; kept from mail to mail, so that no line is looked
-    // at again and again.
+    // noBlockBefore: the position in the file before which no header block begins that
+    // would end a mail. It is kept from mail to mail, so that no line is examined
+    // twice.
     MailEnd(LineSource& lines, MailFileKind kind, bool envelope, std::uint64_t& noBlockBefore)
         : lines_(lines), kind_(kind), envelope_(envelope), noBlockBefore_(noBlockBefore)
     {
     }
 
-    // line: the current one of the source, the one before it is `before`.
+    // line: the current one of the source; before: the previous one.
     bool isBefore(std::string_view line, std::string_view before, const MailSoFar& mail);
 
 private:
@@ -46,7 +45,7 @@ private:
     bool isBeforeBlock(std::string_view line, const MailSoFar& mail);
     std::uint64_t trustedEnd(const MailSoFar& mail);
 
-    // What the head says, once it is whole.
+    // Facts from the complete head.
     struct HeadFacts {
         std::string type, lastBoundary, length;
         bool bounce;

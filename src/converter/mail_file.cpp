@@ -19,8 +19,8 @@ bool MailFile::readFirstLine()
     return toNextMail();
 }
 
-// Over what stands between two mails, or before the first: empty lines, a
-// line with a dot, SMTP's commands.
+// Skips what separates two mails, or precedes the first: empty lines, a line with a
+// dot, SMTP commands.
 bool MailFile::toNextMail()
 {
     for (;;) {
@@ -47,6 +47,7 @@ bool MailFile::gather(RawMail& mail)
     if (ended_) return false;
     MailGatherer gatherer(mail, lines_, kind_, envelope_);
     MailEnd end(lines_, kind_, envelope_, noBlockBefore_);
+    // Kept for its date and sender, which serve if the head has none.
     if (beginsLikeSeparator(line_))
         mail.separator = line_;
     else

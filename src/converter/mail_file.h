@@ -1,5 +1,5 @@
-// One mail box as a file: an mbox, a single Internet message, or several of
-// these one after the other, handed out mail by mail while it is read.
+// One mail box as a file: an mbox, a single Internet message, or several of these in a
+// row, returned mail by mail while it is read.
 #pragma once
 #include "converter/line_source.h"
 #include "converter/mail_gatherer.h"
@@ -24,8 +24,8 @@ private:
     MailFileKind kind_;
     bool started_ = false;
     bool ended_ = false;
-    bool envelope_ = false;           // SMTP's commands and dots are part of the file
-    std::string line_;                // the line that begins the next mail
+    bool envelope_ = false;           // the file contains SMTP commands and dots
+    std::string line_;                // the first line of the next mail
     std::uint64_t noBlockBefore_ = 0; // see MailEnd
 };
 

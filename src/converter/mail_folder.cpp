@@ -19,6 +19,7 @@ std::filesystem::path pathOf(const std::string& utf8)
 
 bool isMessageName(const std::string& name)
 {
+    // Hidden files, such as other systems leave beside a copy, are no mails.
     return lowerAscii(name).ends_with(".eml") && !name.starts_with(".");
 }
 
@@ -30,6 +31,7 @@ std::filesystem::path folderOfBox(const std::filesystem::path& box)
     if (folderExists(box)) return box;
     std::filesystem::path bare = box;
     bare.replace_extension();
+    // The name in the box list has an extension that the folder may lack.
     return !entryExists(box) && folderExists(bare) ? bare : std::filesystem::path();
 }
 
@@ -39,12 +41,14 @@ std::optional<std::vector<std::filesystem::path>> messageFiles(const std::filesy
     for (const std::string& name : fileNames(folder))
         if (isMessageName(name)) files.push_back(folder / pathOf(name));
     bool maildir = false;
+    // Not tmp: mails there are still being delivered.
     for (const char* part : {"cur", "new"}) {
         if (!folderExists(folder / part)) continue;
         maildir = true;
         for (const std::string& name : fileNames(folder / part))
             if (!name.starts_with(".")) files.push_back(folder / part / pathOf(name));
     }
+    // An empty Maildir is an empty box; another folder without mails is no box.
     if (files.empty() && !maildir) return std::nullopt;
     std::sort(files.begin(), files.end(), [](const auto& a, const auto& b) {
         return a.filename() != b.filename() ? a.filename() < b.filename() : a < b;

@@ -9,15 +9,15 @@
 
 namespace tolvek {
 
-// The folder under the box's name, with or without the name's extension; empty
-// when there is none.
+// The folder with the name of the box, with or without its extension; empty if there
+// is none.
 std::filesystem::path folderOfBox(const std::filesystem::path& box);
 
-// Its message files, by name; nothing when it is no folder of mails.
+// Its message files by name; empty if it is no folder of mails.
 std::optional<std::vector<std::filesystem::path>> messageFiles(const std::filesystem::path& folder);
 
-// When the file was written last, in the user's time: what a message without
-// any date is known to be older than.
+// When the file was last written, in local time: a message without any date is at
+// least as old.
 MailDate fileDate(const std::filesystem::path& file);
 
 }

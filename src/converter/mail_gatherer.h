@@ -1,8 +1,8 @@
-// Puts the lines of one mail into its head and its body.
+// Distributes the lines of one mail to its head and its body.
 //
-// The head ends at an empty line. A line in it that is no field ends it only
-// when none of a mail's own fields still comes before the empty line;
-// otherwise the line is joined to the field before it or left out.
+// The head ends at an empty line. A line in it that is no field ends it only if none
+// of a mail's own fields follows before the empty line; otherwise the line is joined
+// to the field before it or left out.
 #pragma once
 #include "converter/line_source.h"
 #include "converter/mail_end.h"
@@ -15,13 +15,13 @@ namespace tolvek {
 struct RawMail {
     std::string separator; // of an mbox; empty for a single message
     std::string head;      // header lines, each with LF
-    std::string body;      // body lines, each with LF, ">From " undone
+    std::string body;      // body lines, each with LF, ">From " unescaped
 };
 
 class MailGatherer {
 public:
-    // What stands beyond this many bytes of one mail is left out, so that a
-    // broken box can't take all memory; texts stand in front of attachments.
+    // The rest of a longer mail is left out, so that a broken box can't exhaust
+    // memory; texts precede attachments.
     static constexpr std::size_t kLargestMail = 64u << 20;
 
     MailGatherer(RawMail& mail, LineSource& lines, MailFileKind kind, bool envelope)
@@ -29,7 +29,7 @@ public:
     {
     }
 
-    // The line that the source handed out last.
+    // Takes the line that the source returned last.
     void add(std::string_view line);
 
     // The empty line before a separator belongs to the separator.

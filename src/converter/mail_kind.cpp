@@ -13,6 +13,7 @@ namespace tolvek {
 
 namespace {
 
+// Bytes; enough for the head of a real mail.
 constexpr std::size_t kBeginning = 1 << 16;
 
 std::string_view withoutCr(std::string_view line)
@@ -22,9 +23,9 @@ std::string_view withoutCr(std::string_view line)
     return line;
 }
 
-// A head that can be recognised: it begins with a field. One of a mail's own
-// is enough while nothing is broken; from a NUL or a line that is no field on
-// there must be two.
+// Whether a recognisable head begins here, with a field. One of a mail's own fields is
+// enough as long as nothing is broken; after a NUL, or a line that is no field, there
+// must be two.
 bool isMessageHead(const std::vector<std::string_view>& lines, std::size_t at)
 {
     int own = 0;
@@ -56,7 +57,7 @@ std::string readBeginning(const std::filesystem::path& path)
     return bytes;
 }
 
-// As the reading does: a CR ends a line in a text without LF.
+// As in LineSource: a CR ends a line in a file without LF.
 std::string withLf(std::string_view text)
 {
     if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
@@ -83,6 +84,7 @@ MailFileKind recognise(std::string_view beginning)
     if (at == lines.size()) return MailFileKind::Nothing;
     const std::string_view first = withoutCr(lines[at]);
     if (isSeparatorLine(first)) return MailFileKind::Mbox;
+    // A separator in an unknown form counts if a head follows.
     if (beginsLikeSeparator(first) && isMessageHead(lines, at + 1)) return MailFileKind::Mbox;
     const bool stuffed = first.starts_with(">From ");
     return isMessageHead(lines, at + (stuffed ? 1 : 0)) ? MailFileKind::Message
@@ -91,6 +93,7 @@ MailFileKind recognise(std::string_view beginning)
 
 bool isBinaryByte(char c)
 {
+    // 0Eh and 0Fh are SO and SI, 1Bh is ESC, 1Ah ends old texts.
     constexpr std::string_view kOfTexts("\t\n\f\r\x0E\x0F\x1A\x1B");
     return c >= 0 && c < 0x20 && kOfTexts.find(c) == std::string_view::npos;
 }

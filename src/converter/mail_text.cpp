@@ -8,9 +8,11 @@ namespace tolvek {
 std::string mailText(const HeaderFields& fields, std::string_view body)
 {
     Letter letter = readLetter(fields, body);
+    // A text among the attachments serves only if the letter has none.
     std::string lines = std::move(letter.text.empty() ? letter.attachedText : letter.text);
     if (isBlankAnsi(lines)) {
         lines.clear();
+        // An attached mail is text enough.
         if (letter.attachedMails.empty()) appendPlainLines(lines, kNoText);
     }
     return std::move(lines.append(letter.attachedMails).append(letter.furtherParts));

@@ -25,6 +25,8 @@ std::vector<std::string_view> partsBetween(std::string_view body, const std::str
         if (isBoundary(line, boundary)) {
             if (begin != std::string_view::npos) parts.push_back(body.substr(begin, at - begin));
             begin = std::min(at + line.size() + 1, body.size());
+            // Longer than "--" and the boundary: the closing line. What follows it is
+            // no part.
             if (trimSpace(line).size() > boundary.size() + 2) return parts;
         }
         at += line.size() + 1;
@@ -33,8 +35,8 @@ std::vector<std::string_view> partsBetween(std::string_view body, const std::str
     return parts;
 }
 
-// The boundary that the body itself shows: the first line of dashes with a
-// part's fields after it.
+// The boundary found in the body itself: the first line of dashes that is followed by
+// a field of a part.
 std::string shownBoundary(std::string_view body)
 {
     std::string_view before;
@@ -52,6 +54,7 @@ std::string shownBoundary(std::string_view body)
 
 RawPart splitPart(std::string_view part)
 {
+    // A part without fields.
     if (part.starts_with("\n")) return {{}, part.substr(1)};
     const std::size_t end = part.find("\n\n");
     if (end == std::string_view::npos) return {part, {}};
@@ -62,6 +65,7 @@ std::vector<std::string_view> partsOf(const HeaderFields& fields, const ContentT
                                       std::string_view body)
 {
     const bool announced = content.type.starts_with("multipart/");
+    // Some gateways dropped Content-Type but left MIME-Version.
     const bool lost = content.type.empty() && !fields.value("mime-version").empty();
     if (!announced && !lost) return {};
     const std::string boundary = content.parameter("boundary");

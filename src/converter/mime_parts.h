@@ -1,4 +1,4 @@
-// The parts of a mail in parts, as pieces of its body.
+// Splits the body of a multipart mail into its parts.
 #pragma once
 #include "converter/content_type.h"
 #include "converter/header_fields.h"
@@ -12,12 +12,11 @@ struct RawPart {
     std::string_view head, body;
 };
 
-// Head and body of a part or an attached mail; it may begin with the empty
-// line at once. Blank lines in front of an attached mail are passed over.
+// Head and body of a part or an attached mail; it may begin with the empty line.
 RawPart splitPart(std::string_view part);
 
-// By the boundary that was announced, else by the one that is there; the last
-// part needs no closing line. Empty for what isn't in parts.
+// By the declared boundary, else by the one found in the body; the last part needs no
+// closing line. Empty if the mail isn't multipart.
 std::vector<std::string_view> partsOf(const HeaderFields& fields, const ContentType& content,
                                       std::string_view body);
 

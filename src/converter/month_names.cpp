@@ -17,9 +17,9 @@ struct Name {
 constexpr std::array<std::string_view, 12> kEnglish{"jan", "feb", "mar", "apr", "may", "jun",
                                                     "jul", "aug", "sep", "oct", "nov", "dec"};
 
-// German, French, Spanish, Italian, Portuguese, Dutch, the Nordic ones, Polish,
-// Russian; lower case and without marks. The beginnings are long enough not to
-// be those of a day's name.
+// German, French, Spanish, Italian, Portuguese, Dutch, the Nordic languages, Polish,
+// Russian; lower case and without accents. The beginnings are long enough not to match
+// the name of a day.
 constexpr std::array<Name, 54> kOthers{
     {{"janv", 1}, {"ene", 1},  {"gen", 1},   {"sty", 1},  {"янв", 1},  {"fev", 2},  {"lut", 2},
      {"фев", 2},  {"marz", 3}, {"maerz", 3}, {"mrz", 3},  {"mrt", 3},  {"mars", 3}, {"мар", 3},
@@ -38,6 +38,7 @@ int monthNumber(std::string_view word)
     const std::string lower = lowerAscii(word);
     for (std::size_t index = 0; index < kEnglish.size(); ++index)
         if (lower.starts_with(kEnglish[index])) return static_cast<int>(index) + 1;
+    // The first match counts: "juin" and "juil" come before "jui".
     for (const Name& name : kOthers)
         if (lower.starts_with(name.beginning)) return name.month;
     return 0;

@@ -1,4 +1,4 @@
-// Months by the names that mail programs of many countries write.
+// Month names as mail programs of many countries write them.
 #pragma once
 #include <string_view>
 

@@ -20,7 +20,8 @@ struct Nearest {
     TextView text;
 };
 
-// Letters and signs that don't fall apart into one of ours and a mark.
+// Letters and signs that Unicode doesn't decompose into a letter of the code page and
+// marks.
 constexpr std::array<Nearest, 31> kNearest{
     {{0x00A1, u"!"},   {0x00A4, u"〓"}, {0x00A6, u"|"},  {0x00A9, u"(C)"}, {0x00AB, u"≪"},
      {0x00AE, u"(R)"}, {0x00BB, u"≫"},  {0x00BF, u"?"},  {0x00C6, u"AE"},  {0x00D0, u"D"},
@@ -32,6 +33,7 @@ constexpr std::array<Nearest, 31> kNearest{
 
 bool isPrivate(UChar32 c)
 {
+    // The private use area, and planes 15 and 16.
     return (c >= 0xE000 && c <= 0xF8FF) || c >= 0xF0000;
 }
 
@@ -43,12 +45,14 @@ bool fits(UChar32 c)
 
 bool isMark(UChar32 c)
 {
+    // Above are the voicing marks of kana, which change the sound.
     return c < 0x3000 && u_charType(c) == U_NON_SPACING_MARK;
 }
 
 Text nearestForm(UChar32 c);
 
-// Empty unless every piece but the marks has a form.
+// Empty unless every piece except the marks has a form: half a character would be
+// misleading.
 Text formOfPieces(UChar32 c)
 {
     UErrorCode status = U_ZERO_ERROR;
@@ -73,6 +77,7 @@ Text nearestForm(UChar32 c)
 
 void append(Text& out, UChar32 c)
 {
+    // A combining mark without a place in the code page is dropped after its letter.
     const bool marked = isMark(c) && !fits(c) && !out.empty();
     const Text near = isPrivate(c) ? Text(u"〓") : fits(c) ? Text() : nearestForm(c);
     if (!near.empty())

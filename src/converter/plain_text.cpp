@@ -13,17 +13,18 @@ namespace {
 
 bool isControl(char16_t c)
 {
+    // C0 without TAB, DEL and C1, and the line and paragraph separators.
     return (c < 0x20 && c != u'\t') || (c >= 0x7F && c < 0xA0) || c == 0x2028 || c == 0x2029;
 }
 
-// Of the first character; bytes that end within one aren't checked.
+// Of the first character. Whether all its bytes are there is for the caller to check.
 std::size_t characterLength(std::string_view ansi)
 {
     const auto c = static_cast<unsigned char>(ansi.front());
     return isLeadByte(c) ? 2 : 1;
 }
 
-// Nothing is done to these.
+// Characters that stay as they are; most lines consist of nothing else.
 bool isPlain(char16_t c)
 {
     return isOrdinary(c) && !isControl(c) && c != u'\'';
@@ -31,6 +32,7 @@ bool isPlain(char16_t c)
 
 bool isLineEnd(char16_t unit)
 {
+    // NEL, LS and PS are line ends of other systems.
     return unit == u'\n' || unit == u'\r' || unit == u'\u0085' || unit == u'\u2028' ||
            unit == u'\u2029';
 }
@@ -39,6 +41,7 @@ Text withoutControls(Text text)
 {
     for (char16_t& c : text) {
         if (isControl(c)) c = u' ';
+        // A single quote would end a quoted value of the store.
         if (c == u'\'') c = u'’';
     }
     return text;
@@ -72,6 +75,7 @@ bool isBlankAnsi(std::string_view lines)
 {
     constexpr std::string_view kWideBlank = "\x81\x40";
     while (!lines.empty()) {
+        // Safe bytewise: each step begins at a character, and a lead byte is no blank.
         const bool wide = lines.starts_with(kWideBlank);
         if (!wide && !isAsciiSpace(static_cast<unsigned char>(lines.front()))) return false;
         lines.remove_prefix(wide ? 2 : 1);

@@ -9,6 +9,7 @@ std::string recordText(const char* bytes, std::size_t size)
     const char* end = bytes + size;
     const char* nul = std::find(bytes, end, '\0');
     std::string text(bytes, nul);
+    // Without a NUL the blanks are padding.
     if (nul == end) text.erase(text.find_last_not_of(' ') + 1);
     return text;
 }

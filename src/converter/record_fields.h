@@ -1,5 +1,5 @@
-// Fixed records of the converter's callers: text, NUL, blanks to the end. A
-// record may lack the NUL when the text fills it.
+// Fixed records of the library's callers: text, NUL, blanks to the end. The NUL may be
+// missing if the text fills the record.
 #pragma once
 #include <cstddef>
 #include <string>

@@ -15,6 +15,7 @@ constexpr std::string_view kFrom = "From ";
 
 bool isTime(const std::string& word)
 {
+    // At least "1:02"; the seconds may be missing.
     return word.size() >= 4 && isAsciiDigit(static_cast<unsigned char>(word[0])) &&
            std::count(word.begin(), word.end(), ':') >= 1 &&
            word.find_first_not_of("0123456789:") == std::string::npos;
@@ -57,6 +58,7 @@ std::vector<std::string> separatorWords(std::string_view line)
 {
     if (line.substr(0, kFrom.size()) != kFrom) return {};
     auto found = words(line.substr(kFrom.size()), " \t\r");
+    // UUCP appends "remote from HOST" to the date.
     if (found.size() > 3 && found[found.size() - 3] == "remote" &&
         found[found.size() - 2] == "from")
         found.resize(found.size() - 3);
@@ -65,6 +67,7 @@ std::vector<std::string> separatorWords(std::string_view line)
 
 std::size_t dateBegin(const std::vector<std::string>& found)
 {
+    // The sender may contain blanks, so the date may begin at any word.
     for (std::size_t at = 0; at < found.size(); ++at)
         if (isClockForm(found, at) || isMailForm(found, at)) return at;
     return found.size();
@@ -92,6 +95,7 @@ std::string separatorSender(std::string_view line)
     const auto found = separatorWords(line);
     if (found.empty() || dateBegin(found) == 0) return {};
     const std::string& sender = found.front();
+    // "???@???" is what a mail program wrote when it knew no sender.
     return sender.find('@') == std::string::npos || sender == "???@???" ? std::string() : sender;
 }
 

@@ -1,7 +1,8 @@
-// The line between two mails of an mbox: "From ", a sender, a date.
+// The separator line of an mbox: "From ", a sender, a date.
 //
-// Mail texts hold lines that begin so and were never escaped; only the date at
-// the end tells a separator (and the empty line before it, which the caller knows).
+// Mail texts contain lines that begin like this and were never escaped. Only the date
+// at the end identifies a separator (and the empty line before it, which the caller
+// checks).
 #pragma once
 #include <string>
 #include <string_view>
@@ -16,7 +17,7 @@ std::string separatorDate(std::string_view line);
 // The sender's address; empty for "-", "???@???" and lines without one.
 std::string separatorSender(std::string_view line);
 
-// "From " behind one or more ">" loses one of them.
+// Removes one ">" of those before a "From ".
 std::string_view unstuffed(std::string_view line);
 
 }

@@ -15,8 +15,8 @@ Text headingText(std::string_view ansi)
     return words.find(u"=?") == Text::npos ? words : decodeEncodedWords(words);
 }
 
-// Line ends and other controls of a mail's text stay as they are; the temp
-// file holds none that do harm.
+// Only a heading goes through plainLine: a mail's text keeps its line ends, and the
+// temp file has no harmful controls.
 Text quotesChanged(Text text)
 {
     for (char16_t& unit : text)
@@ -29,6 +29,8 @@ Text quotesChanged(Text text)
 ChangedText strChange(std::string_view ansi, std::size_t limit)
 {
     const bool heading = ansi.find_first_of("\r\n") == std::string_view::npos;
+    // SO and SI alone may be stray bytes of code page 932 text, so a real ESC is
+    // required.
     const bool escapes = looksLikeIso2022Jp(ansi) && ansi.find('\x1B') != std::string_view::npos;
     Text text = escapes ? decodeIso2022Jp(ansi) : Text();
     if (escapes && heading)
@@ -38,6 +40,7 @@ ChangedText strChange(std::string_view ansi, std::size_t limit)
     else if (!escapes)
         text = fromAnsi(ansi);
     const std::string changed = toAnsi(quotesChanged(std::move(text)));
+    // The length is that of the text after it was cut to the record.
     const std::string_view kept = wholePrefix(changed, limit);
     return {std::string(kept), static_cast<int>(fromAnsi(kept).size())};
 }

@@ -1,4 +1,4 @@
-// The decoding behind Mail_StrChange.
+// The decoding that Mail_StrChange does.
 #pragma once
 #include <cstddef>
 #include <string>
@@ -11,9 +11,9 @@ struct ChangedText {
     int length = 0;   // in characters
 };
 
-// Code page 932 in and out. Encoded words are decoded in a text without line
-// ends (a heading) alone: in a mail's text they are what the sender wrote.
-// Then JIS escapes, then the single quote, which becomes ’.
+// Code page 932 in and out. Encoded words are decoded only in a text without line ends
+// (a heading): in the text of a mail they are what the sender wrote. Then JIS escapes
+// are decoded, then the single quote becomes ’.
 ChangedText strChange(std::string_view ansi, std::size_t limit);
 
 }

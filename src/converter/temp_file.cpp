@@ -13,7 +13,8 @@ namespace {
 constexpr std::size_t kLongestValue = 4000; // with its label it fits into one text record
 constexpr std::size_t kBuffer = 1 << 16;
 
-// The program sweeps *.tmp at its end, and a side file must not pass for a temp file.
+// The program deletes *.tmp when it ends, and a side file must not be mistaken for a
+// temp file.
 std::filesystem::path sidePath(const std::filesystem::path& path)
 {
     std::filesystem::path side = path;
@@ -52,6 +53,7 @@ void TempFile::write(std::string_view bytes)
 void TempFile::commit()
 {
     file_.write(buffer_);
+    // On disk before the rename: a power cut leaves the old file or the whole new one.
     file_.flush();
     file_.close();
     replaceFile(side_, path_);
@@ -64,10 +66,11 @@ void writeMail(TempFile& temp, const TempMail& mail)
         heading("From", mail.from) + heading("To", mail.to) + heading("Subject", mail.subject);
     group += "Date:" + mail.date + "\r\nMail:\r\n";
     TextBlocks blocks;
-    // Without a date the reader takes text lines for headings; it drops the
-    // mail anyway, so no line of it is given.
+    // Without a date the reader parses text lines as headings. It drops the mail
+    // anyway, so none of its lines is written.
     std::string_view rest = mail.date.empty() ? std::string_view() : mail.lines;
     while (!rest.empty()) {
+        // Written line by line: the text may be as large as the mail.
         blocks.add(group, takeLine(rest));
         temp.write(group);
         group.clear();

@@ -1,14 +1,13 @@
-// The temp file: "<Start>", then From, To, Subject, Date, Mail, the text and
-// "<End>" of each mail, in code page 932 with CR LF.
+// The temp file: "<Start>", then From, To, Subject, Date, Mail, the text and "<End>"
+// of each mail, in code page 932 with CR LF.
 //
-// One separator character and no blank stands behind a label: the reader
-// counts a blank among a subject's characters. Subject stands before Date, as
-// the reader looks for a duplicate when it has the date. Values are plain
-// text already, so nothing hangs on the length of encoded words.
+// A label is followed by one separator character and no blank: the reader would count
+// a blank as part of a subject. Subject precedes Date, as the reader checks for a
+// duplicate when it has the date. Values are plain text already, so the length of
+// encoded words doesn't matter.
 //
-// TempFile writes this one and the friend book's: beside its place, and put
-// there as a whole by commit(); without it nothing stays behind. Throws
-// std::system_error.
+// TempFile writes this file and that of the friend book under a temporary name;
+// commit() renames it. Without commit() nothing is left. Throws std::system_error.
 #pragma once
 #include "converter/text_blocks.h"
 #include "platform/runtime/text.h"

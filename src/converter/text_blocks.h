@@ -1,12 +1,11 @@
-// The lines of a mail's text, broken where the reader of the temp file would
-// lose something.
+// Breaks the lines of a mail's text where its reader would lose something.
 //
-// The reader gathers lines into blocks, closes a block after 33 lines or when
-// it holds more than 4608 bytes, and decodes each block through a record of
-// 4608 bytes: what a block holds beyond is gone. This class counts along with
-// it. A line that would cross the limit is broken so that the block ends at
-// byte 4607 with CR and LF behind; what the record then cuts off is that LF
-// alone. Blocks that would end one or two bytes short of it get blanks.
+// The reader collects lines into blocks, closes a block after 33 lines or when it
+// exceeds 4608 bytes, and decodes each block through a record of 4608 bytes; the rest
+// of the block is lost. This class counts along. A line that would cross the limit is
+// broken so that the block ends at byte 4607, followed by CR and LF; the record then
+// cuts off only that LF. Blocks that would end one or two bytes earlier are padded
+// with blanks.
 #pragma once
 #include <string>
 #include <string_view>

@@ -18,7 +18,7 @@ bool isWide(const std::string& charset)
            name.starts_with("iso-10646");
 }
 
-// HTML under a plain label is told by its first tag.
+// HTML labelled as plain text is recognised by its first tag.
 bool beginsLikeHtml(std::string_view bytes)
 {
     const std::string front = lowerAscii(trimSpace(bytes.substr(0, 200)));
@@ -40,7 +40,7 @@ std::string decodeBody(std::string_view body, std::string_view encoding)
 
 namespace {
 
-// What a transfer encoding leaves as it is isn't copied.
+// Unencoded bytes aren't copied; `room` owns decoded ones.
 std::string_view decodedBytes(std::string_view body, const std::string& encoding,
                               const std::string& charset, std::string& room)
 {
@@ -55,8 +55,8 @@ std::string_view decodedBytes(std::string_view body, const std::string& encoding
     return room;
 }
 
-// A large text is hardly longer afterwards than it was before, and isn't to be
-// moved from room to room.
+// The result is hardly longer than the input; reserving avoids copying a large text as
+// it grows.
 std::string roomFor(std::string_view bytes)
 {
     std::string lines;
@@ -68,6 +68,8 @@ std::string htmlLines(std::string_view bytes, const std::string& charset)
 {
     std::string lines = roomFor(bytes);
     HtmlReader page([&](TextView text) { appendPlainLines(lines, text); });
+    // The label of the part counts more than that of the page: gateways convert the
+    // one with the text and leave the other.
     decodeInPieces(bytes, charset.empty() ? charsetOfHtml(bytes) : charset,
                    [&](TextView piece) { page.add(piece); });
     page.finish();
@@ -98,6 +100,7 @@ TextPart readTextPart(const HeaderFields& fields, const ContentType& content, st
     std::string_view bytes =
         decodedBytes(body, fields.value("content-transfer-encoding"), charset, room);
     part.html = content.type == "text/html" || beginsLikeHtml(bytes);
+    // Before the charset is decoded: the lines of a file are no text.
     if (!part.html && mayHoldUuencoded(bytes)) {
         room = withoutUuencoded(bytes, part.files);
         bytes = room;

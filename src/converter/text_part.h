@@ -19,7 +19,7 @@ struct TextPart {
 TextPart readTextPart(const HeaderFields& fields, const ContentType& content,
                       std::string_view body);
 
-// Whether a transfer encoding changes the bytes, and what they are without it.
+// Whether a transfer encoding changes the bytes; and the bytes after decoding it.
 bool isCoded(std::string_view encoding);
 std::string decodeBody(std::string_view body, std::string_view encoding);
 

@@ -18,7 +18,7 @@ int base64Value(char c)
     return c == '/' ? 63 : -1;
 }
 
-// The byte behind a "=" at `at`, or -1.
+// The byte that the "=" at `at` encodes, or -1.
 int hexByte(std::string_view text, std::size_t at)
 {
     if (at + 2 >= text.size()) return -1;
@@ -42,8 +42,8 @@ void appendLine(std::string& out, std::string_view line)
     }
 }
 
-// A long line may have been damaged in a few places; a short one is a word of
-// a letter as soon as one character is wrong.
+// A long line may be damaged in a few places; a short one with one wrong character is
+// ordinary text.
 bool isBase64Line(std::string_view line)
 {
     constexpr std::size_t kLong = 40;
@@ -54,7 +54,7 @@ bool isBase64Line(std::string_view line)
            (!blanks && line.size() >= kLong && static_cast<std::size_t>(wrong) * 20 <= line.size());
 }
 
-// Controls that no text has are one in twenty at most.
+// At most one byte in twenty is a control that no text has.
 bool readsLikeText(std::string_view bytes)
 {
     constexpr std::string_view kUsed("\t\n\f\x0E\x0F\x1A\x1B");
@@ -68,8 +68,8 @@ bool readsLikeText(std::string_view bytes)
     return odd * 20 <= bytes.size();
 }
 
-// The lines at the front that may be one encoding: all but the last are as
-// long as the first. Their length in bytes.
+// The length in bytes of the lines at the front that may be one encoding: all but the
+// last are as long as the first.
 std::size_t base64Run(std::string_view text)
 {
     std::size_t end = 0;
@@ -85,11 +85,11 @@ std::size_t base64Run(std::string_view text)
     return end;
 }
 
-// A short last line may be a word of what follows.
+// A short last line may be a word of the text that follows.
 std::string_view withoutLastLine(std::string_view run)
 {
     const std::string_view lines = run.substr(0, run.size() - (run.ends_with("\n") ? 1 : 0));
-    return run.substr(0, lines.rfind('\n') + 1); // npos + 1 is none
+    return run.substr(0, lines.rfind('\n') + 1); // npos + 1 is 0
 }
 
 bool isWholeEncoding(std::string_view run)
@@ -107,6 +107,8 @@ std::string decodeBase64Text(std::string_view text, bool wideText)
     while (!text.empty()) {
         std::string decoded;
         const auto believed = [&](std::string_view run) {
+            // After the first encoding only whole groups count, as words of a letter
+            // pass for base64 too.
             if (run.empty() || (!out.empty() && !isWholeEncoding(run))) return false;
             decoded = decodeBase64(run);
             return wideText || readsLikeText(decoded);
@@ -133,6 +135,7 @@ std::string decodeBase64(std::string_view text)
     int held = 0;
     for (const char c : text) {
         const int value = base64Value(c);
+        // Padding ends a group; another encoding may follow.
         if (c == '=') bits = 0, held = 0;
         if (value < 0) continue;
         bits = (bits << 6 | static_cast<std::uint32_t>(value)) & 0xFFFFFF;
@@ -149,6 +152,7 @@ std::string decodeQuotedPrintable(std::string_view text)
     std::string out;
     out.reserve(text.size() + 1);
     while (!text.empty()) {
+        // Trailing blanks were added on the way; an encoder writes its own as =20.
         std::string_view line = withoutTrailingBlanks(takeLine(text));
         const bool soft = !line.empty() && line.back() == '=';
         if (soft) line.remove_suffix(1);

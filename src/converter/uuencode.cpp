@@ -11,6 +11,7 @@ namespace {
 bool isBegin(std::string_view line)
 {
     if (!line.starts_with("begin ")) return false;
+    // "begin 644 name": three or four octal digits, a blank and a name.
     const std::string_view mode = line.substr(6, line.find(' ', 6) - 6);
     return mode.size() >= 3 && mode.size() <= 4 && line.size() > 7 + mode.size() &&
            mode.find_first_not_of("01234567") == std::string_view::npos;
@@ -18,10 +19,12 @@ bool isBegin(std::string_view line)
 
 std::size_t sizeOfLine(std::string_view line)
 {
+    // The first character encodes the number of bytes; a backquote is 0 like a blank.
     return static_cast<std::size_t>(line[0] - ' ') & 63;
 }
 
-// Blanks at its end may have been lost on the way.
+// Trailing blanks may have been lost on the way. Four characters encode three bytes;
+// two more, a checksum, are accepted.
 bool isDataLine(std::string_view line)
 {
     const bool inside =
@@ -59,7 +62,7 @@ void decodeLine(std::string& out, std::string_view line)
     }
 }
 
-// The place after the file that begins at `begin`, or `begin` when none does.
+// The position after the file that begins at `begin`, or `begin` when none does.
 std::size_t takeFile(std::string_view text, std::size_t begin, UuencodedFile& file, bool keepBytes)
 {
     const std::string_view first = lineAt(text, begin);
@@ -93,6 +96,7 @@ std::string withoutUuencoded(std::string_view text, std::vector<UuencodedFile>& 
     std::string rest;
     for (std::size_t at = 0; at < text.size();) {
         UuencodedFile file;
+        // at is always the beginning of a line.
         const std::size_t end = text[at] == 'b' ? takeFile(text, at, file, false) : at;
         if (end > at) files.push_back(std::move(file));
         const std::size_t next = end > at ? end : lineAfter(text, at);

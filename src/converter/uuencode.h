@@ -1,5 +1,4 @@
-// Files that stand in a text by uuencode: a line "begin 644 name", their lines,
-// a line "end".
+// Files inside a text in uuencode: a line "begin 644 name", data lines, a line "end".
 #pragma once
 #include "platform/runtime/text.h"
 
@@ -17,7 +16,7 @@ struct UuencodedFile {
     std::string bytes;
 };
 
-// Whether a line begins as the first one of a file does; quick, for each text.
+// Whether a line begins like the first one of a file; a quick check for each text.
 bool mayHoldUuencoded(std::string_view text);
 
 // The text without its files; they are appended to `files`, without their bytes.

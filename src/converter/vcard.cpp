@@ -15,7 +15,7 @@ namespace tolvek {
 
 namespace {
 
-constexpr std::size_t kMostValues = 200; // of one card; nobody has so many addresses
+constexpr std::size_t kMostValues = 200; // of one card; limits a hostile one
 constexpr int kUnranked = 101;           // ranks run from 1, the most preferred, to 100
 constexpr int kNameParts = 3;            // of N: family, given, further names
 
@@ -29,6 +29,7 @@ struct CardValue {
 int rankOf(const VcardProperty& property)
 {
     const std::string written = property.parameter("pref");
+    // PREF is version 4.0; TYPE=PREF, or PREF alone, is older.
     const int rank = written.size() < 4 ? std::atoi(written.c_str()) : 0;
     if (rank > 0 && rank < kUnranked) return rank;
     return property.hasType("pref") ? 1 : kUnranked;
@@ -38,7 +39,7 @@ CardValue valueOf(const VcardProperty& property, bool utf8)
 {
     const std::string encoding = property.encoding();
     const std::string charset = property.parameter("charset");
-    // What a file of UTF-16 holds raw has become UTF-8, whatever it is labelled.
+    // Raw values of a UTF-16 file are UTF-8 by now, whatever their label is.
     const bool marked = utf8 && (encoding.empty() || charset.empty());
     return {property.name, decodeTransfer(property.value, encoding), marked ? "utf-8" : charset,
             rankOf(property)};
@@ -71,6 +72,7 @@ std::string_view labelOf(Charset charset)
 
 void labelByGuess(std::vector<CardValue>& values)
 {
+    // All together, as a single name is too short to guess from.
     std::string unlabelled;
     for (const CardValue& value : values)
         if (value.charset.empty()) unlabelled += value.bytes + '\n';
@@ -93,7 +95,7 @@ std::vector<CardValue> valuesOf(std::string_view card, bool utf8)
     return values;
 }
 
-// Undoes \, \; \: \\ and \n; any other backslash stands for itself.
+// Decodes \, \; \: \\ and \n; any other backslash is literal.
 Text unescaped(TextView text)
 {
     constexpr TextView kEscaped = u",;:\\";
@@ -136,7 +138,7 @@ Text joinedName(TextView value)
     return name;
 }
 
-// The first value of that name of which something is left.
+// The first value of that name that isn't empty after conversion.
 template <class Made>
 Text firstOf(const std::vector<CardValue>& values, const char* name, Made made)
 {

@@ -19,6 +19,7 @@ bool takeLine(std::string_view& rest, std::string_view& line)
     const std::size_t end = std::min(rest.find_first_of("\r\n"), rest.size());
     line = rest.substr(0, end);
     rest.remove_prefix(end);
+    // Longest first.
     for (const std::string_view lineEnd : {"\r\r\n", "\r\n", "\r", "\n"}) {
         if (!rest.starts_with(lineEnd)) continue;
         rest.remove_prefix(lineEnd.size());
@@ -52,7 +53,7 @@ bool announcesAgent(std::string_view line)
     return line.ends_with(':') && propertyName(line.substr(0, line.find_first_of(";:"))) == "agent";
 }
 
-// The part of a line in front of its value, cut at semicolons outside quotes.
+// Splits what precedes the value of a line at semicolons outside quotes.
 std::vector<std::string_view> headPieces(std::string_view head)
 {
     std::vector<std::string_view> pieces;
@@ -85,8 +86,8 @@ void readHead(std::string_view head, VcardProperty& property)
         property.parameters.push_back(parameterOf(*piece));
 }
 
-// One property while its lines come. Each byte is looked at once, however
-// many lines it comes in.
+// Collects one property line by line. Each byte is examined once, however many lines
+// there are.
 class Joined {
 public:
     void add(std::string_view piece)
@@ -142,6 +143,8 @@ bool isVersion21(std::string_view card)
 
 VcardNesting::Step VcardNesting::take(std::string_view line)
 {
+    // Only a BEGIN directly after an empty AGENT opens an inner card; any other means
+    // that the card before was cut off.
     const bool agent = std::exchange(agentNext_, announcesAgent(line));
     if (isMark(line, kBegin)) {
         depth_ = agent && depth_ > 0 ? depth_ + 1 : 1;
@@ -206,7 +209,7 @@ bool VcardProperties::nextLine(std::string_view& line)
     return false;
 }
 
-// The next line, when it goes on with the property that `line` belongs to.
+// Takes the next line if it continues the property that `line` belongs to.
 bool VcardProperties::nextPiece(bool soft, std::string_view& line)
 {
     std::string_view behind = rest_;
@@ -226,6 +229,7 @@ bool VcardProperties::next(VcardProperty& property)
         bool soft = joined.softBreak(line);
         while (nextPiece(soft, line)) {
             joined.add(soft ? "\n" : "");
+            // Version 2.1 folds before a blank of the text; later versions insert one.
             joined.add(line.substr(soft || keepsBlanks_ ? 0 : 1));
             soft = joined.softBreak(line);
         }

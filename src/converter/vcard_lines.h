@@ -1,10 +1,10 @@
-// The cards of a vCard file and the properties of a card, as raw bytes:
-// charset and transfer encoding not undone.
+// The cards of a vCard file and the properties of a card, as raw bytes: charset and
+// transfer encoding are not decoded.
 //
-// A card without its end, or with another one's beginning inside, was cut off:
-// it is passed over, and nothing of the others. The one card that may stand in
-// another is an agent's, behind an AGENT property without a value; it belongs
-// to somebody else and is passed over with all its lines.
+// A card without its end, or with the beginning of another one inside, was cut off: it
+// alone is skipped. The only card allowed inside another is that of an agent, after an
+// AGENT property without a value; it belongs to another person and is skipped with all
+// its lines.
 #pragma once
 #include <cstddef>
 #include <string>
@@ -21,16 +21,17 @@ struct VcardParameter {
 struct VcardProperty {
     std::string name; // lower case, without its group
     std::vector<VcardParameter> parameters;
-    std::string value; // unfolded; lines of soft breaks still have them, with LF
+    std::string value; // unfolded; soft line breaks are kept, with LF
 
-    // Of the first parameter of that name, "" when missing.
+    // The first parameter of that name, "" if missing.
     std::string parameter(std::string_view parameterName) const;
-    // Among the types, the nameless ones too. `type` in lower case.
+    // Among the types, including nameless ones. `type` in lower case.
     bool hasType(std::string_view type) const;
     std::string encoding() const; // "quoted-printable", "base64" or ""
 };
 
-// Which cards the lines read so far stand in: none, one, or agents inside it.
+// Tracks whether the lines read so far are in no card, in one, or in an agent's inside
+// it.
 class VcardNesting {
 public:
     enum class Step { Inside, Opened, Agent, Closed };
@@ -43,7 +44,7 @@ private:
     bool agentNext_ = false;
 };
 
-// Hands out one card after the other, without BEGIN and END.
+// Returns one card after the other, without BEGIN and END.
 class VcardScanner {
 public:
     explicit VcardScanner(std::string_view bytes) : rest_(bytes) {}
@@ -56,7 +57,7 @@ private:
 // Of one card. Lines end with CR, LF, CR LF or CR CR LF (left by gateways).
 class VcardProperties {
 public:
-    // What a property holds beyond isn't kept: pictures alone are so long.
+    // The rest of a longer property is dropped: only pictures are so long.
     static constexpr std::size_t kLongest = 1 << 15;
 
     explicit VcardProperties(std::string_view card);
@@ -67,7 +68,7 @@ private:
     bool nextPiece(bool soft, std::string_view& line);
 
     std::string_view rest_;
-    bool keepsBlanks_; // version 2.1 folds in front of a blank that is text
+    bool keepsBlanks_; // version 2.1 folds before a blank of the text
     VcardNesting nesting_{1};
 };
 

@@ -1,8 +1,8 @@
-// Any Japanese text comes through as it is, under each right label and in each
-// transfer encoding; only ' becomes ’. The characters are chosen by row and cell
-// of JIS X 0208, so that the bytes of each charset are made without a table.
+// Any Japanese text is converted unchanged, under each correct label and in each
+// transfer encoding; only ' becomes ’. The characters are chosen by row and cell of
+// JIS X 0208, so that the bytes of each charset are computed without a table.
 //
-// TOLVEK_ROUNDS=10000 tries more of them than the fixed 300.
+// TOLVEK_ROUNDS=10000 tries that many instead of the fixed 300.
 #include "converter/conversion.h"
 #include "converter/iso2022jp.h"
 
@@ -39,7 +39,7 @@ protected:
 
     Character character()
     {
-        // ASCII, symbols, letters, kana of both kinds, kanji of both levels.
+        // ASCII, symbols, letters, both kinds of kana, kanji of both levels.
         static constexpr std::array<unsigned char, 8> kRows{0,    0x21, 0x23, 0x24,
                                                             0x24, 0x25, 0x30, 0x50};
         for (;;) {
@@ -50,7 +50,7 @@ protected:
         }
     }
 
-    // It begins and ends with a kana: blanks at a subject's ends are trimmed.
+    // It begins and ends with a kana, as blanks at the ends of a subject are trimmed.
     Line line()
     {
         Line made{{0x24, 0x22}};

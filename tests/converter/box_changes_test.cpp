@@ -1,4 +1,5 @@
-// Boxes that somebody writes to while they are read, and what a crash left of them.
+// Boxes that another program writes to while they are read, and boxes damaged by a
+// crash.
 #include "converter/box_changes.h"
 
 #include "converter/conversion.h"
@@ -29,7 +30,7 @@ protected:
     {
         std::ofstream(box(), std::ios::binary | std::ios::app) << bytes;
     }
-    // Runs at the n-th reading of the box, counted from 1.
+    // Runs at the n-th read of the box, counted from 1.
     void atReading(int n, std::function<void()> change)
     {
         setFileProbe([this, n, change, seen = 0](FileOperation operation,
@@ -127,7 +128,7 @@ TEST_F(ChangingBoxTest, ATailOfNulsIsNoMail)
     }
 }
 
-// The program went on writing after the crash.
+// The program continued to write after the crash.
 TEST_F(ChangingBoxTest, AMailAfterAGapOfNulsIsFound)
 {
     for (const std::size_t size : {8u, 512u, 70000u, 3u << 20}) {

@@ -1,4 +1,4 @@
-// Whole boxes: size, memory, and a temp file that is there whole or not at all.
+// Whole boxes: size, memory, and a temp file that is complete or absent.
 #include "converter/conversion.h"
 
 #include "converter/temp_reader.h"
@@ -26,7 +26,7 @@ void writeBox(const std::filesystem::path& path, int count)
         box << mail(number);
 }
 
-// The address sanitizer holds freed memory back: a quarter of a gigabyte.
+// The address sanitizer keeps freed memory, up to 256 MB.
 #if defined(__SANITIZE_ADDRESS__)
 constexpr long kGrowthBound = 400 * 1024;
 #else

@@ -1,4 +1,4 @@
-// Every file of tests/data/mail with what it must become.
+// Every file of tests/data/mail with its expected result.
 #include "converter/conversion.h"
 
 #include "converter/temp_reader.h"

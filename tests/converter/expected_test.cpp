@@ -1,6 +1,6 @@
-// Every mail file of tests/data/mail that has its fields and text beside it, in
-// a file of the same name with ".expected" after it: UTF-8, four field lines,
-// an empty line, the text; a line of "=====" between two mails.
+// Every mail file of tests/data/mail that has an expected result in a file of the same
+// name plus ".expected": UTF-8, four field lines, an empty line, the text; "====="
+// between two mails.
 #include "converter/conversion.h"
 
 #include "converter/temp_reader.h"
@@ -25,7 +25,7 @@ std::vector<std::string> boxes()
     return names;
 }
 
-// The reader drops the empty lines at a text's end.
+// The reader drops empty lines at the end of a text.
 std::string textOf(const ReadMail& mail)
 {
     std::string text = mail.text();

@@ -1,4 +1,4 @@
-// The built library itself, loaded as the program loads it.
+// The built library itself, loaded like the program loads it.
 #include "converter/exports.h"
 
 #include "converter/record_fields.h"
@@ -209,7 +209,7 @@ TEST_F(ExportsTest, BearsARecordWithoutANul)
     EXPECT_EQ(output.bytes[4607], 'x');
 }
 
-// Its caller couldn't tell it from an empty book.
+// The caller couldn't distinguish it from an empty book.
 TEST_F(ExportsTest, WhatKeepsTheFriendFileFromBeingWrittenIsTheReturnValue)
 {
     std::filesystem::create_directory(folder_ / "book");

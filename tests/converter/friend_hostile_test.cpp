@@ -1,5 +1,5 @@
-// Broken copies of the address books: whatever comes, Friend.Tmp can be read
-// to its end.
+// Broken copies of the address books: whatever the input, Friend.Tmp can be read to
+// its end.
 #include "converter/friend_reader.h"
 #include "converter/mutation.h"
 #include "platform/runtime/text.h"
@@ -28,8 +28,7 @@ std::vector<Book> corpus()
     return books;
 }
 
-// As many whole records as the count says, and nothing in them that the reader
-// couldn't store.
+// As many complete records as the count says, each of which the reader can store.
 void expectReadable(const Book& book)
 {
     const TempFolder folder;
@@ -64,7 +63,7 @@ TEST(FriendHostile, MutatedAtRandomPlaces)
             expectReadable({name, mutated(bytes, random)});
 }
 
-// None of these may take the square of its length.
+// None of these may take quadratic time.
 TEST(FriendHostile, EndlessRunsTakeNoLongerThanTheirLength)
 {
     for (const char* piece : {"x",

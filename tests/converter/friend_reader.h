@@ -1,4 +1,4 @@
-// Reads Friend.Tmp back by the program's own field input, for tests.
+// Parses Friend.Tmp with the program's own field input, for tests.
 #pragma once
 #include "converter/friend_book.h"
 #include "platform/runtime/text_files.h"
@@ -26,7 +26,7 @@ inline void PrintTo(const ReadFriend& read, std::ostream* out)
          << read.mails;
 }
 
-// A file of tests/data/friends and whom it holds.
+// A file of tests/data/friends and its friends.
 struct ExpectedFriends {
     const char* file;
     ReadFriends friends;
@@ -37,7 +37,7 @@ inline void PrintTo(const ExpectedFriends& expected, std::ostream* out)
     *out << expected.file;
 }
 
-// A friend as a vCard gives one.
+// A friend as read from a vCard.
 inline ReadFriend carded(std::string name, std::string address)
 {
     return {"0", "", std::move(name), std::move(address), 0};
@@ -59,7 +59,7 @@ inline ReadFriends readFriendTmp(const std::filesystem::path& path)
     return friends;
 }
 
-// What becomes of a folder that holds this one file.
+// Converts a folder that contains this one file.
 inline ReadFriends friendsOf(const std::string& name, const std::string& bytes)
 {
     const TempFolder folder;

@@ -1,4 +1,4 @@
-// Broken copies of the corpus: whatever comes, the temp file keeps its grammar.
+// Broken copies of the corpus: whatever the input, the temp file keeps its grammar.
 #include "converter/conversion.h"
 #include "converter/str_change.h"
 
@@ -27,8 +27,8 @@ std::vector<std::string> corpus()
     return files;
 }
 
-// Status 0 means: as many whole groups as the count says, no byte that ends
-// the file or a text, no record overrun.
+// Status 0 means: as many complete groups as the count says, no byte that ends the
+// file or a text, no record overrun.
 void expectGrammar(const std::string& box, const TempFolder& folder)
 {
     writeBytes(folder / "box", box);
@@ -78,7 +78,7 @@ TEST(HostileInput, TextsOfAnyBytesAreDecodedWithinTheRecord)
     }
 }
 
-// Each of these once took the square of its length.
+// Each of these can lead to quadratic time.
 TEST(HostileInput, EndlessRunsOfBeginningsTakeNoLongerThanTheirLength)
 {
     const TempFolder folder;
@@ -90,7 +90,7 @@ TEST(HostileInput, EndlessRunsOfBeginningsTakeNoLongerThanTheirLength)
     }
 }
 
-// Lines that begin what a mail, a head or a file in a text could begin with.
+// Lines with which a mail, a head or an enclosed file could begin.
 TEST(HostileInput, EndlessRunsOfSuchLinesTakeNoLongerThanTheirLength)
 {
     const TempFolder folder;

@@ -30,8 +30,8 @@ TEST(HtmlText, NothingHiddenIsShown)
               "d\n");
 }
 
-// The parser goes down one call for each element, and opens unclosed ones anew
-// in each paragraph.
+// The parser recurses once per element, and reopens unclosed elements in each
+// paragraph.
 TEST(HtmlText, EndlessNestingIsReadInPieces)
 {
     EXPECT_EQ(htmlPiece("<p>a<b>b</b>"), 12u);

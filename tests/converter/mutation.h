@@ -6,7 +6,7 @@
 
 namespace tolvek::test {
 
-// Up to a dozen bytes and pieces changed, left out or doubled.
+// Changes, removes or doubles up to a dozen bytes and pieces.
 inline std::string mutated(std::string bytes, std::mt19937& random)
 {
     static const std::string kSpice =

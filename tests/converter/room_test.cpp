@@ -1,7 +1,6 @@
-// How much memory a conversion takes: the most at one time, and all of it
-// together, which shows work that grows with the square of a mail's length.
-// The program's own allocation routines are counted, so this is no matter of
-// time, and a test program of its own.
+// How much memory a conversion takes: the peak, and the sum of all allocations, which
+// reveals work quadratic in the length of a mail. The allocation routines are counted,
+// so the result doesn't depend on time; that requires a test program of its own.
 #include "converter/conversion.h"
 
 #include "converter/mutation.h"
@@ -73,8 +72,8 @@ struct Form {
 
 class LargeMail : public ::testing::TestWithParam<Form> {};
 
-// The mail, its bytes without the transfer encoding, its text; and what a mail of
-// any size takes. So 64 MB take less than 200.
+// The mail, its bytes after transfer decoding and its text, plus what a mail of any
+// size takes: 64 MB need less than 200.
 TEST_P(LargeMail, TakesThreeTimesItsSize)
 {
     constexpr std::size_t kSize = 4u << 20;
@@ -112,14 +111,14 @@ struct Hostile {
 
 class HostileMail : public ::testing::TestWithParam<Hostile> {};
 
-// Twice the mail takes twice the room, not four times. What has a limit takes less.
+// Twice the mail takes twice the memory, not four times; less if a limit applies.
 TEST_P(HostileMail, TakesRoomInProportionToItsSize)
 {
     constexpr std::size_t kSize = 60'000;
     const auto box = [](std::size_t size) {
         return kHead + GetParam().front + repeated(GetParam().piece, size) + "\n\ntext\n";
     };
-    roomFor(box(1)); // tables that are made once
+    roomFor(box(1)); // builds tables that are kept
     EXPECT_LT(roomFor(box(2 * kSize)).total, roomFor(box(kSize)).total * 5 / 2);
 }
 

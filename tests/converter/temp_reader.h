@@ -1,5 +1,5 @@
-// Reads a temp file back as the program's reader takes it apart, for tests:
-// labels by their first characters, values behind one separator.
+// Parses a temp file like the program's reader, for tests: labels by their first
+// characters, values after one separator.
 #pragma once
 #include "platform/runtime/codepage932.h"
 #include "platform/runtime/text.h"

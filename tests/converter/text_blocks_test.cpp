@@ -1,5 +1,5 @@
-// What the reader makes of the lines: blocks of 33 lines or over 4608 bytes,
-// each through a record of 4608 bytes. Nothing but line ends may be lost.
+// What the reader gets from the lines: blocks of 33 lines or over 4608 bytes, each
+// through a record of 4608 bytes. Only line ends may be lost.
 #include "converter/text_blocks.h"
 
 #include "converter/plain_text.h"
@@ -12,7 +12,7 @@
 namespace tolvek::test {
 namespace {
 
-// The reader's rule for blocks, with the record's cut.
+// The reader's rule for blocks, including the cut by the record.
 std::string readBack(const std::string& file)
 {
     std::string all, block;

@@ -1,4 +1,4 @@
-// A friend book: the same bytes as vCards and as a comma-delimited text.
+// A friend book: the same bytes as vCards and as comma-delimited text.
 #include "converter/friend_book.h"
 #include "fuzz/fuzz_target.h"
 #include "support/temp_folder.h"

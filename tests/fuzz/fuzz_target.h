@@ -1,7 +1,8 @@
-// What every fuzz target has: one input is given to it, again and again.
+// Common to all fuzz targets: the function that takes one input, called again and
+// again.
 //
-// Under libFuzzer (clang) the library's own main makes the inputs; with replay.cpp
-// the files of a folder are the inputs, under any compiler.
+// With libFuzzer (clang) the library's main generates the inputs; with replay.cpp they
+// are the files of a folder, under any compiler.
 #pragma once
 #include <cstddef>
 #include <cstdint>
@@ -16,7 +17,7 @@ inline std::string_view bytesOf(const std::uint8_t* data, std::size_t size)
     return {reinterpret_cast<const char*>(data), size};
 }
 
-// A broken promise ends the program, so that the fuzzer keeps the input.
+// A violated condition aborts, so that the fuzzer keeps the input.
 inline void require(bool kept)
 {
     if (!kept) __builtin_trap();

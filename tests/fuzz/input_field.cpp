@@ -1,4 +1,5 @@
-// Input # and line input over any file: each ends, and fails only as it may.
+// Input # and line input on any file: both terminate, and fail only with the permitted
+// errors.
 #include "fuzz/fuzz_target.h"
 #include "platform/runtime/paths.h"
 #include "platform/runtime/runtime_error.h"
@@ -9,7 +10,7 @@ namespace {
 
 using namespace tolvek;
 
-// The first byte chooses in which order items are read.
+// The first byte selects the order in which items are read.
 void readAll(Int16 number, unsigned order)
 {
     while (!endOfFile(number)) {

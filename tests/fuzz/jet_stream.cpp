@@ -1,5 +1,5 @@
-// What a reader of a Jet file sends, in two pieces: a stream or no stream, never
-// more than the file can hold.
+// The output of the Jet reader, in two pieces: a valid stream or none, and never more
+// data than the file can hold.
 #include "platform/dao/jet_stream.h"
 #include "fuzz/fuzz_target.h"
 

@@ -1,4 +1,4 @@
-// A mail box: whatever its bytes, the temp file keeps its form.
+// A mail box: whatever its bytes, the temp file keeps its grammar.
 #include "converter/conversion.h"
 #include "fuzz/fuzz_target.h"
 #include "support/temp_folder.h"

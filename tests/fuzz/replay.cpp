@@ -1,5 +1,5 @@
-// Gives a target each file of the folders, and each of them cut off at a few
-// places and with a few bytes changed, always in the same way.
+// Runs a target on each file of the folders, and on copies that are truncated or have
+// a few bytes changed, the same in every run.
 //
 //     TARGET FOLDER...
 #include "fuzz/fuzz_target.h"
@@ -34,7 +34,7 @@ std::string contentOf(const std::filesystem::path& file)
 
 void give(const std::string& bytes)
 {
-    // A copy of its own, so that the sanitizer sees a read beyond its end.
+    // An exact copy, so that the sanitizer detects a read beyond its end.
     const std::vector<std::uint8_t> input(bytes.begin(), bytes.end());
     LLVMFuzzerTestOneInput(input.data(), input.size());
 }

@@ -1,4 +1,4 @@
-// A settings file: what is written is read again, and a second time changes nothing.
+// A settings file: what is written is read back, and writing it again changes nothing.
 #include "fuzz/fuzz_target.h"
 #include "platform/runtime/profile_text.h"
 

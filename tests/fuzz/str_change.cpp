@@ -1,4 +1,4 @@
-// The decoding of one text record: the first two bytes are the record's length.
+// The decoding of one text record; the first two bytes are its length.
 #include "converter/str_change.h"
 #include "fuzz/fuzz_target.h"
 
