@@ -47,6 +47,7 @@ BookFile markUndone(std::string bytes)
     const bool big = bytes.starts_with(kBigMark);
     if (!big && !bytes.starts_with(kLittleMark)) return {std::move(bytes), false};
     const auto units = std::string_view(bytes).substr(kLittleMark.size());
+    // Converted, so that the readers of books handle bytes only.
     return {utf8OfUnits(units, big ? 1 : 0), true};
 }
 

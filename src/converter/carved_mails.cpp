@@ -41,6 +41,7 @@ bool CarvedMails::toNextBlock()
 {
     while (hasLine_ || lines_.next(line_)) {
         hasLine_ = false;
+        // clearEnd is a view of the same string, so only its size is used.
         line_.erase(0, line_.size() - clearEnd(line_).size());
         if (beginsBlock(line_)) return true;
     }

@@ -77,6 +77,7 @@ bool isLatin1Name(const std::string& name)
 
 bool isWideName(const std::string& name)
 {
+    // The bytes of these can't be judged by tests for single and double bytes.
     return name.starts_with("utf-") || name.starts_with("utf1") || name.starts_with("ucs") ||
            name.starts_with("iso-10646") || name.starts_with("unicode");
 }
@@ -91,6 +92,7 @@ bool isEasternName(const std::string& name)
 
 bool isUtf16Name(const std::string& name)
 {
+    // The names with "le" or "be" state the order and go to ICU.
     return name == "utf-16" || name == "ucs-2" || name == "iso-10646-ucs-2" || name == "unicode";
 }
 

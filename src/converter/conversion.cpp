@@ -98,7 +98,7 @@ std::string dateOf(const HeaderFields& fields, const std::string& separator)
     return date ? formatMailDate(*date) : std::string();
 }
 
-// The count is handed out in 16 bits; beyond, it stays at its largest value.
+// The count is returned in 16 bits; beyond, it stays at its largest value.
 constexpr int kMost = std::numeric_limits<std::int16_t>::max();
 
 struct DatedFile {
@@ -237,6 +237,7 @@ Conversion convertMailBox(const std::filesystem::path& mailFile,
 {
     constexpr int kAttempts = 3;
     try {
+        // No check for changes: each mail of a folder is a file of its own.
         if (const auto folder = folderOfBox(mailFile); !folder.empty())
             return writeFolder(folder, tempFile);
         Conversion conversion = convertOnce(mailFile, tempFile);

@@ -191,8 +191,8 @@ bool isRaw(char c)
     return static_cast<unsigned char>(c) >= 0x80 || c == '\x1B';
 }
 
-// Raw bytes of the word's charset inside it, as Q writes them; what stands
-// around the word may be of another charset.
+// Writes the content of a word with raw bytes as Q, so that it is decoded by the
+// word's own charset; the text around it may be in another.
 std::string quotedWord(std::string_view label, std::string_view content)
 {
     constexpr std::string_view kDigits = "0123456789ABCDEF";
@@ -211,6 +211,7 @@ std::string quotedWord(std::string_view label, std::string_view content)
 // The word at the front of a raw value, rewritten when it holds raw bytes.
 std::string rewrittenWord(std::string_view rest, std::size_t& length)
 {
+    // Bytes; a field full of "=?" must not cost the square of its length.
     constexpr std::size_t kLongestWord = 1000;
     const std::string_view near = rest.substr(0, kLongestWord);
     const std::size_t kind = near.find('?', 2);
@@ -256,6 +257,7 @@ Text unfoldedText(std::string_view rawValue)
             continue;
         }
         unfolded += u' ';
+        // The fold and all blanks after it are one blank; -1 for the loop's own step.
         at += blankLength(TextView(text).substr(at)) - 1;
     }
     return unfolded;

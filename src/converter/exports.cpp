@@ -45,6 +45,7 @@ template <class Record> std::string textOf(const Record& record)
 Conversion edit(const TolvekPath* mailFile, const TolvekPath* tempFile)
 {
     if (mailFile == nullptr || tempFile == nullptr) return {ConversionStatus::Failed, 0};
+    // Only what is read is matched to existing names: the temp file may not exist yet.
     return convertMailBox(foundPath(textOf(*mailFile)), textOf(*tempFile));
 }
 

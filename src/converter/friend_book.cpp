@@ -52,6 +52,7 @@ public:
         const Text key = lowerCase(record->address);
         if (known_.contains(key) || !newKeys_.insert(key).second) return;
         newLines_ += record->line;
+        // The rest of this file is skipped then; endFile() drops what came of it.
         tooMany_ = count() + newKeys_.size() > kMost;
     }
     // Ends a file; false if its friends would exceed the count.

@@ -23,6 +23,7 @@ namespace {
 
 void append(std::string& value, std::string_view line)
 {
+    // A fold that would exceed the limit is left out as a whole.
     if (value.size() + line.size() < HeaderFields::kLongestField) value.append("\n").append(line);
 }
 
@@ -32,8 +33,8 @@ HeaderFields::HeaderFields(std::string_view head)
 {
     for (const std::string_view line : linesOf(head)) {
         const bool continuation = !line.empty() && (line[0] == ' ' || line[0] == '\t');
-        if (continuation && !fields_.empty())
-            append(fields_.back().second, line);
+        if (continuation && !fields_.empty()) append(fields_.back().second, line);
+        // Broken lines are ignored; they must not hide the fields after them.
         else if (const auto name = fieldName(line); !name.empty())
             fields_.emplace_back(lowerAscii(name),
                                  line.substr(line.find(':') + 1).substr(0, kLongestField));
@@ -43,7 +44,7 @@ HeaderFields::HeaderFields(std::string_view head)
 std::string HeaderFields::value(std::string_view name) const
 {
     for (const auto& [fieldsName, text] : fields_)
-        // An empty field in front of a filled one is common in broken mails.
+        // An empty field before a filled one is common in broken mails.
         if (fieldsName == name && !trimSpace(std::string_view(text)).empty())
             return std::string(trimSpace(std::string_view(text)));
     return {};

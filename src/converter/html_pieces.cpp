@@ -53,6 +53,7 @@ std::size_t htmlPiece(std::string_view html)
         if (name[0] == '/') {
             const auto found = open.find(std::string_view(name).substr(1));
             const bool closes = found != open.end() && found->second > 0;
+            // An end tag without its element closes nothing in the parser either.
             if (closes) --found->second, --depth;
         } else if (staysOpen(name)) {
             ++open[name], ++depth;

@@ -64,6 +64,7 @@ std::string attribute(const GumboElement& element, const char* name)
 bool isHidden(const GumboElement& element)
 {
     std::string style = lowerAscii(attribute(element, "style"));
+    // "display: none" is written with and without the blank.
     std::erase(style, ' ');
     return style.find("display:none") != std::string::npos;
 }
@@ -115,6 +116,7 @@ private:
         if (tag == GUMBO_TAG_HR) return out_.rule();
         if (tag == GUMBO_TAG_IMG) return out_.text(fromUtf8(attribute(element, "alt")));
         if (tag == GUMBO_TAG_A) return link(element);
+        // Cells stay on one line, so that a row reads as one.
         if (tag == GUMBO_TAG_TD || tag == GUMBO_TAG_TH) out_.nextCell();
         isBlock(tag) ? block(element) : children(element);
     }
@@ -173,6 +175,7 @@ void HtmlReader::add(TextView html)
     rest_ += toUtf8(html);
     // The tree holds C strings, which a NUL would cut off.
     std::replace(rest_.begin() + static_cast<std::ptrdiff_t>(begin), rest_.end(), '\0', ' ');
+    // A smaller page is parsed at once by finish().
     if (rest_.size() > kHtmlPiece) parsePieces(false);
 }
 

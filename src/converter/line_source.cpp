@@ -102,6 +102,8 @@ bool LineSource::readLine(Line& line)
     const std::size_t after = gap > 0 ? gap : line.text.find_first_not_of('\0');
     const bool hasRest = after != std::string::npos;
     if (hasRest) rest_ = Line{line.text.substr(after), line.begin + after};
+    // At the beginning of a line the gap itself is the (empty) line; skipNuls()
+    // consumes the rest of a long one.
     line.text.resize(gap);
     return hasRest || skipNuls();
 }

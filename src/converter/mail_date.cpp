@@ -283,7 +283,7 @@ private:
         if (sign != std::string::npos) {
             word.erase(0, sign);
             std::erase(word, ':');
-            // Only "+0900"; the reader takes apart no other form.
+            // Only "+0900"; the reader parses no other form.
             if (word.size() == 5 && allDigits(std::string_view(word).substr(1))) date_.zone = word;
             return;
         }

@@ -62,6 +62,7 @@ void MailGatherer::takeBrokenLine(const std::string& line)
     const bool blank = trimSpace(std::string_view(line)).empty();
     if (headAhead_ == 1) {
         inHead_ = false;
+        // A blank line is the end of the head; any other belongs to the text.
         bodyBegin_ = blank ? lines_.position() : lines_.lineBegin();
         if (!blank) addToBody(line);
     } else if (!blank && !mail_.head.empty() && isBrokenFold(lastHeadLine(), line)) {
@@ -94,6 +95,7 @@ void MailGatherer::addToBody(std::string_view line)
 
 void MailGatherer::append(std::string& part, std::string_view line)
 {
+    // Later lines are still read, so that the next mail is found.
     if (mail_.head.size() + mail_.body.size() + line.size() >= kLargestMail) return;
     grow(part, part.size() + line.size() + 1);
     part.append(line).push_back('\n');

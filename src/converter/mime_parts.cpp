@@ -31,6 +31,7 @@ std::vector<std::string_view> partsBetween(std::string_view body, const std::str
         }
         at += line.size() + 1;
     }
+    // The closing line is missing: the mail was cut off.
     if (begin != std::string_view::npos && begin < body.size()) parts.push_back(body.substr(begin));
     return parts;
 }

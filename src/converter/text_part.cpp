@@ -30,6 +30,7 @@ bool beginsLikeHtml(std::string_view bytes)
 bool isCoded(std::string_view encoding)
 {
     const std::string name = lowerAscii(trimSpace(encoding));
+    // By the beginning: some programs append a comment or a semicolon.
     return name.starts_with("base64") || name.starts_with("quoted-printable");
 }
 

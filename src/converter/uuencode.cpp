@@ -67,6 +67,7 @@ std::size_t takeFile(std::string_view text, std::size_t begin, UuencodedFile& fi
 {
     const std::string_view first = lineAt(text, begin);
     std::size_t at = lineAfter(text, begin);
+    // A letter may contain the word "begin", so a data line must follow.
     if (!isBegin(first) || at >= text.size() || !isDataLine(lineAt(text, at))) return begin;
     file.name = first.substr(first.find(' ', 6) + 1);
     while (at < text.size() && isDataLine(lineAt(text, at))) {
@@ -75,6 +76,7 @@ std::size_t takeFile(std::string_view text, std::size_t begin, UuencodedFile& fi
         if (keepBytes) decodeLine(file.bytes, line);
         at = lineAfter(text, at);
     }
+    // A file that was cut off lacks the end line.
     return at < text.size() && trimSpace(lineAt(text, at)) == "end" ? lineAfter(text, at) : at;
 }
 

@@ -152,6 +152,7 @@ Text firstOf(const std::vector<CardValue>& values, const char* name, Made made)
 Text nameOf(const std::vector<CardValue>& values)
 {
     Text name = firstOf(values, "fn", [](const Text& text) { return friendText(unescaped(text)); });
+    // A name that is empty after conversion counts as missing.
     if (name.empty()) name = firstOf(values, "n", joinedName);
     if (!name.empty()) return name;
     return firstOf(values, "nickname",

@@ -92,6 +92,7 @@ class Joined {
 public:
     void add(std::string_view piece)
     {
+        // Dropping the rest here bounds the memory of a property without end.
         text_ += piece.substr(0, VcardProperties::kLongest - text_.size());
         for (; colon_ == std::string::npos && scanned_ < text_.size(); ++scanned_) {
             if (text_[scanned_] == '"') quoted_ = !quoted_;
@@ -101,6 +102,7 @@ public:
     bool softBreak(std::string_view lastLine) const
     {
         const std::size_t last = lastLine.find_last_not_of(" \t");
+        // Blanks after the "=" may have been added on the way.
         return softBreaks_ && last != std::string_view::npos && lastLine[last] == '=';
     }
     bool finish(VcardProperty& property)
@@ -151,6 +153,7 @@ VcardNesting::Step VcardNesting::take(std::string_view line)
         return depth_ == 1 ? Step::Opened : Step::Agent;
     }
     if (depth_ > 0 && isMark(line, kEnd)) return --depth_ == 0 ? Step::Closed : Step::Agent;
+    // Empty lines between AGENT and BEGIN are allowed.
     agentNext_ = agentNext_ || (agent && trimSpace(line).empty());
     return depth_ > 1 ? Step::Agent : Step::Inside;
 }
@@ -165,6 +168,7 @@ std::string VcardProperty::parameter(std::string_view parameterName) const
 bool VcardProperty::hasType(std::string_view type) const
 {
     return std::any_of(parameters.begin(), parameters.end(), [&](const VcardParameter& given) {
+        // Version 2.1 writes EMAIL;INTERNET;PREF, later versions TYPE=internet,pref.
         if (!given.name.empty() && given.name != "type") return false;
         const auto types = words(lowerAscii(given.value), ", ");
         return std::find(types.begin(), types.end(), type) != types.end();
@@ -174,6 +178,7 @@ bool VcardProperty::hasType(std::string_view type) const
 std::string VcardProperty::encoding() const
 {
     for (const VcardParameter& given : parameters) {
+        // Version 2.1 may omit the parameter's name; "b" is base64 in version 3.0.
         if (!given.name.empty() && given.name != "encoding") continue;
         const std::string written = lowerAscii(given.value);
         if (written == "quoted-printable") return written;
