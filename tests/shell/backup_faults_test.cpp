@@ -59,7 +59,8 @@ TEST_F(BackUpFaultsTest, AnEndAtAnyMomentLosesNoMail)
                        [&](int operation) {
                            check(operation);
                            kept.putBack();
-                       });
+                       },
+                       {}, {}, kSparse);
     EXPECT_GT(movedRuns, 10);
 }
 
@@ -70,7 +71,8 @@ TEST_F(BackUpFaultsTest, AFailureOfAnyOperationLosesNoMail)
                       [&](int operation) {
                           check(operation);
                           kept.putBack();
-                      });
+                      },
+                      {}, {}, kSparse);
     EXPECT_GT(movedRuns, 10);
 }
 

@@ -254,7 +254,7 @@ TEST_F(DbCompressRepairFaultsTest, ARepairThatIsCutOffAnywhereIsTakenUpByTheNext
                            EXPECT_FALSE(exists("Tolvek.Mdb.Damaged2")) << operation;
                            kept.putBack();
                        },
-                       {}, isOfTheRepair);
+                       {}, isOfTheRepair, kSparse);
 }
 
 TEST_F(DbCompressRepairFaultsTest, AFailureInTheRepairLeavesTheBakOrARestoredDatabase)
@@ -275,7 +275,7 @@ TEST_F(DbCompressRepairFaultsTest, AFailureInTheRepairLeavesTheBakOrARestoredDat
             EXPECT_EQ(subjects(gDbPath), ofBoth()) << "operation " << operation;
             kept.putBack();
         },
-        {}, isOfTheRepair);
+        {}, isOfTheRepair, kSparse);
 }
 
 }
