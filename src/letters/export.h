@@ -1,0 +1,52 @@
+// Takes letters out of the archives: as mail, as text, as one page.
+//
+// The target is built beside its place, flushed and renamed when it is complete. A
+// cancelled or failed export leaves nothing under the target's name (an older file there
+// stays as it was) and no side file.
+//
+// Uses only the Library, no database: may run in any thread.
+#pragma once
+#include "letters/library.h"
+
+#include <filesystem>
+#include <functional>
+
+namespace tolvek {
+
+enum class ExportForm {
+    Mbox,      // one file
+    EmlFolder, // a new folder with one .eml for each letter
+    PlainText, // UTF-8, one file
+    Html       // one file without anything outside it
+};
+
+// Called after each letter; false cancels.
+using ExportProgress = std::function<bool(std::size_t done, std::size_t all)>;
+
+// The letters in this order; pass oldest first for reading. True when the export is
+// complete, false when it was cancelled. Failures are RuntimeError with the file's
+// number (58: the folder exists already, 61: disk full, 75: no access).
+bool exportLetters(const Library& library, const std::vector<LetterId>& letters, ExportForm form,
+                   const std::filesystem::path& target, const ExportProgress& progress = {});
+
+// The letter as an Internet message: header, empty line, body; LF line ends.
+std::string asMessage(const Letter& letter);
+
+// For another kind of export, such as a book: a file beside `target` that takes its name
+// in finish(). Without finish() the destructor removes it.
+class UnfinishedFile {
+public:
+    explicit UnfinishedFile(std::filesystem::path target);
+    ~UnfinishedFile();
+    UnfinishedFile(const UnfinishedFile&) = delete;
+    UnfinishedFile& operator=(const UnfinishedFile&) = delete;
+
+    const std::filesystem::path& path() const { return side_; } // where to write
+    void finish(); // flushes, renames over the target, flushes the folder; RuntimeError
+
+private:
+    std::filesystem::path target_, side_;
+    bool finished_ = false;
+};
+
+}
