@@ -7,11 +7,16 @@
 
 #include <algorithm>
 #include <memory>
+#include <new>
 
 namespace tolvek {
 
 static_assert(sizeof(TolvekPath) == kPathRecordSize);
 static_assert(sizeof(StrChangeRec) == kTextRecordSize);
+static_assert(static_cast<int>(ConverterNotes::Why::NoDate) == TolvekNoDate);
+static_assert(static_cast<int>(ConverterNotes::Why::StillGrowing) == TolvekStillGrowing);
+static_assert(static_cast<int>(ConverterNotes::Why::UnreadableFile) == TolvekUnreadableFile);
+static_assert(static_cast<int>(ConverterNotes::Why::NothingThere) == TolvekNothingThere);
 
 namespace {
 
@@ -127,6 +132,33 @@ void callTolvekEdit(const Text& list, const Text& mail, const Text& temp, Int16&
     status = state;
 }
 
+// Called from C: nothing may leave it. A note that finds no memory is lost.
+void takeNote(void* context, std::int32_t why, const char* what)
+{
+    try {
+        static_cast<ConverterNotes*>(context)->leftOut.push_back(
+            {static_cast<ConverterNotes::Why>(why), fromUtf8(what)});
+    } catch (const std::bad_alloc&) {
+    }
+}
+
+void callTolvekEditNoted(const Text& list, const Text& mail, const Text& temp, Int16& count,
+                         Int16& status, ConverterNotes& notes)
+{
+    auto* const call = exportedIfAny<decltype(::Tolvek_EditNoted)>("Tolvek_EditNoted");
+    if (!call) return callTolvekEdit(list, mail, temp, count, status);
+    std::int16_t found = static_cast<std::int16_t>(count);
+    std::int16_t state = static_cast<std::int16_t>(status);
+    std::int32_t mails = 0;
+    const int failure = call(pathBytes(list).c_str(), pathBytes(mail).c_str(),
+                             pathBytes(temp).c_str(), &found, &state, &mails, takeNote, &notes);
+    if (failure != 0) throw fileError(std::error_code(failure, std::system_category()));
+    notes.given = true;
+    notes.mails = mails;
+    count = found;
+    status = state;
+}
+
 void requireRecordPath(const Text& path)
 {
     if (!ownEdit()) pathRecord<TolvekPath>(path);
@@ -164,7 +196,8 @@ void callMailStrChange(const Text& source, Text& result, Int16& length)
 
 ConverterLibrary loaded()
 {
-    return {callTolvekEdit, callTolvekFriendEdit, callMailStrChange, requireRecordPath};
+    return {callTolvekEdit, callTolvekFriendEdit, callMailStrChange, requireRecordPath,
+            callTolvekEditNoted};
 }
 
 ConverterLibrary inUse = loaded();

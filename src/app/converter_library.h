@@ -8,6 +8,7 @@
 #include "platform/runtime/text.h"
 
 #include <functional>
+#include <vector>
 
 namespace tolvek {
 
@@ -21,7 +22,20 @@ inline constexpr int kTextRecordSize = 4608;
 // converter breaks its lines so that no block grows beyond the record.
 inline constexpr int kTextRecordLines = 33;
 
-// The three exports, as the library's callers use them.
+// What the own library says of a box beyond count and status. Another library says
+// nothing: `given` is false then.
+struct ConverterNotes {
+    enum class Why { NoDate = 1, StillGrowing = 2, UnreadableFile = 3, NothingThere = 4 };
+    struct LeftOut {
+        Why why;
+        Text what; // a mail's first header lines, separated by LF, or a file's name
+    };
+    bool given = false;
+    int mails = 0; // that the box holds
+    std::vector<LeftOut> leftOut;
+};
+
+// The exports, as the library's callers use them.
 struct ConverterLibrary {
     // List file, mail file and temp file; number of mails; status (0: converted).
     // Throws the disk failures of the own library that every box would meet.
@@ -34,6 +48,9 @@ struct ConverterLibrary {
     // Throws error 75 for a path that Tolvek_Edit can't take. Empty: every path is
     // accepted.
     std::function<void(const Text&)> requirePath;
+    // Tolvek_Edit with the library's notes. Empty: the library has none to give.
+    std::function<void(const Text&, const Text&, const Text&, Int16&, Int16&, ConverterNotes&)>
+        Tolvek_EditNoted;
 };
 
 // The library in use: the loaded one, or a replacement set by a test.

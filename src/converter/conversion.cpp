@@ -4,6 +4,7 @@
 #include "converter/box_changes.h"
 #include "converter/carved_mails.h"
 #include "converter/encoded_words.h"
+#include "converter/first_lines.h"
 #include "converter/header_fields.h"
 #include "converter/mail_date.h"
 #include "converter/mail_folder.h"
@@ -124,8 +125,14 @@ std::int64_t secondsOfFile(const std::filesystem::path& path)
     }
 }
 
+void writeCounted(TempFile& temp, const TempMail& mail, Conversion& conversion)
+{
+    writeMail(temp, mail);
+    if (conversion.count < kMost) ++conversion.count;
+}
+
 // Writes a file's mails; false if none can be read.
-bool readMessage(const std::filesystem::path& path, TempFile& temp, int& count)
+bool readMessage(const std::filesystem::path& path, TempFile& temp, Conversion& conversion)
 {
     try {
         MailFile mails(path, recogniseFile(path));
@@ -134,8 +141,8 @@ bool readMessage(const std::filesystem::path& path, TempFile& temp, int& count)
         for (; mails.next(mail); any = true) {
             TempMail converted = convertMail(mail);
             if (converted.date.empty()) converted.date = formatMailDate(fileDate(path));
-            writeMail(temp, converted);
-            if (count < kMost) ++count;
+            ++conversion.mails;
+            writeCounted(temp, converted, conversion);
         }
         return any;
     } catch (const std::system_error& failure) {
@@ -147,7 +154,7 @@ bool readMessage(const std::filesystem::path& path, TempFile& temp, int& count)
 Conversion writeFolder(const std::filesystem::path& folder, const std::filesystem::path& tempFile)
 {
     const auto files = messageFiles(folder);
-    if (!files) return {ConversionStatus::Unreadable, 0};
+    if (!files) return {ConversionStatus::Unreadable};
     std::vector<DatedFile> dated;
     for (const std::filesystem::path& path : *files)
         dated.push_back({path, secondsOfFile(path)});
@@ -156,15 +163,28 @@ Conversion writeFolder(const std::filesystem::path& folder, const std::filesyste
                      [](const auto& a, const auto& b) { return a.seconds < b.seconds; });
     TempFile temp(tempFile);
     temp.write("<Start>\r\n");
-    int count = 0;
-    int leftOut = 0;
+    Conversion conversion{ConversionStatus::Converted};
     for (const DatedFile& file : dated)
-        if (!readMessage(file.path, temp, count)) ++leftOut;
+        if (!readMessage(file.path, temp, conversion))
+            conversion.leftOut.push_back(
+                {LeftOut::Why::UnreadableFile, file.path.lexically_relative(folder).string()});
     temp.commit();
-    return {ConversionStatus::Converted, static_cast<std::int16_t>(count), leftOut};
+    return conversion;
 }
 
 using NextMail = std::function<bool(RawMail&)>;
+
+struct ConvertedMail {
+    TempMail mail;
+    std::string head; // as in the box
+};
+
+void writeOrLeave(TempFile& temp, const ConvertedMail& converted, Conversion& conversion)
+{
+    if (converted.mail.date.empty())
+        conversion.leftOut.push_back({LeftOut::Why::NoDate, firstLines(converted.head)});
+    writeCounted(temp, converted.mail, conversion);
+}
 
 // Each mail is written only when the next one has come, as the last one of a growing
 // box may be incomplete.
@@ -174,21 +194,20 @@ Conversion writeMails(const NextMail& next, const BoxChanges& changes,
     TempFile temp(tempFile);
     temp.write("<Start>\r\n");
     RawMail mail;
-    std::optional<TempMail> last;
-    int count = 0;
-    while (next(mail)) {
-        if (count < kMost) ++count;
-        if (last) writeMail(temp, *last);
-        last = convertMail(mail);
+    std::optional<ConvertedMail> last;
+    Conversion conversion{ConversionStatus::Converted};
+    for (; next(mail); ++conversion.mails) {
+        if (last) writeOrLeave(temp, *last, conversion);
+        last = ConvertedMail{convertMail(mail), std::move(mail.head)};
     }
     // Without commit() the temp file is discarded.
-    if (changes.kind() == BoxChanges::Kind::Rewritten) return {ConversionStatus::Changing, 0};
-    if (count > 0 && changes.kind() == BoxChanges::Kind::Grown)
-        --count;
+    if (changes.kind() == BoxChanges::Kind::Rewritten) return {ConversionStatus::Changing};
+    if (last && changes.kind() == BoxChanges::Kind::Grown)
+        conversion.leftOut.push_back({LeftOut::Why::StillGrowing, firstLines(last->head)});
     else if (last)
-        writeMail(temp, *last);
+        writeOrLeave(temp, *last, conversion);
     temp.commit();
-    return {ConversionStatus::Converted, static_cast<std::int16_t>(count)};
+    return conversion;
 }
 
 template <class Mails> NextMail nextOf(std::shared_ptr<Mails> mails)
@@ -216,10 +235,12 @@ Conversion convertOnce(const std::filesystem::path& mailFile, const std::filesys
     } catch (const std::system_error& failure) {
         // A failing device isn't this file's own fault and ends the whole conversion.
         if (failure.code() == std::errc::io_error) throw;
-        return {ConversionStatus::Failed, 0};
+        return {ConversionStatus::Failed};
     }
-    if (!next) return {ConversionStatus::Unreadable, 0};
-    return writeMails(next, changes, tempFile);
+    if (next) return writeMails(next, changes, tempFile);
+    Conversion nothing{ConversionStatus::Unreadable};
+    if (!entryExists(mailFile)) nothing.leftOut.push_back({LeftOut::Why::NothingThere, {}});
+    return nothing;
 }
 
 }
@@ -247,7 +268,7 @@ Conversion convertMailBox(const std::filesystem::path& mailFile,
             conversion = convertOnce(mailFile, tempFile);
         return conversion;
     } catch (const std::system_error& failure) {
-        return {ConversionStatus::Failed, 0, 0, failure.code()};
+        return {.status = ConversionStatus::Failed, .failure = failure.code()};
     }
 }
 

@@ -5,7 +5,9 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <string>
 #include <system_error>
+#include <vector>
 
 namespace tolvek {
 
@@ -17,10 +19,23 @@ enum class ConversionStatus : std::int16_t {
     Changing = 5    // rewritten while it was read; to be read another time
 };
 
+// What a box holds and the temp file doesn't, for the account of the read.
+struct LeftOut {
+    enum class Why : std::int32_t {
+        NoDate = 1,         // a mail: the reader drops it
+        StillGrowing = 2,   // the last mail of a box that grew meanwhile
+        UnreadableFile = 3, // a file of a folder that is no mail, or can't be read
+        NothingThere = 4    // neither a file nor a folder has the box's name
+    };
+    Why why;
+    std::string what; // UTF-8: the mail's first header lines, or the file's name
+};
+
 struct Conversion {
     ConversionStatus status = ConversionStatus::Failed;
     std::int16_t count = 0; // 0 unless Converted or Incomplete; 32767 of more mails
-    int leftOut = 0;        // files of a folder that couldn't be read
+    int mails = 0;          // that the box holds, written or not
+    std::vector<LeftOut> leftOut = {};
     // With Failed: the cause, if it would affect every other box too; for a friend
     // book, why the temp file couldn't be written.
     std::error_code failure = {};

@@ -11,6 +11,11 @@
 
 namespace tolvek {
 
+static_assert(static_cast<int>(LeftOut::Why::NoDate) == TolvekNoDate);
+static_assert(static_cast<int>(LeftOut::Why::StillGrowing) == TolvekStillGrowing);
+static_assert(static_cast<int>(LeftOut::Why::UnreadableFile) == TolvekUnreadableFile);
+static_assert(static_cast<int>(LeftOut::Why::NothingThere) == TolvekNothingThere);
+
 namespace {
 
 // An exception must not cross the C interface; it becomes the status of a failure.
@@ -19,7 +24,7 @@ template <class Work> Conversion guarded(Work work)
     try {
         return work();
     } catch (const std::exception&) {
-        return {ConversionStatus::Failed, 0};
+        return {ConversionStatus::Failed};
     }
 }
 
@@ -44,20 +49,20 @@ template <class Record> std::string textOf(const Record& record)
 
 Conversion edit(const TolvekPath* mailFile, const TolvekPath* tempFile)
 {
-    if (mailFile == nullptr || tempFile == nullptr) return {ConversionStatus::Failed, 0};
+    if (mailFile == nullptr || tempFile == nullptr) return {ConversionStatus::Failed};
     // Only what is read is matched to existing names: the temp file may not exist yet.
     return convertMailBox(foundPath(textOf(*mailFile)), textOf(*tempFile));
 }
 
 Conversion editFiles(const char* mailFile, const char* tempFile)
 {
-    if (mailFile == nullptr || tempFile == nullptr) return {ConversionStatus::Failed, 0};
+    if (mailFile == nullptr || tempFile == nullptr) return {ConversionStatus::Failed};
     return convertMailBox(foundPath(mailFile), tempFile);
 }
 
 Conversion friendEdit(const StrChangeRec* folder, const StrChangeRec* tempFile)
 {
-    if (folder == nullptr || tempFile == nullptr) return {ConversionStatus::Failed, 0};
+    if (folder == nullptr || tempFile == nullptr) return {ConversionStatus::Failed};
     return convertFriendBook(foundPath(textOf(*folder)), textOf(*tempFile));
 }
 
@@ -89,6 +94,19 @@ int Tolvek_EditFiles(const char*, const char* mailFile, const char* tempFile, st
     const tolvek::Conversion conversion =
         tolvek::guarded([&] { return tolvek::editFiles(mailFile, tempFile); });
     tolvek::tell(conversion, count, status);
+    return conversion.failure.value();
+}
+
+int Tolvek_EditNoted(const char*, const char* mailFile, const char* tempFile, std::int16_t* count,
+                     std::int16_t* status, std::int32_t* mails, TolvekNote* note, void* context)
+{
+    const tolvek::Conversion conversion =
+        tolvek::guarded([&] { return tolvek::editFiles(mailFile, tempFile); });
+    tolvek::tell(conversion, count, status);
+    if (mails != nullptr) *mails = conversion.mails;
+    if (note != nullptr)
+        for (const tolvek::LeftOut& left : conversion.leftOut)
+            note(context, static_cast<std::int32_t>(left.why), left.what.c_str());
     return conversion.failure.value();
 }
 

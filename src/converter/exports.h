@@ -1,5 +1,5 @@
 // The C exports of the converter library "Tolvek" and their records: the three of the
-// established interface, and one for this program alone.
+// established interface, and two for this program alone.
 //
 // Every record is a fixed field: the text, a NUL, blanks to the end. Paths are in the
 // file system's encoding, texts in code page 932. The functions never throw and keep
@@ -36,6 +36,25 @@ TOLVEK_EXPORT int Tolvek_Edit(TolvekPath* listFile, TolvekPath* mailFile, Tolvek
 // file can't be written. A box that this user may not read gives a status alone.
 TOLVEK_EXPORT int Tolvek_EditFiles(const char* listFile, const char* mailFile, const char* tempFile,
                                    std::int16_t* count, std::int16_t* status);
+
+// What a box holds and the temp file doesn't.
+enum TolvekLeftOut {
+    TolvekNoDate = 1,         // a mail without any date; the reader drops it
+    TolvekStillGrowing = 2,   // the last mail of a box that grew meanwhile
+    TolvekUnreadableFile = 3, // a file of a folder of single messages
+    TolvekNothingThere = 4    // there is no such box
+};
+
+// why: a TolvekLeftOut. what: UTF-8, ended by a NUL: the mail's first header lines, each
+// but the last with LF, or the file's name; valid during the call only. Must not throw.
+typedef void TolvekNote(void* context, std::int32_t why, const char* what);
+
+// Tolvek_EditFiles with an account: mails receives how many the box holds, which may be
+// more than `count` can tell, and note is called for each thing left out, after the
+// temp file is in place. Either may be null.
+TOLVEK_EXPORT int Tolvek_EditNoted(const char* listFile, const char* mailFile, const char* tempFile,
+                                   std::int16_t* count, std::int16_t* status, std::int32_t* mails,
+                                   TolvekNote* note, void* context);
 
 // Writes the friend book of a folder to the temp file. count: friends written; if
 // there are none, nothing is written and an older file is kept. status: 0 if every

@@ -108,7 +108,7 @@ Conversion writeFriends(const std::filesystem::path& folder, const std::filesyst
     // An empty book must not replace the Friend.Tmp of an earlier one.
     if (friends.count() > 0)
         if (const std::error_code failure = writeLines(friends.lines(), tempFile))
-            return {ConversionStatus::Failed, 0, 0, failure};
+            return {.status = ConversionStatus::Failed, .failure = failure};
     return {whole ? ConversionStatus::Converted : ConversionStatus::Incomplete,
             static_cast<std::int16_t>(friends.count())};
 }

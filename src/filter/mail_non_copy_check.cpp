@@ -1,7 +1,6 @@
 #include "filter/mail_non_copy_check.h"
 
 #include "app/guard.h"
-#include "filter/filter_rules.h"
 
 namespace tolvek {
 
@@ -18,7 +17,7 @@ bool contains(const Text& text, const Text& condition)
 // compares differently when it lists a rule's mails; the difference is intended. Kept
 // quirk: code 5 has no branch, so such a rule does nothing.
 Int16 MailNonCopyCheck(const Text& SndName, const Text& SndAdd, const Text& RcvName,
-                       const Text& RcvAdd, const Text& Subject)
+                       const Text& RcvAdd, const Text& Subject, FilterRule* matched)
 {
     const auto matches = [&](const FilterRule& rule) {
         switch (rule.TermsCode) {
@@ -38,8 +37,10 @@ Int16 MailNonCopyCheck(const Text& SndName, const Text& SndAdd, const Text& RcvN
     };
     Int16 result = 0;
     leavePlainOnError(u"MailNonCopyCheck", [&] {
-        for (int i = 0; i < gNonCopyRuleCnt && result == 0; ++i)
+        for (int i = 0; i < gNonCopyRuleCnt && result == 0; ++i) {
             result = matches(gNonCopyRule[i]) ? 1 : 0;
+            if (result != 0 && matched != nullptr) *matched = gNonCopyRule[i];
+        }
     });
     return result;
 }

@@ -9,6 +9,8 @@
 #include "platform/runtime/numbers.h"
 #include "platform/runtime/text_files.h"
 
+#include <algorithm>
+
 namespace tolvek {
 namespace {
 
@@ -66,9 +68,9 @@ struct MailHeadings {
 class TextGatherer {
 public:
     TextGatherer(Int16 fileNumber, Text& line, const MailHeadings& mail, MailBlocks& mailText,
-                 Int16& mailDone)
+                 Int16& mailDone, Storing& parts)
         : fileNumber_(fileNumber), line_(line), mail_(mail), mailText_(mailText),
-          mailDone_(mailDone)
+          mailDone_(mailDone), parts_(parts)
     {
     }
 
@@ -121,8 +123,9 @@ private:
         // Trimmed like the stored row. With an empty subject, the mark's leading blanks
         // would otherwise hide the row from the next read, which would store it again.
         const Text subject = trim(mail_.Subject + Text(kContinued));
-        TolvekDB_Edit(mail_.SndRcvFlag, mail_.SndName, mail_.SndAdd, mail_.RcvName, mail_.RcvAdd,
-                      subject, mail_.YMD, mail_.HMS, blocks_);
+        parts_ = std::max(parts_, TolvekDB_Edit(mail_.SndRcvFlag, mail_.SndName, mail_.SndAdd,
+                                                mail_.RcvName, mail_.RcvAdd, subject, mail_.YMD,
+                                                mail_.HMS, blocks_));
         for (int block = 0; block <= current_; ++block)
             blocks_[block].clear();
         addSecond(mail_.YMD, mail_.HMS);
@@ -171,6 +174,7 @@ private:
     const MailHeadings& mail_;
     MailBlocks& mailText_;
     Int16& mailDone_;
+    Storing& parts_;
     MailBlocks blocks_;
     Int16 current_;
     Int16 lines_;
@@ -179,14 +183,16 @@ private:
 
 }
 
-void edMail(Int16 fileNumber, Text& line, Int16 SndRcvFlag, const Text& SndName, const Text& SndAdd,
-            const Text& RcvName, const Text& RcvAdd, const Text& Subject, Text& YMD, Text& HMS,
-            MailBlocks& MailText, Int16& MailDone)
+Storing edMail(Int16 fileNumber, Text& line, Int16 SndRcvFlag, const Text& SndName,
+               const Text& SndAdd, const Text& RcvName, const Text& RcvAdd, const Text& Subject,
+               Text& YMD, Text& HMS, MailBlocks& MailText, Int16& MailDone)
 {
+    Storing parts = Storing::Nothing;
     leavePlainOnError(u"edMail", [&] {
         const MailHeadings mail{SndRcvFlag, SndName, SndAdd, RcvName, RcvAdd, Subject, YMD, HMS};
-        TextGatherer(fileNumber, line, mail, MailText, MailDone).gather();
+        TextGatherer(fileNumber, line, mail, MailText, MailDone, parts).gather();
     });
+    return parts;
 }
 
 }

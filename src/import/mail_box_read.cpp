@@ -1,6 +1,7 @@
 #include "import/mail_box_read.h"
 
 #include "app/converter_library.h"
+#include "app/guard.h"
 #include "app/reports.h"
 #include "app/settings.h"
 #include "app/state.h"
@@ -58,8 +59,16 @@ void requirePaths(const BoxSide& side)
     }
 }
 
+void announce(const BoxSide& side, ReadAccount& account)
+{
+    for (int element = 0; element <= kLastOption; ++element)
+        if (side.isChosen(element)) account.expectBox(side.folder, side.files(element).mail);
+}
+
 class BoxWalk {
 public:
+    explicit BoxWalk(ReadAccount& account) : account_(account) {}
+
     void readSide(const BoxSide& side)
     {
         readBox(side, 0);
@@ -75,12 +84,38 @@ private:
         if (!side.isChosen(element) || reports_.lasting()) return;
         const MailBoxFiles& files = side.files(element);
         gStatusLines[4] = Text(side.folder) + u"   " + trim(files.mail);
-        Int16 count = 0;
-        converterLibrary().Tolvek_Edit(side.path(files.list), side.path(files.mail), tempPath(),
-                                       count, status_);
-        if (status_ == 0 && count != 0) tmpRead(side.flag, side.flag, count);
+        account_.beginNextBox();
+        const ReportWatch boxReports;
+        const Int16 count = converted(side, files);
+        if (status_ == 0 && count != 0) tmpRead(side.flag, side.flag, count, account_);
+        account_.endBox(boxReports.any());
     }
 
+    // The box's temp file; its count of mails.
+    Int16 converted(const BoxSide& side, const MailBoxFiles& files)
+    {
+        Int16 count = 0;
+        ConverterNotes notes;
+        try {
+            convert(side.path(files.list), side.path(files.mail), count, notes);
+        } catch (const std::exception& failure) {
+            account_.conversionFailed(asRuntimeError(failure));
+            throw;
+        }
+        account_.converted(count, status_, notes);
+        return count;
+    }
+
+    void convert(const Text& list, const Text& mail, Int16& count, ConverterNotes& notes)
+    {
+        const ConverterLibrary& library = converterLibrary();
+        if (library.Tolvek_EditNoted)
+            library.Tolvek_EditNoted(list, mail, tempPath(), count, status_, notes);
+        else
+            library.Tolvek_Edit(list, mail, tempPath(), count, status_);
+    }
+
+    ReadAccount& account_;
     const ReportWatch reports_;
     // Kept: not reset before each call. A converter that writes no status leaves the
     // previous box's, so one box that can't be read stops those after it.
@@ -103,7 +138,7 @@ void fillMailBoxTable()
     }
 }
 
-void MailBoxRead()
+void MailBoxRead(ReadAccount& account)
 {
     const BoxSide receive{.folder = kReceiveFolder,
                           .mainBox = kReceiveMainBox,
@@ -111,11 +146,19 @@ void MailBoxRead()
                           .flag = 0};
     const BoxSide send{
         .folder = kSendFolder, .mainBox = kSendMainBox, .options = gSendMailReadOption, .flag = -1};
+    announce(receive, account);
+    announce(send, account);
     requirePaths(receive);
     requirePaths(send);
-    BoxWalk walk;
+    BoxWalk walk(account);
     walk.readSide(receive);
     walk.readSide(send);
+}
+
+void MailBoxRead()
+{
+    ReadAccount unread;
+    MailBoxRead(unread);
 }
 
 }

@@ -4,6 +4,7 @@
 // box is chosen only when its option is exactly 1. The converter finds out whether a
 // box exists; nothing is checked before.
 #pragma once
+#include "import/read_account.h"
 #include "platform/runtime/int16.h"
 #include "platform/runtime/text.h"
 
@@ -28,7 +29,9 @@ void fillMailBoxTable();
 // Converts each chosen box and reads the result. A failure propagates and leaves the
 // remaining boxes unread; so does the first report of a failure that every later mail
 // would meet. A path that the converter can't take is error 75 before the first box is
-// read.
+// read. The account is told of every chosen box, also of those that weren't reached.
+void MailBoxRead(ReadAccount& account);
+// The same without an account.
 void MailBoxRead();
 
 }

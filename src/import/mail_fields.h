@@ -31,9 +31,10 @@ void edDate(const Text& line, Text& YMD, Text& HMS);
 
 // Reads a mail's text from the open file up to its end line, which is left in `line`.
 // Every fifteen full blocks are stored as a part of their own, and YMD and HMS advance
-// by one second each time. MailDone: -1 when there was any text.
-void edMail(Int16 fileNumber, Text& line, Int16 SndRcvFlag, const Text& SndName, const Text& SndAdd,
-            const Text& RcvName, const Text& RcvAdd, const Text& Subject, Text& YMD, Text& HMS,
-            MailBlocks& MailText, Int16& MailDone);
+// by one second each time. MailDone: -1 when there was any text. Returns what became of
+// these parts; Nothing if there were none.
+Storing edMail(Int16 fileNumber, Text& line, Int16 SndRcvFlag, const Text& SndName,
+               const Text& SndAdd, const Text& RcvName, const Text& RcvAdd, const Text& Subject,
+               Text& YMD, Text& HMS, MailBlocks& MailText, Int16& MailDone);
 
 }

@@ -11,6 +11,8 @@
 #include "platform/runtime/paths.h"
 #include "platform/runtime/text_files.h"
 
+#include <algorithm>
+
 namespace tolvek {
 namespace {
 
@@ -18,8 +20,8 @@ constexpr int kMostCounted = 32767;
 
 class TmpReader {
 public:
-    TmpReader(Int16 side, Int16 sndRcvFlag, Int16 count)
-        : side_(side), sndRcvFlag_(sndRcvFlag), count_(count)
+    TmpReader(Int16 side, Int16 sndRcvFlag, Int16 count, ReadAccount& account)
+        : side_(side), sndRcvFlag_(sndRcvFlag), count_(count), account_(account)
     {
     }
 
@@ -84,9 +86,15 @@ private:
         else if (line_.starts_with(u"Subject"))
             on_([this] { edSubject(line_, Subject); });
         else if (line_.starts_with(u"Date"))
-            on_([this] { edDate(line_, YMD, HMS); });
+            takeDate();
         else if (line_.starts_with(u"Mail"))
             readText();
+    }
+
+    void takeDate()
+    {
+        dateLine_ = line_;
+        on_([this] { edDate(line_, YMD, HMS); });
     }
 
     bool hasDate() const { return !isBlank(YMD) && !isBlank(HMS); }
@@ -98,18 +106,15 @@ private:
         MailDone = 0;
         if (hasDate())
             on_([this] {
-                edMail(number_, line_, sndRcvFlag_, SndName, SndAdd, RcvName, RcvAdd, Subject, YMD,
-                       HMS, MailText, MailDone);
+                parts_ = edMail(number_, line_, sndRcvFlag_, SndName, SndAdd, RcvName, RcvAdd,
+                                Subject, YMD, HMS, MailText, MailDone);
             });
     }
 
     void finishMail()
     {
-        on_([this] {
-            if (isToBeStored())
-                TolvekDB_Edit(sndRcvFlag_, SndName, SndAdd, RcvName, RcvAdd, Subject, YMD, HMS,
-                              MailText);
-        });
+        on_([this] { storeMail(); });
+        account_.mail(fate(), fate() == MailFate::KeptOut ? keptOutBy_.Header : headings());
         clearText();
         // The converter's count ends there too; later mails are read all the same.
         if (MailNo < kMostCounted) on_([this] { MailNo += 1; });
@@ -119,12 +124,42 @@ private:
         IsDuplicate = 0;
         DupChecked = 0;
         MailDone = 0;
+        forgetFate();
     }
 
-    bool isToBeStored() const
+    void storeMail()
     {
-        return hasDate() && IsDuplicate == 0 && MailDone == -1 &&
-               MailNonCopyCheck(SndName, SndAdd, RcvName, RcvAdd, Subject) == 0;
+        if (!hasDate() || IsDuplicate != 0 || MailDone != -1) return;
+        keptOut_ = MailNonCopyCheck(SndName, SndAdd, RcvName, RcvAdd, Subject, &keptOutBy_) != 0;
+        if (keptOut_) return;
+        parts_ = std::max(parts_, TolvekDB_Edit(sndRcvFlag_, SndName, SndAdd, RcvName, RcvAdd,
+                                                Subject, YMD, HMS, MailText));
+    }
+
+    // Of a long mail whose last part was left out, the parts that are stored count.
+    MailFate fate() const
+    {
+        if (parts_ == Storing::Stored) return MailFate::Stored;
+        if (!hasDate()) return MailFate::NoDate;
+        if (mailReports_.any() || parts_ == Storing::Failed) return MailFate::Failed;
+        if (IsDuplicate != 0 || parts_ == Storing::Known) return MailFate::Known;
+        if (keptOut_) return MailFate::KeptOut;
+        return MailFate::NoText;
+    }
+
+    void forgetFate()
+    {
+        parts_ = Storing::Nothing;
+        keptOut_ = false;
+        dateLine_.clear();
+        mailReports_ = ReportWatch();
+    }
+
+    // The date as it stands in the file: it may be what is wrong with the mail.
+    Text headings() const
+    {
+        return u"From: " + SndName + u" <" + SndAdd + u">\nTo: " + RcvName + u" <" + RcvAdd +
+               u">\nSubject: " + Subject + u"\n" + dateLine_;
     }
 
     // Kept quirk: the three lengths are combined bitwise. With a date of eight
@@ -157,6 +192,7 @@ private:
     const ResumeNext on_{u"tmpRead"};
     const ReportWatch reports_;
     const Int16 side_, sndRcvFlag_, count_;
+    ReadAccount& account_;
     Int16 number_;
     Text path_, line_, progress_;
 
@@ -166,13 +202,28 @@ private:
     Int16 IsDuplicate; // not 0: the mail is stored already; skip to its end line
     Int16 DupChecked;  // -1: the look-up was done
     Int16 MailNo;      // mails finished so far
+
+    // For the account of the mail being read.
+    ReportWatch mailReports_;
+    Storing parts_ = Storing::Nothing;
+    bool keptOut_ = false;
+    FilterRule keptOutBy_;
+    Text dateLine_;
 };
 
 }
 
+void tmpRead(Int16 side, Int16 SndRcvFlag, Int16 count, ReadAccount& account)
+{
+    TmpReader(side, SndRcvFlag, count, account).read();
+}
+
 void tmpRead(Int16 side, Int16 SndRcvFlag, Int16 count)
 {
-    TmpReader(side, SndRcvFlag, count).read();
+    ReadAccount unread;
+    unread.expectBox(u"", u"");
+    unread.beginNextBox();
+    tmpRead(side, SndRcvFlag, count, unread);
 }
 
 }

@@ -14,6 +14,7 @@
 // After the report of a failure that every later mail would meet, reading ends: the
 // current mail isn't stored, and the file is closed.
 #pragma once
+#include "import/read_account.h"
 #include "platform/runtime/int16.h"
 
 namespace tolvek {
@@ -21,7 +22,9 @@ namespace tolvek {
 // side: 0 for the receive side, -1 for the send side. SndRcvFlag: the same, as stored
 // with the mail. count: the converter's count, only for the progress text. Does nothing
 // if there is no file. Reports its own failures under "tmpRead" and goes on with the
-// next statement.
+// next statement. The account is told what became of each mail.
+void tmpRead(Int16 side, Int16 SndRcvFlag, Int16 count, ReadAccount& account);
+// The same without an account.
 void tmpRead(Int16 side, Int16 SndRcvFlag, Int16 count);
 
 }

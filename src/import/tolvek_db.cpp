@@ -74,10 +74,11 @@ void duplMailCheck(const Text& /*SndName*/, const Text& SndAdd, const Text& /*Rc
     });
 }
 
-void TolvekDB_Edit(Int16 SndRcvFlag, const Text& SndName, const Text& SndAdd, const Text& RcvName,
-                   const Text& RcvAdd, const Text& Subject, const Text& YMD, const Text& HMS,
-                   const MailBlocks& MailText)
+Storing TolvekDB_Edit(Int16 SndRcvFlag, const Text& SndName, const Text& SndAdd,
+                      const Text& RcvName, const Text& RcvAdd, const Text& Subject, const Text& YMD,
+                      const Text& HMS, const MailBlocks& MailText)
 {
+    Storing result = Storing::Failed;
     leaveOnError(u"TolvekDB_Edit", [&] {
         Int16 subKey;
         gDb = DBEngine::OpenDatabase(gDbPath);
@@ -94,17 +95,20 @@ void TolvekDB_Edit(Int16 SndRcvFlag, const Text& SndName, const Text& SndAdd, co
         // mail is stored is then unknown, so it isn't stored again.
         if (!gDb.isOpen()) return;
         gDb.Close();
-        if (count == 0)
-            TolvekDB_Insert(SndRcvFlag, SndName, SndAdd, RcvName, RcvAdd, Subject, YMD, HMS, subKey,
-                            MailText);
+        if (count != 0)
+            result = Storing::Known;
+        else if (TolvekDB_Insert(SndRcvFlag, SndName, SndAdd, RcvName, RcvAdd, Subject, YMD, HMS,
+                                 subKey, MailText))
+            result = Storing::Stored;
     });
+    return result;
 }
 
-void TolvekDB_Insert(Int16 SndRcvFlag, const Text& SndName, const Text& SndAdd, const Text& RcvName,
+bool TolvekDB_Insert(Int16 SndRcvFlag, const Text& SndName, const Text& SndAdd, const Text& RcvName,
                      const Text& RcvAdd, const Text& Subject, const Text& YMD, const Text& HMS,
                      Int16 SubKey, const MailBlocks& MailText)
 {
-    leaveOnError(u"TolvekDB_Insert", [&] {
+    return leaveOnError(u"TolvekDB_Insert", [&] {
         gWs = DBEngine::Workspaces(0);
         gDb = DBEngine::OpenDatabase(gDbPath);
         Statement insert{u"INSERT INTO tblTolvek "};

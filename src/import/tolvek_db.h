@@ -14,6 +14,10 @@ namespace tolvek {
 // tblTolvek_Mail16.
 using MailBlocks = CheckedArray<Text, 17>;
 
+// What became of a mail. The values are ordered: of the parts of one mail, the highest
+// counts.
+enum class Storing { Nothing, Known, Stored, Failed };
+
 // found: -1 when a mail with this date, time, sender, receiver and subject is in the
 // store, else 0; unchanged after a failure. The names aren't compared.
 void duplMailCheck(const Text& SndName, const Text& SndAdd, const Text& RcvName, const Text& RcvAdd,
@@ -21,13 +25,13 @@ void duplMailCheck(const Text& SndName, const Text& SndAdd, const Text& RcvName,
 
 // Stores the mail unless it exists. Mails of the same second between the same two
 // addresses are distinguished by their subjects and numbered by tblTolvek_SubKey.
-void TolvekDB_Edit(Int16 SndRcvFlag, const Text& SndName, const Text& SndAdd, const Text& RcvName,
-                   const Text& RcvAdd, const Text& Subject, const Text& YMD, const Text& HMS,
-                   const MailBlocks& MailText);
+Storing TolvekDB_Edit(Int16 SndRcvFlag, const Text& SndName, const Text& SndAdd,
+                      const Text& RcvName, const Text& RcvAdd, const Text& Subject, const Text& YMD,
+                      const Text& HMS, const MailBlocks& MailText);
 
-// Writes the row. SndRcvFlag: 0 for the receive side, any other value for the send
-// side.
-void TolvekDB_Insert(Int16 SndRcvFlag, const Text& SndName, const Text& SndAdd, const Text& RcvName,
+// Writes the row; true if it was written. SndRcvFlag: 0 for the receive side, any other
+// value for the send side.
+bool TolvekDB_Insert(Int16 SndRcvFlag, const Text& SndName, const Text& SndAdd, const Text& RcvName,
                      const Text& RcvAdd, const Text& Subject, const Text& YMD, const Text& HMS,
                      Int16 SubKey, const MailBlocks& MailText);
 

@@ -59,10 +59,12 @@ void comMailRead_Click(frmTolvek& form)
     beginReading(on, form);
     // First, so that the names of new friends are known when their mails are read.
     on([] { edFriend(); });
-    on([] { MailBoxRead(); });
+    ReadAccount account;
+    on([&] { MailBoxRead(account); });
     updateData(on, form);
     endWork(on, form);
     on([&] { form.comMailRead->SetFocus(); });
+    writeReadAccount(account);
 }
 
 }

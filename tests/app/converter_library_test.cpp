@@ -85,6 +85,17 @@ TEST_F(ConverterLibraryTest, PathsAreFilledWithBlanksBehindTheirNul)
     EXPECT_EQ(status, 0);
 }
 
+TEST_F(ConverterLibraryTest, ALibraryWithoutNotesIsCalledAsBefore)
+{
+    givenTheLibrary();
+    ConverterNotes notes;
+    converterLibrary().Tolvek_EditNoted(u"/some/list.ppl", u"/some/mail.ppm", u"/some/Tolvek.Tmp",
+                                        count, status, notes);
+    EXPECT_EQ(count, 14);
+    EXPECT_EQ(status, 0);
+    EXPECT_FALSE(notes.given);
+}
+
 TEST_F(ConverterLibraryTest, APathTooLongForItsRecordIsRefusedAndNeverCut)
 {
     givenTheLibrary();

@@ -66,9 +66,38 @@ TEST(Conversion, MoreMailsThanTheCountCanTellAreAllWritten)
     const Conversion result = convertMailBox(folder / "box", folder / "Tolvek.Tmp");
     EXPECT_EQ(result.status, ConversionStatus::Converted);
     EXPECT_EQ(result.count, 32767);
+    EXPECT_EQ(result.mails, 32770);
     const auto mails = readTemp(folder / "Tolvek.Tmp");
     ASSERT_EQ(mails.size(), 32770u);
     EXPECT_EQ(mails.back().subject, "no. 32770");
+}
+
+TEST(Conversion, AMailWithoutADateIsNamedByItsFirstHeaderLines)
+{
+    const TempFolder folder;
+    writeBytes(folder / "box",
+               "From - \nX-A: 1\nX-B: 2\nX-C: 3\n folded\nX-D: 4\nX-E: 5\nX-F: 6\n"
+               "Subject: =?utf-8?B?5qGc?=\nFrom: a@example.com\nDate: soon\n\nletter\n");
+    const Conversion result = convertMailBox(folder / "box", folder / "Tolvek.Tmp");
+    EXPECT_EQ(result.count, 1);
+    EXPECT_EQ(result.mails, 1);
+    ASSERT_EQ(result.leftOut.size(), 1u);
+    EXPECT_EQ(result.leftOut.front().why, LeftOut::Why::NoDate);
+    EXPECT_EQ(result.leftOut.front().what,
+              "X-A: 1\nX-B: 2\nX-C: 3 folded\nX-D: 4\nX-E: 5\nSubject: 桜\n"
+              "From: a@example.com\nDate: soon");
+}
+
+TEST(Conversion, ABoxThatIsNotThereIsToldFromOneThatIsNoBox)
+{
+    const TempFolder folder;
+    const Conversion missing = convertMailBox(folder / "box", folder / "Tolvek.Tmp");
+    ASSERT_EQ(missing.leftOut.size(), 1u);
+    EXPECT_EQ(missing.leftOut.front().why, LeftOut::Why::NothingThere);
+    writeBytes(folder / "box", "no mail");
+    const Conversion strange = convertMailBox(folder / "box", folder / "Tolvek.Tmp");
+    EXPECT_EQ(strange.status, ConversionStatus::Unreadable);
+    EXPECT_TRUE(strange.leftOut.empty());
 }
 
 std::string message(const std::string& subject, const std::string& date)
@@ -97,7 +126,10 @@ TEST(ConversionOfAFolder, GivesItsMessagesByDateThenByName)
     const Conversion result = convertMailBox(folder / "box.ppm", folder / "Tolvek.Tmp");
     EXPECT_EQ(result.status, ConversionStatus::Converted);
     EXPECT_EQ(result.count, 3);
-    EXPECT_EQ(result.leftOut, 1);
+    EXPECT_EQ(result.mails, 3);
+    ASSERT_EQ(result.leftOut.size(), 1u);
+    EXPECT_EQ(result.leftOut.front().why, LeftOut::Why::UnreadableFile);
+    EXPECT_EQ(result.leftOut.front().what, "d.eml");
     EXPECT_EQ(subjectsOf(folder / "Tolvek.Tmp"), "123");
 }
 

@@ -148,6 +148,29 @@ TEST_F(ExportsTest, TellsByTheSystemsNumberWhatEveryBoxWouldMeet)
     EXPECT_NE(status_, 0) << "a box that isn't there is passed over";
 }
 
+void take(void* notes, std::int32_t why, const char* what)
+{
+    static_cast<std::vector<std::string>*>(notes)->push_back(std::to_string(why) + " " + what);
+}
+
+TEST_F(ExportsTest, NotesWhatTheTempFileLacks)
+{
+    const auto noted =
+        reinterpret_cast<decltype(&Tolvek_EditNoted)>(dlsym(library_, "Tolvek_EditNoted"));
+    ASSERT_NE(noted, nullptr);
+    const auto box = folder_ / "box";
+    writeBytes(box, "From - \nTo: a@b.jp\nSubject: x\n\nletter\n");
+    const std::string temp = (folder_ / "Tolvek.Tmp").string();
+    std::vector<std::string> notes;
+    std::int32_t mails = 99;
+    EXPECT_EQ(noted("", box.c_str(), temp.c_str(), &count_, &status_, &mails, take, &notes), 0);
+    EXPECT_EQ(count_, 1);
+    EXPECT_EQ(mails, 1);
+    EXPECT_EQ(notes, std::vector<std::string>{"1 To: a@b.jp\nSubject: x"});
+    EXPECT_EQ(noted(nullptr, nullptr, nullptr, &count_, &status_, nullptr, nullptr, nullptr), 0);
+    EXPECT_NE(status_, 0);
+}
+
 TEST_F(ExportsTest, BearsMissingRecords)
 {
     EXPECT_EQ(editFiles_(nullptr, nullptr, nullptr, &count_, &status_), 0);

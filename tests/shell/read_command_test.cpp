@@ -1,4 +1,5 @@
 #include "app/database.h"
+#include "app/read_log.h"
 #include "app/settings.h"
 #include "app/state.h"
 #include "browse/navigator.h"
@@ -102,6 +103,26 @@ TEST_F(ReadCommandTest, CancelChangesNothing)
     EXPECT_EQ(form.txtMail->Text(), u"a mail");
     EXPECT_EQ(form.lstSubject->ListCount(), 1);
     EXPECT_EQ(gBusyFlag, 0);
+    EXPECT_TRUE(form.comMailRead->Enabled());
+}
+
+TEST_F(ReadCommandTest, ItsAccountIsWrittenBesideTheDatabase)
+{
+    receive(0);
+    givenOneMail();
+    clickRead();
+    const auto records = parseReadLog(fromUtf8(readFile(file("TolvekRead.log"))));
+    ASSERT_EQ(records.size(), 1u);
+    EXPECT_EQ(records[0].boxes.at(0).stored, 1);
+}
+
+TEST_F(ReadCommandTest, AnAccountThatCantBeWrittenIsLostWithoutABox)
+{
+    receive(0);
+    givenOneMail();
+    std::filesystem::create_directory(file("TolvekRead.log"));
+    clickRead();
+    EXPECT_EQ(rows(u"tblTolvek"), 1);
     EXPECT_TRUE(form.comMailRead->Enabled());
 }
 
@@ -478,11 +499,11 @@ TEST_F(ReadCommandTest, HostileNamesAndSubjectsAreTextOnTheirWholeWay)
 
 TEST_F(ReadCommandTest, TheWalkYieldsAfterEachDrawerChosenOrNot)
 {
-    EXPECT_EQ(yieldsOf(MailBoxRead), 2 * 15);
+    EXPECT_EQ(yieldsOf([] { MailBoxRead(); }), 2 * 15);
     receive(0);
     receive(3);
     send(1);
-    EXPECT_EQ(yieldsOf(MailBoxRead), 2 * 15);
+    EXPECT_EQ(yieldsOf([] { MailBoxRead(); }), 2 * 15);
 }
 
 }
