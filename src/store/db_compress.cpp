@@ -177,7 +177,8 @@ private:
     }
 
     // If only the .Bak has mails, they may have been lost by mistake, or P may have been
-    // replaced by another file. After a backup they are in the backup's file.
+    // replaced by another file. After a backup they are in the backup's file, with the
+    // friends and rules of that day.
     bool previousIsNeeded() const
     {
         const Text& current = databaseExists(fresh_) ? fresh_ : live_;

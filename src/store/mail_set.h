@@ -25,4 +25,8 @@ private:
     std::optional<std::unordered_set<std::size_t>> mails_;
 };
 
+// The same for all that a user can't get back by reading PostPet's boxes again or
+// rebuilding. A friend or a rule is the same only if all its fields agree.
+bool holdsMailsFriendsAndRulesOf(const Text& copy, const Text& database);
+
 }

@@ -33,7 +33,7 @@ bool holdsAll(const Text& copy, const Text& database)
 {
     try {
         return linkedDatabase(copy) == copy && !isJetFile(existingPath(copy)) &&
-               MailSet(copy).holdsAllOf(database);
+               holdsMailsFriendsAndRulesOf(copy, database);
     } catch (const std::exception&) {
         return false;
     }

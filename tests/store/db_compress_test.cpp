@@ -103,6 +103,9 @@ protected:
         DbCompressTest::SetUp();
         store(mail(u"a@b.jp", u"c@d.jp", u"一通目"));
         store(mail(u"a@b.jp", u"c@d.jp", u"二通目", u"20000216"));
+        // The fields that aren't named are Null.
+        execute(Statement{u"INSERT INTO tblFriend (tblFriend_Address) VALUES( 'a@b.jp' )"});
+        execute(Statement{u"INSERT INTO tblFilter (tblFilter_No) VALUES( 10 )"});
         dbCompress(gDbPath);
         DBEngine::CompactDatabase(gDbPath, joinPath(appPath(), u"Tolvek_20000225.Mdb"));
         execute(Statement{u"DELETE FROM tblTolvek"});
@@ -132,6 +135,22 @@ TEST_F(DbCompressAfterBackUpTest, ABackUpWithAnotherTextUnderTheKeyOfAMailIsntEn
     execute(Statement{u"UPDATE tblTolvek SET tblTolvek_Mail1 = 'x'"}, pathText(backUp()));
     dbCompress(gDbPath);
     EXPECT_EQ(kept(), 2);
+}
+
+TEST_F(DbCompressAfterBackUpTest, ABackUpThatLacksAFriendOfTheBakIsntEnough)
+{
+    execute(Statement{u"DELETE FROM tblFriend"}, pathText(backUp()));
+    dbCompress(gDbPath);
+    EXPECT_EQ(kept(), 2);
+    EXPECT_EQ(rows(u"tblFriend", gDbPath + u".Kept"), 1);
+}
+
+TEST_F(DbCompressAfterBackUpTest, ABackUpWithAnotherRuleThanTheBakIsntEnough)
+{
+    execute(Statement{u"UPDATE tblFilter SET tblFilter_Data = 'x'"}, pathText(backUp()));
+    dbCompress(gDbPath);
+    EXPECT_EQ(kept(), 2);
+    EXPECT_EQ(rows(u"tblFilter", gDbPath + u".Kept"), 1);
 }
 
 TEST_F(DbCompressAfterBackUpTest, ABackUpThatCantBeReadIsntEnough)
