@@ -260,7 +260,12 @@ TEST_F(BackupCommandsTest, EventsRunBeforeAndBetweenTheRebuildingsAfterTheMailsH
 {
     int between = 0;
     const YieldWatch yields([&] {
-        if (gBusyFlag == -1 && exists("Tolvek_20000225.Mdb") && !gDb.isOpen()) ++between;
+        if (gBusyFlag != -1 || !exists("Tolvek_20000225.Mdb") || gDb.isOpen()) return;
+        if (++between > 1) return;
+        EXPECT_EQ(rows(u"tblFilterData"), 0);
+        EXPECT_EQ(rows(u"tblTolvek"), 0);
+        EXPECT_EQ(rows(u"tblSearch_Addresses"), 0);
+        EXPECT_EQ(rows(u"tblSearch_Name"), 0);
     });
     backUp();
     EXPECT_EQ(between, 4);

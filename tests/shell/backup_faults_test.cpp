@@ -6,6 +6,8 @@
 #include "support/fault_injection.h"
 
 #include <algorithm>
+#include <array>
+#include <system_error>
 
 namespace tolvek::test {
 namespace {
@@ -48,6 +50,24 @@ protected:
         if (moved) ++movedRuns;
     }
 
+    // Of the tables that a backup empties. In their order, the empty ones come first.
+    std::ptrdiff_t emptied()
+    {
+        const std::array left{rows(u"tblFilterData"), rows(u"tblTolvek"),
+                              rows(u"tblSearch_Addresses"), rows(u"tblSearch_Name")};
+        EXPECT_TRUE(std::ranges::is_partitioned(left, [](int count) { return count == 0; }));
+        return std::ranges::count(left, 0);
+    }
+    void failWriteAfterBackUp(int number)
+    {
+        setFileProbe([this, number, count = 0](FileOperation operation, const Path& path) mutable {
+            const bool ofLive = path.filename().string().starts_with("Tolvek.Mdb");
+            if (ofLive && operation == FileOperation::Write && databaseExists(backUpPath()) &&
+                ++count == number)
+                throw std::system_error(std::make_error_code(std::errc::io_error));
+        });
+    }
+
     KeptFolder kept{folder.path()};
     int movedRuns = 0;
 };
@@ -74,6 +94,21 @@ TEST_F(BackUpFaultsTest, AFailureOfAnyOperationLosesNoMail)
                       },
                       {}, {}, kSparse);
     EXPECT_GT(movedRuns, 10);
+}
+
+TEST_F(BackUpFaultsTest, TheTablesAreEmptiedOneByOneInTheirOrder)
+{
+    kept.keep();
+    std::vector<std::ptrdiff_t> counts;
+    for (int number = 1; number < 100 && (counts.empty() || counts.back() < 4); ++number) {
+        failWriteAfterBackUp(number);
+        backUpByForm();
+        setFileProbe({});
+        counts.push_back(emptied());
+        kept.putBack();
+    }
+    counts.erase(std::unique(counts.begin(), counts.end()), counts.end());
+    EXPECT_EQ(counts, (std::vector<std::ptrdiff_t>{0, 1, 2, 3, 4}));
 }
 
 // After a power cut only flushed data remain: the backup's contents and then its name
