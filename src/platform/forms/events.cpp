@@ -1,6 +1,6 @@
 #include "platform/forms/events.h"
 
-#include "platform/forms/fonts.h"
+#include "platform/forms/appearance.h"
 #include "platform/forms/on_screen.h"
 #include "platform/forms/wait_scope.h"
 #include "platform/runtime/msg_box.h"
@@ -104,7 +104,7 @@ void rethrowKept()
 void prepareApplication()
 {
     QApplication::setQuitOnLastWindowClosed(false);
-    QApplication::setFont(platformFont({})); // for menus, boxes and tool tips
+    setAppearance();
 }
 
 bool isQuitting()

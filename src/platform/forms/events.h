@@ -34,7 +34,8 @@ void rethrowKept();
 bool hasKept();
 
 // prepareApplication is called once before the first window: closing the last
-// window then doesn't end the program, and menus and boxes use the program's font.
+// window then doesn't end the program, and the program has its appearance
+// (platform/forms/appearance.h).
 // runApplication runs the event loop.
 void prepareApplication();
 int runApplication();
