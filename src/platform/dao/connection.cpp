@@ -51,17 +51,32 @@ Connection::Connection(std::filesystem::path path) : path_(std::move(path)), nam
 std::shared_ptr<Connection> Connection::open(const std::filesystem::path& path)
 {
     std::shared_ptr<Connection> opened(new Connection(path));
-    if (!fileExists(path)) throw RuntimeError(3024, opened->name_);
-    // SQLite would accept an empty file as a database without tables.
-    if (std::filesystem::file_size(path) < kHeaderSize) throw RuntimeError(3343, opened->name_);
+    opened->requireHeader();
     // The mode bits count, not the permission to write: root may write any file, but one
     // that is marked read-only must stay unchanged.
     opened->readOnly_ = isReadOnly(path) || isReadOnly(folderOf(path));
     opened->openHandle(opened->readOnly_ ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE);
     if (isJet(opened->head())) return nullptr;
-    const bool hasJournal = opened->needsRecovery() || fileExists(opened->beside("-wal"));
-    if (opened->readOnly_ && hasJournal) return nullptr;
+    if (opened->readOnly_ && opened->hasAnyJournal()) return nullptr;
     opened->look();
+    return opened;
+}
+
+std::shared_ptr<Connection> Connection::openToRead(const std::filesystem::path& path)
+{
+    std::shared_ptr<Connection> opened(new Connection(path));
+    opened->requireHeader();
+    opened->readOnly_ = true;
+    opened->openHandle(SQLITE_OPEN_READONLY);
+    if (isJet(opened->head())) return nullptr;
+    // A journal isn't touched, and the file isn't locked for it either: a program that
+    // takes it in at this moment needs the file for itself.
+    if (opened->hasAnyJournal()) {
+        opened->requireUnwritten();
+        return nullptr;
+    }
+    opened->pragma(u"PRAGMA cell_size_check = ON"); // doesn't look at the file
+    opened->beginReading();
     return opened;
 }
 
@@ -91,6 +106,13 @@ std::shared_ptr<Connection> Connection::create(const std::filesystem::path& path
     created->setManner();
     created->written_ = true;
     return created;
+}
+
+void Connection::requireHeader() const
+{
+    if (!fileExists(path_)) throw RuntimeError(3024, name_);
+    // SQLite would accept an empty file as a database without tables.
+    if (std::filesystem::file_size(path_) < kHeaderSize) throw RuntimeError(3343, name_);
 }
 
 Connection::~Connection()
@@ -189,14 +211,20 @@ void Connection::shareLock()
     pragma(u"SELECT count(*) FROM sqlite_master");
 }
 
+sqlite3_file* Connection::fileOfEngine() const
+{
+    sqlite3_file* file = nullptr;
+    sqlite3_file_control(handle_, "main", SQLITE_FCNTL_FILE_POINTER, &file);
+    return file;
+}
+
 // Reads through SQLite's own descriptor: closing another descriptor of the file would
 // drop the locks that this process holds on it. A file that is too short gives an empty
 // head. A disk error is thrown; otherwise a Jet file would be taken for a corrupt file
 // of our own.
 FileHead Connection::head() const
 {
-    sqlite3_file* file = nullptr;
-    sqlite3_file_control(handle_, "main", SQLITE_FCNTL_FILE_POINTER, &file);
+    sqlite3_file* file = fileOfEngine();
     FileHead head{};
     const int code = file->pMethods->xRead(file, head.data(), static_cast<int>(head.size()), 0);
     if (code == SQLITE_IOERR_SHORT_READ) return {};
@@ -207,6 +235,49 @@ FileHead Connection::head() const
 bool Connection::needsRecovery() const
 {
     return headerSaysLog() || fileExists(beside("-journal"));
+}
+
+bool Connection::hasAnyJournal() const
+{
+    return needsRecovery() || fileExists(beside("-wal"));
+}
+
+// Asks for the lock that every writer takes first, and takes none itself.
+void Connection::requireUnwritten() const
+{
+    int isWritten = 0;
+    sqlite3_file* file = fileOfEngine();
+    const int code = file->pMethods->xCheckReservedLock(file, &isWritten);
+    if (code != SQLITE_OK) throw sqliteError(code, TextView(), name_);
+    if (isWritten != 0) throw lockedError(name_);
+}
+
+// The lock is taken before the engine looks at the file, which would otherwise play in a
+// journal that appears in between. The engine finds that it has the lock, and gives it
+// back at the end of its transaction.
+void Connection::beginReading()
+{
+    sqlite3_file* file = fileOfEngine();
+    const int code = file->pMethods->xLock(file, SQLITE_LOCK_SHARED);
+    if ((code & 0xFF) == SQLITE_BUSY) throw lockedError(name_);
+    if (code != SQLITE_OK) throw sqliteError(code, TextView(), name_);
+    try {
+        requireUnwritten();
+        if (hasAnyJournal()) throw lockedError(name_);
+        if (!hasOwnHeader()) throw RuntimeError(3343, name_);
+        pragma(u"BEGIN");
+        pragma(u"SELECT count(*) FROM sqlite_master"); // from here on the engine has the lock
+    } catch (const RuntimeError&) {
+        endReading();
+        throw;
+    }
+}
+
+void Connection::endReading()
+{
+    rollback();
+    sqlite3_file* file = fileOfEngine();
+    file->pMethods->xUnlock(file, SQLITE_LOCK_NONE);
 }
 
 // Bytes 18 and 19 are the write and read version of the format: 2 is a file with a

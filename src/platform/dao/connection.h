@@ -28,6 +28,11 @@ public:
     // Opens a copy instead of another file: read-only; errors name the original.
     static std::shared_ptr<Connection> openCopy(const std::filesystem::path& copy,
                                                 const std::filesystem::path& original);
+    // Opens a file of another program: it is never written, locked against that program or
+    // recovered. Null as for open(), and also when there is any journal beside it. Error
+    // 3356 while it is being written. Reading is allowed between beginReading() and
+    // endReading() only, and has begun already when this returns.
+    static std::shared_ptr<Connection> openToRead(const std::filesystem::path& path);
     // The file must not exist.
     static std::shared_ptr<Connection> create(const std::filesystem::path& path);
     ~Connection();
@@ -73,6 +78,11 @@ public:
     // The same, and closes.
     void close();
 
+    // For openToRead: a stretch in which no other program can write the file. Keep it
+    // short, since such a program waits. Error 3356 while one writes it.
+    void beginReading();
+    void endReading();
+
     // How long a statement waits for another program before 3356.
     static void setPatience(int milliseconds);
     static int patience();
@@ -85,6 +95,10 @@ private:
     void configure();
     void limit();
     bool needsRecovery() const;
+    bool hasAnyJournal() const;
+    void requireHeader() const;
+    void requireUnwritten() const;
+    sqlite3_file* fileOfEngine() const;
     void setManner();
     void look();
     void shareLock();
