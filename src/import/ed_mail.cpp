@@ -4,10 +4,9 @@
 #include "app/text_routines.h"
 #include "import/blank_text.h"
 #include "import/mail_fields.h"
-#include "platform/runtime/dates.h"
 #include "platform/runtime/do_events.h"
-#include "platform/runtime/numbers.h"
 #include "platform/runtime/text_files.h"
+#include "store/long_mail.h"
 
 #include <algorithm>
 
@@ -15,7 +14,6 @@ namespace tolvek {
 namespace {
 
 constexpr TextView kEndLabel = u"<End>";
-constexpr TextView kContinued = u"　　（次に続く）";
 constexpr int kFullRow = 15; // after this many full blocks, a part is stored
 constexpr int kBlankRun = 3; // of this many empty lines, one is kept
 
@@ -30,28 +28,6 @@ bool isFull(const Text& block)
 {
     if (block.size() * 2 <= kTextRecordSize) return false;
     return block.size() > kTextRecordSize || ansiLength(block) > kTextRecordSize;
-}
-
-// Kept: the carries are tested in sequence, so an invalid hour carries too.
-void addSecond(Text& YMD, Text& HMS)
-{
-    Int16 hour = toInt16(mid(HMS, 1, 2));
-    Int16 minute = toInt16(mid(HMS, 3, 2));
-    Int16 second = toInt16(mid(HMS, 5, 2));
-    second += 1;
-    if (second >= 60) {
-        second -= 60;
-        minute += 1;
-    }
-    if (minute >= 60) {
-        minute -= 60;
-        hour += 1;
-    }
-    if (hour >= 24) {
-        hour -= 24;
-        YMD = nextDay(YMD);
-    }
-    HMS = format(hour, u"00") + format(minute, u"00") + format(second, u"00");
 }
 
 struct MailHeadings {
@@ -120,9 +96,7 @@ private:
     {
         blocks_[current_] += u'\0';
         decodeBlocks();
-        // Trimmed like the stored row. With an empty subject, the mark's leading blanks
-        // would otherwise hide the row from the next read, which would store it again.
-        const Text subject = trim(mail_.Subject + Text(kContinued));
+        const Text subject = subjectOfPart(mail_.Subject);
         parts_ = std::max(parts_, TolvekDB_Edit(mail_.SndRcvFlag, mail_.SndName, mail_.SndAdd,
                                                 mail_.RcvName, mail_.RcvAdd, subject, mail_.YMD,
                                                 mail_.HMS, blocks_));

@@ -17,7 +17,7 @@
 namespace tolvek {
 
 struct Request {
-    Query query;
+    LetterQuery query;
     Narrowing narrowing;
 };
 
@@ -26,13 +26,13 @@ struct Request {
 struct Answer {
     std::uint64_t generation = 0; // what find() returned
     std::shared_ptr<const Library> library;
-    Query query;
+    LetterQuery query;
     Results results;
     bool allRead = false; // no file is Unread or Waiting
 };
 
 struct DeskEvents {
-    // After each file, and when a file's state changes.
+    // When files have been read, at most every 200 ms; when a file's state changes.
     std::function<void(std::shared_ptr<const Library>)> libraryChanged;
     std::function<void(std::shared_ptr<const Answer>)> answered;
 };

@@ -4,9 +4,12 @@
 // cancelled or failed export leaves nothing under the target's name (an older file there
 // stays as it was) and no side file.
 //
+// Other kinds of export (a book) use UnfinishedFile for the same promise.
+//
 // Uses only the Library, no database: may run in any thread.
 #pragma once
 #include "letters/library.h"
+#include "letters/unfinished_file.h"
 
 #include <filesystem>
 #include <functional>
@@ -31,22 +34,5 @@ bool exportLetters(const Library& library, const std::vector<LetterId>& letters,
 
 // The letter as an Internet message: header, empty line, body; LF line ends.
 std::string asMessage(const Letter& letter);
-
-// For another kind of export, such as a book: a file beside `target` that takes its name
-// in finish(). Without finish() the destructor removes it.
-class UnfinishedFile {
-public:
-    explicit UnfinishedFile(std::filesystem::path target);
-    ~UnfinishedFile();
-    UnfinishedFile(const UnfinishedFile&) = delete;
-    UnfinishedFile& operator=(const UnfinishedFile&) = delete;
-
-    const std::filesystem::path& path() const { return side_; } // where to write
-    void finish(); // flushes, renames over the target, flushes the folder; RuntimeError
-
-private:
-    std::filesystem::path target_, side_;
-    bool finished_ = false;
-};
 
 }

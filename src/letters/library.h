@@ -78,16 +78,21 @@ public:
         std::uint32_t file = 0, row = 0;
         PersonId person = 0;
         std::uint32_t conversation = 0;
+        std::uint64_t identity = 0;
         int month = 0;
         bool sent = false;
     };
     const Place& place(LetterId id) const { return places_[id]; }
+    // By source and row; kHidden for a row that another file's row stands for.
+    static constexpr LetterId kHidden = ~LetterId{0};
+    const std::vector<LetterId>& idsOf(std::size_t source) const { return ids_[source]; }
 
 private:
     friend class LibraryBuilder;
     std::vector<Source> sources_;
     std::vector<Place> places_;
     std::vector<Person> people_;
+    std::vector<std::vector<LetterId>> ids_;
     std::vector<std::pair<std::uint64_t, LetterId>> identities_; // sorted
     std::map<LetterId, std::vector<int>> furtherFiles_;          // of letters in several files
 };

@@ -175,13 +175,13 @@ TermField fieldOf(Label label)
     return label == Label::To ? TermField::To : TermField::Anywhere;
 }
 
-void addTerm(Query& query, const Piece& piece, Label label, const Text& written)
+void addTerm(LetterQuery& query, const Piece& piece, Label label, const Text& written)
 {
     Term term{written, query.exact ? written : folded(written), fieldOf(label), piece.excluded};
     if (!term.folded.empty()) query.terms.push_back(std::move(term));
 }
 
-void addPiece(Query& query, const Piece& piece)
+void addPiece(LetterQuery& query, const Piece& piece)
 {
     if (piece.label != Label::Year) return addTerm(query, piece, piece.label, piece.value);
     if (const auto months = monthsOf(piece.value))
@@ -203,7 +203,7 @@ void unite(std::vector<Span>& spans)
               [](const Span& a, const Span& b) { return a.begin < b.begin; });
     std::vector<Span> united;
     for (const Span& span : spans) {
-        if (united.empty() || united.back().begin + united.back().length < span.begin) {
+        if (united.empty() || united.back().begin + united.back().length <= span.begin) {
             united.push_back(span);
             continue;
         }
@@ -259,9 +259,9 @@ Span shortened(TextView text, Span line, std::size_t hit, std::size_t limit)
 
 }
 
-Query parseQuery(TextView typed, bool exact)
+LetterQuery parseQuery(TextView typed, bool exact)
 {
-    Query query;
+    LetterQuery query;
     query.exact = exact;
     Scanner scanner(typed);
     for (Piece piece; scanner.next(piece);)
@@ -269,7 +269,7 @@ Query parseQuery(TextView typed, bool exact)
     return query;
 }
 
-std::vector<Span> hitsIn(TextView text, const Query& query, TermField field)
+std::vector<Span> hitsIn(TextView text, const LetterQuery& query, TermField field)
 {
     std::vector<Span> spans;
     const FoldedText form = query.exact ? FoldedText{} : foldedWithOrigin(text);
@@ -281,7 +281,7 @@ std::vector<Span> hitsIn(TextView text, const Query& query, TermField field)
     return spans;
 }
 
-MatchedLine matchedLine(TextView text, const Query& query, std::size_t limit)
+MatchedLine matchedLine(TextView text, const LetterQuery& query, std::size_t limit)
 {
     const std::vector<Span> hits = hitsIn(text, query);
     const std::size_t inked = text.find_first_not_of(kBlanks);

@@ -33,7 +33,7 @@ struct Months {
     bool contains(int month) const { return first <= month && month <= last; }
 };
 
-struct Query {
+struct LetterQuery {
     std::vector<Term> terms;
     std::vector<Months> years;         // any of them; empty: all
     std::vector<Months> excludedYears; // none of them
@@ -41,7 +41,7 @@ struct Query {
     bool isEmpty() const { return terms.empty() && years.empty() && excludedYears.empty(); }
 };
 
-Query parseQuery(TextView typed, bool exact = false);
+LetterQuery parseQuery(TextView typed, bool exact = false);
 
 // A stretch of UTF-16 units, counted from 0.
 struct Span {
@@ -52,7 +52,8 @@ struct Span {
 // Where the query's words occur in a text as stored: sorted, not overlapping. Excluded
 // words are never marked. `field` leaves out words that were asked of another field
 // (Anywhere: subject and text, where only words without a field are marked).
-std::vector<Span> hitsIn(TextView text, const Query& query, TermField field = TermField::Anywhere);
+std::vector<Span> hitsIn(TextView text, const LetterQuery& query,
+                         TermField field = TermField::Anywhere);
 
 // The line of the text that the list shows: the first with a hit, or the first that isn't
 // blank. Without line ends; the marks count in `line`. At most `limit` units, cut so that
@@ -61,6 +62,6 @@ struct MatchedLine {
     Text line;
     std::vector<Span> marks;
 };
-MatchedLine matchedLine(TextView text, const Query& query, std::size_t limit = 120);
+MatchedLine matchedLine(TextView text, const LetterQuery& query, std::size_t limit = 120);
 
 }

@@ -35,13 +35,13 @@ struct Results {
 
 // Ends early, with what it has so far, when `cancelled` becomes true.
 using Cancelled = std::function<bool()>;
-std::vector<LetterId> matching(const Library& library, const Query& query,
+std::vector<LetterId> matching(const Library& library, const LetterQuery& query,
                                const Cancelled& cancelled = {});
 // Searches only `among` (in its order). For a query that only adds to the one before.
-std::vector<LetterId> matching(const Library& library, const Query& query,
+std::vector<LetterId> matching(const Library& library, const LetterQuery& query,
                                const std::vector<LetterId>& among, const Cancelled& cancelled = {});
 // Whether every letter that matches `next` also matches `before`.
-bool isNarrower(const Query& next, const Query& before);
+bool isNarrower(const LetterQuery& next, const LetterQuery& before);
 
 Results narrowed(const Library& library, const std::vector<LetterId>& matches,
                  const Narrowing& narrowing);
