@@ -6,6 +6,7 @@
 #include "filter/mail_non_copy_check.h"
 #include "import/blank_text.h"
 #include "import/mail_fields.h"
+#include "platform/dao/dao.h"
 #include "platform/runtime/directory.h"
 #include "platform/runtime/do_events.h"
 #include "platform/runtime/paths.h"
@@ -17,6 +18,7 @@ namespace tolvek {
 namespace {
 
 constexpr int kMostCounted = 32767;
+constexpr std::chrono::milliseconds kGroupTime{50};
 
 class TmpReader {
 public:
@@ -35,6 +37,7 @@ public:
         while (!isOver())
             readOneLine();
         on_([this] { closeFile(number_); });
+        on_([this] { group_.end(); });
     }
 
 private:
@@ -190,6 +193,8 @@ private:
     }
 
     const ResumeNext on_{u"tmpRead"};
+    // A box still holds what a kill in these moments would lose; the next read brings it.
+    DBEngine::CommitGroup group_{kGroupTime};
     const ReportWatch reports_;
     const Int16 side_, sndRcvFlag_, count_;
     ReadAccount& account_;

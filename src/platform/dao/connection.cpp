@@ -428,28 +428,66 @@ void Connection::enterLog()
     pragma(u"PRAGMA synchronous = NORMAL");
 }
 
-void Connection::begin()
+void Connection::begin(bool inGroup)
 {
-    pragma(u"BEGIN IMMEDIATE");
-    if (!hasMoved()) return;
-    pragma(u"ROLLBACK");
-    throw lockedError(name_);
+    if (!inGroup) endGroup();
+    // After a full disk the engine itself has rolled the group back.
+    if (!group_ || !inTransaction()) {
+        pragma(u"BEGIN IMMEDIATE");
+        if (hasMoved()) {
+            pragma(u"ROLLBACK");
+            throw lockedError(name_);
+        }
+        if (inGroup) beginGroup();
+    }
+    if (inGroup) pragma(u"SAVEPOINT part");
+    part_ = inGroup;
 }
 
-void Connection::commit()
+void Connection::beginGroup()
 {
-    pragma(u"COMMIT");
+    group_ = true;
+    groupBegun_ = std::chrono::steady_clock::now();
+}
+
+void Connection::commit(std::chrono::milliseconds longest)
+{
+    if (!std::exchange(part_, false)) {
+        pragma(u"COMMIT");
+        return;
+    }
+    pragma(u"RELEASE part");
+    if (std::chrono::steady_clock::now() - groupBegun_ >= longest) endGroup();
 }
 
 void Connection::rollback()
 {
-    if (inTransaction()) pragma(u"ROLLBACK");
+    const bool onlyPart = std::exchange(part_, false);
+    if (!inTransaction()) return;
+    if (onlyPart) {
+        pragma(u"ROLLBACK TO part");
+        pragma(u"RELEASE part");
+    } else if (!group_) {
+        pragma(u"ROLLBACK");
+    }
+}
+
+void Connection::endGroup()
+{
+    if (!std::exchange(group_, false) || !inTransaction()) return;
+    try {
+        pragma(u"COMMIT");
+    } catch (const RuntimeError&) {
+        group_ = inTransaction(); // the engine may have rolled it back
+        throw;
+    }
 }
 
 // Full synchronisation first: the checkpoint is what makes the commits of the log safe
 // against a power cut.
 void Connection::settle()
 {
+    if (!part_) endGroup();
     if (!log_ || !isOpen() || inTransaction()) return;
     pragma(u"PRAGMA synchronous = FULL");
     // The engine may have left the log already, and failed to say so in the header.

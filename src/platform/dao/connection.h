@@ -7,11 +7,15 @@
 //
 // No statement stays active between two calls, so the mode can be changed and no lock
 // is left at any time.
+//
+// Grouped transactions share one commit of the file; see DBEngine::CommitGroup. Whatever
+// ends the lock or the connection ends the group first.
 #pragma once
 #include "platform/dao/jet_head.h"
 #include "platform/dao/query.h"
 #include "platform/dao/table.h"
 
+#include <chrono>
 #include <filesystem>
 #include <map>
 #include <memory>
@@ -68,9 +72,14 @@ public:
     // Call before anything is written. `manyCommits` switches to the write-ahead log.
     // Error 3356 if the file has moved: what is written into it would be lost with it.
     void prepareToWrite(bool manyCommits);
-    void begin();
-    void commit();
+    // The begun transaction is part of a group if `inGroup`. A group that is older than
+    // `longest` at the commit of a part ends with it. Only the open part is rolled back.
+    void begin(bool inGroup = false);
+    void commit(std::chrono::milliseconds longest = {});
     void rollback();
+    // Commits the finished parts. What a failure leaves of them is committed with the
+    // next ones.
+    void endGroup();
     // Leaves the write-ahead log. Does nothing within a transaction.
     void settle();
     // Rolls back, settles, unlocks, and flushes what was written. The file stays open.
@@ -114,6 +123,7 @@ private:
     void force();
     sqlite3_stmt* prepared(TextView sql, const SqlText* statement);
     void restOnce();
+    void beginGroup();
     void finalizeAll();
     void closeHandle();
 
@@ -122,6 +132,9 @@ private:
     sqlite3* handle_ = nullptr;
     std::map<Text, sqlite3_stmt*, std::less<>> statements_;
     std::map<Text, Table> tables_;
+    std::chrono::steady_clock::time_point groupBegun_;
+    bool group_ = false; // a transaction holds the finished parts of a group
+    bool part_ = false;  // a savepoint in it holds the part that isn't finished
     bool log_ = false;
     bool alone_ = false; // locking_mode is EXCLUSIVE: a lock once taken is kept
     bool written_ = false;

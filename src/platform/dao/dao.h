@@ -15,6 +15,7 @@
 #include "platform/runtime/int16.h"
 #include "platform/runtime/text.h"
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -223,6 +224,21 @@ public:
         ~Session();
         Session(const Session&) = delete;
         Session& operator=(const Session&) = delete;
+    };
+    // Joins the transactions of workspace 0 while it lives, so that a page which many of
+    // them change is written once. Each transaction stays a unit of its own: it is
+    // there as a whole or not at all, and its rollback leaves the others. A kill may
+    // lose the finished ones of the last `longest`, so this is only for what can be read
+    // again. Being put at rest, and with it every box, ends a group early; the next
+    // transaction begins another. Groups don't nest.
+    class CommitGroup {
+    public:
+        explicit CommitGroup(std::chrono::milliseconds longest);
+        ~CommitGroup();
+        CommitGroup(const CommitGroup&) = delete;
+        CommitGroup& operator=(const CommitGroup&) = delete;
+        // Commits what is finished. After a failure the next commit tries it again.
+        void end();
     };
     // Puts the files at rest that have no open Database, also inside a Session. Call
     // before the program waits for its user.

@@ -48,6 +48,25 @@ DBEngine::Session::~Session()
     }
 }
 
+DBEngine::CommitGroup::CommitGroup(std::chrono::milliseconds longest)
+{
+    Engine::instance().enterGroup(longest);
+}
+
+DBEngine::CommitGroup::~CommitGroup()
+{
+    try {
+        end();
+    } catch (const RuntimeError&) {
+        // A caller that needs to know of a failure has called end().
+    }
+}
+
+void DBEngine::CommitGroup::end()
+{
+    Engine::instance().leaveGroup();
+}
+
 void DBEngine::Rest()
 {
     Engine::instance().rest();

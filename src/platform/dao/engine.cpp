@@ -132,6 +132,17 @@ void Engine::leaveSession()
     eachInTurn(open_, [](Connection& connection) { connection.settle(); });
 }
 
+void Engine::enterGroup(std::chrono::milliseconds longest)
+{
+    group_ = longest;
+}
+
+void Engine::leaveGroup()
+{
+    if (!std::exchange(group_, std::nullopt)) return;
+    eachInTurn(open_, [](Connection& connection) { connection.endGroup(); });
+}
+
 void Engine::rest()
 {
     closeIdle();
@@ -192,6 +203,7 @@ void Engine::closeIdle()
 void Engine::abandon()
 {
     endTransaction();
+    group_.reset();
     sessions_ = 0;
     jetCopy_.drop();
     eachInTurn(std::exchange(open_, {}), [](Connection& connection) { connection.close(); });
@@ -219,7 +231,7 @@ void Engine::commit()
             throw noTransaction();
         }
     for (const auto& connection : inTransaction_)
-        connection->commit();
+        connection->commit(group_.value_or(std::chrono::milliseconds::zero()));
     endTransaction();
 }
 
@@ -240,7 +252,7 @@ void Engine::prepareToWrite(const std::shared_ptr<Connection>& connection)
     if (joined && !connection->inTransaction()) throw noTransaction();
     connection->prepareToWrite(sessions_ > 0);
     if (joined || depth_ == 0) return;
-    connection->begin();
+    connection->begin(group_.has_value());
     inTransaction_.push_back(connection);
 }
 

@@ -34,6 +34,8 @@ public:
 
     void enterSession() { ++sessions_; }
     void leaveSession();
+    void enterGroup(std::chrono::milliseconds longest);
+    void leaveGroup();
     void rest();
     void restAll();
     void abandon();
@@ -61,6 +63,7 @@ private:
     Connections inTransaction_;
     std::vector<std::weak_ptr<Hold>> holds_;
     JetCopy jetCopy_;
+    std::optional<std::chrono::milliseconds> group_; // how long one may last
     int sessions_ = 0;
     int depth_ = 0;
 };
