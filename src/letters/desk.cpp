@@ -1,9 +1,8 @@
 #include "letters/desk.h"
 
 #include "app/guard.h"
+#include "letters/archive_stamps.h"
 #include "letters/letter_reader.h"
-#include "platform/system/file_stamp.h"
-#include "platform/system/files.h"
 #include "store/known_tables.h"
 
 #include <algorithm>
@@ -18,29 +17,6 @@ namespace tolvek {
 namespace {
 
 constexpr int kBeingWritten = 3356;
-
-// The state of a file that tells whether it has to be read again; empty for one that
-// isn't there.
-using Stamps = std::vector<FileStamp>;
-
-Stamps stampsOf(const std::filesystem::path& path)
-{
-    Stamps stamps;
-    for (const char* suffix : {"", "-wal"}) {
-        const std::filesystem::path file = path.string() + suffix;
-        try {
-            if (fileExists(file)) stamps.push_back(fileStamp(file));
-        } catch (const std::system_error&) {
-            // Gone at this moment; reading it reports more.
-        }
-    }
-    return stamps;
-}
-
-std::uint64_t sizeOf(const Stamps& stamps)
-{
-    return stamps.empty() ? 0 : stamps.front().size;
-}
 
 // A file and what was read of it.
 struct Shelf {
@@ -211,12 +187,12 @@ private:
         }
     }
 
-    bool isLarge() const
+    bool usesCache() const
     {
-        std::uint64_t size = 0;
+        std::vector<Stamps> stamps;
         for (const Shelf& shelf : shelves_)
-            size += sizeOf(stampsOf(shelf.source.status.file.path));
-        return !settings_.cacheFolder.empty() && size > settings_.mostInMemory;
+            stamps.push_back(stampsOf(shelf.source.status.file.path));
+        return !settings_.cacheFolder.empty() && isLarge(stamps, settings_.mostInMemory);
     }
 
     void read(Shelf& shelf)
@@ -226,7 +202,7 @@ private:
         shelf.isToBeRead = false;
         shelf.stamps = stampsOf(status.file.path);
         try {
-            const auto cache = isLarge() ? openCache() : nullptr;
+            const auto cache = usesCache() ? openCache() : nullptr;
             auto letters =
                 readLetterFile(status.file.path, cache.get(), [this] { return pause(); });
             if (!letters) {

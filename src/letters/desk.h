@@ -8,6 +8,7 @@
 // destructor; a window passes them on to its own thread. An archive that is being written
 // is Waiting and is tried again until it can be read.
 #pragma once
+#include "letters/archive_stamps.h"
 #include "letters/library.h"
 #include "letters/search.h"
 
@@ -39,10 +40,8 @@ struct DeskEvents {
 
 struct DeskSettings {
     // Where the texts of large archives lie in mapped files; empty: always in memory.
-    std::filesystem::path cacheFolder;
-    // Archives of more than this many bytes altogether use the cache folder (about
-    // 100,000 letters).
-    std::uint64_t mostInMemory = 256ull << 20;
+    std::filesystem::path cacheFolder = letterCacheFolder();
+    std::uint64_t mostInMemory = kMostInMemory;
     // Between two looks at an archive that is being written.
     int retryMilliseconds = 500;
 };

@@ -4,6 +4,9 @@
 // cancelled or failed export leaves nothing under the target's name (an older file there
 // stays as it was) and no side file.
 //
+// The program reads an mbox or a folder of .eml back from either of its sides; so letters
+// that are to be read again are exported sent and received ones apart.
+//
 // Other kinds of export (a book) use UnfinishedFile for the same promise.
 //
 // Uses only the Library, no database: may run in any thread.
@@ -17,7 +20,7 @@
 namespace tolvek {
 
 enum class ExportForm {
-    Mbox,      // one file
+    Mbox,      // one file of messages (message.h)
     EmlFolder, // a new folder with one .eml for each letter
     PlainText, // UTF-8, one file
     Html       // one file without anything outside it
@@ -31,8 +34,5 @@ using ExportProgress = std::function<bool(std::size_t done, std::size_t all)>;
 // number (58: the folder exists already, 61: disk full, 75: no access).
 bool exportLetters(const Library& library, const std::vector<LetterId>& letters, ExportForm form,
                    const std::filesystem::path& target, const ExportProgress& progress = {});
-
-// The letter as an Internet message: header, empty line, body; LF line ends.
-std::string asMessage(const Letter& letter);
 
 }

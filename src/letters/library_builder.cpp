@@ -89,16 +89,17 @@ void LibraryBuilder::takeRow(std::uint32_t file, std::uint32_t row)
     if (isDamaged(before, rowOf(library_, shown)) && !isDamaged(letters, stored)) shown = place;
 }
 
-// Newest first; what is of one second stays in the order of the files.
+// Newest first; what is of one second by falling sub keys, so that the other direction is
+// the order in which the letters were stored.
 void LibraryBuilder::sort()
 {
     const std::vector<Place> taken = std::move(library_.places_);
     std::vector<std::uint32_t> order(taken.size());
     std::iota(order.begin(), order.end(), 0u);
-    std::vector<std::int64_t> dates;
+    std::vector<std::pair<std::int64_t, std::int32_t>> dates;
     dates.reserve(taken.size());
     for (const Place& place : taken)
-        dates.push_back(rowOf(library_, place).order);
+        dates.emplace_back(rowOf(library_, place).order, rowOf(library_, place).subKey);
     std::stable_sort(order.begin(), order.end(),
                      [&](std::uint32_t a, std::uint32_t b) { return dates[a] > dates[b]; });
     library_.places_.clear();

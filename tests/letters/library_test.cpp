@@ -40,6 +40,16 @@ TEST_F(LibraryTest, TheNewestLetterComesFirst)
     EXPECT_EQ(subjectsOf(*library()), (Lines{"new", "middle", "old"}));
 }
 
+TEST_F(LibraryTest, OfOneSecondTheOneThatWasStoredLastComesFirst)
+{
+    Mail twin = with(u"first", u"");
+    store(twin);
+    twin.SubKey = 1;
+    twin.Subject = u"second";
+    store(twin);
+    EXPECT_EQ(subjectsOf(*library()), (Lines{"second", "first"}));
+}
+
 TEST_F(LibraryTest, ALetterOfSeveralFilesIsThereOnceAndNamesThem)
 {
     const Text backup = archive("Tolvek_20010101.Mdb");

@@ -99,6 +99,9 @@ void copyFileContents(const std::filesystem::path& from, const std::filesystem::
 void copyOwnerAndMode(const std::filesystem::path& from, const std::filesystem::path& to);
 void flushFileToDisk(const std::filesystem::path& path);
 void flushFolder(const std::filesystem::path& folder);
+// Flushes everything that was written to the file system of this folder: for many small
+// files, which take too long one by one.
+void flushFileSystemOf(const std::filesystem::path& folder);
 // Writes a side file, flushes it, replaces the file and flushes the folder. The old
 // file's mode is kept, and a link stays a link, to the file with the new contents.
 // A failure before the replacement leaves the old file. A failure of the last step

@@ -1,5 +1,6 @@
 #include "platform/system/file_stamp.h"
 #include "platform/system/files.h"
+#include "platform/system/linux/descriptor.h"
 #include "platform/system/linux/rename_fallback.h"
 #include "platform/system/linux/system_failure.h"
 
@@ -154,6 +155,14 @@ void flushFolder(const fs::path& folder)
         // names themselves.
         if (!unknownToFileSystem(error.code().value())) throw;
     }
+}
+
+void flushFileSystemOf(const fs::path& folder)
+{
+    probeFile(FileOperation::Flush, folder);
+    const Descriptor opened(systemCall(
+        folder, [&] { return open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); }));
+    systemCall(folder, [&] { return syncfs(opened.number()); });
 }
 
 }
