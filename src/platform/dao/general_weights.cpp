@@ -9,8 +9,9 @@ namespace tolvek {
 namespace {
 
 // The names used in general_weights.inc.
-constexpr WeightType X = WeightType::X, S = WeightType::S, I = WeightType::I, K = WeightType::K,
-                     M = WeightType::M, W = WeightType::W, R = WeightType::R;
+[[maybe_unused]] constexpr WeightType X = WeightType::X, S = WeightType::S, I = WeightType::I,
+                                      K = WeightType::K, M = WeightType::M, W = WeightType::W,
+                                      R = WeightType::R;
 
 // Eight bytes per character: 16 bits character, 3 type, 2 kana size, 8 secondary,
 // 32 primary.
