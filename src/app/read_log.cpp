@@ -233,6 +233,11 @@ std::string_view withoutOldest(std::string_view log, std::size_t kept)
 
 }
 
+bool BoxRecord::isMissing() const
+{
+    return failure.find(kNoSuchBox) != Text::npos;
+}
+
 int BoxRecord::accounted() const
 {
     return stored + known + keptOutMails(*this) + noDate.count + noText.count + failed.count +

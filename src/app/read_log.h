@@ -49,6 +49,8 @@ struct BoxRecord {
     int unread = 0;     // the read ended before them
     LeftThings files;   // of a folder of messages, unreadable; not among the mails
 
+    bool isMissing() const; // there was no such box
+
     int accounted() const; // mails whose fate is known
     bool addsUp() const { return accounted() == held; }
 };
@@ -67,6 +69,7 @@ std::vector<ReadRecord> parseReadLog(TextView log);
 // whole, so an interruption leaves the old one. Throws std::system_error.
 void appendToReadLog(const std::filesystem::path& file, const ReadRecord& record);
 
+inline constexpr TextView kNoSuchBox = u"箱がありません"; // in BoxRecord::failure
 inline constexpr TextView kReadLogName = u"TolvekRead.log";
 
 }

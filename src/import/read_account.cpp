@@ -16,6 +16,10 @@ using Why = ConverterNotes::Why;
 constexpr std::size_t kMostNames = 1000;
 constexpr int kMostCounted = 32767;
 constexpr TextView kNotReached = u"前の箱のエラーで読み込みが終わったため、読んでいません";
+// The mails of a moment share a commit, which may be what failed.
+constexpr TextView kCutShort =
+    u"途中のエラーで終わりました。その直前に「新しく保存」と数えたメールは、"
+    u"次の読み込みで保存されることがあります";
 
 bool isMissing(const ConverterNotes& notes)
 {
@@ -28,7 +32,7 @@ Text statusText(Int16 status, const ConverterNotes& notes)
 {
     const Text number = u"状態 " + decimal(status);
     if (!notes.given) return number;
-    if (isMissing(notes)) return number + u"（箱がありません）";
+    if (isMissing(notes)) return number + u"（" + Text(kNoSuchBox) + u"）";
     switch (static_cast<int>(status)) {
     case 1:
         return number + u"（メールの箱として読める形ではありません）";
@@ -135,7 +139,9 @@ void ReadAccount::endBox(bool hadFailure)
     const int accounted = box().accounted();
     // A count of 16 bits stays at its largest value.
     if (!notes_.given && box().held == kMostCounted) box().held = std::max(kMostCounted, accounted);
-    if (hadFailure && box().held > accounted) box().unread = box().held - accounted;
+    if (!hadFailure || box().held <= accounted) return;
+    box().unread = box().held - accounted;
+    box().failure = kCutShort;
 }
 
 void writeReadAccount(const ReadAccount& account)

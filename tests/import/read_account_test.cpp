@@ -138,6 +138,7 @@ TEST_F(ReadAccountTest, AMailThatBroughtAnErrorIsNamedAsNotStored)
     EXPECT_EQ(takeReports().size(), 1u);
     EXPECT_EQ(box.failed.count, 1);
     EXPECT_EQ(box.unread, 7);
+    EXPECT_NE(box.failure, u"");
     EXPECT_EQ(box.stored, 0);
     EXPECT_TRUE(box.addsUp());
 }
