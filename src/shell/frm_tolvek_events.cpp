@@ -13,6 +13,7 @@
 #include "friend/friend_book_file.h"
 #include "import/mail_box_read.h"
 #include "platform/forms/events.h"
+#include "platform/forms/shortcut.h"
 #include "platform/runtime/dates.h"
 #include "platform/runtime/directory.h"
 #include "platform/runtime/do_events.h"
@@ -23,6 +24,7 @@
 #include "shell/dialog_commands.h"
 #include "shell/filter_commands.h"
 #include "shell/friend_commands.h"
+#include "shell/letters_command.h"
 #include "shell/read_command.h"
 #include "shell/reply_commands.h"
 #include "shell/store_commands.h"
@@ -119,6 +121,9 @@ void frmTolvekEvents::connectOtherMenus()
     onEvent(memEnv, &MenuEntry::Click, [this] { memEnv_Click(*this); });
     onEvent(memHelp, &MenuEntry::Click, [this] { memHelp_Click(); });
     onEvent(memVar, &MenuEntry::Click, [this] { memVar_Click(*this); });
+    // Belongs to the window; it has no entry in a menu.
+    onEvent(new Shortcut(*this, Qt::CTRL | Qt::Key_F), &Shortcut::Pressed,
+            [this] { findLetters(*this); });
 }
 
 void frmTolvekEvents::Form_Initialize()
