@@ -108,6 +108,23 @@ TEST_F(ReadEndTest, AMissingADamagedAndAReadOnlyArchiveEndTheReadAfterOneBox)
     EXPECT_EQ(boxesConverted, 3);
 }
 
+// In a sent mail only the receiver is looked up. The mail has all its headings then, and
+// addresses of lengths for which it would be looked for, but nothing else is tried with it.
+TEST_F(ReadEndTest, AHeadingThatCantBeLookedUpEndsTheReadBeforeItsMailIsLookedFor)
+{
+    converterLibrary().Tolvek_Edit = [this](const Text&, const Text&, const Text&, Int16& count,
+                                            Int16& status) {
+        givenTmpLines({u"<Start>", u"Subject:s", u"Date:15 Feb 2000 10:11:12", u"From:me@home.jp",
+                       u"To:hana@tanaka.jp", u"Mail", u"t", u"<End>"});
+        count = 1;
+        status = 0;
+    };
+    gRecievMailReadOption = {};
+    removeDatabase(gDbPath);
+    readAll();
+    EXPECT_EQ(takeReports(), Reports{"setName 3024"});
+}
+
 // Whatever operation fails and keeps failing, there is one box, and no mail is stored
 // twice.
 TEST_F(ReadEndTest, ADiskThatFailsFromAnyMomentOnBringsOneBoxAndNoTwins)

@@ -183,6 +183,19 @@ TEST_P(AloneExchangedTest, WhatIsOpenReadsOnAndWritesNowhere)
     EXPECT_EQ(files(), Names{"Test.Mdb"});
 }
 
+// The first write of a command opens its log; later ones find it open.
+TEST_F(AloneTest, AFileThatIsExchangedInTheMiddleOfACommandIsntWritten)
+{
+    createTables(path("Other.Mdb"));
+    DBEngine::Rest();
+    DBEngine::Session session;
+    Database database = opened();
+    inTransaction([&] { addMail(database, u"2000", 1); });
+    replaceFile(folder_ / "Other.Mdb", folder_ / "Test.Mdb");
+    EXPECT_EQ(errorOf([&] { inTransaction([&] { addMail(database, u"2000", 2); }); }), kLocked);
+    database.Close();
+}
+
 INSTANTIATE_TEST_SUITE_P(InACommandAndOutside, AloneExchangedTest, testing::Bool());
 
 TEST_F(AloneTest, WhatCantBeWrittenIsLeft)

@@ -37,6 +37,21 @@ TEST_F(EngineTest, WhatIsNoDatabaseIs3343AtOnceAndStaysAsItIs)
     }
 }
 
+// What a file may make the engine do is bounded, whatever its schema says.
+TEST_F(EngineTest, ViewsOfAFileArentRunAndItsSchemaIsntTrusted)
+{
+    DBEngine::Rest();
+    const auto connection = Connection::open(folder_ / "Test.Mdb");
+    connection->pragma(u"CREATE VIEW v AS SELECT Book_Name FROM tblBook");
+    EXPECT_NE(errorOf([&] { connection->query(TextView(u"SELECT * FROM v"))->step(); }), 0);
+    EXPECT_EQ(connection->pragma(u"PRAGMA trusted_schema"), u"0");
+    EXPECT_EQ(connection->pragma(u"PRAGMA cell_size_check"), u"1");
+    Text pieces = u"SELECT 1";
+    for (int piece = 0; piece < 10; ++piece)
+        pieces += u" UNION SELECT 1";
+    EXPECT_NE(errorOf([&] { connection->pragma(pieces); }), 0);
+}
+
 TEST_F(EngineTest, AnotherMakersFileOpensAllTheSame)
 {
     ASSERT_EQ(inChild([&]() -> int {
