@@ -2,12 +2,12 @@
 
 #include "letters/library.h"
 #include "letters/unfinished_file.h"
+#include "letters/window/file_device.h"
 #include "letters/window/letter_texts.h"
 #include "letters/window/page_setter.h"
 #include "platform/forms/qt_text.h"
 #include "platform/runtime/runtime_error.h"
 
-#include <QFile>
 #include <QPainter>
 #include <QPdfWriter>
 
@@ -163,14 +163,7 @@ void setPaper(QPdfWriter& pdf, const BookSettings& settings)
     pdf.setCreator(u"TolvekLetters"_s);
 }
 
-// The writer itself reports no failure.
-void requireWritten(QFile& file)
-{
-    if (file.flush() && file.error() == QFileDevice::NoError) return;
-    throw RuntimeError(file.error() == QFileDevice::ResourceError ? 61 : 75);
-}
-
-bool paintBook(BookMaker& maker, QFile& file, const BookSettings& settings,
+bool paintBook(BookMaker& maker, FileDevice& file, const BookSettings& settings,
                const ExportProgress& progress, std::size_t letters)
 {
     QPdfWriter pdf(&file);
@@ -192,11 +185,9 @@ bool writeBook(const Library& library, std::vector<LetterId> letters, const Book
     std::ranges::stable_partition(letters, [&](LetterId id) { return library.monthOf(id) >= 100; });
     BookMaker maker(library, letters, settings);
     UnfinishedFile book(target);
-    QFile file(book.path());
-    if (!file.open(QIODevice::WriteOnly)) throw RuntimeError(75);
+    FileDevice file(book.path());
     if (!paintBook(maker, file, settings, progress, letters.size())) return false;
-    requireWritten(file);
-    file.close();
+    file.finish();
     book.finish();
     if (plan != nullptr) *plan = maker.plan();
     return true;

@@ -18,7 +18,8 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
-#include <QScrollBar>
+#include <QScreen>
+#include <QShowEvent>
 #include <QSplitter>
 #include <QStatusBar>
 #include <QTableView>
@@ -26,6 +27,7 @@
 #include <QWheelEvent>
 
 #include <algorithm>
+#include <system_error>
 
 namespace tolvek {
 
@@ -35,6 +37,8 @@ namespace {
 
 constexpr int kUsualPoints = 11;
 constexpr int kCellMargin = 8;
+constexpr int kMessageTime = 20000; // milliseconds
+constexpr QSize kUsualSize(1240, 780);
 
 bool isNamed(const Person& person, const Text& by)
 {
@@ -42,6 +46,25 @@ bool isNamed(const Person& person, const Text& by)
         return compareText(each, by, Compare::TextMode) == 0;
     };
     return same(person.name) || std::ranges::any_of(person.addresses, same);
+}
+
+// The list's own selectRow would toggle or extend while the user holds Ctrl or Shift.
+void makeCurrent(QTableView& list, int row)
+{
+    const QModelIndex index = list.model()->index(row, 0);
+    list.selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect |
+                                                      QItemSelectionModel::Rows);
+    list.scrollTo(index);
+}
+
+// A folder that can't be listed has none; the window is empty then.
+std::vector<ArchiveFile> archivesOf(const std::filesystem::path& folder)
+{
+    try {
+        return archivesAt(folder);
+    } catch (const std::system_error&) {
+        return {};
+    }
 }
 
 // What a person is found again by in another Library.
@@ -63,7 +86,7 @@ LettersWindow::LettersWindow(LettersStart start)
     restoreLook();
     showChips();
     letter_->showNothing({});
-    if (start_.files.empty()) start_.files = archivesAt(start_.folder);
+    if (start_.files.empty()) start_.files = archivesOf(start_.folder);
     desk_.desk().show(start_.files);
     search();
     field_->setFocus();
@@ -122,11 +145,12 @@ void LettersWindow::takeAnswer(const AnswerPointer& answer)
         library_ = answer->library;
         showAxis();
     }
+    if (answer->allRead) giveUpUnknownPerson();
     const auto shown = wanted_;
     peopleModel_->show(answer, chosenPerson());
     {
         const QSignalBlocker quiet(people_->selectionModel());
-        people_->selectRow(peopleModel_->rowOf(chosenPerson()));
+        makeCurrent(*people_, peopleModel_->rowOf(chosenPerson()));
     }
     strip_->showCounts(answer->results.months);
     strip_->showChosen(choices_.months);
@@ -136,6 +160,15 @@ void LettersWindow::takeAnswer(const AnswerPointer& answer)
     settled_ = answer->allRead;
     showStatus();
     if (settled_) emit settled();
+}
+
+// The main window's correspondent may have no letter here, such as the user herself. All
+// letters are shown then, and nothing claims otherwise.
+void LettersWindow::giveUpUnknownPerson()
+{
+    if (choices_.person.empty() || chosenPerson()) return;
+    statusBar()->showMessage(toQt(choices_.person) + u" の手紙はありません"_s, kMessageTime);
+    choices_.person.clear();
 }
 
 // The letter on display stays if it is still found; else the first one is shown.
@@ -150,8 +183,7 @@ void LettersWindow::keepCurrent(std::optional<std::uint64_t> identity)
         letter_->showNothing(library_->size() == 0 ? QString() : u"見つかりません"_s);
         return;
     }
-    results_->selectRow(row);
-    results_->scrollTo(resultsModel_->index(row, 0));
+    goToRow(row);
     showCurrentLetter();
 }
 
@@ -250,6 +282,11 @@ std::optional<LetterId> LettersWindow::currentLetter() const
     return resultsModel_->letterAt(current.row());
 }
 
+void LettersWindow::goToRow(int row)
+{
+    makeCurrent(*results_, row);
+}
+
 // In the order of the list.
 std::vector<LetterId> LettersWindow::selectedLetters() const
 {
@@ -276,7 +313,7 @@ void LettersWindow::goToHit(bool forward)
     if (forward ? letter_->nextHit() : letter_->previousHit()) return;
     const int row = results_->currentIndex().row() + (forward ? 1 : -1);
     if (!results_->currentIndex().isValid() || row < 0 || row >= resultsModel_->rowCount()) return;
-    results_->selectRow(row);
+    goToRow(row);
     if (forward)
         letter_->firstHit();
     else
@@ -344,13 +381,24 @@ void LettersWindow::setScheme(Scheme scheme)
 void LettersWindow::restoreLook()
 {
     if (!start_.settingsFile.isEmpty()) look_ = readWindowSettings(start_.settingsFile);
-    resize(1240, 780);
+    resize(kUsualSize.boundedTo(screen()->availableSize() - QSize(40, 60)));
     restoreGeometry(look_.geometry);
     panes_->setSizes({190, 600, 440});
     panes_->restoreState(look_.panes);
     results_->horizontalHeader()->restoreState(look_.columns);
     setTextPoints(look_.textPoints);
     setScheme(look_.scheme);
+}
+
+// As the lists are wide when they are first shown; later as the user left them.
+void LettersWindow::showEvent(QShowEvent* event)
+{
+    QMainWindow::showEvent(event);
+    if (!look_.columns.isEmpty() || event->spontaneous()) return;
+    QHeaderView& columns = *results_->horizontalHeader();
+    const int rest = results_->viewport()->width() - columns.sectionSize(ResultsModel::Date);
+    columns.resizeSection(ResultsModel::Person, rest * 24 / 100);
+    columns.resizeSection(ResultsModel::Subject, rest * 36 / 100);
 }
 
 void LettersWindow::saveLook() const
@@ -392,7 +440,7 @@ bool LettersWindow::eventFilter(QObject* watched, QEvent* event)
         const int rows = key == Qt::Key_Down ? 1 : key == Qt::Key_Up ? -1 : 0;
         if (rows != 0 && resultsModel_->rowCount() > 0) {
             const int row = results_->currentIndex().row() + rows;
-            results_->selectRow(std::clamp(row, 0, resultsModel_->rowCount() - 1));
+            goToRow(std::clamp(row, 0, resultsModel_->rowCount() - 1));
             return true;
         }
         if (key == Qt::Key_Escape && !field_->text().isEmpty()) {

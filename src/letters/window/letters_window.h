@@ -49,6 +49,7 @@ signals:
 
 protected:
     void closeEvent(QCloseEvent*) override;
+    void showEvent(QShowEvent*) override;
     bool event(QEvent*) override;
     bool eventFilter(QObject*, QEvent*) override;
 
@@ -72,6 +73,7 @@ private:
     std::optional<PersonId> chosenPerson() const;
     void takeLibrary(const LibraryPointer& library);
     void takeAnswer(const AnswerPointer& answer);
+    void giveUpUnknownPerson();
     void showAxis();
     void showStatus();
     void showChips();
@@ -85,6 +87,7 @@ private:
     void toggleConversation();
     void showCurrentLetter();
     void keepCurrent(std::optional<std::uint64_t> identity);
+    void goToRow(int row);
     void goToHit(bool forward);
     std::optional<LetterId> currentLetter() const;
     std::vector<LetterId> selectedLetters() const;

@@ -112,8 +112,6 @@ void LettersWindow::buildLists()
     columns.setHighlightSections(false);
     columns.setStretchLastSection(true);
     columns.setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    columns.resizeSection(ResultsModel::Person, 120);
-    columns.resizeSection(ResultsModel::Subject, 170);
 }
 
 QWidget* LettersWindow::buildPanes()
@@ -133,7 +131,7 @@ void LettersWindow::buildMenus()
 {
     QMenu& file = *menuBar()->addMenu(u"ファイル(&I)"_s);
     file.addAction(u"探すファイル(&L)…"_s, QKeySequence::Open, this, &LettersWindow::chooseFiles);
-    file.addAction(u"手紙を取り出す(&E)…"_s, QKeySequence(u"Ctrl+E"_s), this,
+    file.addAction(u"手紙を取り出す(&E)…"_s, QKeySequence::Save, this,
                    &LettersWindow::takeOut);
     file.addAction(u"印刷(&P)…"_s, QKeySequence::Print, this, &LettersWindow::print);
     file.addAction(u"読み込みの記録(&R)…"_s, QKeySequence(u"Ctrl+R"_s), this,
@@ -153,7 +151,7 @@ void LettersWindow::buildMenus()
     conversation_ = find.addAction(u"このやりとりだけ(&T)"_s, QKeySequence(u"Ctrl+T"_s), this,
                                    &LettersWindow::toggleConversation);
     conversation_->setCheckable(true);
-    find.addAction(u"絞り込みをすべて解く(&A)"_s, QKeySequence(u"Ctrl+Backspace"_s), this, [this] {
+    find.addAction(u"絞り込みをすべて解く(&A)"_s, QKeySequence(u"Ctrl+Shift+T"_s), this, [this] {
         choices_ = {};
         search();
     });

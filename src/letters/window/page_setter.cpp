@@ -137,9 +137,6 @@ void PageSetter::dottedLine(const QString& left, const QString& right, const QFo
     if (painter_ != nullptr) {
         const QFontMetricsF metrics(font, &device_);
         const double dot = metrics.horizontalAdvance(u'.');
-        const double room = body_.width() - metrics.horizontalAdvance(left) -
-                            metrics.horizontalAdvance(right) - 4 * dot;
-        const QString dots(static_cast<qsizetype>(std::max(0.0, room / (2 * dot))), u'.');
         const QRectF place(body_.left(), body_.top() + y_, body_.width(), height);
         painter_->setFont(font);
         painter_->drawText(place, Qt::AlignLeft | Qt::AlignTop, left);
@@ -149,8 +146,10 @@ void PageSetter::dottedLine(const QString& left, const QString& right, const QFo
         QFont spaced = font;
         spaced.setLetterSpacing(QFont::AbsoluteSpacing, dot * 72.0 / device_.logicalDpiX());
         painter_->setFont(spaced);
+        // More than fit: aligned to the right, what is too much is cut at the left.
+        const QString dots(static_cast<qsizetype>(between.width() / dot) + 1, u'.');
         painter_->setClipRect(between);
-        painter_->drawText(between, Qt::AlignRight | Qt::AlignTop, dots);
+        painter_->drawText(between, Qt::AlignRight | Qt::AlignTop | Qt::TextDontClip, dots);
         painter_->setClipping(false);
     }
     y_ += height;

@@ -27,6 +27,11 @@ void applyScheme(Scheme scheme)
     const QPalette palette = dark ? darkPalette() : lightPalette();
     QApplication::setPalette(palette);
     QToolTip::setPalette(palette);
+    // Their boxes would have the colour of a dark window.
+    QPalette boxes = palette;
+    if (dark) boxes.setColor(QPalette::Base, boxes.color(QPalette::Light));
+    for (const char* const widget : {"QCheckBox", "QRadioButton"})
+        QApplication::setPalette(boxes, widget);
 }
 
 }

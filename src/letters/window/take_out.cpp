@@ -78,7 +78,7 @@ void TakeOutRun::print(std::shared_ptr<const Library> library, std::vector<Lette
 
 void TakeOutRun::start(const QString& title, const QString& done, Job::Work work)
 {
-    job_ = std::make_unique<Job>(std::move(work));
+    job_ = new Job(std::move(work), this);
     auto* const progress = new QProgressDialog(title, u"中止"_s, 0, 1000, &window_);
     progress->setAttribute(Qt::WA_DeleteOnClose);
     progress->setWindowTitle(title);
@@ -86,12 +86,11 @@ void TakeOutRun::start(const QString& title, const QString& done, Job::Work work
     progress->setAutoReset(false);
     progress->setAutoClose(false);
     progress_ = progress;
-    connect(progress, &QProgressDialog::canceled, job_.get(), &Job::cancel);
-    connect(job_.get(), &Job::progressed, progress,
-            [progress](qulonglong doneSoFar, qulonglong all) {
-                progress->setValue(all == 0 ? 0 : static_cast<int>(doneSoFar * 1000 / all));
-            });
-    connect(job_.get(), &Job::ended, this, [this, done](bool complete, const QString& failure) {
+    connect(progress, &QProgressDialog::canceled, job_, &Job::cancel);
+    connect(job_, &Job::progressed, progress, [progress](qulonglong doneSoFar, qulonglong all) {
+        progress->setValue(all == 0 ? 0 : static_cast<int>(doneSoFar * 1000 / all));
+    });
+    connect(job_, &Job::ended, this, [this, done](bool complete, const QString& failure) {
         finish(complete, failure, done);
     });
     job_->start();
@@ -100,7 +99,8 @@ void TakeOutRun::start(const QString& title, const QString& done, Job::Work work
 void TakeOutRun::finish(bool complete, const QString& failure, const QString& done)
 {
     if (progress_) progress_->close();
-    job_.release()->deleteLater(); // it is sending this very signal
+    job_->deleteLater(); // it is sending this very signal
+    job_.clear();
     if (!failure.isEmpty())
         QMessageBox::warning(&window_, u"手紙を取り出す"_s,
                              u"取り出せませんでした。\n"_s + failure);
@@ -109,7 +109,7 @@ void TakeOutRun::finish(bool complete, const QString& failure, const QString& do
 
 void TakeOutRun::cancel()
 {
-    job_.reset();
+    delete job_;
     if (progress_) progress_->close();
 }
 

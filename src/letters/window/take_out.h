@@ -14,7 +14,7 @@ class TakeOutRun : public QObject {
 public:
     explicit TakeOutRun(QWidget& window);
 
-    bool isRunning() const { return job_ != nullptr; }
+    bool isRunning() const { return !job_.isNull(); }
     // letters: newest first, as the list shows them; they are taken out oldest first.
     void takeOut(std::shared_ptr<const Library> library, std::vector<LetterId> letters,
                  const TakeOut& choice);
@@ -30,7 +30,7 @@ private:
     void finish(bool complete, const QString& failure, const QString& done);
 
     QWidget& window_;
-    std::unique_ptr<Job> job_;
+    QPointer<Job> job_; // a child: it goes with this object, if not before
     QPointer<QProgressDialog> progress_;
 };
 

@@ -8,6 +8,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QFormLayout>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -87,8 +88,12 @@ void TakeOutDialog::build(std::size_t selected, std::size_t all)
     book->addRow(u"題(&T)"_s, title_);
     book->addRow(u"紙の大きさ(&P)"_s, paper_);
     layout->addRow(bookRow_);
-    layout->addRow(u"保存先(&S)"_s, target_);
-    layout->addRow(QString(), browseButton);
+    auto* const place = new QHBoxLayout;
+    place->addWidget(target_, 1);
+    place->addWidget(browseButton);
+    auto* const placeLabel = new QLabel(u"保存先(&S)"_s);
+    placeLabel->setBuddy(target_);
+    layout->addRow(placeLabel, place);
     layout->addRow(buttons);
 
     connect(form_, &QComboBox::currentIndexChanged, this, &TakeOutDialog::formChanged);

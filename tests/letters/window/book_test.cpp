@@ -129,12 +129,24 @@ TEST_F(BookTest, AFailedOneLeavesNothing)
     EXPECT_EQ(fileNames(folder.path()).size(), files);
 }
 
-// A full disk shows only when the bytes are written.
-TEST_F(BookTest, ADiskThatIsFullIsAFailure)
+// The toolkit's writer says nothing of it.
+TEST_F(BookTest, ADiskThatBecomesFullIsAFailureAndLeavesNothing)
 {
-    givenLetters("1999", 40, 30);
+    givenLetters("1999", 20, 30);
     const auto all = library();
-    EXPECT_ANY_THROW(writeBook(*all, oldestFirst(*all), {}, "/dev/full/book.pdf"));
+    const std::size_t files = fileNames(folder.path()).size();
+    setFileProbe([written = 0](FileOperation operation, const Path&) mutable {
+        if (operation == FileOperation::Write && ++written > 3)
+            throw std::system_error(std::make_error_code(std::errc::no_space_on_device));
+    });
+    try {
+        writeBook(*all, oldestFirst(*all), {}, book());
+        ADD_FAILURE();
+    } catch (const std::system_error& failure) {
+        EXPECT_EQ(failure.code(), std::errc::no_space_on_device);
+    }
+    setFileProbe({});
+    EXPECT_EQ(fileNames(folder.path()).size(), files);
 }
 
 TEST_F(BookTest, OddTextsAreSet)

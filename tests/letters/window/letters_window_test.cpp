@@ -3,19 +3,23 @@
 #include "letters/window/letters_window.h"
 
 #include "letters/letters_fixture.h"
+#include "letters/window/colours.h"
 #include "letters/window/letter_view.h"
 #include "letters/window/results_model.h"
 #include "letters/window/year_strip.h"
 #include "platform/forms/qt_text.h"
+#include "support/painted.h"
 
 #include <QAccessible>
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
 #include <QCloseEvent>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QMenuBar>
 #include <QStatusBar>
 #include <QTableView>
 #include <QTest>
@@ -25,6 +29,25 @@
 
 namespace tolvek::test {
 namespace {
+
+// Those of X11 desktops aren't in force on the offscreen platform.
+bool isEditingKey(const QKeySequence& keys)
+{
+    for (const char* const taken :
+         {"Ctrl+A", "Ctrl+C", "Ctrl+D", "Ctrl+E", "Ctrl+K", "Ctrl+U", "Ctrl+V", "Ctrl+W", "Ctrl+X",
+          "Ctrl+Y", "Ctrl+Z", "Ctrl+Shift+Z", "Ctrl+Backspace", "Ctrl+Del", "Ctrl+Home",
+          "Ctrl+End"})
+        if (keys == QKeySequence(QString::fromLatin1(taken))) return true;
+    return false;
+}
+
+bool takesForItself(QWidget& part, QKeyCombination keys)
+{
+    QKeyEvent asked(QEvent::ShortcutOverride, keys.key(), keys.keyboardModifiers());
+    asked.ignore();
+    QCoreApplication::sendEvent(&part, &asked);
+    return asked.isAccepted();
+}
 
 class LettersWindowTest : public LettersFixture {
 protected:
@@ -145,6 +168,20 @@ TEST_F(LettersWindowTest, FindsAsOneTypes)
     EXPECT_EQ(status(), "4 通のうち 0 通");
 }
 
+TEST_F(LettersWindowTest, AHitBeyondTheRoomOfItsCellIsBroughtIntoIt)
+{
+    store(with(u"a", Text(60, u'長') + u"星" + Text(20, u'い')));
+    open();
+    type("星");
+    auto& list = part<QTableView>("results");
+    list.horizontalHeader()->setStretchLastSection(false);
+    list.setColumnWidth(ResultsModel::Line, 150);
+    list.setColumnWidth(ResultsModel::Subject, 20);
+    const QModelIndex line = list.model()->index(0, ResultsModel::Line);
+    const QImage cell = list.viewport()->grab(list.visualRect(line)).toImage();
+    EXPECT_TRUE(isInkedIn(coloursFor(list.palette()).mark, cell));
+}
+
 TEST_F(LettersWindowTest, TheExactSwitchCountsForms)
 {
     Mail wide = with(u"ＡＢＣ", u"x");
@@ -243,6 +280,26 @@ TEST_F(LettersWindowTest, AConversationIsAFilter)
     EXPECT_EQ(shown(), "Re: 花見");
 }
 
+// Narrowing by keyboard is done with Shift or Ctrl held.
+TEST_F(LettersWindowTest, TheLetterOnDisplayIsTheSelectedOneWhateverIsHeld)
+{
+    givenLetters();
+    open();
+    pick("results", 2);
+    for (const auto& [key, held] : {std::pair(Qt::Key_Shift, Qt::ShiftModifier),
+                                    std::pair(Qt::Key_Control, Qt::ControlModifier)}) {
+        QTest::keyPress(window->windowHandle(), key, held);
+        ASSERT_EQ(QGuiApplication::keyboardModifiers(), held);
+        emit strip().chosen(Months{200101, 200112});
+        settle();
+        const auto rows = part<QTableView>("results").selectionModel()->selectedRows();
+        ASSERT_EQ(rows.size(), 1);
+        EXPECT_EQ(rows.front().row(), 1);
+        EXPECT_EQ(shown(), "花見");
+        QTest::keyRelease(window->windowHandle(), key);
+    }
+}
+
 TEST_F(LettersWindowTest, BeginsWithTheCorrespondentOfTheMainWindow)
 {
     givenLetters();
@@ -256,7 +313,18 @@ TEST_F(LettersWindowTest, AnUnknownCorrespondentFindsAllAndSaysSo)
     givenLetters();
     open(u"nobody@example.org");
     EXPECT_EQ(subjects().size(), 4u);
-    EXPECT_EQ(chips().size(), 1u);
+    EXPECT_TRUE(chips().empty());
+    EXPECT_EQ(window->statusBar()->currentMessage().toStdString(),
+              "nobody@example.org の手紙はありません");
+}
+
+TEST_F(LettersWindowTest, AFolderThatCantBeListedIsAnEmptyWindow)
+{
+    LettersStart start;
+    start.folder = folder / "none";
+    window = std::make_unique<LettersWindow>(std::move(start));
+    settle();
+    EXPECT_EQ(subjects(), Lines{});
 }
 
 TEST_F(LettersWindowTest, BackupsAreSearchedTooAndEachLetterIsShownOnce)
@@ -318,6 +386,21 @@ TEST_F(LettersWindowTest, TheKeyboardReachesEverything)
         EXPECT_TRUE(reached.contains(&part<QTableView>(name))) << name;
     EXPECT_TRUE(reached.contains(&strip()));
     EXPECT_TRUE(reached.contains(&letter()));
+}
+
+// An edit field takes more keys for itself than its user knows of.
+TEST_F(LettersWindowTest, NoPartTakesAMenusKeyForItself)
+{
+    givenLetters();
+    open();
+    QWidget* const parts[] = {&part<QLineEdit>("field"), &part<QTableView>("people"),
+                              &part<QTableView>("results"), &letter(), &strip()};
+    for (const QMenu* const menu : window->menuBar()->findChildren<QMenu*>())
+        for (const QAction* const action : menu->actions())
+            for (const QKeySequence& keys : action->shortcuts())
+                for (QWidget* const each : parts)
+                    EXPECT_FALSE(isEditingKey(keys) || takesForItself(*each, keys[0]))
+                        << keys.toString().toStdString() << " " << each->metaObject()->className();
 }
 
 TEST_F(LettersWindowTest, EveryPartHasANameForAScreenReader)
