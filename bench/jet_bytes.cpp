@@ -6,7 +6,7 @@
 // Prints a line for each change that gave other rows without an error, and the totals.
 // FILE is a name in tests/data/jet; every STRIDE-th place is changed, beginning with
 // FIRST.
-#include "store/known_tables.h"
+#include "store/archive_tables.h"
 #include "support/changed_jet.h"
 
 #include <cstdio>
@@ -102,7 +102,7 @@ int main(int count, char** words)
 {
     using namespace tolvek::test;
     if (count < 3) return 2;
-    tolvek::registerKnownTables();
+    tolvek::registerArchiveTables();
     const ChangedJet file(words[1]);
     const std::size_t stride = count > 3 ? std::stoul(words[3]) : 1;
     const auto places = Places(file.bytes()).of(words[2]);

@@ -1,4 +1,5 @@
-// Brings the text of a Date field to plain ASCII as far as a date needs it.
+// The words of a date: the text of a Date field as plain ASCII, as far as a date needs
+// it, and the names of the months.
 #pragma once
 #include <string>
 #include <string_view>
@@ -13,5 +14,10 @@ inline constexpr char kYearFirst = '\x01';
 // full-width digits and eras (平成10年 becomes H10). Other letters become lower case
 // without accents, as UTF-8.
 std::string dateText(std::string_view field);
+
+// The month of a name as mail programs of many countries write it: 1 to 12, else 0. By
+// the English name's first three letters in any case, or by the beginning of a name of
+// another language; accents don't count.
+int monthNumber(std::string_view word);
 
 }

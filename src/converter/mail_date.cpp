@@ -2,7 +2,6 @@
 
 #include "converter/ascii.h"
 #include "converter/date_text.h"
-#include "converter/month_names.h"
 
 #include <algorithm>
 #include <array>

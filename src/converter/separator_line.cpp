@@ -1,8 +1,8 @@
 #include "converter/separator_line.h"
 
 #include "converter/ascii.h"
+#include "converter/date_text.h"
 #include "converter/mail_date.h"
-#include "converter/month_names.h"
 
 #include <algorithm>
 #include <vector>

@@ -2,7 +2,6 @@
 
 #include "converter/ascii.h"
 #include "converter/charset.h"
-#include "converter/flowed_text.h"
 #include "converter/html_text.h"
 #include "converter/plain_text.h"
 #include "converter/transfer.h"
@@ -23,6 +22,21 @@ bool beginsLikeHtml(std::string_view bytes)
 {
     const std::string front = lowerAscii(trimSpace(bytes.substr(0, 200)));
     return front.starts_with("<html") || front.starts_with("<!doctype html");
+}
+
+TextView takeLine(TextView& text)
+{
+    const std::size_t end = std::min(text.find(u'\n'), text.size());
+    TextView line = text.substr(0, end);
+    text.remove_prefix(std::min(end + 1, text.size()));
+    while (!line.empty() && line.back() == u'\r')
+        line.remove_suffix(1);
+    return line;
+}
+
+Text marks(std::size_t depth)
+{
+    return depth == 0 ? Text() : Text(depth, u'>') + u' ';
 }
 
 }
@@ -113,6 +127,31 @@ TextPart readTextPart(const HeaderFields& fields, const ContentType& content, st
     else
         part.lines = plainLinesOf(bytes, charset);
     return part;
+}
+
+Text unflowed(TextView text, bool deleteBlank)
+{
+    Text out;
+    bool open = false; // the line before continues
+    std::size_t depthBefore = 0;
+    while (!text.empty()) {
+        TextView line = takeLine(text);
+        const std::size_t depth = std::min(line.find_first_not_of(u'>'), line.size());
+        line.remove_prefix(depth);
+        // Senders put a blank before lines that begin with a blank, ">" or "From ".
+        if (line.starts_with(u" ")) line.remove_prefix(1);
+        // The signature mark ends in a blank but never joins a paragraph.
+        const bool signature = line == u"-- ";
+        const bool joined = open && depth == depthBefore && !signature;
+        if (open && !joined) out += u'\n';
+        if (!joined) out += marks(depth);
+        open = !signature && line.ends_with(u" ");
+        if (open && deleteBlank) line.remove_suffix(1);
+        out += line;
+        if (!open) out += u'\n';
+        depthBefore = depth;
+    }
+    return out;
 }
 
 }

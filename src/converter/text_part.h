@@ -3,6 +3,7 @@
 #include "converter/content_type.h"
 #include "converter/header_fields.h"
 #include "converter/uuencode.h"
+#include "platform/runtime/text.h"
 
 #include <string>
 #include <string_view>
@@ -22,5 +23,11 @@ TextPart readTextPart(const HeaderFields& fields, const ContentType& content,
 // Whether a transfer encoding changes the bytes; and the bytes after decoding it.
 bool isCoded(std::string_view encoding);
 std::string decodeBody(std::string_view body, std::string_view encoding);
+
+// Text with format=flowed, in which a line that ends in a blank continues in the next.
+// Joins each paragraph to one line, removes the blank that was put before a line, and
+// keeps the quote marks. deleteBlank: the blank at the end of a broken line isn't part
+// of the text.
+Text unflowed(TextView text, bool deleteBlank);
 
 }

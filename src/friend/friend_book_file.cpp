@@ -3,8 +3,8 @@
 #include "app/database.h"
 #include "app/state.h"
 #include "friend/ed_friend.h"
-#include "platform/runtime/file_failure.h"
 #include "platform/runtime/paths.h"
+#include "platform/runtime/runtime_error.h"
 #include "platform/runtime/text_files.h"
 #include "platform/system/files.h"
 

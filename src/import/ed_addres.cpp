@@ -2,8 +2,8 @@
 #include "app/settings.h"
 #include "app/text_routines.h"
 #include "friend/friend_names.h"
-#include "import/blank_text.h"
 #include "import/mail_fields.h"
+#include "platform/runtime/text.h"
 
 #include <algorithm>
 

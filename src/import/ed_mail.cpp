@@ -2,9 +2,9 @@
 #include "app/guard.h"
 #include "app/reports.h"
 #include "app/text_routines.h"
-#include "import/blank_text.h"
 #include "import/mail_fields.h"
 #include "platform/runtime/do_events.h"
+#include "platform/runtime/text.h"
 #include "platform/runtime/text_files.h"
 #include "store/long_mail.h"
 

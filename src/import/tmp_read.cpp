@@ -4,12 +4,12 @@
 #include "app/reports.h"
 #include "app/state.h"
 #include "filter/mail_non_copy_check.h"
-#include "import/blank_text.h"
 #include "import/mail_fields.h"
 #include "platform/dao/dao.h"
 #include "platform/runtime/directory.h"
 #include "platform/runtime/do_events.h"
 #include "platform/runtime/paths.h"
+#include "platform/runtime/text.h"
 #include "platform/runtime/text_files.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 // The state of archive files: whether they have to be read again, and how large they are.
 #pragma once
-#include "platform/system/file_stamp.h"
+#include "platform/system/files.h"
 
 #include <filesystem>
 #include <vector>

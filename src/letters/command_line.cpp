@@ -8,7 +8,7 @@
 #include "platform/runtime/paths.h"
 #include "platform/runtime/runtime_error.h"
 #include "platform/system/process.h"
-#include "store/known_tables.h"
+#include "store/archive_tables.h"
 
 #include <algorithm>
 #include <array>
@@ -256,7 +256,7 @@ int runCommandLine(const std::vector<std::string>& arguments, std::ostream& out,
             out << kHelp;
             return kFound;
         }
-        registerKnownTables();
+        registerArchiveTables();
         return Command(orders, out, errors).run();
     } catch (const WrongUsage& wrong) {
         errors << wrong.what << "\n\n" << kHelp;

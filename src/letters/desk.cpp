@@ -3,7 +3,7 @@
 #include "app/guard.h"
 #include "letters/archive_stamps.h"
 #include "letters/letter_reader.h"
-#include "store/known_tables.h"
+#include "store/archive_tables.h"
 
 #include <algorithm>
 #include <chrono>
@@ -77,7 +77,7 @@ private:
 
     void run()
     {
-        registerKnownTables();
+        registerArchiveTables();
         std::unique_lock lock(mutex_);
         while (!isEnding_) {
             if (takeOrders(lock)) continue;

@@ -2,7 +2,7 @@
 
 #include "letters/letter_pages.h"
 #include "letters/message.h"
-#include "platform/runtime/file_failure.h"
+#include "platform/runtime/runtime_error.h"
 #include "platform/system/files.h"
 
 #include <array>

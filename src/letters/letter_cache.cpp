@@ -1,7 +1,6 @@
 #include "letters/letter_cache.h"
 
 #include "letters/unfinished_file.h"
-#include "platform/system/file_stamp.h"
 #include "platform/system/files.h"
 #include "platform/system/mapped_file.h"
 

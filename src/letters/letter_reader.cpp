@@ -1,10 +1,9 @@
 #include "letters/letter_reader.h"
 
 #include "platform/dao/row_reader.h"
-#include "platform/runtime/file_failure.h"
 #include "platform/runtime/numbers.h"
 #include "platform/runtime/paths.h"
-#include "platform/system/file_stamp.h"
+#include "platform/runtime/runtime_error.h"
 #include "platform/system/files.h"
 #include "store/long_mail.h"
 #include "store/schema.h"

@@ -10,7 +10,7 @@ namespace tolvek {
 
 namespace {
 
-constexpr TextView kBlanks = u" \u3000\t\r\n";
+constexpr TextView kSpaces = u" \u3000\t\r\n";
 constexpr TextView kQuotes = u"\"“”＂";
 constexpr TextView kMinus = u"-－−";
 constexpr TextView kColons = u":：";
@@ -48,13 +48,13 @@ public:
 
     bool next(Piece& piece)
     {
-        rest_.remove_prefix(std::min(rest_.find_first_not_of(kBlanks), rest_.size()));
+        rest_.remove_prefix(std::min(rest_.find_first_not_of(kSpaces), rest_.size()));
         if (rest_.empty()) return false;
         piece = {};
         piece.excluded = takeAny(kMinus);
         const TextView begin = rest_;
         piece.label = takeLabel();
-        piece.value = takeAny(kQuotes) ? takeUpTo(kQuotes) : takeUpTo(kBlanks);
+        piece.value = takeAny(kQuotes) ? takeUpTo(kQuotes) : takeUpTo(kSpaces);
         piece.written = Text(begin.substr(0, begin.size() - rest_.size()));
         if (!rest_.empty()) rest_.remove_prefix(1);
         return true;
@@ -284,7 +284,7 @@ std::vector<Span> hitsIn(TextView text, const LetterQuery& query, TermField fiel
 MatchedLine matchedLine(TextView text, const LetterQuery& query, std::size_t limit)
 {
     const std::vector<Span> hits = hitsIn(text, query);
-    const std::size_t inked = text.find_first_not_of(kBlanks);
+    const std::size_t inked = text.find_first_not_of(kSpaces);
     if (hits.empty() && inked == TextView::npos) return {};
     const std::size_t at = hits.empty() ? inked : hits.front().begin;
     const Span line = shortened(text, lineAt(text, at), at, limit);

@@ -4,9 +4,9 @@
 #include "app/settings.h"
 #include "app/state.h"
 #include "platform/forms/form.h"
-#include "platform/runtime/file_failure.h"
 #include "platform/runtime/msg_box.h"
 #include "platform/runtime/paths.h"
+#include "platform/runtime/runtime_error.h"
 #include "platform/system/process.h"
 #include "platform/system/process_list.h"
 

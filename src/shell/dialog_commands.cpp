@@ -6,7 +6,6 @@
 #include "platform/forms/input_hold.h"
 #include "platform/runtime/do_events.h"
 #include "window/frm_tolvek.h"
-#include "window/mail_font.h"
 
 namespace tolvek {
 

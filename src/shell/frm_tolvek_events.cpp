@@ -29,7 +29,7 @@
 #include "shell/reply_commands.h"
 #include "shell/store_commands.h"
 #include "shell/win_help.h"
-#include "window/mail_font.h"
+#include "window/frm_tolvek.h"
 #include "window/settings_window.h"
 #include "window/status.h"
 

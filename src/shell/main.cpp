@@ -10,8 +10,8 @@
 #include "platform/system/process.h"
 #include "shell/frm_tolvek_events.h"
 #include "shell/tolvek_main.h"
+#include "store/archive_tables.h"
 #include "store/database_files.h"
-#include "store/known_tables.h"
 
 #include <QApplication>
 
@@ -25,7 +25,7 @@ int main(int argc, char** argv)
     // While a box waits for the user, the database is at rest, so a kill then loses
     // nothing.
     setBeforeWait(putAllAtRest);
-    registerKnownTables();
+    registerArchiveTables();
     setEndFunction([] { endProgram(); });
 
     const std::filesystem::path home = programFolder(argv[0]);

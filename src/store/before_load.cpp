@@ -2,8 +2,8 @@
 
 #include "platform/dao/dao.h"
 #include "platform/runtime/directory.h"
-#include "platform/runtime/file_failure.h"
 #include "platform/runtime/paths.h"
+#include "platform/runtime/runtime_error.h"
 #include "platform/system/files.h"
 #include "store/database_files.h"
 #include "store/mail_set.h"

@@ -2,7 +2,6 @@
 
 #include "platform/dao/alone.h"
 #include "platform/dao/dao.h"
-#include "platform/runtime/file_failure.h"
 #include "platform/runtime/numbers.h"
 #include "platform/runtime/paths.h"
 #include "platform/runtime/runtime_error.h"

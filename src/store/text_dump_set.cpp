@@ -1,8 +1,7 @@
 #include "store/text_dump_set.h"
 
-#include "platform/runtime/file_failure.h"
 #include "platform/runtime/paths.h"
-#include "platform/system/file_identity.h"
+#include "platform/runtime/runtime_error.h"
 #include "platform/system/files.h"
 #include "store/text_dump_tables.h"
 

@@ -1,6 +1,10 @@
 // The main window's controls and menus, as tables.
 #include "window/frm_tolvek.h"
 
+#include "app/guard.h"
+#include "app/settings.h"
+#include "platform/runtime/numbers.h"
+
 namespace tolvek {
 
 namespace {
@@ -210,6 +214,18 @@ void frmTolvek::buildMenus()
                 ? new MenuEntry(*this, design.name, design.caption)
                 : new MenuEntry(*(this->*design.parent), design.name, design.caption);
     memHelp->setShortcut(Qt::Key_F1);
+}
+
+// In "0,1" the italic flag is followed by a comma, which the number conversion accepts
+// as a thousands separator.
+void applyMailFont(frmTolvek& form, const ResumeNext& on, FlagText flag)
+{
+    MultiLineTextBox& pane = *form.txtMail;
+    const int length = flag == FlagText::WithComma ? 2 : 1;
+    on([&] { pane.setFontSize(static_cast<float>(gMailTextFontSize)); });
+    on([&] { pane.setFontName(gMailTextFont); });
+    on([&] { pane.setFontBold(toInt16(mid(gMailTextFontStyle, 3, length)) != 0); });
+    on([&] { pane.setFontItalic(toInt16(mid(gMailTextFontStyle, 1, length)) != 0); });
 }
 
 }

@@ -15,6 +15,8 @@
 
 namespace tolvek {
 
+class ResumeNext;
+
 class frmTolvek : public Form {
 public:
     frmTolvek();
@@ -52,5 +54,12 @@ private:
     friend void dspEnable(frmTolvek& form, bool enabled, Int16 backupMode);
     Control* focusBefore_ = nullptr; // lost its focus by being disabled; gets it back when enabled
 };
+
+// Applies size, face, bold and italic from the settings to the mail text. Each is a
+// statement of the caller's routine: a flag that is no number is error 13 for that flag
+// alone. The caller chooses how many characters of the style are parsed for a flag: at
+// start-up the comma is included, in the settings command it isn't.
+enum class FlagText { WithComma, Alone };
+void applyMailFont(frmTolvek& form, const ResumeNext& on, FlagText flag);
 
 }

@@ -1,6 +1,6 @@
 // Names, sizes and files inside a text.
-#include "converter/flowed_text.h"
 #include "converter/further_part.h"
+#include "converter/text_part.h"
 #include "converter/uuencode.h"
 
 #include <gtest/gtest.h>

@@ -7,7 +7,7 @@
 #include "platform/runtime/msg_box.h"
 #include "platform/runtime/paths.h"
 #include "platform/runtime/text_files.h"
-#include "store/known_tables.h"
+#include "store/archive_tables.h"
 #include "store/schema.h"
 #include "store/table_create.h"
 #include "support/temp_folder.h"
@@ -86,7 +86,7 @@ const test::TempFolder& archiveFolder()
         setAppPath(pathText(folder.path()));
         gDbPath = joinPath(appPath(), u"Tolvek.Mdb");
         setMsgBoxHandler([](const MsgBoxRequest&) { return MsgAnswer::Ok; });
-        registerKnownTables();
+        registerArchiveTables();
         Table_Create();
         return true;
     }();

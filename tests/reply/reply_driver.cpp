@@ -22,7 +22,7 @@
 #include "platform/runtime/paths.h"
 #include "shell/frm_tolvek_events.h"
 #include "shell/tolvek_main.h"
-#include "store/known_tables.h"
+#include "store/archive_tables.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -199,7 +199,7 @@ int main(int argc, char** argv)
     QApplication application(argc, argv);
     prepareApplication();
     setBeforeWait(DBEngine::Rest);
-    registerKnownTables();
+    registerArchiveTables();
     setEndFunction([] { endProgram(); });
     setAppPath(fromUtf8(argv[1]));
     useConverterWithoutMail();

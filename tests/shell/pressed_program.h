@@ -15,7 +15,6 @@
 #include "friend/frm_friend.h"
 #include "platform/forms/events.h"
 #include "platform/forms/input_hold.h"
-#include "platform/forms/wait_scope.h"
 #include "platform/runtime/yield_hook.h"
 #include "shell/frm_tolvek_events.h"
 #include "store/schema.h"

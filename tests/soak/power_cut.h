@@ -7,7 +7,6 @@
 // has none of it; Unforced::Torn has all names, and in each file the sectors of the
 // first half as they were written last, the rest as flushed.
 #pragma once
-#include "platform/system/file_stamp.h"
 #include "platform/system/files.h"
 #include "support/temp_folder.h"
 

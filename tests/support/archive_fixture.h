@@ -18,7 +18,7 @@
 #include "platform/runtime/paths.h"
 #include "platform/runtime/text_files.h"
 #include "platform/system/files.h"
-#include "store/known_tables.h"
+#include "store/archive_tables.h"
 #include "store/table_create.h"
 #include "support/msg_box_script.h"
 #include "support/temp_folder.h"
@@ -87,7 +87,7 @@ protected:
         gMyMailHandle = u"太郎";
         setConverterLibrary(givingBack());
         setEndHook([](int code) { throw ProgramEnd{code}; });
-        registerKnownTables();
+        registerArchiveTables();
         Table_Create();
     }
     void TearDown() override

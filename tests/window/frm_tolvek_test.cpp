@@ -7,7 +7,6 @@
 #include "support/report_list.h"
 #include "support/yield_watch.h"
 #include "window/frm_tolvek.h"
-#include "window/mail_font.h"
 #include "window/status.h"
 
 #include <QApplication>

@@ -1,7 +1,7 @@
 #include "platform/dao/engine.h"
 #include "platform/dao/jet_import.h"
-#include "platform/runtime/file_failure.h"
 #include "platform/runtime/paths.h"
+#include "platform/runtime/runtime_error.h"
 #include "platform/system/files.h"
 
 #include <cstdlib>

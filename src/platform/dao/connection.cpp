@@ -1,11 +1,10 @@
 #include "platform/dao/connection.h"
 
+#include "platform/dao/dao_errors.h"
 #include "platform/dao/general_order.h"
 #include "platform/dao/probe_vfs.h"
-#include "platform/dao/sqlite_error.h"
-#include "platform/dao/statement_error.h"
-#include "platform/runtime/file_failure.h"
 #include "platform/runtime/paths.h"
+#include "platform/runtime/runtime_error.h"
 #include "platform/system/files.h"
 
 #include <algorithm>

@@ -1,7 +1,9 @@
+#include "platform/dao/dao_errors.h"
 #include "platform/dao/engine.h"
 #include "platform/dao/jet_import.h"
-#include "platform/dao/no_such_item.h"
 #include "platform/dao/schema_check.h"
+#include "platform/runtime/paths.h"
+#include "platform/system/files.h"
 
 namespace tolvek {
 
@@ -79,6 +81,39 @@ void DBEngine::Abandon()
     } catch (const RuntimeError&) {
         // The program ends; the next opening recovers as after a kill.
     }
+}
+
+void Workspace::BeginTrans()
+{
+    Engine::instance().begin();
+}
+
+void Workspace::CommitTrans()
+{
+    Engine::instance().commit();
+}
+
+void Workspace::Rollback()
+{
+    Engine::instance().rollback();
+}
+
+// The sort order is ignored, since there is only one.
+Database Workspace::CreateDatabase(TextView path, TextView)
+{
+    const std::filesystem::path file = absoluteOf(path);
+    if (fileExists(file) || folderExists(file)) throw RuntimeError(3204);
+    Database created;
+    created.state_ = std::make_shared<Database::State>(Engine::instance().created(file));
+    return created;
+}
+
+void inTransaction(const std::function<void()>& work)
+{
+    Workspace workspace = DBEngine::Workspaces(0);
+    workspace.BeginTrans();
+    work();
+    workspace.CommitTrans();
 }
 
 }

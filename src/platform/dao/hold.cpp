@@ -1,9 +1,9 @@
 #include "platform/dao/hold.h"
 
+#include "platform/dao/dao_errors.h"
 #include "platform/dao/probe_vfs.h"
-#include "platform/dao/sqlite_error.h"
-#include "platform/runtime/file_failure.h"
 #include "platform/runtime/paths.h"
+#include "platform/runtime/runtime_error.h"
 #include "platform/system/files.h"
 #include "platform/system/process.h"
 

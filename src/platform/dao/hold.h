@@ -10,12 +10,26 @@
 // the hold must be closed right before the rename; there, no other program can have the
 // file open.
 #pragma once
-#include "platform/dao/open_handle.h"
-#include "platform/system/file_stamp.h"
+#include "platform/dao/connection.h"
+#include "platform/system/files.h"
 
+#include <memory>
 #include <optional>
 
 namespace tolvek {
+
+// One use of a connection: shared by a Database and its recordsets, or owned by a hold
+// on a file.
+struct OpenHandle {
+    explicit OpenHandle(std::shared_ptr<Connection> connection);
+    ~OpenHandle(); // as close(), but failures are silent
+    OpenHandle(const OpenHandle&) = delete;
+    OpenHandle& operator=(const OpenHandle&) = delete;
+
+    void close();
+    bool isOpen() const { return connection && connection->isOpen(); }
+    std::shared_ptr<Connection> connection; // null once closed
+};
 
 class EngineLock;
 

@@ -1,8 +1,8 @@
 #include "platform/dao/jet_child.h"
 
 #include "platform/dao/jet_head.h"
-#include "platform/runtime/file_failure.h"
 #include "platform/runtime/paths.h"
+#include "platform/runtime/runtime_error.h"
 #include "platform/system/child_program.h"
 #include "platform/system/files.h"
 

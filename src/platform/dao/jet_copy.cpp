@@ -2,8 +2,8 @@
 
 #include "platform/dao/jet_import.h"
 #include "platform/dao/schema_check.h"
-#include "platform/runtime/file_failure.h"
 #include "platform/runtime/paths.h"
+#include "platform/runtime/runtime_error.h"
 #include "platform/system/files.h"
 #include "platform/system/private_folder.h"
 

@@ -8,7 +8,7 @@
 // another such file is opened or the original changes.
 #pragma once
 #include "platform/dao/connection.h"
-#include "platform/system/file_stamp.h"
+#include "platform/system/files.h"
 
 namespace tolvek {
 

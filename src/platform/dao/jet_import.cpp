@@ -4,8 +4,8 @@
 #include "platform/dao/connection.h"
 #include "platform/dao/jet_child.h"
 #include "platform/dao/jet_head.h"
-#include "platform/runtime/file_failure.h"
 #include "platform/runtime/paths.h"
+#include "platform/runtime/runtime_error.h"
 #include "platform/system/files.h"
 
 #include <algorithm>

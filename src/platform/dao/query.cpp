@@ -1,6 +1,6 @@
 #include "platform/dao/query.h"
 
-#include "platform/dao/sqlite_error.h"
+#include "platform/dao/dao_errors.h"
 
 #include <cstring>
 

@@ -1,5 +1,5 @@
 #include "platform/dao/column_rules.h"
-#include "platform/dao/no_such_item.h"
+#include "platform/dao/dao_errors.h"
 #include "platform/dao/recordset_state.h"
 #include "platform/runtime/numbers.h"
 

@@ -1,10 +1,10 @@
 #include "platform/dao/row_reader.h"
 
 #include "platform/dao/column_rules.h"
+#include "platform/dao/dao_errors.h"
 #include "platform/dao/schema_check.h"
-#include "platform/dao/sqlite_error.h"
-#include "platform/runtime/file_failure.h"
 #include "platform/runtime/paths.h"
+#include "platform/runtime/runtime_error.h"
 #include "platform/system/files.h"
 
 #include <limits>

@@ -1,7 +1,7 @@
 #include "platform/dao/column_rules.h"
 #include "platform/dao/damaged_file.h"
 #include "platform/dao/engine.h"
-#include "platform/runtime/file_failure.h"
+#include "platform/runtime/runtime_error.h"
 
 namespace tolvek {
 

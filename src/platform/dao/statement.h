@@ -40,7 +40,13 @@ public:
 
     const std::vector<Part>& parts() const { return parts_; }
     // The whole statement as the classic platform would see it, for messages.
-    Text text() const;
+    Text text() const
+    {
+        Text whole;
+        for (const Part& part : parts_)
+            whole += part.text;
+        return whole;
+    }
 
 private:
     Statement& append(Part part)

@@ -1,7 +1,7 @@
 #include "platform/runtime/do_events.h"
 #include "platform/forms/events.h"
 #include "platform/forms/input_hold.h"
-#include "platform/forms/on_screen.h"
+#include "platform/forms/screen.h"
 
 #include <QCoreApplication>
 

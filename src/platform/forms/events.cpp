@@ -1,8 +1,7 @@
 #include "platform/forms/events.h"
 
 #include "platform/forms/appearance.h"
-#include "platform/forms/on_screen.h"
-#include "platform/forms/wait_scope.h"
+#include "platform/forms/screen.h"
 #include "platform/runtime/msg_box.h"
 
 #include <QApplication>

@@ -7,6 +7,7 @@
 // Load, Show or Unload that fired the event, and is rethrown from there. A test
 // that clicked a control itself calls rethrowKept().
 #pragma once
+#include "platform/forms/input_hold.h"
 #include "platform/runtime/runtime_error.h"
 
 #include <QObject>
@@ -50,5 +51,21 @@ QMetaObject::Connection onEvent(Sender* sender, Signal signal, Slot slot)
         runEvent([&] { slot(args...); });
     });
 }
+
+// Marks that the program waits for its user in an event loop of its own. When an
+// event has kept an exception, `leave` of the innermost scope is called to end that
+// loop. Input that is held outside is delivered in this loop.
+class WaitScope {
+public:
+    explicit WaitScope(std::function<void()> leave);
+    ~WaitScope();
+    WaitScope(const WaitScope&) = delete;
+    WaitScope& operator=(const WaitScope&) = delete;
+    // The loop is about to end (InputHold::Suspension).
+    void end() { input_.end(); }
+
+private:
+    InputHold::Suspension input_;
+};
 
 }

@@ -3,7 +3,6 @@
 #include "platform/forms/events.h"
 #include "platform/forms/fonts.h"
 #include "platform/forms/qt_text.h"
-#include "platform/forms/wait_scope.h"
 #include "platform/runtime/codepage932.h"
 #include "platform/runtime/msg_box.h"
 #include "platform/runtime/runtime_error.h"

@@ -2,9 +2,8 @@
 
 #include "platform/forms/entry_filter.h"
 #include "platform/forms/events.h"
-#include "platform/forms/on_screen.h"
 #include "platform/forms/qt_text.h"
-#include "platform/forms/wait_scope.h"
+#include "platform/forms/screen.h"
 #include "platform/runtime/msg_box.h"
 
 #include <QApplication>

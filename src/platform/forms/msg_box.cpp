@@ -1,8 +1,7 @@
 #include "platform/runtime/msg_box.h"
 #include "platform/forms/events.h"
-#include "platform/forms/on_screen.h"
 #include "platform/forms/qt_text.h"
-#include "platform/forms/wait_scope.h"
+#include "platform/forms/screen.h"
 
 #include <QApplication>
 #include <QKeyEvent>

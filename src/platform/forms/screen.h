@@ -1,9 +1,26 @@
-// The size of the whole primary screen, in twips.
+// The screen: its size, and what the layers below ask of it without knowing it.
 #pragma once
 
-namespace tolvek::Screen {
+namespace tolvek {
 
+namespace Screen {
+
+// Of the whole primary screen, in twips.
 float Width();
 float Height();
+
+}
+
+// Message boxes and yields are installed before main in every program that links a
+// source which includes this header: each source of forms that waits or yields does. (A
+// static library gives a program only the objects that it needs.)
+void showBoxesOnTheScreen();
+void yieldToTheScreen();
+
+inline const bool isOnTheScreen = [] {
+    showBoxesOnTheScreen();
+    yieldToTheScreen();
+    return true;
+}();
 
 }

@@ -2,8 +2,8 @@
 
 #include "platform/forms/events.h"
 #include "platform/forms/input_hold.h"
-#include "platform/forms/on_screen.h"
 #include "platform/forms/qt_text.h"
+#include "platform/forms/screen.h"
 #include "platform/runtime/do_events.h"
 #include "platform/runtime/key_notation.h"
 #include "platform/runtime/runtime_error.h"

@@ -1,8 +1,8 @@
 #include "platform/runtime/directory.h"
 
-#include "platform/runtime/file_failure.h"
 #include "platform/runtime/name_fold.h"
 #include "platform/runtime/paths.h"
+#include "platform/runtime/runtime_error.h"
 #include "platform/system/files.h"
 
 #include <algorithm>

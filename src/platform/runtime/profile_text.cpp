@@ -10,7 +10,7 @@ namespace tolvek {
 
 namespace {
 
-constexpr std::string_view kBlanks = " \t"; // U+3000 counts as text here
+constexpr std::string_view kByteBlanks = " \t"; // U+3000 counts as text here
 constexpr TextView kWideBlanks = u" \t";
 
 template <class View> View trimmed(View text, View blanks)
@@ -22,7 +22,7 @@ template <class View> View trimmed(View text, View blanks)
 
 std::string_view trimmed(std::string_view bytes)
 {
-    return trimmed(bytes, kBlanks);
+    return trimmed(bytes, kByteBlanks);
 }
 
 Text foldedKey(TextView name)
@@ -192,7 +192,7 @@ bool ProfileText::setValue(TextView section, TextView key, std::string_view valu
     }
     const std::string_view line = in(*found);
     const std::size_t behindEquals = *equalsOf(line) + 1;
-    const std::size_t begin = std::min(line.find_first_not_of(kBlanks, behindEquals), line.size());
+    const std::size_t begin = std::min(line.find_first_not_of(kByteBlanks, behindEquals), line.size());
     const std::string_view old = readForm(line.substr(begin));
     // Equal as a reader gets it, with or without quotes.
     if (old == value || old == readForm(value)) return false;

@@ -38,4 +38,14 @@ std::u16string errorText(int number, std::u16string_view name = {});
 // EIO/ENODEV/ENXIO 57, EACCES/EROFS 75, ENOSPC 61, EBUSY/ETXTBSY 70, others 75.
 RuntimeError fileError(const std::error_code& code, std::u16string_view name = {});
 
+// Runs a file operation; its std::system_error becomes the error number.
+template <class Action> auto asFileError(Action action)
+{
+    try {
+        return action();
+    } catch (const std::system_error& error) {
+        throw fileError(error.code());
+    }
+}
+
 }

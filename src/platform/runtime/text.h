@@ -22,6 +22,19 @@ Text trim(TextView text);
 Text ltrim(TextView text);
 Text rtrim(TextView text);
 
+// The same questions without the copy: whether trim() would leave nothing, and how many
+// units it would leave.
+inline constexpr TextView kBlanks = u" \u3000";
+inline bool isBlank(TextView text)
+{
+    return text.find_first_not_of(kBlanks) == TextView::npos;
+}
+inline int trimmedLength(TextView text)
+{
+    if (isBlank(text)) return 0;
+    return static_cast<int>(text.find_last_not_of(kBlanks) - text.find_first_not_of(kBlanks) + 1);
+}
+
 // Slices as on the classic platform: positions start at 1, and what is beyond the
 // end is silently omitted. start < 1 or length < 0 is error 5.
 Text mid(TextView text, int start);

@@ -1,8 +1,8 @@
 #include "platform/runtime/text_files.h"
 
 #include "platform/runtime/codepage932.h"
-#include "platform/runtime/file_failure.h"
 #include "platform/runtime/numbers.h"
+#include "platform/runtime/runtime_error.h"
 #include "platform/runtime/sequential_file.h"
 
 #include <array>

@@ -1,8 +1,6 @@
 // Operations composed of single operations, the same on every system.
 #include "platform/system/files.h"
 
-#include "platform/system/file_identity.h"
-
 #include <optional>
 #include <system_error>
 #include <utility>

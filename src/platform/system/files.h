@@ -83,6 +83,18 @@ std::vector<std::string> fileNames(const std::filesystem::path& folder); // file
 std::vector<std::string> folderNames(const std::filesystem::path& folder);
 std::vector<std::string> entryNames(const std::filesystem::path& folder); // files and folders
 
+// The target of a link. Returns `path` itself if it isn't a link or its target is
+// missing.
+std::filesystem::path linkTarget(const std::filesystem::path& path);
+
+// Equal stamps mean that nobody has written to the file or replaced it.
+struct FileStamp {
+    std::uint64_t device = 0, file = 0, size = 0;
+    std::int64_t changed = 0; // nanoseconds, as fine as the file system records them
+    bool operator==(const FileStamp&) const = default;
+};
+FileStamp fileStamp(const std::filesystem::path& path);
+
 std::string readFile(const std::filesystem::path& path);
 void removeFile(const std::filesystem::path& path); // throws is_a_directory for a folder
 // If the target exists, throws file_exists and changes nothing.
@@ -95,6 +107,7 @@ void linkFile(const std::filesystem::path& existing, const std::filesystem::path
 // (with `from`), then for the steps.
 void copyFileContents(const std::filesystem::path& from, const std::filesystem::path& to,
                       bool failIfExists);
+void copyMode(const std::filesystem::path& from, const std::filesystem::path& to);
 // Gives `to` the permissions of `from`, and its owner if this user may change it.
 void copyOwnerAndMode(const std::filesystem::path& from, const std::filesystem::path& to);
 void flushFileToDisk(const std::filesystem::path& path);

@@ -3,7 +3,6 @@
 #include "platform/forms/input_hold.h"
 #include "platform/forms/text_box.h"
 #include "platform/forms/timer.h"
-#include "platform/forms/wait_scope.h"
 #include "platform/runtime/do_events.h"
 #include "platform/runtime/msg_box.h"
 #include "support/queued_press.h"

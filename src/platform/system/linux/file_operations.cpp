@@ -1,4 +1,3 @@
-#include "platform/system/file_stamp.h"
 #include "platform/system/files.h"
 #include "platform/system/linux/descriptor.h"
 #include "platform/system/linux/rename_fallback.h"

@@ -1,5 +1,7 @@
 #include "platform/system/process.h"
 
+#include <chrono>
+#include <thread>
 #include <unistd.h>
 #include <utility>
 
@@ -18,6 +20,11 @@ std::filesystem::path& windowsFolderOfTests()
 void leaveProcess(int code)
 {
     _exit(code);
+}
+
+void sleepMilliseconds(int count)
+{
+    std::this_thread::sleep_for(std::chrono::milliseconds(count));
 }
 
 std::filesystem::path windowsFolder()

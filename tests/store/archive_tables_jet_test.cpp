@@ -1,4 +1,4 @@
-#include "store/known_tables.h"
+#include "store/archive_tables.h"
 
 #include "platform/dao/connection.h"
 #include "store/database_files.h"
@@ -11,7 +11,7 @@
 namespace tolvek::test {
 namespace {
 
-class KnownTablesTest : public ArchiveFixture {
+class ArchiveTablesJetTest : public ArchiveFixture {
 protected:
     void TearDown() override
     {
@@ -42,7 +42,7 @@ protected:
     JetReader reader;
 };
 
-TEST_F(KnownTablesTest, AConvertedArchiveIsMadeAsACreatedOne)
+TEST_F(ArchiveTablesJetTest, AConvertedArchiveIsMadeAsACreatedOne)
 {
     for (const std::string name : {"current_jet4", "empty_current_jet4"}) {
         given(name);
@@ -52,7 +52,7 @@ TEST_F(KnownTablesTest, AConvertedArchiveIsMadeAsACreatedOne)
     }
 }
 
-TEST_F(KnownTablesTest, AConvertedArchiveTakesMailAndRefusesAStoredOne)
+TEST_F(ArchiveTablesJetTest, AConvertedArchiveTakesMailAndRefusesAStoredOne)
 {
     given("current_jet4");
     removeDatabase(gDbPath);
@@ -64,7 +64,7 @@ TEST_F(KnownTablesTest, AConvertedArchiveTakesMailAndRefusesAStoredOne)
 }
 
 // The upgrade adds the keys; until then every row must be accepted.
-TEST_F(KnownTablesTest, TablesOfAnOlderSchemaComeAsTheyAre)
+TEST_F(ArchiveTablesJetTest, TablesOfAnOlderSchemaComeAsTheyAre)
 {
     given("v210_jet4");
     DBEngine::CompactDatabase(at(u"Old.Mdb"), at(u"New.Mdb"));
@@ -76,7 +76,7 @@ TEST_F(KnownTablesTest, TablesOfAnOlderSchemaComeAsTheyAre)
         EXPECT_EQ(converted.at(name), created.at(name)) << toUtf8(name);
 }
 
-TEST_F(KnownTablesTest, AnArchiveOfTheHomePlatformIsMovedAndRemovedAsAnyFile)
+TEST_F(ArchiveTablesJetTest, AnArchiveOfTheHomePlatformIsMovedAndRemovedAsAnyFile)
 {
     given("current_jet4");
     Database database = DBEngine::OpenDatabase(at(u"Old.Mdb"));
