@@ -1,5 +1,6 @@
 #include "app/converter_library.h"
 
+#include "app/test_hooks.h"
 #include "converter/exports.h"
 #include "platform/runtime/codepage932.h"
 #include "platform/runtime/paths.h"
@@ -209,7 +210,7 @@ ConverterLibrary& converterLibrary()
     return inUse;
 }
 
-void setConverterLibrary(ConverterLibrary replacement)
+void hooks::setConverterLibrary(ConverterLibrary replacement)
 {
     const bool nothing =
         !replacement.Tolvek_Edit && !replacement.TolvekFriend_Edit && !replacement.Mail_StrChange;

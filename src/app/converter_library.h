@@ -55,8 +55,5 @@ struct ConverterLibrary {
 
 // The library in use: the loaded one, or a replacement set by a test.
 ConverterLibrary& converterLibrary();
-// For tests. A default-constructed argument restores the real library and loads it
-// again.
-void setConverterLibrary(ConverterLibrary replacement);
 
 }

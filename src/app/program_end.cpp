@@ -1,5 +1,6 @@
 #include "app/program_end.h"
 
+#include "app/test_hooks.h"
 #include "platform/dao/dao.h"
 #include "platform/runtime/text_files.h"
 #include "platform/system/process.h"
@@ -35,7 +36,7 @@ void endProgram(int code)
     leaveProcess(code);
 }
 
-void setEndHook(std::function<void(int)> hook)
+void hooks::setEnd(std::function<void(int)> hook)
 {
     endHook = std::move(hook);
 }

@@ -4,6 +4,7 @@
 #include "platform/runtime/msg_box.h"
 #include "platform/runtime/paths.h"
 #include "platform/system/files.h"
+#include "shell/test_hooks.h"
 
 #include <QDesktopServices>
 #include <QUrl>
@@ -21,7 +22,7 @@ std::function<bool(const Text&)> viewerInUse = showOnDesktop;
 
 }
 
-void setHelpViewer(std::function<bool(const Text&)> viewer)
+void hooks::setHelpViewer(std::function<bool(const Text&)> viewer)
 {
     viewerInUse = viewer ? std::move(viewer) : showOnDesktop;
 }

@@ -5,7 +5,6 @@
 #include "platform/runtime/text.h"
 
 #include <cstdint>
-#include <functional>
 
 class QWidget;
 
@@ -17,9 +16,5 @@ inline constexpr std::uint32_t HELP_INDEX = 3;
 // says so.
 std::int32_t WinHelpA(QWidget* window, const Text& file, std::uint32_t command,
                       std::uintptr_t data);
-
-// Sets the function that shows a file; it returns false when it couldn't. An empty
-// function restores the default. For tests.
-void setHelpViewer(std::function<bool(const Text& file)> viewer);
 
 }

@@ -1,4 +1,5 @@
 #include "app/converter_library.h"
+#include "app/test_hooks.h"
 #include "platform/runtime/paths.h"
 #include "platform/runtime/runtime_error.h"
 #include "platform/system/process.h"
@@ -12,7 +13,7 @@ namespace {
 class ConverterLibraryTest : public ::testing::Test {
 protected:
     void SetUp() override { setAppPath(pathText(folder.path())); }
-    void TearDown() override { setConverterLibrary({}); }
+    void TearDown() override { hooks::setConverterLibrary({}); }
 
     void givenTheLibrary()
     {

@@ -1,6 +1,7 @@
 #include "app/file_routines.h"
 #include "platform/runtime/paths.h"
 #include "platform/system/process.h"
+#include "platform/system/test_hooks.h"
 #include "support/msg_box_script.h"
 #include "support/temp_folder.h"
 
@@ -11,7 +12,7 @@ namespace {
 
 class FileRoutinesTest : public ::testing::Test {
 protected:
-    void TearDown() override { setWindowsFolder({}); }
+    void TearDown() override { hooks::setWindowsFolder({}); }
     Text in(TextView name) const { return joinPath(pathText(folder.path()), name); }
     std::vector<Text> listed(TextView extension, std::int32_t limit)
     {
@@ -61,7 +62,7 @@ TEST_F(FileRoutinesTest, NothingFoundIsACountOfZero)
 TEST_F(FileRoutinesTest, TheWindowsFolderIsWhatTheSystemSays)
 {
     EXPECT_EQ(GetWinDir(), pathText(windowsFolder()));
-    setWindowsFolder(folder.path());
+    hooks::setWindowsFolder(folder.path());
     EXPECT_EQ(GetWinDir(), pathText(folder.path()));
 }
 

@@ -1,5 +1,6 @@
 #include "app/guard.h"
 #include "app/program_end.h"
+#include "app/test_hooks.h"
 #include "platform/runtime/runtime_error.h"
 #include "support/msg_box_script.h"
 
@@ -18,9 +19,9 @@ class GuardTest : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        setEndHook([](int) { throw ProgramEnd{}; });
+        hooks::setEnd([](int) { throw ProgramEnd{}; });
     }
-    void TearDown() override { setEndHook({}); }
+    void TearDown() override { hooks::setEnd({}); }
     MsgBoxScript boxes;
 };
 

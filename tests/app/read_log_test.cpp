@@ -1,4 +1,5 @@
 #include "app/read_log.h"
+#include "platform/system/test_hooks.h"
 
 #include "platform/system/files.h"
 #include "support/temp_folder.h"
@@ -113,7 +114,7 @@ TEST(ReadLog, AFileThatIsNoLogGivesNoRecords)
 
 class ReadLogFile : public ::testing::Test {
 protected:
-    void TearDown() override { setFileProbe({}); }
+    void TearDown() override { hooks::setFileProbe({}); }
     void append(int number) { appendToReadLog(path, {decimal(number), {missingBox()}}); }
     std::vector<ReadRecord> records() { return parseReadLog(fromUtf8(readFile(path))); }
 
@@ -135,12 +136,12 @@ TEST_F(ReadLogFile, KeepsTheLastHundredReads)
 TEST_F(ReadLogFile, KeepsWhatWasThereUntilTheNewLogIsWhole)
 {
     append(1);
-    setFileProbe([](FileOperation operation, const std::filesystem::path&) {
+    hooks::setFileProbe([](FileOperation operation, const std::filesystem::path&) {
         if (operation == FileOperation::Flush)
             throw std::system_error(std::make_error_code(std::errc::no_space_on_device));
     });
     EXPECT_THROW(append(2), std::system_error);
-    setFileProbe({});
+    hooks::setFileProbe({});
     EXPECT_EQ(records().size(), 1u);
     EXPECT_EQ(fileNames(folder.path()).size(), 1u);
 }

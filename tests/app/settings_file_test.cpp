@@ -1,9 +1,11 @@
 #include "app/program_end.h"
 #include "app/settings.h"
 #include "app/settings_file.h"
+#include "app/test_hooks.h"
 #include "platform/runtime/codepage932.h"
 #include "platform/runtime/paths.h"
 #include "platform/system/files.h"
+#include "platform/system/test_hooks.h"
 #include "support/msg_box_script.h"
 #include "support/temp_folder.h"
 
@@ -40,10 +42,10 @@ protected:
     {
         setAppPath(pathText(folder.path()));
         gIniPath = joinPath(appPath(), u"TOLVEK.ini");
-        setEndHook([](int) { throw ProgramEnd{}; });
+        hooks::setEnd([](int) { throw ProgramEnd{}; });
         forget();
     }
-    void TearDown() override { setEndHook({}); }
+    void TearDown() override { hooks::setEnd({}); }
 
     static void forget()
     {
@@ -145,11 +147,11 @@ TEST_F(SettingsFileTest, TheFileIsReadOnce)
 {
     givenFile(u"[Tolvek Environment]\r\nVer=331\r\n");
     int openings = 0;
-    setFileProbe([&](FileOperation operation, const Path& at) {
+    hooks::setFileProbe([&](FileOperation operation, const Path& at) {
         if (operation == FileOperation::Open && at.filename() == "TOLVEK.ini") ++openings;
     });
     iniRead(window);
-    setFileProbe({});
+    hooks::setFileProbe({});
     EXPECT_EQ(openings, 1);
     EXPECT_EQ(gVer, 331);
 }

@@ -3,6 +3,7 @@
 #include "platform/runtime/paths.h"
 #include "platform/system/files.h"
 #include "platform/system/process.h"
+#include "platform/system/test_hooks.h"
 #include "support/msg_box_script.h"
 #include "support/temp_folder.h"
 
@@ -16,13 +17,13 @@ protected:
     void SetUp() override
     {
         setAppPath(pathText(program.path()));
-        setWindowsFolder(windows.path());
+        hooks::setWindowsFolder(windows.path());
         gIniPath.clear();
     }
     void TearDown() override
     {
-        setFileProbe({});
-        setWindowsFolder({});
+        hooks::setFileProbe({});
+        hooks::setWindowsFolder({});
     }
     Text settingsPath() const { return joinPath(pathText(program.path()), u"TOLVEK.ini"); }
 
@@ -57,7 +58,7 @@ TEST_F(SettingsFindFileTest, AFileBesideTheExecutableStaysAndTheOldOneGoes)
 
 TEST_F(SettingsFindFileTest, WithoutAWindowsFolderNothingIsLookedFor)
 {
-    setWindowsFolder({});
+    hooks::setWindowsFolder({});
     findSettingsFile();
     EXPECT_EQ(gIniPath, settingsPath());
 }
@@ -65,7 +66,7 @@ TEST_F(SettingsFindFileTest, WithoutAWindowsFolderNothingIsLookedFor)
 TEST_F(SettingsFindFileTest, AnOldFileThatCantBeDeletedIsReportedAndThePathIsFixed)
 {
     writeBytes(windows / "TOLVEK.ini", "old");
-    setFileProbe([](FileOperation operation, const Path&) {
+    hooks::setFileProbe([](FileOperation operation, const Path&) {
         if (operation == FileOperation::Remove)
             throw std::system_error(std::make_error_code(std::errc::permission_denied));
     });

@@ -1,4 +1,5 @@
 #include "app/converter_library.h"
+#include "app/test_hooks.h"
 #include "app/text_routines.h"
 #include "support/msg_box_script.h"
 #include "support/yield_watch.h"
@@ -18,9 +19,9 @@ protected:
             output = u"<" + source + u">" + blanks(20);
             length = static_cast<int>(source.size()) + 2;
         };
-        setConverterLibrary(library);
+        hooks::setConverterLibrary(library);
     }
-    void TearDown() override { setConverterLibrary({}); }
+    void TearDown() override { hooks::setConverterLibrary({}); }
 
     Text decoded(const Text& source)
     {
@@ -78,7 +79,7 @@ TEST_F(TextRoutinesTest, AFailingLibraryIsReportedAndGivesNothing)
 {
     ConverterLibrary library;
     library.Mail_StrChange = [](const Text&, Text&, Int16&) { throw RuntimeError(53); };
-    setConverterLibrary(library);
+    hooks::setConverterLibrary(library);
     boxes.expect(u"エラー番号： 53\r（" + errorText(53) + u"）", MsgAnswer::Ok,
                  u"エラーメッセージ (Mail_StrChange_Sub)");
     EXPECT_EQ(decoded(u"abc"), u"");

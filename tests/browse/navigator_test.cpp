@@ -1,4 +1,5 @@
 #include "browse/navigator.h"
+#include "platform/runtime/test_hooks.h"
 
 #include "browse/subject_list.h"
 #include "filter/filter_rules.h"
@@ -282,7 +283,7 @@ TEST_F(NavigatorTest, WhileAnEntryIsReadTheStatusTextIsShownAndTheCommandsAreOff
                                       u"",
                                       u""};
     gDbPath = brokenArchive();
-    setMsgBoxHandler([&](const MsgBoxRequest&) {
+    hooks::setMsgBox([&](const MsgBoxRequest&) {
         lines.assign(gStatusLines.begin(), gStatusLines.end());
         EXPECT_EQ(gBusyFlag, -1);
         EXPECT_FALSE(form.comMailRead->Enabled());
@@ -330,7 +331,7 @@ TEST_F(NavigatorTest, EachEventReportsUnderItsOwnNameAndItsCommandsComeBack)
     for (const auto& c : cases) {
         gDisplayType = 0;
         std::vector<Text> told;
-        setMsgBoxHandler([&](const MsgBoxRequest& box) {
+        hooks::setMsgBox([&](const MsgBoxRequest& box) {
             for (const Text& routine : c.unshown)
                 if (box.title == u"エラーメッセージ (" + routine + u")") throw RuntimeError(7);
             told.push_back(box.title);

@@ -1,6 +1,7 @@
 // Boxes that another program writes to while they are read, and boxes damaged by a
 // crash.
 #include "converter/box_changes.h"
+#include "platform/system/test_hooks.h"
 
 #include "converter/conversion.h"
 #include "converter/temp_reader.h"
@@ -22,7 +23,7 @@ std::string mailOf(const std::string& subject)
 
 class ChangingBoxTest : public ::testing::Test {
 protected:
-    void TearDown() override { setFileProbe({}); }
+    void TearDown() override { hooks::setFileProbe({}); }
 
     std::filesystem::path box() const { return folder / "box"; }
     void given(const std::string& bytes) const { writeBytes(box(), bytes); }
@@ -33,14 +34,14 @@ protected:
     // Runs at the n-th read of the box, counted from 1.
     void atReading(int n, std::function<void()> change)
     {
-        setFileProbe([this, n, change, seen = 0](FileOperation operation,
-                                                 const std::filesystem::path& path) mutable {
+        hooks::setFileProbe([this, n, change, seen = 0](FileOperation operation,
+                                                        const std::filesystem::path& path) mutable {
             if (operation == FileOperation::Read && path == box() && ++seen == n) change();
         });
     }
     std::vector<std::string> subjectsOf(const Conversion& conversion)
     {
-        setFileProbe({});
+        hooks::setFileProbe({});
         std::vector<std::string> subjects;
         if (conversion.status != ConversionStatus::Converted) return {"not converted"};
         for (const ReadMail& mail : readTemp(folder / "Tolvek.Tmp"))
@@ -105,7 +106,7 @@ TEST_F(ChangingBoxTest, ABoxThatIsRewrittenAgainAndAgainIsLeft)
 {
     given(mailOf("one") + mailOf("two"));
     int hour = 0;
-    setFileProbe([&](FileOperation operation, const std::filesystem::path& path) {
+    hooks::setFileProbe([&](FileOperation operation, const std::filesystem::path& path) {
         if (operation == FileOperation::Read && path == box())
             std::filesystem::last_write_time(box(), std::filesystem::file_time_type::clock::now() +
                                                         std::chrono::hours(++hour));
@@ -156,7 +157,7 @@ TEST_F(ChangingBoxTest, WhatEveryBoxWouldMeetIsHandedOn)
         {FileOperation::Replace, "Tolvek.Tmp", std::errc::io_error, true},
     };
     for (const auto& each : cases) {
-        setFileProbe([&](FileOperation operation, const std::filesystem::path& path) {
+        hooks::setFileProbe([&](FileOperation operation, const std::filesystem::path& path) {
             if (operation == each.failing && path.filename() == each.file)
                 throw std::system_error(std::make_error_code(each.code));
         });

@@ -1,5 +1,6 @@
 // Whole boxes: size, memory, and a temp file that is complete or absent.
 #include "converter/conversion.h"
+#include "platform/system/test_hooks.h"
 
 #include "converter/temp_reader.h"
 
@@ -175,7 +176,7 @@ TEST(ConversionOfAFolder, WithoutMessagesIsNoBox)
 
 class FailingDisk : public ::testing::TestWithParam<FileOperation> {
 protected:
-    void TearDown() override { setFileProbe({}); }
+    void TearDown() override { hooks::setFileProbe({}); }
 };
 
 TEST_P(FailingDisk, OldTempFileStaysAndNoSideFileIsLeft)
@@ -183,12 +184,12 @@ TEST_P(FailingDisk, OldTempFileStaysAndNoSideFileIsLeft)
     const TempFolder folder;
     writeBox(folder / "box", 3);
     writeBytes(folder / "Tolvek.Tmp", "old");
-    setFileProbe([](FileOperation operation, const std::filesystem::path&) {
+    hooks::setFileProbe([](FileOperation operation, const std::filesystem::path&) {
         if (operation == GetParam())
             throw std::system_error(std::make_error_code(std::errc::no_space_on_device));
     });
     const Conversion result = convertMailBox(folder / "box", folder / "Tolvek.Tmp");
-    setFileProbe({});
+    hooks::setFileProbe({});
     EXPECT_EQ(result.status, ConversionStatus::Failed);
     EXPECT_EQ(result.count, 0);
     EXPECT_EQ(readBytes(folder / "Tolvek.Tmp"), "old");

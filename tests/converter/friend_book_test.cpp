@@ -1,4 +1,5 @@
 #include "converter/friend_book.h"
+#include "platform/system/test_hooks.h"
 
 #include "converter/friend_reader.h"
 #include "platform/runtime/codepage932.h"
@@ -110,12 +111,12 @@ TEST_F(FriendBookTest, AFileThatCannotBeReadIsToldAndTheOthersCount)
 {
     givenFriend("a.csv", "A", "a@example.com");
     givenFriend("b.csv", "B", "b@example.com");
-    setFileProbe([](FileOperation operation, const fs::path& path) {
+    hooks::setFileProbe([](FileOperation operation, const fs::path& path) {
         if (operation == FileOperation::Read && path.filename() == "a.csv")
             throw std::system_error(std::make_error_code(std::errc::io_error));
     });
     const Conversion result = convert();
-    setFileProbe({});
+    hooks::setFileProbe({});
     EXPECT_EQ(result.status, ConversionStatus::Incomplete);
     EXPECT_EQ(result.count, 1);
     EXPECT_EQ(namesRead(), "B ");
@@ -154,12 +155,12 @@ TEST_F(FriendBookTest, AFailedWriteLeavesTheOlderFileAndCountsNothing)
     writeBytes(temp(), "old");
     for (const FileOperation failing : {FileOperation::Create, FileOperation::Write,
                                         FileOperation::Flush, FileOperation::Replace}) {
-        setFileProbe([&](FileOperation operation, const fs::path&) {
+        hooks::setFileProbe([&](FileOperation operation, const fs::path&) {
             if (operation == failing)
                 throw std::system_error(std::make_error_code(std::errc::no_space_on_device));
         });
         const Conversion result = convert();
-        setFileProbe({});
+        hooks::setFileProbe({});
         EXPECT_EQ(result.status, ConversionStatus::Failed);
         EXPECT_EQ(result.count, 0);
         EXPECT_EQ(result.failure, std::errc::no_space_on_device);

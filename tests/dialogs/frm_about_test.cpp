@@ -2,6 +2,7 @@
 #include "platform/forms/screen.h"
 #include "platform/runtime/runtime_error.h"
 #include "platform/system/registry.h"
+#include "platform/system/test_hooks.h"
 #include "support/modal_script.h"
 #include "support/msg_box_script.h"
 #include "support/screen_driver.h"
@@ -16,8 +17,8 @@ const TextView kNoInformation = u"現時点ではｼｽﾃﾑ情報を使用で�
 
 class FrmAboutTest : public ::testing::Test {
 protected:
-    void SetUp() override { clearRegistry(); }
-    void TearDown() override { resetRegistry(); }
+    void SetUp() override { hooks::clearRegistry(); }
+    void TearDown() override { hooks::resetRegistry(); }
 
     // Shows the dialog, runs the steps while it is shown, and closes it if it is still
     // open.
@@ -102,8 +103,8 @@ TEST_F(FrmAboutTest, WithoutBothKeysTheMessageComesAndTheDialogStays)
 TEST_F(FrmAboutTest, WithAToolThatIsGoneTheMessageComesAndTheDialogStays)
 {
     const TempFolder folder;
-    setRegistryValue(HKEY_LOCAL_MACHINE, "SOFTWARE\\Microsoft\\Shared Tools Location", "MSINFO",
-                     kRegistryString, folder.path().string() + '\0');
+    hooks::setRegistryValue(HKEY_LOCAL_MACHINE, "SOFTWARE\\Microsoft\\Shared Tools Location",
+                            "MSINFO", kRegistryString, folder.path().string() + '\0');
     atDialog([&] {
         boxes.expect(kNoInformation, MsgAnswer::Ok, u"Tolvek");
         dialog.cmdSysInfo->click();

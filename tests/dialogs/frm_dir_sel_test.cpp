@@ -2,6 +2,8 @@
 #include "dialogs/frm_dir_sel.h"
 #include "platform/forms/screen.h"
 #include "platform/runtime/paths.h"
+#include "platform/runtime/test_hooks.h"
+#include "platform/system/test_hooks.h"
 #include "platform/system/volumes.h"
 #include "support/dialog_checks.h"
 #include "support/modal_script.h"
@@ -24,14 +26,14 @@ protected:
         fs::create_directories(folder / "two");
         one = pathText(folder / "one");
         two = pathText(folder / "two");
-        setVolumeFolders({(folder / "one").string(), (folder / "two").string()});
+        hooks::setVolumeFolders({(folder / "one").string(), (folder / "two").string()});
         gPostPetDir = u"/home/taro/PostPet";
         reports.listen();
     }
     ~FrmDirSelTest() override
     {
-        setVolumeFolders({});
-        setMsgBoxHandler({});
+        hooks::setVolumeFolders({});
+        hooks::setMsgBox({});
         EXPECT_EQ(reports.take(), Reports{});
     }
 
@@ -187,7 +189,7 @@ TEST_F(FrmDirSelTest, ADriveThatWentIsToldAndTheListStays)
 
 TEST_F(FrmDirSelTest, AFirstDriveThatWentIsToldAndThePathIsEmpty)
 {
-    setVolumeFolders({"/no/such/volume"});
+    hooks::setVolumeFolders({"/no/such/volume"});
     atChooser([&] {
         EXPECT_EQ(reports.take(), Reports{"Form_Load 76"});
         EXPECT_EQ(chooser.txtPet_Dir->Text(), u"");

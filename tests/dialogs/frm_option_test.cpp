@@ -2,8 +2,10 @@
 #include "dialogs/frm_option.h"
 #include "platform/forms/dir_lists.h"
 #include "platform/forms/screen.h"
+#include "platform/forms/test_hooks.h"
 #include "platform/runtime/numbers.h"
 #include "platform/runtime/paths.h"
+#include "platform/system/test_hooks.h"
 #include "platform/system/volumes.h"
 #include "support/dialog_checks.h"
 #include "support/modal_script.h"
@@ -28,7 +30,7 @@ protected:
     {
         fs::create_directories(folder / "PostPet/受信フォルダ");
         fs::create_directories(folder / "bare");
-        setVolumeFolders({folder.path().string(), (folder / "bare").string()});
+        hooks::setVolumeFolders({folder.path().string(), (folder / "bare").string()});
         gPostPetDir = at(u"PostPet");
         gMyMailAddr = u"taro@example.jp";
         gMyMailHandle = u"太郎";
@@ -39,8 +41,8 @@ protected:
     }
     ~FrmOptionTest() override
     {
-        setVolumeFolders({});
-        setFontDialogHook({});
+        hooks::setVolumeFolders({});
+        hooks::setFontDialog({});
         for (Text* field : {&gPostPetDir, &gMyMailAddr, &gMyMailHandle, &gMyPetName, &gMailTextFont,
                             &gMailTextFontStyle})
             field->clear();
@@ -68,7 +70,7 @@ protected:
     // Makes the font dialog return these fields; false for Cancel.
     void fontDialogGives(const FontDialogFields& fields, bool accepted = true)
     {
-        setFontDialogHook([=, this](FontDialogFields& shown) {
+        hooks::setFontDialog([=, this](FontDialogFields& shown) {
             begun = shown;
             shown = fields;
             return accepted;
@@ -308,7 +310,7 @@ TEST_F(FrmOptionTest, ACancelledOrFailedFontDialogLeavesTheLabels)
         expectLabels(u"フォント：ＭＳ ゴシック", u"スタイル：標準", u"サイズ：10");
         fontDialogGives({u"ＭＳ 明朝", 12, true, true});
         fontDialogGives({u"ＭＳ Ｐ明朝", 20, false, false}, false);
-        setFontDialogHook([](FontDialogFields&) -> bool { throw std::bad_alloc(); });
+        hooks::setFontDialog([](FontDialogFields&) -> bool { throw std::bad_alloc(); });
         dialog.cmdFontSet->click();
         expectLabels(u"フォント：ＭＳ 明朝", u"スタイル：太字 & 斜体", u"サイズ：12");
         ok();

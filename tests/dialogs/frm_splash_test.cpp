@@ -2,8 +2,10 @@
 #include "dialogs/frm_splash.h"
 #include "platform/forms/screen.h"
 #include "platform/runtime/paths.h"
+#include "platform/runtime/test_hooks.h"
 #include "platform/system/files.h"
 #include "platform/system/process.h"
+#include "platform/system/test_hooks.h"
 #include "support/msg_box_script.h"
 #include "support/temp_folder.h"
 
@@ -25,8 +27,8 @@ protected:
     void TearDown() override
     {
         splash.Unload();
-        setWindowsFolder({});
-        setFileProbe({});
+        hooks::setWindowsFolder({});
+        hooks::setFileProbe({});
     }
 
     TempFolder folder;
@@ -55,7 +57,7 @@ TEST_F(FrmSplashTest, ItsLoadFindsTheSettingsFile)
 TEST_F(FrmSplashTest, ItsLoadBringsAnOldSettingsFileBesideTheProgram)
 {
     const TempFolder windows;
-    setWindowsFolder(windows.path());
+    hooks::setWindowsFolder(windows.path());
     writeBytes(windows / "TOLVEK.ini", "[Mail Font]\r\n");
     splash.Load();
     EXPECT_EQ(readBytes(folder / "TOLVEK.ini"), "[Mail Font]\r\n");
@@ -65,14 +67,14 @@ TEST_F(FrmSplashTest, ItsLoadBringsAnOldSettingsFileBesideTheProgram)
 TEST_F(FrmSplashTest, AFailureOfTheLoadIsToldAndTheLoadGoesOn)
 {
     const TempFolder windows;
-    setWindowsFolder(windows.path());
+    hooks::setWindowsFolder(windows.path());
     writeBytes(windows / "TOLVEK.ini", "[Mail Font]\r\n");
-    setFileProbe([](FileOperation operation, const std::filesystem::path&) {
+    hooks::setFileProbe([](FileOperation operation, const std::filesystem::path&) {
         if (operation == FileOperation::Remove)
             throw std::system_error(std::make_error_code(std::errc::permission_denied));
     });
     std::vector<Text> titles;
-    setMsgBoxHandler([&](const MsgBoxRequest& box) {
+    hooks::setMsgBox([&](const MsgBoxRequest& box) {
         titles.push_back(box.title);
         return MsgAnswer::Ok;
     });

@@ -1,4 +1,5 @@
 #include "dialogs/sys_info.h"
+#include "platform/system/test_hooks.h"
 
 #include "platform/runtime/paths.h"
 #include "platform/system/registry.h"
@@ -18,13 +19,13 @@ constexpr char kFolderKey[] = "SOFTWARE\\Microsoft\\Shared Tools Location";
 
 void givenText(const std::string& key, const std::string& name, const std::string& text)
 {
-    setRegistryValue(HKEY_LOCAL_MACHINE, key, name, kRegistryString, text + '\0');
+    hooks::setRegistryValue(HKEY_LOCAL_MACHINE, key, name, kRegistryString, text + '\0');
 }
 
 class RegistryOfTest : public ::testing::Test {
 protected:
-    void SetUp() override { clearRegistry(); }
-    void TearDown() override { resetRegistry(); }
+    void SetUp() override { hooks::clearRegistry(); }
+    void TearDown() override { hooks::resetRegistry(); }
     MsgBoxScript boxes;
 };
 
@@ -36,7 +37,7 @@ protected:
     }
     static void given(std::uint32_t type, const std::string& bytes)
     {
-        setRegistryValue(HKEY_LOCAL_MACHINE, "SOFTWARE\\Maker", "PATH", type, bytes);
+        hooks::setRegistryValue(HKEY_LOCAL_MACHINE, "SOFTWARE\\Maker", "PATH", type, bytes);
     }
     Text result = u"before";
 };

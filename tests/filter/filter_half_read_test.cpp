@@ -1,7 +1,7 @@
 // Rules that aren't completely in memory are never written: neither while they are
 // being read nor after a reading that failed.
 #include "frm_filter_fixture.h"
-#include "platform/runtime/yield_hook.h"
+#include "platform/runtime/test_hooks.h"
 #include "support/report_list.h"
 
 namespace tolvek::test {
@@ -16,16 +16,16 @@ protected:
     }
     void TearDown() override
     {
-        setYieldHook({});
+        hooks::setYield({});
         FrmFilterTest::TearDown();
     }
 
     // Makes the next reading lose its database at the first row, as after a fault.
     static void breakNextReading()
     {
-        setYieldHook([] {
+        hooks::setYield([] {
             if (gFilterRuleCnt == 0) return;
-            setYieldHook({});
+            hooks::setYield({});
             gDb.Close();
         });
     }
@@ -43,12 +43,12 @@ protected:
 TEST_F(FilterHalfReadTest, NothingIsWrittenWhileTheRulesAreRead)
 {
     int yields = 0;
-    setYieldHook([&] {
+    hooks::setYield([&] {
         ++yields;
         tblFilter_UpDate();
     });
     tblFilter_Get();
-    setYieldHook({});
+    hooks::setYield({});
     EXPECT_GE(yields, 3);
     EXPECT_EQ(gFilterRuleCnt, 3);
     expectAllStored();
@@ -71,8 +71,8 @@ TEST_F(FilterHalfReadTest, NothingIsWrittenAfterAReadingThatFailed)
 TEST_F(FilterHalfReadTest, ATableThatCouldNotBeCountedIsNoEmptyOne)
 {
     reports.listen();
-    setYieldHook([] {
-        setYieldHook({});
+    hooks::setYield([] {
+        hooks::setYield({});
         gDb.Close();
     });
     tblFilter_Get();

@@ -1,4 +1,5 @@
 #include "filter/filter_results.h"
+#include "platform/system/test_hooks.h"
 
 #include "filter_results_fixture.h"
 #include "support/yield_watch.h"
@@ -194,9 +195,9 @@ TEST_F(FilterResultsTest, EachRuleIsShownInTheProgressTextAlsoWithoutMails)
     addRule(5, u"c");
     addRule(0, u"d", 1);
     std::set<Text> shown;
-    setFileProbe([&](FileOperation, const Path&) { shown.insert(gStatusLines[3]); });
+    hooks::setFileProbe([&](FileOperation, const Path&) { shown.insert(gStatusLines[3]); });
     tblFilterData_Sel();
-    setFileProbe({});
+    hooks::setFileProbe({});
     EXPECT_EQ(shown, (std::set<Text>{u"", u"   1 / 3  のフィルターデータを",
                                      u"   2 / 3  のフィルターデータを",
                                      u"   3 / 3  のフィルターデータを"}));

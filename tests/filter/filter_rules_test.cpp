@@ -1,4 +1,5 @@
 #include "filter/filter_rules.h"
+#include "platform/runtime/test_hooks.h"
 
 #include "many_rules.h"
 #include "platform/forms/input_hold.h"
@@ -138,7 +139,7 @@ TEST_F(FilterRulesTest, AFailedInsertKeepsWhatWasWrittenAndReadsNothingAnew)
 {
     addFilter(10, 0, 0, u"before", u"x");
     inMemory({rule(u"一", u"a"), rule(u"it's", u"b"), rule(u"三", u"c")});
-    setMsgBoxHandler([](const MsgBoxRequest& box) {
+    hooks::setMsgBox([](const MsgBoxRequest& box) {
         EXPECT_EQ(box.title, u"エラーメッセージ (tblFilter_UpDate)");
         EXPECT_EQ(box.text.find(u"エラー番号： 3075"), 0u);
         return MsgAnswer::Ok;

@@ -1,3 +1,4 @@
+#include "app/test_hooks.h"
 #include "friend/ed_friend.h"
 
 #include "platform/runtime/codepage932.h"
@@ -84,7 +85,7 @@ TEST_F(EdFriendTest, WithACountOfZeroAnOldFileIsntRead)
 
 TEST_F(EdFriendTest, AMissingLibraryIsReported)
 {
-    setConverterLibrary({});
+    hooks::setConverterLibrary({});
     edFriend();
     EXPECT_EQ(reports.take(), Reports{"edFriend 53"});
 }

@@ -1,6 +1,7 @@
 // Between OK and the end of the import, wherever it is cut off or fails, the friend
 // book must be either the old one or the whole new one.
 #include "friend/friend_book_file.h"
+#include "platform/system/test_hooks.h"
 
 #include "friend/ed_friend.h"
 #include "platform/runtime/directory.h"
@@ -105,7 +106,7 @@ TEST_F(FriendBookFileTest, TheFileIsClosedAndHoldsWhatWasWrittenWhenTheWritingFa
 
 TEST_F(FriendBookFileTest, TheFirstOfTwoFailuresIsTold)
 {
-    setFileProbe([](FileOperation operation, const Path&) {
+    hooks::setFileProbe([](FileOperation operation, const Path&) {
         if (operation == FileOperation::Write)
             throw std::system_error(std::make_error_code(std::errc::no_space_on_device));
     });

@@ -3,6 +3,7 @@
 #include "friend/friend_names.h"
 #include "platform/dao/connection.h"
 #include "platform/forms/input_box.h"
+#include "platform/forms/test_hooks.h"
 #include "store/database_files.h"
 #include "store/subject_keys.h"
 #include "support/report_list.h"
@@ -205,14 +206,14 @@ protected:
     {
         WindowFixture::SetUp();
         startSubjectKeys();
-        setInputBoxHandler([this](const InputBoxRequest& request) {
+        hooks::setInputBox([this](const InputBoxRequest& request) {
             asked = request;
             return answer;
         });
     }
     void TearDown() override
     {
-        setInputBoxHandler({});
+        hooks::setInputBox({});
         WindowFixture::TearDown();
     }
 

@@ -1,6 +1,7 @@
 // The ways out of the friend editor: OK with what it writes and keeps, Cancel, the
 // close box; and OK when something fails.
 #include "platform/runtime/codepage932.h"
+#include "platform/system/test_hooks.h"
 #include "store/database_files.h"
 #include "support/frm_friend_fixture.h"
 #include "support/report_list.h"
@@ -289,12 +290,12 @@ TEST_F(FrmFriendLeavingTest, OnAnEmptyTableTheOldCountCanStopOk)
 
 TEST_F(FrmFriendLeavingTest, ATableThatCantBeEmptiedKeepsTheOldBookAndNoCopy)
 {
-    setFileProbe([](FileOperation operation, const Path& path) {
+    hooks::setFileProbe([](FileOperation operation, const Path& path) {
         if (operation == FileOperation::Write && path.filename().string().starts_with("Tolvek.Mdb"))
             throw std::system_error(std::make_error_code(std::errc::no_space_on_device));
     });
     expectFailedOk("cmdOK_Click 61");
-    setFileProbe({});
+    hooks::setFileProbe({});
     EXPECT_EQ(book(), wholeBook());
     EXPECT_FALSE(exists("Friend.Book"));
     EXPECT_FALSE(exists("Friend.Book.Read"));

@@ -6,6 +6,7 @@
 #include "fuzz/fuzz_target.h"
 #include "platform/runtime/msg_box.h"
 #include "platform/runtime/paths.h"
+#include "platform/runtime/test_hooks.h"
 #include "platform/runtime/text_files.h"
 #include "store/archive_tables.h"
 #include "store/schema.h"
@@ -85,7 +86,7 @@ const test::TempFolder& archiveFolder()
     static const bool made = [] {
         setAppPath(pathText(folder.path()));
         gDbPath = joinPath(appPath(), u"Tolvek.Mdb");
-        setMsgBoxHandler([](const MsgBoxRequest&) { return MsgAnswer::Ok; });
+        hooks::setMsgBox([](const MsgBoxRequest&) { return MsgAnswer::Ok; });
         registerArchiveTables();
         Table_Create();
         return true;

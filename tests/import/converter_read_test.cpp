@@ -3,6 +3,7 @@
 #include "app/database.h"
 #include "app/settings.h"
 #include "app/state.h"
+#include "app/test_hooks.h"
 #include "friend/ed_friend.h"
 #include "import/mail_box_read.h"
 #include "support/archive_fixture.h"
@@ -20,7 +21,7 @@ protected:
     void SetUp() override
     {
         ArchiveFixture::SetUp();
-        setConverterLibrary({});
+        hooks::setConverterLibrary({});
         const std::filesystem::path library = CONVERTER_LIBRARY;
         std::filesystem::copy_file(library, file(library.filename()));
         gPostPetDir = joinPath(appPath(), u"PostPet");

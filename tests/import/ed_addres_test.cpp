@@ -1,5 +1,6 @@
 #include "import/mail_fields.h"
 #include "import_fixture.h"
+#include "platform/runtime/test_hooks.h"
 
 namespace tolvek::test {
 namespace {
@@ -152,7 +153,7 @@ TEST_F(EdAddresTest, ReportsUnderItsOwnNameAndReturnsWithWhatItHas)
 {
     Reports told;
     onDecode([] { throw RuntimeError(75); });
-    setMsgBoxHandler([&](const MsgBoxRequest& box) {
+    hooks::setMsgBox([&](const MsgBoxRequest& box) {
         if (box.title.find(u"Mail_StrChange_Sub") != Text::npos) throw RuntimeError(7);
         told.push_back(toUtf8(box.title));
         return MsgAnswer::Ok;

@@ -3,6 +3,7 @@
 // Reports are collected as "routine number"; any that a test didn't take with
 // takeReports() fails it at its end.
 #pragma once
+#include "app/test_hooks.h"
 #include "filter/filter_rules.h"
 #include "platform/runtime/codepage932.h"
 #include "support/archive_fixture.h"
@@ -79,7 +80,7 @@ private:
             std::replace(result.begin(), result.end(), u'\'', u'’');
             length = static_cast<int>(result.size());
         };
-        setConverterLibrary(std::move(library));
+        hooks::setConverterLibrary(std::move(library));
     }
 
     ReportList reports_;

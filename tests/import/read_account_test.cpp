@@ -1,5 +1,7 @@
 // The account of a read: every mail of a box is in it, whatever became of it.
+#include "app/test_hooks.h"
 #include "import/read_account.h"
+#include "platform/system/test_hooks.h"
 
 #include "app/settings.h"
 #include "import/mail_box_read.h"
@@ -33,7 +35,7 @@ protected:
     }
     static void useTheOwnLibrary(const Path& folder)
     {
-        setConverterLibrary({});
+        hooks::setConverterLibrary({});
         const std::filesystem::path library = CONVERTER_LIBRARY;
         std::filesystem::copy_file(library, folder / library.filename());
     }
@@ -129,12 +131,12 @@ TEST_F(ReadAccountTest, ACountAtItsLargestValueMayStandForMore)
 TEST_F(ReadAccountTest, AMailThatBroughtAnErrorIsNamedAsNotStored)
 {
     givenTemp(8, oddMails());
-    setFileProbe([](FileOperation operation, const Path& path) {
+    hooks::setFileProbe([](FileOperation operation, const Path& path) {
         if (operation == FileOperation::Write && path.filename().string().starts_with("Tolvek.Mdb"))
             throw std::system_error(std::make_error_code(std::errc::no_space_on_device));
     });
     const BoxRecord box = readBox();
-    setFileProbe({});
+    hooks::setFileProbe({});
     EXPECT_EQ(takeReports().size(), 1u);
     EXPECT_EQ(box.failed.count, 1);
     EXPECT_EQ(box.unread, 7);
@@ -223,7 +225,7 @@ TEST_F(OwnLibraryAccountTest, TheLastMailOfAGrowingBoxIsNamed)
 {
     writeBytes(mainBox(), mailOf("Subject: one\nTo: a@b.jp\n" + kOwnDate) +
                               mailOf("Subject: two\nTo: a@b.jp\n" + kOwnDate));
-    setFileProbe([grown = false](FileOperation operation, const Path& path) mutable {
+    hooks::setFileProbe([grown = false](FileOperation operation, const Path& path) mutable {
         if (operation != FileOperation::Read || path != mainBox() || std::exchange(grown, true))
             return;
         std::ofstream(mainBox(), std::ios::binary | std::ios::app) << "more\n";

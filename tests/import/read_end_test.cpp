@@ -4,6 +4,7 @@
 #include "import/mail_box_read.h"
 #include "import/tmp_read.h"
 #include "import_fixture.h"
+#include "platform/system/test_hooks.h"
 #include "store/database_files.h"
 #include "support/fault_injection.h"
 
@@ -32,7 +33,7 @@ protected:
     }
     void TearDown() override
     {
-        setFileProbe({});
+        hooks::setFileProbe({});
         gRecievMailReadOption = {};
         gSendMailReadOption = {};
         ImportTest::TearDown();
@@ -56,7 +57,7 @@ protected:
     }
     static void fail(std::errc code, FileOperation failing)
     {
-        setFileProbe([=](FileOperation operation, const Path& path) {
+        hooks::setFileProbe([=](FileOperation operation, const Path& path) {
             const std::string name = path.filename().string();
             if (operation == failing && name.starts_with("Tolvek.Mdb"))
                 throw std::system_error(std::make_error_code(code));
@@ -85,7 +86,7 @@ TEST_F(ReadEndTest, AFullDiskOrAFailingDeviceEndsTheReadAfterOneBox)
         boxesConverted = 0;
         fail(code, FileOperation::Write);
         readAll();
-        setFileProbe({});
+        hooks::setFileProbe({});
         const Reports reports = takeReports();
         ASSERT_EQ(reports.size(), 1u);
         EXPECT_TRUE(reports[0].ends_with(number)) << reports[0];
@@ -132,13 +133,13 @@ TEST_F(ReadEndTest, ADiskThatFailsFromAnyMomentOnBringsOneBoxAndNoTwins)
     for (int operation = 0, reported = 1; reported > 0 && operation < kManyOperations;
          operation += 7) {
         boxesConverted = 0;
-        setFileProbe([operation, next = 0](FileOperation, const Path& path) mutable {
+        hooks::setFileProbe([operation, next = 0](FileOperation, const Path& path) mutable {
             const std::string name = path.filename().string();
             if (name.starts_with("Tolvek.Mdb") && next++ >= operation)
                 throw std::system_error(std::make_error_code(std::errc::io_error));
         });
         readAll();
-        setFileProbe({});
+        hooks::setFileProbe({});
         reported = static_cast<int>(takeReports().size());
         EXPECT_LE(reported, 1) << operation;
         const Text twins = u"tblTolvek_SubKey";
@@ -172,7 +173,7 @@ TEST_F(ReadEndTest, ALongMailThatCantBeStoredBringsOneBox)
     givenTmpLines(lines);
     fail(std::errc::no_space_on_device, FileOperation::Write);
     tmpRead(0, 0, 1);
-    setFileProbe({});
+    hooks::setFileProbe({});
     EXPECT_EQ(takeReports().size(), 1u);
     EXPECT_EQ(rows(u"tblTolvek"), 0);
 }
@@ -187,12 +188,12 @@ TEST_F(ReadEndTest, ATempFileThatFailsAtTheNthReadBringsOneBoxAndIsClosed)
     int reported = 1, read = 0;
     for (; reported > 0; ++read) {
         ASSERT_LT(read, 100);
-        setFileProbe([read, next = 0](FileOperation operation, const Path& path) mutable {
+        hooks::setFileProbe([read, next = 0](FileOperation operation, const Path& path) mutable {
             if (operation == FileOperation::Read && path.extension() == ".Tmp" && next++ >= read)
                 throw std::system_error(std::make_error_code(std::errc::io_error));
         });
         tmpRead(0, 0, 50);
-        setFileProbe({});
+        hooks::setFileProbe({});
         const Reports reports = takeReports();
         reported = static_cast<int>(reports.size());
         EXPECT_LE(reported, 1) << read;

@@ -3,6 +3,7 @@
 #include "app/database.h"
 #include "app/settings.h"
 #include "app/state.h"
+#include "app/test_hooks.h"
 #include "demo/sample_folder.h"
 #include "import/mail_box_read.h"
 #include "store/search_tables.h"
@@ -18,7 +19,7 @@ protected:
     void SetUp() override
     {
         ArchiveFixture::SetUp();
-        setConverterLibrary({});
+        hooks::setConverterLibrary({});
         const std::filesystem::path library = CONVERTER_LIBRARY;
         std::filesystem::copy_file(library, file(library.filename()));
         gPostPetDir = joinPath(appPath(), u"PostPet");
@@ -140,7 +141,7 @@ TEST_F(SampleReadTest, AMissingLibraryIsToldOnceForEachReadAndHarmsNothing)
 {
     read();
     const std::vector<Text> before = everything();
-    setConverterLibrary({});
+    hooks::setConverterLibrary({});
     removeFile(file(std::filesystem::path(CONVERTER_LIBRARY).filename()));
     try {
         MailBoxRead();

@@ -1,5 +1,6 @@
 #include "import/tmp_read.h"
 #include "import_fixture.h"
+#include "platform/system/test_hooks.h"
 #include "support/yield_watch.h"
 
 namespace tolvek::test {
@@ -537,12 +538,12 @@ TEST_F(TmpReadTest, AMailThatSixteenBitsCannotCountKeepsTheLastNumber)
 TEST_F(TmpReadTest, GivesUpAFileThatCannotBeOpened)
 {
     given({at(10)});
-    setFileProbe([](FileOperation operation, const std::filesystem::path& path) {
+    hooks::setFileProbe([](FileOperation operation, const std::filesystem::path& path) {
         if (operation == FileOperation::Open && path.extension() == ".Tmp")
             throw std::system_error(std::make_error_code(std::errc::permission_denied));
     });
     read();
-    setFileProbe({});
+    hooks::setFileProbe({});
     EXPECT_EQ(takeReports(), Reports{"tmpRead 75"}) << "and not what follows from it";
     EXPECT_EQ(rows(u"tblTolvek"), 0);
     EXPECT_EQ(freeFile(), 1);
@@ -551,12 +552,12 @@ TEST_F(TmpReadTest, GivesUpAFileThatCannotBeOpened)
 TEST_F(TmpReadTest, GivesUpAFileThatCannotBeReadOn)
 {
     given({at(10)});
-    setFileProbe([](FileOperation operation, const std::filesystem::path& path) {
+    hooks::setFileProbe([](FileOperation operation, const std::filesystem::path& path) {
         if (operation == FileOperation::Read && path.extension() == ".Tmp")
             throw std::system_error(std::make_error_code(std::errc::io_error));
     });
     read();
-    setFileProbe({});
+    hooks::setFileProbe({});
     EXPECT_EQ(takeReports(), Reports{"tmpRead 57"});
     EXPECT_EQ(rows(u"tblTolvek"), 0);
     EXPECT_EQ(freeFile(), 1);

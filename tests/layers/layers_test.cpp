@@ -129,6 +129,17 @@ TEST(LayersTest, OnlyBrowseWindowAndShellSeeTheMainWindow)
         EXPECT_EQ(used.contains("window"), room == "browse" || room == "shell") << room;
 }
 
+// Each layer's test_hooks.h is for its own sources, which define the hooks, and for tests.
+TEST(LayersTest, NothingButTestsSetsAHook)
+{
+    for (const fs::path& file : sourceFiles())
+        eachInclude(file, [&](const std::string& ours, const std::string&) {
+            if (!ours.ends_with("/test_hooks.h")) return;
+            EXPECT_EQ(file.extension(), ".cpp") << file;
+            EXPECT_EQ(roomOf(ours), roomOf(fs::relative(file, kSources).string())) << file;
+        });
+}
+
 // Headers that only one system has are included only in that system's folder.
 TEST(LayersTest, TheSystemsOwnHeadersStayInItsFolder)
 {

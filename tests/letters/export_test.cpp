@@ -1,4 +1,5 @@
 #include "letters/export.h"
+#include "platform/system/test_hooks.h"
 
 #include "letters_fixture.h"
 #include "support/errors.h"
@@ -116,14 +117,14 @@ TEST_F(ExportTest, AFailedOneLeavesNothingThatLooksFinished)
         int fatal = 1;
         for (;; ++fatal) {
             int operations = 0;
-            setFileProbe([&](FileOperation operation, const Path& path) {
+            hooks::setFileProbe([&](FileOperation operation, const Path& path) {
                 const bool counts = path.string().find("/out") != std::string::npos &&
                                     operation != FileOperation::Open;
                 if (counts && ++operations == fatal)
                     throw std::system_error(std::make_error_code(std::errc::no_space_on_device));
             });
             const int error = errorOf([&] { take(form, "all"); });
-            setFileProbe({});
+            hooks::setFileProbe({});
             if (operations < fatal) break;
             EXPECT_EQ(error, 61) << fatal;
             // The last step fails after the file is complete and in its place.

@@ -1,4 +1,5 @@
 #include "letters/letter_cache.h"
+#include "platform/system/test_hooks.h"
 
 #include "letters_fixture.h"
 
@@ -60,11 +61,11 @@ TEST_F(LetterCacheTest, IsUsedWithoutReadingTheArchive)
     read();
     const auto stamp = readBytes(cached());
     std::vector<Path> opened;
-    setFileProbe([&](FileOperation operation, const Path& path) {
+    hooks::setFileProbe([&](FileOperation operation, const Path& path) {
         if (operation == FileOperation::Open) opened.push_back(path.filename());
     });
     EXPECT_EQ(subjectsIn(*read()), Lines{"a"});
-    setFileProbe({});
+    hooks::setFileProbe({});
     EXPECT_EQ(std::count(opened.begin(), opened.end(), Path("Tolvek.Mdb")), 0);
     EXPECT_EQ(readBytes(cached()), stamp);
 }
@@ -108,12 +109,12 @@ TEST_F(LetterCacheTest, ADamagedFileIsMadeAgain)
 TEST_F(LetterCacheTest, IsDoneWithoutWhereItCannotBeWritten)
 {
     store(with(u"a", u"b"));
-    setFileProbe([&](FileOperation operation, const Path& path) {
+    hooks::setFileProbe([&](FileOperation operation, const Path& path) {
         if (operation == FileOperation::Create && path.parent_path().filename() == "cache")
             throw std::system_error(std::make_error_code(std::errc::no_space_on_device));
     });
     const auto letters = read();
-    setFileProbe({});
+    hooks::setFileProbe({});
     EXPECT_FALSE(letters->isMapped());
     EXPECT_EQ(subjectsIn(*letters), Lines{"a"});
     EXPECT_TRUE(entryNames(folder / "cache").empty());

@@ -2,6 +2,7 @@
 // empty archive: every row is the same.
 #include "app/settings.h"
 #include "app/state.h"
+#include "app/test_hooks.h"
 #include "demo/sample_folder.h"
 #include "import/mail_box_read.h"
 #include "letters/export.h"
@@ -21,7 +22,7 @@ protected:
     void SetUp() override
     {
         ArchiveFixture::SetUp();
-        setConverterLibrary({});
+        hooks::setConverterLibrary({});
         const std::filesystem::path library = CONVERTER_LIBRARY;
         std::filesystem::copy_file(library, file(library.filename()));
         gPostPetDir = joinPath(appPath(), u"PostPet");

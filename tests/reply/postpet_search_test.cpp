@@ -1,5 +1,6 @@
 #include "app/settings.h"
 #include "app/state.h"
+#include "platform/system/test_hooks.h"
 #include "reply/postpet_search.h"
 #include "support/archive_fixture.h"
 #include "support/lasting_program.h"
@@ -22,7 +23,7 @@ protected:
     }
     void TearDown() override
     {
-        setProcessLister({});
+        hooks::setProcessLister({});
         gPostPetPid = 0;
         gPostPetDir.clear();
         ArchiveFixture::TearDown();
@@ -118,7 +119,7 @@ TEST_F(PostPetSearchTest, AnEmulatedProgramIsFoundThroughALinkOnEitherSide)
     fs::create_directory_symlink(home, file("link"));
     for (const fs::path& told : {home, file("link")})
         for (const fs::path& known : {home, file("link")}) {
-            setProcessLister([&] {
+            hooks::setProcessLister([&] {
                 return std::vector<RunningProgram>{{1, "/usr/bin/PostPet20.exe"},
                                                    {4712, known / "PostPet20.exe"},
                                                    {4713, "/opt/x/PostPet20.exe"}};
@@ -158,7 +159,7 @@ TEST_F(PostPetSearchTest, WithoutAListOfProcessesTheProgramEndsWithItsFormUnload
     caller.Load();
     boxes.expectAndLook(u"ﾌﾟﾛｾｽｴﾝﾄﾘの取得に失敗しました", MsgAnswer::Ok,
                         [this] { EXPECT_TRUE(caller.Loaded()); });
-    setProcessLister([]() -> std::vector<RunningProgram> {
+    hooks::setProcessLister([]() -> std::vector<RunningProgram> {
         throw std::system_error(std::make_error_code(std::errc::permission_denied));
     });
     EXPECT_THROW(findPostPet(caller), ProgramEnd);

@@ -13,11 +13,13 @@
 // as "box TEXT", with its line breaks as "|".
 #include "app/converter_library.h"
 #include "app/program_end.h"
+#include "app/test_hooks.h"
 #include "dialogs/frm_splash.h"
 #include "friend/frm_friend.h"
 #include "platform/dao/dao.h"
 #include "platform/forms/events.h"
 #include "platform/forms/send_keys.h"
+#include "platform/forms/test_hooks.h"
 #include "platform/runtime/msg_box.h"
 #include "platform/runtime/paths.h"
 #include "shell/frm_tolvek_events.h"
@@ -59,7 +61,7 @@ void useConverterWithoutMail()
         result = source;
         length = static_cast<int>(source.size());
     };
-    setConverterLibrary(library);
+    hooks::setConverterLibrary(library);
 }
 
 // The real sender, except for texts with this word.
@@ -70,7 +72,7 @@ void refuse();
 // Removes the refusal for its lifetime.
 class Really {
 public:
-    Really() { setKeySender({}); }
+    Really() { hooks::setKeySender({}); }
     ~Really() { refuse(); }
     Really(const Really&) = delete;
     Really& operator=(const Really&) = delete;
@@ -91,7 +93,7 @@ void sendUnlessRefused(TextView keys)
 
 void refuse()
 {
-    setKeySender({activateReally, sendUnlessRefused});
+    hooks::setKeySender({activateReally, sendUnlessRefused});
 }
 
 class User {

@@ -4,6 +4,7 @@
 // TOLVEK_ROUNDS=1000 tries that many mails instead of the fixed 60.
 #include "app/settings.h"
 #include "app/state.h"
+#include "app/test_hooks.h"
 #include "browse/mail_view.h"
 #include "browse/subject_list.h"
 #include "import/mail_box_read.h"
@@ -24,7 +25,7 @@ protected:
     {
         EventsWindow::SetUp();
         form.Load(); // it reads the settings
-        setConverterLibrary({});
+        hooks::setConverterLibrary({});
         const std::filesystem::path library = CONVERTER_LIBRARY;
         std::filesystem::copy_file(library, file(library.filename()));
         gPostPetDir = joinPath(appPath(), u"PostPet");

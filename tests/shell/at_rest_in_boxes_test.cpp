@@ -15,6 +15,7 @@
 #include "platform/dao/alone.h"
 #include "platform/dao/connection.h"
 #include "platform/runtime/codepage932.h"
+#include "platform/runtime/test_hooks.h"
 #include "store/text_dump.h"
 #include "support/backup_fixture.h"
 #include "support/fault_injection.h"
@@ -200,7 +201,7 @@ protected:
     {
         BackUpTest::SetUp();
         setBeforeWait(putAllAtRest);
-        setMsgBoxHandler([this](const MsgBoxRequest& box) {
+        hooks::setMsgBox([this](const MsgBoxRequest& box) {
             lookInBox(box);
             return box.buttons == MsgButtons::YesNo ? MsgAnswer::Yes : MsgAnswer::Ok;
         });

@@ -1,4 +1,6 @@
 // Moves the mails to a file of the day, through the main window's own menu.
+#include "platform/runtime/test_hooks.h"
+#include "platform/system/test_hooks.h"
 #include "shell/backup_commands.h"
 
 #include "store/database_files.h"
@@ -116,7 +118,7 @@ TEST_F(BackupCommandsTest, OnceTheFirstFileIsGoneTheSameDayTakesAnother)
 
 TEST_F(BackupCommandsTest, TheNameHasFourTwoAndTwoDigitsOfTheSystemsDate)
 {
-    setClock([] { return DateTime{2031, 1, 2, 23, 59, 59}; });
+    hooks::setClock([] { return DateTime{2031, 1, 2, 23, 59, 59}; });
     backUp();
     EXPECT_TRUE(exists("Tolvek_20310102.Mdb"));
 }
@@ -134,7 +136,7 @@ TEST_F(BackupCommandsTest, TheStatusTextStandsAndBlinksWhileTheMailsMove)
     std::vector<Text> panes;
     Int16 busy = 0;
     std::string off;
-    setFileProbe([&](FileOperation operation, const Path& path) {
+    hooks::setFileProbe([&](FileOperation operation, const Path& path) {
         if (operation != FileOperation::Rename || path.filename() == "Tolvek.Mdb") return;
         panes.push_back(form.txtMail->Text());
         busy = gBusyFlag;
@@ -180,7 +182,7 @@ TEST_F(BackupCommandsTest, NamesSearchTablesAndFilterResultsAreMadeAnewInTheirOr
 TEST_F(BackupCommandsTest, TheStatusTextIsOnTheScreenWhenTheFirstFileIsTouched)
 {
     std::vector<bool> inked;
-    setFileProbe([&](FileOperation, const Path&) {
+    hooks::setFileProbe([&](FileOperation, const Path&) {
         if (gBusyFlag == -1 && inked.empty())
             inked.push_back(isInkedIn(Qt::black, painted(*form.txtMail->viewport())));
     });
@@ -192,14 +194,14 @@ TEST_F(BackupCommandsTest, TheStatusTextIsOnTheScreenWhenTheFirstFileIsTouched)
 
 TEST_F(BackupCommandsTest, ATargetThatCantBeWrittenIsReportedAndNoMailIsDeleted)
 {
-    setFileProbe([](FileOperation operation, const Path& path) {
+    hooks::setFileProbe([](FileOperation operation, const Path& path) {
         if (operation == FileOperation::Write && path.filename() == "Tolvek_20000225.Mdb.Compact")
             throw std::system_error(std::make_error_code(std::errc::no_space_on_device));
     });
     boxes.expect(kBackUpQuestion, MsgAnswer::Yes);
     expectDbReport(u"memBackUp_FileEdit_Click", 61);
     choose(form.memBackUp_FileEdit);
-    setFileProbe({});
+    hooks::setFileProbe({});
     EXPECT_EQ(subjectsIn(gDbPath), kBothSubjects);
     EXPECT_FALSE(exists("Tolvek_20000225.Mdb"));
     EXPECT_EQ(commandsOff(), kOffAfterAFailure);
@@ -232,7 +234,7 @@ TEST_F(BackupCommandsTest, ACompactionThatLeftNoDatabaseEndsTheCommandBeforeAnyD
 // The file stays: it is the backup of the day and holds everything that is still live.
 TEST_F(BackupCommandsTest, ADeleteThatFailsEndsTheCommandBehindAWholeBackUp)
 {
-    setFileProbe([this](FileOperation operation, const Path& path) {
+    hooks::setFileProbe([this](FileOperation operation, const Path& path) {
         const bool ofLive = path.filename().string().starts_with("Tolvek.Mdb");
         if (ofLive && operation == FileOperation::Write && exists("Tolvek_20000225.Mdb"))
             throw std::system_error(std::make_error_code(std::errc::io_error));
@@ -240,7 +242,7 @@ TEST_F(BackupCommandsTest, ADeleteThatFailsEndsTheCommandBehindAWholeBackUp)
     boxes.expect(kBackUpQuestion, MsgAnswer::Yes);
     expectDbReport(u"memBackUp_FileEdit_Click", 57);
     choose(form.memBackUp_FileEdit);
-    setFileProbe({});
+    hooks::setFileProbe({});
     EXPECT_EQ(subjectsIn(gDbPath), kBothSubjects);
     EXPECT_EQ(subjectsIn(pathOf(u"Tolvek_20000225.Mdb")), kBothSubjects);
     EXPECT_EQ(commandsOff(), kOffAfterAFailure);

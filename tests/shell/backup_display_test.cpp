@@ -1,4 +1,6 @@
 // Displays a backup in the main window and returns to the live store.
+#include "platform/runtime/test_hooks.h"
+#include "platform/system/test_hooks.h"
 #include "support/backup_fixture.h"
 #include "support/jet_reader.h"
 #include "support/spoilt_jet.h"
@@ -68,7 +70,7 @@ TEST_F(BackupDisplayTest, BackToNormalShowsTheLiveStoreAndTurnsTheCommandsOn)
 TEST_F(BackupDisplayTest, FromOneBackUpTheMenuLeadsToAnother)
 {
     backUp();
-    setClock([] { return DateTime{2000, 2, 26, 12, 0, 0}; });
+    hooks::setClock([] { return DateTime{2000, 2, 26, 12, 0, 0}; });
     store(mail(u"new@example.jp", u"taro@example.jp", u"third"));
     backUp();
     view(u"Tolvek_20000225.Mdb");
@@ -215,7 +217,7 @@ TEST_F(BackupDisplayTest, ABackUpInAFolderThatCantBeWrittenIsShownAllTheSame)
     backUp();
     std::filesystem::permissions(file("Tolvek_20000225.Mdb"), perms::owner_read);
     std::filesystem::permissions(folder.path(), perms::owner_read | perms::owner_exec);
-    setFileProbe([this](FileOperation operation, const Path& path) {
+    hooks::setFileProbe([this](FileOperation operation, const Path& path) {
         const bool reads = operation == FileOperation::Open || operation == FileOperation::Read ||
                            operation == FileOperation::List;
         if (!reads && path.string().starts_with(folder.path().string()))
@@ -229,7 +231,7 @@ TEST_F(BackupDisplayTest, ABackUpInAFolderThatCantBeWrittenIsShownAllTheSame)
     choose(form.memNomalDisp);
     EXPECT_EQ(form.lstNameOrAddr->ListCount(), 0);
     EXPECT_EQ(contents(), before);
-    setFileProbe({});
+    hooks::setFileProbe({});
     std::filesystem::permissions(folder.path(), perms::owner_all);
 }
 

@@ -1,4 +1,6 @@
 // Wherever a backup is cut off or fails, every mail must exist somewhere.
+#include "platform/runtime/test_hooks.h"
+#include "platform/system/test_hooks.h"
 #include "store/database_files.h"
 #include "store/db_compress.h"
 #include "store/db_start.h"
@@ -18,7 +20,7 @@ protected:
     {
         BackUpTest::SetUp();
         form.Hide(); // painting threads aren't copied to a child process
-        setMsgBoxHandler([](const MsgBoxRequest& box) {
+        hooks::setMsgBox([](const MsgBoxRequest& box) {
             return box.buttons == MsgButtons::YesNo ? MsgAnswer::Yes : MsgAnswer::Ok;
         });
     }
@@ -60,12 +62,13 @@ protected:
     }
     void failWriteAfterBackUp(int number)
     {
-        setFileProbe([this, number, count = 0](FileOperation operation, const Path& path) mutable {
-            const bool ofLive = path.filename().string().starts_with("Tolvek.Mdb");
-            if (ofLive && operation == FileOperation::Write && databaseExists(backUpPath()) &&
-                ++count == number)
-                throw std::system_error(std::make_error_code(std::errc::io_error));
-        });
+        hooks::setFileProbe(
+            [this, number, count = 0](FileOperation operation, const Path& path) mutable {
+                const bool ofLive = path.filename().string().starts_with("Tolvek.Mdb");
+                if (ofLive && operation == FileOperation::Write && databaseExists(backUpPath()) &&
+                    ++count == number)
+                    throw std::system_error(std::make_error_code(std::errc::io_error));
+            });
     }
 
     KeptFolder kept{folder.path()};
@@ -103,7 +106,7 @@ TEST_F(BackUpFaultsTest, TheTablesAreEmptiedOneByOneInTheirOrder)
     for (int number = 1; number < 100 && (counts.empty() || counts.back() < 4); ++number) {
         failWriteAfterBackUp(number);
         backUpByForm();
-        setFileProbe({});
+        hooks::setFileProbe({});
         counts.push_back(emptied());
         kept.putBack();
     }
@@ -116,7 +119,7 @@ TEST_F(BackUpFaultsTest, TheTablesAreEmptiedOneByOneInTheirOrder)
 TEST_F(BackUpFaultsTest, TheBackUpIsOnTheDiskBeforeTheFirstMailIsDeleted)
 {
     std::vector<std::string> seen;
-    setFileProbe([&](FileOperation operation, const Path& path) {
+    hooks::setFileProbe([&](FileOperation operation, const Path& path) {
         const std::string name = path.filename().string();
         const bool ofBackUp = name.starts_with("Tolvek_20000225.Mdb");
         const bool ofLive = name == "Tolvek.Mdb" || name.starts_with("Tolvek.Mdb-");
@@ -128,7 +131,7 @@ TEST_F(BackUpFaultsTest, TheBackUpIsOnTheDiskBeforeTheFirstMailIsDeleted)
         if (ofLive && operation == FileOperation::Write) seen.push_back("live written");
     });
     backUpByForm();
-    setFileProbe({});
+    hooks::setFileProbe({});
     const auto live = std::find(seen.begin(), seen.end(), "live written");
     ASSERT_NE(live, seen.end());
     seen.erase(live + 1, seen.end());
@@ -141,7 +144,7 @@ TEST_F(BackUpFaultsTest, TheBackUpIsOnTheDiskBeforeTheFirstMailIsDeleted)
 TEST_F(BackUpFaultsTest, AnotherTryOnTheSameDayGetsThrough)
 {
     const auto killed = [this] {
-        setFileProbe([](FileOperation operation, const Path& path) {
+        hooks::setFileProbe([](FileOperation operation, const Path& path) {
             if (operation == FileOperation::Rename &&
                 path.filename() == "Tolvek_20000225.Mdb.Compact")
                 leaveProcess(kCutOff);

@@ -1,5 +1,6 @@
 #include "filter/filter_results.h"
 #include "filter/filter_rules.h"
+#include "platform/runtime/test_hooks.h"
 #include "shell/delete_commands.h"
 #include "store/search_tables.h"
 #include "support/report_list.h"
@@ -280,7 +281,7 @@ TEST_F(DeleteCommandsTest, AMailIsDeletedBehindTheStatusTextAndAnEntryBeforeIt)
         form.lblHead->setCaption(u"head");
     };
     const auto lookAtFailures = [&](TextView routine) {
-        setMsgBoxHandler(
+        hooks::setMsgBox(
             [&, title = u"エラーメッセージ (" + Text(routine) + u")"](const MsgBoxRequest& box) {
                 if (box.buttons == MsgButtons::YesNo) return MsgAnswer::Yes;
                 if (box.title == title) {
@@ -315,7 +316,7 @@ TEST_F(DeleteCommandsTest, AQuestionThatCantBeAskedIsToldAndDeletesNothing)
     showType(0);
     clickEntry(*form.lstNameOrAddr, 0);
     Texts told;
-    setMsgBoxHandler([&](const MsgBoxRequest& box) {
+    hooks::setMsgBox([&](const MsgBoxRequest& box) {
         if (box.buttons == MsgButtons::YesNo) throw RuntimeError(7);
         told.push_back(box.title);
         return MsgAnswer::Ok;
@@ -364,7 +365,7 @@ TEST_F(DeleteCommandsTest, AfterAnEntrysDeletionAllIsUpdatedInItsOrder)
     showType(0);
     clickEntry(*form.lstNameOrAddr, 0);
     Reports told;
-    setMsgBoxHandler([&](const MsgBoxRequest& box) {
+    hooks::setMsgBox([&](const MsgBoxRequest& box) {
         if (box.text == kEntryQuestions[0]) {
             gDbPath += u".gone";
             return MsgAnswer::Yes;

@@ -1,6 +1,7 @@
 #include "app/settings.h"
 #include "dialogs/frm_option.h"
 #include "platform/runtime/paths.h"
+#include "platform/runtime/test_hooks.h"
 #include "shell/dialog_commands.h"
 #include "support/modal_script.h"
 #include "support/msg_box_script.h"
@@ -30,7 +31,7 @@ protected:
     ~DialogCommandsOptionTest() override
     {
         EXPECT_EQ(reports.take(), Reports{});
-        setMsgBoxHandler({});
+        hooks::setMsgBox({});
         gPostPetDir.clear();
     }
     // Runs the command and closes its dialog by this button.

@@ -13,12 +13,14 @@
 #include "app/converter_library.h"
 #include "app/program_end.h"
 #include "app/state.h"
+#include "app/test_hooks.h"
 #include "dialogs/frm_splash.h"
 #include "platform/dao/alone.h"
 #include "platform/forms/events.h"
 #include "platform/runtime/do_events.h"
 #include "platform/runtime/msg_box.h"
 #include "platform/runtime/paths.h"
+#include "platform/runtime/test_hooks.h"
 #include "platform/system/process.h"
 #include "shell/frm_tolvek_events.h"
 #include "shell/tolvek_main.h"
@@ -70,7 +72,7 @@ void useBoxOfManyMails()
         result = source;
         length = static_cast<int>(source.size());
     };
-    setConverterLibrary(library);
+    hooks::setConverterLibrary(library);
 }
 
 // Watches the program at each turn of its event loop, like its user.
@@ -154,7 +156,7 @@ int main(int argc, char** argv)
     setAppPath(fromUtf8(argv[1]));
     const SingleInstance instance("Tolvek", argv[1], existingPath(liveDatabasePath()));
     App.PrevInstance = instance.isFirst() ? 0 : -1;
-    setMsgBoxHandler([](const MsgBoxRequest& box) {
+    hooks::setMsgBox([](const MsgBoxRequest& box) {
         say("box " + toUtf8(box.text));
         return MsgAnswer::Ok;
     });

@@ -3,10 +3,12 @@
 #include "app/database.h"
 #include "app/settings.h"
 #include "app/state.h"
+#include "app/test_hooks.h"
 #include "demo/sample_folder.h"
 #include "filter/filter_results.h"
 #include "filter/filter_rules.h"
 #include "import/mail_box_read.h"
+#include "platform/runtime/test_hooks.h"
 #include "shell/store_commands.h"
 #include "shell/tolvek_main.h"
 #include "store/database_files.h"
@@ -33,7 +35,7 @@ protected:
     }
     static void answerAll()
     {
-        setMsgBoxHandler([](const MsgBoxRequest& box) {
+        hooks::setMsgBox([](const MsgBoxRequest& box) {
             return box.buttons == MsgButtons::YesNo ? MsgAnswer::Yes : MsgAnswer::Ok;
         });
     }
@@ -66,7 +68,7 @@ protected:
     }
     void readSample()
     {
-        setConverterLibrary({});
+        hooks::setConverterLibrary({});
         const std::filesystem::path library = CONVERTER_LIBRARY;
         std::filesystem::copy_file(library, file(library.filename()));
         gPostPetDir = joinPath(appPath(), u"PostPet");
@@ -206,7 +208,7 @@ TEST_F(DumpAndLoadFaultsTest, AFailureOfAnyOperationOfAnUnLoadLeavesOneSetOrTheO
     failEachOperation(
         [&] {
             reported = 0;
-            setMsgBoxHandler(report);
+            hooks::setMsgBox(report);
             EXPECT_NO_THROW(dbUnLoad());
         },
         [&](int operation) {

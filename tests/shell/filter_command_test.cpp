@@ -1,6 +1,6 @@
 #include "filter/filter_rules.h"
 #include "filter/frm_filter.h"
-#include "platform/runtime/yield_hook.h"
+#include "platform/runtime/test_hooks.h"
 #include "shell/filter_commands.h"
 #include "support/modal_script.h"
 #include "support/screen_driver.h"
@@ -153,12 +153,12 @@ TEST_F(FilterCommandTest, RulesThatCouldNotBeReadAreKeptHoweverTheEditorIsLeft)
     addFilter(10, 2, 0, u"花子", u"hanako@example.jp");
     gDisplayType = 3;
     int shown = 0;
-    setMsgBoxHandler([&](const MsgBoxRequest&) {
+    hooks::setMsgBox([&](const MsgBoxRequest&) {
         ++shown;
         return MsgAnswer::Ok;
     });
-    setYieldHook([] {
-        setYieldHook({});
+    hooks::setYield([] {
+        hooks::setYield({});
         gDb.Close(); // as after a fault of the disk
     });
     atEditor([&] { editor.window()->close(); });

@@ -1,6 +1,7 @@
 // A user's first start: the message, the settings, and the first window.
 #include "events_window.h"
 #include "platform/forms/text_box.h"
+#include "platform/runtime/test_hooks.h"
 
 namespace tolvek::test {
 namespace {
@@ -36,7 +37,7 @@ TEST_F(FirstStartTest, WithoutAnAddressTheSettingsAreAskedForBeforeTheNavigatorI
 TEST_F(FirstStartTest, TheFontIsAppliedTwice)
 {
     std::vector<Text> titles;
-    setMsgBoxHandler([&](const MsgBoxRequest& box) {
+    hooks::setMsgBox([&](const MsgBoxRequest& box) {
         titles.push_back(box.title);
         return MsgAnswer::Ok;
     });

@@ -1,5 +1,7 @@
 #include "filter/filter_rules.h"
 #include "platform/forms/input_box.h"
+#include "platform/forms/test_hooks.h"
+#include "platform/runtime/test_hooks.h"
 #include "shell/friend_commands.h"
 #include "store/database_files.h"
 #include "store/search_tables.h"
@@ -18,7 +20,7 @@ protected:
         WindowFixture::SetUp();
         gFilterRule = {};
         gFilterRuleCnt = gNonCopyRuleCnt = 0;
-        setInputBoxHandler([this](const InputBoxRequest&) { return answer; });
+        hooks::setInputBox([this](const InputBoxRequest&) { return answer; });
         onEvent(form.memFriendEd, &MenuEntry::Click, [this] { memFriendEd_Click(form); });
         onEvent(form.memAddressAdd, &MenuEntry::Click, [this] { memAddressAdd_Click(form); });
         store(mail(u"hanako@x.jp", u"taro@x.jp"));
@@ -27,7 +29,7 @@ protected:
     }
     void TearDown() override
     {
-        setInputBoxHandler({});
+        hooks::setInputBox({});
         gDisplayType = 0;
         WindowFixture::TearDown();
     }
@@ -84,7 +86,7 @@ TEST_F(FriendCommandsTest, WhileNamingTheCommandsAreOffAndTheStatusTextSaysSo)
     selectMail();
     removeDatabase(gDbPath);
     Texts titles;
-    setMsgBoxHandler([&](const MsgBoxRequest& box) {
+    hooks::setMsgBox([&](const MsgBoxRequest& box) {
         if (titles.empty()) { // the first step that uses the database
             EXPECT_EQ(gBusyFlag, -1);
             EXPECT_EQ((Texts{gStatusLines.begin(), gStatusLines.end()}),
@@ -112,7 +114,7 @@ TEST_F(FriendCommandsTest, AFailureOfAStepIsReportedUnderTheCommandsNameAndItGoe
 {
     removeDatabase(gDbPath);
     Texts titles;
-    setMsgBoxHandler([&](const MsgBoxRequest& box) {
+    hooks::setMsgBox([&](const MsgBoxRequest& box) {
         if (box.title == u"エラーメッセージ (edFriendName)") throw RuntimeError(7);
         titles.push_back(box.title);
         return box.buttons == MsgButtons::YesNo ? MsgAnswer::No : MsgAnswer::Ok;

@@ -1,4 +1,5 @@
 // The friend book, from the main window's start and menu to its mails.
+#include "app/test_hooks.h"
 #include "events_window.h"
 #include "friend/friend_book_file.h"
 #include "platform/forms/text_box.h"
@@ -25,7 +26,7 @@ protected:
             writeBytes(existingPath(temp), ansi);
             count = 1;
         };
-        setConverterLibrary(library);
+        hooks::setConverterLibrary(library);
     }
     static void add(QWidget& editor, TextView name, TextView address)
     {

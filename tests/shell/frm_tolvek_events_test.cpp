@@ -1,4 +1,7 @@
+#include "platform/runtime/test_hooks.h"
+#include "platform/system/test_hooks.h"
 #include "shell/frm_tolvek_events.h"
+#include "shell/test_hooks.h"
 
 #include "browse/navigator.h"
 #include "filter/filter_rules.h"
@@ -28,15 +31,15 @@ protected:
     {
         ArchiveFixture::SetUp();
         writeBytes(file("TOLVEK.ini"), settingsFile());
-        setHelpViewer([this](const Text& shown) {
+        hooks::setHelpViewer([this](const Text& shown) {
             helpShown.push_back(shown);
             return true;
         });
     }
     void TearDown() override
     {
-        setHelpViewer({});
-        setClock({});
+        hooks::setHelpViewer({});
+        hooks::setClock({});
         gUnloading = -1; // the window closes without the exit's steps
         form.Unload();
         gUnloading = 0;
@@ -145,7 +148,7 @@ TEST_F(FrmTolvekEventsTest, AValueThatCantBeReadIsToldAndTheStartGoesOn)
     writeBytes(file("TOLVEK.ini"), "[Mail Font]\r\nMail Text Font Size=large\r\n"
                                    "[PostPet Mail Option]\r\nMy Mail Addr=taro@e.jp\r\n");
     std::vector<Text> titles;
-    setMsgBoxHandler([&](const MsgBoxRequest& box) {
+    hooks::setMsgBox([&](const MsgBoxRequest& box) {
         titles.push_back(box.title);
         return MsgAnswer::Ok;
     });
@@ -287,7 +290,7 @@ TEST_F(FrmTolvekEventsTest, TheKeyboardStartsAtTheReadButtonAndWalksThroughLists
 
 TEST_F(FrmTolvekEventsTest, TheClockShowsDateAndTime)
 {
-    setClock(aLateEvening);
+    hooks::setClock(aLateEvening);
     form.Show();
     EXPECT_EQ(form.Timer1->Interval(), 1000);
     emit form.Timer1->Tick();
@@ -410,12 +413,12 @@ TEST_F(FrmTolvekEventsTest, ATemporaryFileThatCantBeDeletedDoesntStopTheExit)
 {
     form.Show();
     writeBytes(file("Tolvek.Tmp"), "x");
-    setFileProbe([](FileOperation operation, const Path& path) {
+    hooks::setFileProbe([](FileOperation operation, const Path& path) {
         if (operation == FileOperation::Remove && path.extension() == ".Tmp")
             throw std::system_error(std::make_error_code(std::errc::permission_denied));
     });
     std::vector<Text> titles;
-    setMsgBoxHandler([&](const MsgBoxRequest& box) {
+    hooks::setMsgBox([&](const MsgBoxRequest& box) {
         titles.push_back(box.title);
         return MsgAnswer::Ok;
     });
@@ -450,7 +453,7 @@ TEST_F(FrmTolvekEventsTest, TheCloseBoxWorksWhileADialogStands)
 TEST_F(FrmTolvekEventsTest, TheCloseBoxWorksWhileAMessageBoxStands)
 {
     form.Show();
-    setMsgBoxHandler({});
+    hooks::setMsgBox({});
     expectEndBy([&] {
         const ModalScript box("MsgBox", [&](QWidget&) { form.window()->close(); });
         form.memHelp->action().trigger();

@@ -3,7 +3,10 @@
 #include "events_window.h"
 #include "friend/frm_friend.h"
 #include "platform/runtime/paths.h"
+#include "platform/runtime/test_hooks.h"
 #include "platform/system/process_list.h"
+#include "platform/system/test_hooks.h"
+#include "shell/test_hooks.h"
 #include "shell/win_help.h"
 #include "store/search_tables.h"
 #include "support/screen_driver.h"
@@ -32,8 +35,10 @@ protected:
         gPostPetDir = u"/post";
         givenSettings("[PostPet Mail Option]\r\nMy Mail Addr=taro@example.jp\r\n"
                       "PostPet Dir=/post\r\n");
-        setProcessLister([] { return std::vector<RunningProgram>{{1, "/post/PostPet20.exe"}}; });
-        setHelpViewer([this](const Text&) { return see("help"); });
+        hooks::setProcessLister([] {
+            return std::vector<RunningProgram>{{1, "/post/PostPet20.exe"}};
+        });
+        hooks::setHelpViewer([this](const Text&) { return see("help"); });
         writeBytes(file("Tolvek.hlp"), "help");
         store(mail(u"hanako@example.jp", u"taro@example.jp", u"first", u"20000215"));
         store(mail(u"hanako@example.jp", u"taro@example.jp", u"second", u"20000216"));
@@ -45,9 +50,9 @@ protected:
     }
     void TearDown() override
     {
-        setYieldHook({});
-        setHelpViewer({});
-        setProcessLister({});
+        hooks::setYield({});
+        hooks::setHelpViewer({});
+        hooks::setProcessLister({});
         gPostPetPid = 0;
         gDbPath = joinPath(appPath(), u"Tolvek.Mdb");
         EventsWindow::TearDown();
@@ -66,14 +71,14 @@ protected:
     }
     void watch()
     {
-        setMsgBoxHandler([this](const MsgBoxRequest& box) {
+        hooks::setMsgBox([this](const MsgBoxRequest& box) {
             see("box " + toUtf8(box.title) + ": " + toUtf8(box.text));
             if (box.buttons == MsgButtons::YesNo) return MsgAnswer::No;
             return box.buttons == MsgButtons::OkCancel ? MsgAnswer::Cancel : MsgAnswer::Ok;
         });
         QObject::connect(&timer, &QTimer::timeout, &timer, [this] { closeDialog(); });
         timer.start(0);
-        setYieldHook([this] { lookAtState(); });
+        hooks::setYield([this] { lookAtState(); });
     }
     void closeDialog()
     {

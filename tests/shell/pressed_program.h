@@ -15,7 +15,7 @@
 #include "friend/frm_friend.h"
 #include "platform/forms/events.h"
 #include "platform/forms/input_hold.h"
-#include "platform/runtime/yield_hook.h"
+#include "platform/runtime/test_hooks.h"
 #include "shell/frm_tolvek_events.h"
 #include "store/schema.h"
 #include "support/archive_fixture.h"
@@ -72,7 +72,7 @@ private:
         form_ = std::make_unique<frmTolvekEvents>();
         form_->Show();
         form_->Timer1->setEnabled(false); // its yields would depend on the clock
-        setYieldHook([this] { atYield(); });
+        hooks::setYield([this] { atYield(); });
     }
     void wait()
     {
@@ -148,7 +148,7 @@ private:
     }
     void finish()
     {
-        setYieldHook({});
+        hooks::setYield({});
         EXPECT_FALSE(InputHold::isHeld());
         gUnloading = -1; // a window still open closes without the exit's steps
         form_->Unload();

@@ -2,9 +2,11 @@
 #include "app/read_log.h"
 #include "app/settings.h"
 #include "app/state.h"
+#include "app/test_hooks.h"
 #include "browse/navigator.h"
 #include "filter/filter_rules.h"
 #include "import/mail_box_read.h"
+#include "platform/runtime/test_hooks.h"
 #include "shell/delete_commands.h"
 #include "shell/read_command.h"
 #include "support/archive_fixture.h"
@@ -284,7 +286,7 @@ TEST_F(ReadCommandTest, AfterTheBoxesAllIsUpdatedInItsOrderUnderAStatusTextOfIts
     convert = [&](Int16&, Int16&) { gDbPath += u".gone"; };
     Reports told;
     std::vector<Text> lines;
-    setMsgBoxHandler([&](const MsgBoxRequest& shown) {
+    hooks::setMsgBox([&](const MsgBoxRequest& shown) {
         told.push_back(toUtf8(shown.title));
         if (told.size() == 1) lines.assign(gStatusLines.begin(), gStatusLines.end());
         return MsgAnswer::Ok;
@@ -354,7 +356,7 @@ TEST_F(ReadCommandTest, AFailureSkipsTheOtherBoxesAndTheRestFollows)
     receive(0);
     receive(1);
     convert = [](Int16&, Int16&) { throw RuntimeError(53); };
-    setMsgBoxHandler([this](const MsgBoxRequest& shown) {
+    hooks::setMsgBox([this](const MsgBoxRequest& shown) {
         titles.push_back(shown.title);
         return MsgAnswer::Ok;
     });
@@ -368,9 +370,9 @@ TEST_F(ReadCommandTest, AFailureSkipsTheOtherBoxesAndTheRestFollows)
 
 TEST_F(ReadCommandTest, AMissingConverterLibraryIsTold)
 {
-    setConverterLibrary({});
+    hooks::setConverterLibrary({});
     receive(0);
-    setMsgBoxHandler([this](const MsgBoxRequest& shown) {
+    hooks::setMsgBox([this](const MsgBoxRequest& shown) {
         titles.push_back(shown.title);
         EXPECT_NE(shown.text.find(u"53"), Text::npos);
         return MsgAnswer::Ok;

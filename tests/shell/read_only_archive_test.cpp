@@ -2,6 +2,7 @@
 // it couldn't do, and everything can be browsed.
 #include "dialogs/frm_splash.h"
 #include "platform/forms/events.h"
+#include "platform/system/test_hooks.h"
 #include "shell/frm_tolvek_events.h"
 #include "shell/tolvek_main.h"
 #include "store/search_tables.h"
@@ -38,7 +39,7 @@ protected:
     }
     void TearDown() override
     {
-        setFileProbe({});
+        hooks::setFileProbe({});
         std::filesystem::permissions(folder.path(), Permissions::owner_all);
         splash.Unload();
         gUnloading = -1; // the window closes without the exit's steps
@@ -54,7 +55,7 @@ protected:
         for (const std::string& name : fileNames(folder.path()))
             std::filesystem::permissions(file(name), kRead);
         std::filesystem::permissions(folder.path(), kRead | kEnter);
-        setFileProbe([this](FileOperation operation, const Path& path) {
+        hooks::setFileProbe([this](FileOperation operation, const Path& path) {
             const bool reads = operation == FileOperation::Open ||
                                operation == FileOperation::Read || operation == FileOperation::List;
             if (!reads && path.string().starts_with(folder.path().string()))

@@ -2,6 +2,7 @@
 // its status text blinks, all during the one command.
 #include "platform/forms/events.h"
 #include "platform/runtime/dates.h"
+#include "platform/runtime/test_hooks.h"
 #include "shell/frm_tolvek_events.h"
 #include "support/archive_fixture.h"
 #include "support/modal_script.h"
@@ -76,12 +77,12 @@ protected:
         };
         form.Show();
         ticking = form.Timer1;
-        setClock(oneSecondLater);
+        hooks::setClock(oneSecondLater);
         ticking->setInterval(kTickEvery);
     }
     void TearDown() override
     {
-        setClock({});
+        hooks::setClock({});
         gUnloading = -1; // the window closes without the exit's steps
         form.Unload();
         gUnloading = 0;

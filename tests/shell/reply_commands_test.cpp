@@ -1,6 +1,7 @@
 #include "app/settings.h"
 #include "app/state.h"
 #include "friend/frm_friend.h"
+#include "platform/system/test_hooks.h"
 #include "reply/postpet_search.h"
 #include "shell/reply_commands.h"
 #include "store/search_tables.h"
@@ -191,12 +192,12 @@ TEST_F(ReplyCommandsTest, APostPetThatGoesInTheMiddleOfTheReplyIsReported)
 TEST_F(ReplyCommandsTest, WithoutAListOfProcessesTheProgramEnds)
 {
     selectMail();
-    setProcessLister([]() -> std::vector<RunningProgram> {
+    hooks::setProcessLister([]() -> std::vector<RunningProgram> {
         throw std::system_error(std::make_error_code(std::errc::permission_denied));
     });
     boxes.expect(u"ﾌﾟﾛｾｽｴﾝﾄﾘの取得に失敗しました", MsgAnswer::Ok, u"Tolvek");
     EXPECT_THROW(comSendMail_Click(form), ProgramEnd);
-    setProcessLister({});
+    hooks::setProcessLister({});
     EXPECT_FALSE(form.Loaded());
     EXPECT_EQ(sent.take(), Sent{});
 }

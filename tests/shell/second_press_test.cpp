@@ -11,9 +11,13 @@
 #include "dialogs/frm_option.h"
 #include "filter/filter_results.h"
 #include "platform/forms/input_box.h"
+#include "platform/forms/test_hooks.h"
 #include "platform/runtime/dates.h"
+#include "platform/runtime/test_hooks.h"
+#include "platform/system/test_hooks.h"
 #include "platform/system/volumes.h"
 #include "pressed_program.h"
+#include "shell/test_hooks.h"
 #include "shell/win_help.h"
 #include "store/search_tables.h"
 #include "support/fault_injection.h"
@@ -40,27 +44,27 @@ protected:
     void SetUp() override
     {
         ArchiveFixture::SetUp();
-        setClock([] { return DateTime{2000, 2, 25, 12, 0, 0}; });
+        hooks::setClock([] { return DateTime{2000, 2, 25, 12, 0, 0}; });
         setEndFunction([] { throw ProgramEnd{0}; });
-        setMsgBoxHandler([this](const MsgBoxRequest& box) { return answer(box); });
-        setInputBoxHandler([](const InputBoxRequest& box) { return box.defaultText; });
-        setHelpViewer([this](const Text&) { return note("help"), true; });
+        hooks::setMsgBox([this](const MsgBoxRequest& box) { return answer(box); });
+        hooks::setInputBox([](const InputBoxRequest& box) { return box.defaultText; });
+        hooks::setHelpViewer([this](const Text&) { return note("help"), true; });
         sent.watch([this](const Text& keys) {
             if (!keys.starts_with(u"activate")) note("keys " + toUtf8(keys));
         });
-        setVolumeFolders({folder.path().string()});
+        hooks::setVolumeFolders({folder.path().string()});
         givenPostPet();
         givenContents();
         kept.keep();
     }
     void TearDown() override
     {
-        setYieldHook({});
-        setVolumeFolders({});
-        setHelpViewer({});
-        setInputBoxHandler({});
+        hooks::setYield({});
+        hooks::setVolumeFolders({});
+        hooks::setHelpViewer({});
+        hooks::setInputBox({});
         setEndFunction({});
-        setClock({});
+        hooks::setClock({});
         gDisplayType = 0;
         gBackUpDisp = 0;
         gBusyFlag = 0;
@@ -328,9 +332,9 @@ TEST_F(SecondPressTest, TheFriendEditorWithARowPicked)
 
 TEST_F(SecondPressTest, TheSettings)
 {
-    setFontDialogHook([](FontDialogFields&) { return true; });
+    hooks::setFontDialog([](FontDialogFields&) { return true; });
     pressAllTwice<frmOption>({{kMain, "memEnv"}});
-    setFontDialogHook({});
+    hooks::setFontDialog({});
 }
 
 TEST_F(SecondPressTest, TheFolderChooser)

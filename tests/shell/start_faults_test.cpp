@@ -1,5 +1,6 @@
 // Wherever a start is cut off or fails, from the remains of an earlier run to the
 // compaction, a later start finds the mails again.
+#include "platform/runtime/test_hooks.h"
 #include "shell/tolvek_main.h"
 #include "store/db_compress.h"
 #include "support/fault_injection.h"
@@ -13,7 +14,7 @@ protected:
     void SetUp() override
     {
         UpgradeFixture::SetUp();
-        setMsgBoxHandler([](const MsgBoxRequest& box) {
+        hooks::setMsgBox([](const MsgBoxRequest& box) {
             return box.buttons == MsgButtons::YesNo ? MsgAnswer::No : MsgAnswer::Ok;
         });
         givenVersion("331");

@@ -1,3 +1,6 @@
+#include "app/test_hooks.h"
+#include "platform/runtime/test_hooks.h"
+#include "platform/system/test_hooks.h"
 #include "shell/store_commands.h"
 
 #include "filter/filter_rules.h"
@@ -59,7 +62,7 @@ protected:
             navigatorAtFriends = entries(*form.lstNameOrAddr);
             busyAtFriends.push_back(gBusyFlag);
         };
-        setConverterLibrary(std::move(library));
+        hooks::setConverterLibrary(std::move(library));
     }
     void fillPanes()
     {
@@ -185,7 +188,7 @@ TEST_F(StoreCommandsTest, TheStatusTextIsOnTheScreenWhenTheFirstFileIsTouched)
     std::vector<bool> inked;
     const auto watch = [&] {
         inked.clear();
-        setFileProbe([&](FileOperation, const Path&) {
+        hooks::setFileProbe([&](FileOperation, const Path&) {
             if (gBusyFlag == -1 && inked.empty())
                 inked.push_back(isInkedIn(gStatusColorFlag == 1 ? Qt::black : Qt::red,
                                           painted(*form.txtMail->viewport())));
@@ -322,13 +325,13 @@ TEST_F(StoreCommandsTest, AnImportThatIsClosedInTheMiddleIsTakenBackByTheNextSta
 {
     exportAll();
     expectQuestion(kImport, MsgAnswer::Yes);
-    setFileProbe([&, seen = 0](FileOperation operation, const Path& path) mutable {
+    hooks::setFileProbe([&, seen = 0](FileOperation operation, const Path& path) mutable {
         if (operation == FileOperation::Open && path.filename() == "tblSearch_Name.Txt" &&
             ++seen == 1)
             endProgram();
     });
     EXPECT_THROW(memInport_Click(form), ProgramEnd);
-    setFileProbe({});
+    hooks::setFileProbe({});
     execute(Statement{u"DELETE FROM tblTolvek WHERE (tblTolvek_YMD = '20000216')"});
     undoCutOffLoads(appPath());
     EXPECT_EQ(subjects(), (Texts{u"first", u"second"}));
@@ -340,14 +343,14 @@ TEST_F(StoreCommandsTest, AFailedExportLeavesTheLastDumpAndNothingBesideIt)
     const std::string dump = readBytes(file("tblTolvek.Txt"));
     store(mail(u"later@x.jp", u"taro@x.jp", u"later", u"20000301"));
     for (const char* failing : {"tblTolvek.Txt.New", "tblFilterData.txt.New"}) {
-        setFileProbe([&](FileOperation operation, const Path& path) {
+        hooks::setFileProbe([&](FileOperation operation, const Path& path) {
             if (operation == FileOperation::Flush && path.filename() == failing)
                 throw std::system_error(std::make_error_code(std::errc::no_space_on_device));
         });
         ReportList reports;
         reports.listen(MsgAnswer::Yes);
         pick(form.memExport);
-        setFileProbe({});
+        hooks::setFileProbe({});
         EXPECT_EQ(reports.take().size(), 3u) << "question, report, end";
         EXPECT_EQ(readBytes(file("tblTolvek.Txt")), dump);
         EXPECT_FALSE(exists("tblTolvek.Txt.New"));
@@ -359,14 +362,14 @@ TEST_F(StoreCommandsTest, AnExchangeThatFailsIsReportedUnderTheCommandAndTheEndA
 {
     exportAll();
     store(mail(u"later@x.jp", u"taro@x.jp", u"later", u"20000301"));
-    setFileProbe([](FileOperation operation, const Path& path) {
+    hooks::setFileProbe([](FileOperation operation, const Path& path) {
         if (operation == FileOperation::Replace && path.filename() == "tblFriend.Txt")
             throw std::system_error(std::make_error_code(std::errc::io_error));
     });
     ReportList reports;
     reports.listen(MsgAnswer::Yes);
     pick(form.memExport);
-    setFileProbe({});
+    hooks::setFileProbe({});
     EXPECT_EQ(reports.take(), (Reports{"Tolvek: " + toUtf8(kExport), "memExport_Click 57",
                                        "Tolvek: " + toUtf8(kUnLoaded)}));
     execute(Statement{u"DELETE FROM tblTolvek"});
@@ -395,7 +398,7 @@ TEST_F(StoreCommandsTest, WithoutACopyNothingIsLoaded)
     store(mail(u"later@x.jp", u"taro@x.jp", u"later", u"20000301"));
     writeBytes(file("Tolvek.Mdb.BeforeLoad"), "of an earlier load");
     writeBytes(file("Tolvek.Mdb.BeforeLoad.New"), "of a load that was cut off");
-    setFileProbe([](FileOperation operation, const Path& path) {
+    hooks::setFileProbe([](FileOperation operation, const Path& path) {
         if (operation == FileOperation::Replace &&
             path.filename().string().starts_with("Tolvek.Mdb.BeforeLoad"))
             throw std::system_error(std::make_error_code(std::errc::no_space_on_device));
@@ -404,7 +407,7 @@ TEST_F(StoreCommandsTest, WithoutACopyNothingIsLoaded)
     boxes.expect(u"エラー番号： 61\r（" + errorText(61) + u"）", MsgAnswer::Ok,
                  u"エラーメッセージ (memInport_Click)");
     pick(form.memInport);
-    setFileProbe({});
+    hooks::setFileProbe({});
     EXPECT_EQ(subjects(), (Texts{u"first", u"second", u"later"}));
     EXPECT_EQ(readBytes(file("Tolvek.Mdb.BeforeLoad")), "of an earlier load");
     EXPECT_EQ(entries(*form.lstNameOrAddr).size(), 3U) << "the command goes on";
@@ -464,7 +467,7 @@ TEST_F(StoreCommandsTest, ExportRebuildAndImportBringTheArchiveBack)
 TEST_F(StoreCommandsTest, AQuestionThatCantBeAskedIsToldAndDoesNothing)
 {
     Texts told;
-    setMsgBoxHandler([&](const MsgBoxRequest& box) {
+    hooks::setMsgBox([&](const MsgBoxRequest& box) {
         if (box.buttons == MsgButtons::YesNo) throw RuntimeError(7);
         told.push_back(box.title);
         return MsgAnswer::Ok;

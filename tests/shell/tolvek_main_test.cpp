@@ -1,3 +1,5 @@
+#include "platform/runtime/test_hooks.h"
+#include "platform/system/test_hooks.h"
 #include "shell/tolvek_main.h"
 
 #include "dialogs/frm_splash.h"
@@ -200,7 +202,7 @@ TEST_P(TolvekMainBadVersionTest, IsToldAndTheStartGoesOn)
 {
     givenSettings(GetParam());
     std::vector<Text> told;
-    setMsgBoxHandler([&](const MsgBoxRequest& box) {
+    hooks::setMsgBox([&](const MsgBoxRequest& box) {
         told.push_back(box.title + u": " + box.text.substr(0, 4));
         return MsgAnswer::Ok;
     });
@@ -269,7 +271,7 @@ TEST_F(TolvekMainTest, ADamagedDatabaseThatIsGivenUpLeavesAnEmptyArchiveAndAnEmp
     givenSettings("331");
     writeBytes(file("Tolvek.Mdb"), std::string(5000, 'x'));
     std::vector<Text> told;
-    setMsgBoxHandler([&](const MsgBoxRequest& box) {
+    hooks::setMsgBox([&](const MsgBoxRequest& box) {
         told.push_back(box.text);
         return box.buttons == MsgButtons::YesNo && told.size() > 1 ? MsgAnswer::No : MsgAnswer::Yes;
     });
@@ -285,7 +287,7 @@ TEST_F(TolvekMainTest, TheSplashStandsWhileTheDatabaseIsMadeAndCompactedAndCantB
 {
     givenSettings("331");
     int seen = 0;
-    setFileProbe([&](FileOperation operation, const Path&) {
+    hooks::setFileProbe([&](FileOperation operation, const Path&) {
         if (operation != FileOperation::Create && operation != FileOperation::Replace) return;
         ++seen;
         EXPECT_TRUE(splash.Visible());
@@ -295,7 +297,7 @@ TEST_F(TolvekMainTest, TheSplashStandsWhileTheDatabaseIsMadeAndCompactedAndCantB
     });
     start();
     EXPECT_GT(seen, 0);
-    setFileProbe({});
+    hooks::setFileProbe({});
     expectMainWindow();
 }
 
@@ -323,17 +325,17 @@ TEST_F(TolvekMainTest, AnUnfinishedFileThatCantBeDeletedIsToldAndTheStartGoesOn)
 {
     givenSettings("331");
     writeBytes(file("Tolvek_20000225.Mdb.Compact"), "half");
-    setFileProbe([](FileOperation operation, const Path& path) {
+    hooks::setFileProbe([](FileOperation operation, const Path& path) {
         if (operation == FileOperation::Remove && path.extension() == ".Compact")
             throw std::system_error(std::make_error_code(std::errc::io_error));
     });
     std::vector<Text> titles;
-    setMsgBoxHandler([&](const MsgBoxRequest& box) {
+    hooks::setMsgBox([&](const MsgBoxRequest& box) {
         titles.push_back(box.title);
         return MsgAnswer::Ok;
     });
     start();
-    setFileProbe({});
+    hooks::setFileProbe({});
     EXPECT_EQ(titles, std::vector<Text>{u"エラーメッセージ (Main)"});
     expectMainWindow();
 }
@@ -349,15 +351,15 @@ TEST_F(TolvekMainTest, APreviousGenerationWithMailOutlivesTheCreationOfANewArchi
 TEST_F(TolvekMainTest, ACreationThatFailsLeavesThePreviousGenerationKeptAside)
 {
     givenOnlyABakWithMail();
-    setFileProbe([](FileOperation operation, const Path& path) {
+    hooks::setFileProbe([](FileOperation operation, const Path& path) {
         if (operation == FileOperation::Create && path.extension() == ".Create")
             throw std::system_error(std::make_error_code(std::errc::no_space_on_device));
     });
-    setMsgBoxHandler([](const MsgBoxRequest& box) {
+    hooks::setMsgBox([](const MsgBoxRequest& box) {
         return box.buttons == MsgButtons::YesNo ? MsgAnswer::No : MsgAnswer::Ok;
     });
     start();
-    setFileProbe({});
+    hooks::setFileProbe({});
     EXPECT_EQ(rows(u"tblTolvek", gDbPath + u".Kept"), 1);
 }
 
@@ -365,13 +367,13 @@ TEST_F(TolvekMainTest, ACreationThatFailsLeavesThePreviousGenerationKeptAside)
 TEST_F(TolvekMainTest, APreviousGenerationThatCantBeKeptAsideEndsTheStart)
 {
     givenOnlyABakWithMail();
-    setFileProbe([](FileOperation operation, const Path& path) {
+    hooks::setFileProbe([](FileOperation operation, const Path& path) {
         if (operation == FileOperation::Rename && path.extension() == ".Bak")
             throw std::system_error(std::make_error_code(std::errc::io_error));
     });
-    setMsgBoxHandler([](const MsgBoxRequest&) { return MsgAnswer::Ok; });
+    hooks::setMsgBox([](const MsgBoxRequest&) { return MsgAnswer::Ok; });
     EXPECT_THROW(start(), ProgramEnd);
-    setFileProbe({});
+    hooks::setFileProbe({});
     EXPECT_FALSE(exists("Tolvek.Mdb"));
     EXPECT_EQ(rows(u"tblTolvek", gDbPath + u".Bak"), 1);
 }

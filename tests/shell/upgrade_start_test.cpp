@@ -1,5 +1,7 @@
 // Starts of the program with an archive of an older version.
 #include "dialogs/frm_splash.h"
+#include "platform/runtime/test_hooks.h"
+#include "platform/system/test_hooks.h"
 #include "shell/frm_tolvek_events.h"
 #include "shell/tolvek_main.h"
 #include "support/upgrade_fixture.h"
@@ -35,7 +37,7 @@ protected:
     std::vector<Text> start()
     {
         std::vector<Text> told;
-        setMsgBoxHandler([&](const MsgBoxRequest& box) {
+        hooks::setMsgBox([&](const MsgBoxRequest& box) {
             told.push_back(box.title + u": " + box.text);
             return box.buttons == MsgButtons::YesNo ? MsgAnswer::No : MsgAnswer::Ok;
         });
@@ -106,7 +108,7 @@ TEST_F(UpgradeStartTest, AnOldBakThatReplacedADamagedArchiveIsUpgraded)
     givenSettings("Ver=331\r\n");
     renameDatabase(gDbPath, gDbPath + u".Bak");
     writeBytes(file("Tolvek.Mdb"), "ruined");
-    setMsgBoxHandler([](const MsgBoxRequest& box) {
+    hooks::setMsgBox([](const MsgBoxRequest& box) {
         return box.buttons == MsgButtons::YesNo ? MsgAnswer::Yes : MsgAnswer::Ok;
     });
     Main(splash, window);
@@ -118,12 +120,12 @@ TEST_F(UpgradeStartTest, TheSplashShowsTheProgressAndTheMainWindowTheMails)
 {
     givenSettings("Ver=210\r\n");
     Text seen;
-    setFileProbe([&](FileOperation, const Path&) {
+    hooks::setFileProbe([&](FileOperation, const Path&) {
         if (splash.Loaded() && !splash.lblWarning->Caption().empty())
             seen = splash.lblWarning->Caption();
     });
     EXPECT_EQ(start(), std::vector<Text>{u"Tolvek: " + Text(kUpgradeBegins)});
-    setFileProbe({});
+    hooks::setFileProbe({});
     EXPECT_EQ(seen, u"メールデータの整合性チェックが \r\n100.00 % 終了しました。");
     EXPECT_FALSE(splash.Loaded());
     EXPECT_EQ(window.lstNameOrAddr->ListCount(), 1);
@@ -173,12 +175,12 @@ TEST_F(UpgradeStartTest, AnOldArchiveThatCantBePutBackEndsTheStart)
     renameDatabase(gDbPath, old());
     Table_Create();
     writeBytes(file("Tolvek.Mdb.Upgrade"), "");
-    setFileProbe([](FileOperation operation, const Path& path) {
+    hooks::setFileProbe([](FileOperation operation, const Path& path) {
         if (operation == FileOperation::Replace && path.filename() == "Tolvek.Mdb")
             throw std::system_error(std::make_error_code(std::errc::io_error));
     });
     const std::vector<Text> told = start();
-    setFileProbe({});
+    hooks::setFileProbe({});
     ASSERT_EQ(told.size(), 2u);
     EXPECT_EQ(told[0].find(u"エラーメッセージ (Main)"), 0u);
     EXPECT_EQ(told[1], u"end");

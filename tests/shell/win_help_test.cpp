@@ -1,3 +1,4 @@
+#include "shell/test_hooks.h"
 #include "shell/win_help.h"
 
 #include "platform/runtime/paths.h"
@@ -11,12 +12,12 @@ class WinHelpTest : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        setHelpViewer([this](const Text& path) {
+        hooks::setHelpViewer([this](const Text& path) {
             shown.push_back(path);
             return viewerWorks;
         });
     }
-    void TearDown() override { setHelpViewer({}); }
+    void TearDown() override { hooks::setHelpViewer({}); }
 
     std::int32_t help() { return WinHelpA(nullptr, file, HELP_INDEX, 0); }
 

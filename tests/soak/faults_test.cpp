@@ -1,5 +1,7 @@
 // One program whose work is cut off: it is killed before a file operation, the operation
 // fails, or the power is cut. A later start finds every mail.
+#include "platform/runtime/test_hooks.h"
+#include "platform/system/test_hooks.h"
 #include "soak_fixture.h"
 
 namespace tolvek::test {
@@ -16,7 +18,7 @@ protected:
     {
         BackUpTest::SetUp();
         form.Hide(); // a forked child doesn't get the threads that paint
-        setMsgBoxHandler([](const MsgBoxRequest& box) {
+        hooks::setMsgBox([](const MsgBoxRequest& box) {
             return box.buttons == MsgButtons::YesNo ? MsgAnswer::Yes : MsgAnswer::Ok;
         });
         writeBytes(file("TOLVEK.ini"), "[Tolvek Environment]\r\nVer=331\r\n");
@@ -47,7 +49,7 @@ protected:
         ChildProcess child([&] {
             const auto end = [&] {
                 const auto words = lastWords; // this function goes with the probe
-                setFileProbe({});
+                hooks::setFileProbe({});
                 words();
                 leaveProcess(kCutOff);
             };
@@ -67,7 +69,7 @@ protected:
             throw std::system_error(std::make_error_code(std::errc::io_error));
         });
         work();
-        setFileProbe({});
+        hooks::setFileProbe({});
         return failed;
     }
     bool isPowerCut(int operation, Unforced unforced)

@@ -1,6 +1,8 @@
 // Two programs on one archive, as if no lock kept the second one from starting. One is
 // stopped before each of its file operations in turn, while the other reads, backs up or
 // starts. No mail is lost: neither the earlier ones nor one that is stored in between.
+#include "platform/dao/test_hooks.h"
+#include "platform/runtime/test_hooks.h"
 #include "shell/store_commands.h"
 #include "soak_fixture.h"
 #include "store/text_dump.h"
@@ -19,8 +21,8 @@ protected:
     {
         BackUpTest::SetUp();
         form.Hide(); // a forked child doesn't get the threads that paint
-        Connection::setPatience(20);
-        setMsgBoxHandler([](const MsgBoxRequest& box) {
+        hooks::setPatience(std::chrono::milliseconds(20));
+        hooks::setMsgBox([](const MsgBoxRequest& box) {
             return box.buttons == MsgButtons::YesNo ? MsgAnswer::Yes : MsgAnswer::Ok;
         });
         writeBytes(file("TOLVEK.ini"), "[Tolvek Environment]\r\nVer=331\r\n");
@@ -30,7 +32,7 @@ protected:
     }
     void TearDown() override
     {
-        Connection::setPatience(5000);
+        hooks::setPatience({});
         BackUpTest::TearDown();
     }
 
@@ -121,8 +123,8 @@ protected:
     void SetUp() override
     {
         UpgradeFixture::SetUp();
-        Connection::setPatience(20);
-        setMsgBoxHandler([](const MsgBoxRequest& box) {
+        hooks::setPatience(std::chrono::milliseconds(20));
+        hooks::setMsgBox([](const MsgBoxRequest& box) {
             return box.buttons == MsgButtons::YesNo ? MsgAnswer::Yes : MsgAnswer::Ok;
         });
         givenOldArchive();
@@ -133,7 +135,7 @@ protected:
     }
     void TearDown() override
     {
-        Connection::setPatience(5000);
+        hooks::setPatience({});
         UpgradeFixture::TearDown();
     }
     void start()

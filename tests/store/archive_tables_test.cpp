@@ -1,4 +1,5 @@
 // Which files are opened as an archive, and what happens to other files in its place.
+#include "platform/runtime/test_hooks.h"
 #include "store/archive_tables.h"
 
 #include "platform/dao/connection.h"
@@ -155,7 +156,7 @@ TEST_F(ArchiveTablesStrangerTest, AsTheBakItIsKeptAsideByARepair)
     renameDatabase(gDbPath, gDbPath + u".Bak");
     const std::string stranger = readBytes(file("Tolvek.Mdb.Bak"));
     writeBytes(file("Tolvek.Mdb"), "ruined");
-    setMsgBoxHandler([](const MsgBoxRequest& box) {
+    hooks::setMsgBox([](const MsgBoxRequest& box) {
         return box.buttons == MsgButtons::YesNo ? MsgAnswer::Yes : MsgAnswer::Ok;
     });
     dbCompress(gDbPath);

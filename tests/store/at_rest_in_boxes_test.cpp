@@ -1,6 +1,8 @@
 // The boxes of the routines that work on whole files: the archive is at rest in each,
 // whichever file operation has failed.
 #include "platform/dao/alone.h"
+#include "platform/runtime/test_hooks.h"
+#include "platform/system/test_hooks.h"
 #include "store/db_compress.h"
 #include "support/fault_injection.h"
 #include "support/rest_check.h"
@@ -20,7 +22,7 @@ protected:
     {
         UpgradeFixture::SetUp();
         setBeforeWait(putAllAtRest);
-        setMsgBoxHandler([this](const MsgBoxRequest& box) {
+        hooks::setMsgBox([this](const MsgBoxRequest& box) {
             reports += box.icon == MsgIcon::Critical ? 1 : 0;
             rest.look(toUtf8(box.title + box.text));
             return box.buttons == MsgButtons::YesNo ? MsgAnswer::Yes : MsgAnswer::Ok;
@@ -71,7 +73,7 @@ TEST_P(AtRestInBoxesTest, WhicheverFileOperationFails)
         };
         faultAt(operation, fail, {}, isNoJournal, Reads::DontCount);
         run();
-        setFileProbe({});
+        hooks::setFileProbe({});
         DBEngine::Abandon();
         kept.putBack();
     }

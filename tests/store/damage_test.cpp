@@ -1,6 +1,7 @@
 // How many of 300 mails are recovered from a corrupt archive, with the .Bak and from
 // the corrupt file alone. 200 of them are also in the .Bak; 100 were stored later and
 // are at the end of the file.
+#include "platform/runtime/test_hooks.h"
 #include "store/database_files.h"
 #include "store/db_compress.h"
 #include "support/archive_fixture.h"
@@ -125,7 +126,7 @@ protected:
     void SetUp() override
     {
         ArchiveFixture::SetUp();
-        setMsgBoxHandler([this](const MsgBoxRequest& box) {
+        hooks::setMsgBox([this](const MsgBoxRequest& box) {
             asked.push_back(box.text);
             return box.buttons == MsgButtons::YesNo ? MsgAnswer::Yes : MsgAnswer::Ok;
         });

@@ -1,3 +1,4 @@
+#include "platform/system/test_hooks.h"
 #include "store/database_files.h"
 
 #include "platform/runtime/paths.h"
@@ -12,7 +13,7 @@ namespace {
 
 class DatabaseFilesTest : public ::testing::Test {
 protected:
-    void TearDown() override { setFileProbe({}); }
+    void TearDown() override { hooks::setFileProbe({}); }
     Text in(TextView name) const { return joinPath(pathText(folder.path()), name); }
     static int numberOf(const std::function<void()>& work)
     {
@@ -75,7 +76,7 @@ TEST_F(DatabaseFilesTest, AFileSystemWithoutSecondNamesSaysSo)
 {
     writeBytes(folder / "a", "a");
     EXPECT_TRUE(linkDatabase(in(u"a"), in(u"b")));
-    setFileProbe([](FileOperation operation, const Path&) {
+    hooks::setFileProbe([](FileOperation operation, const Path&) {
         if (operation == FileOperation::Link)
             throw std::system_error(std::make_error_code(std::errc::operation_not_supported));
     });

@@ -1,5 +1,6 @@
 // Wherever a start is cut off or fails, the mails must never be lost, and a later start
 // must find them.
+#include "platform/runtime/test_hooks.h"
 #include "store/database_files.h"
 #include "store/db_compress.h"
 #include "store/db_start.h"
@@ -14,7 +15,7 @@ protected:
     void SetUp() override
     {
         ArchiveFixture::SetUp();
-        setMsgBoxHandler([](const MsgBoxRequest& box) {
+        hooks::setMsgBox([](const MsgBoxRequest& box) {
             return box.buttons == MsgButtons::YesNo ? MsgAnswer::Yes : MsgAnswer::Ok;
         });
         store(mail(u"a@b.jp", u"c@d.jp", u"一通目"));

@@ -1,4 +1,6 @@
 // What a start does with a file that can't be read as a database.
+#include "platform/runtime/test_hooks.h"
+#include "platform/system/test_hooks.h"
 #include "store/database_files.h"
 #include "store/db_compress.h"
 #include "support/archive_fixture.h"
@@ -151,13 +153,13 @@ TEST_F(DbCompressRepairTest, WithoutABakAndWithoutSecondNamesItIsTheSame)
 {
     dropPrevious();
     damage("Tolvek.Mdb");
-    setFileProbe([](FileOperation operation, const Path&) {
+    hooks::setFileProbe([](FileOperation operation, const Path&) {
         if (operation == FileOperation::Link)
             throw std::system_error(std::make_error_code(std::errc::operation_not_permitted));
     });
     boxes.expect(kAnew, MsgAnswer::Yes);
     dbCompress(gDbPath);
-    setFileProbe({});
+    hooks::setFileProbe({});
     EXPECT_EQ(left(), (Names{"Tolvek.Mdb.Bak", "Tolvek.Mdb.Damaged"}));
 }
 
@@ -231,7 +233,7 @@ protected:
     void SetUp() override
     {
         DbCompressRepairTest::SetUp();
-        setMsgBoxHandler([](const MsgBoxRequest& box) {
+        hooks::setMsgBox([](const MsgBoxRequest& box) {
             return box.buttons == MsgButtons::YesNo ? MsgAnswer::Yes : MsgAnswer::Ok;
         });
     }

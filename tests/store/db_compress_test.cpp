@@ -1,3 +1,4 @@
+#include "platform/system/test_hooks.h"
 #include "store/db_compress.h"
 
 #include "store/database_files.h"
@@ -60,13 +61,13 @@ TEST_F(DbCompressTest, ALeftoverOfAPowerCutIsDeletedFirst)
 TEST_F(DbCompressTest, WithoutSecondNamesPlainRenamesGiveTheSame)
 {
     store(Mail{});
-    setFileProbe([](FileOperation operation, const Path&) {
+    hooks::setFileProbe([](FileOperation operation, const Path&) {
         if (operation == FileOperation::Link)
             throw std::system_error(std::make_error_code(std::errc::operation_not_permitted));
     });
     dbCompress(gDbPath);
     dbCompress(gDbPath);
-    setFileProbe({});
+    hooks::setFileProbe({});
     EXPECT_EQ(rows(u"tblTolvek", live()), 1);
     EXPECT_EQ(rows(u"tblTolvek", previous()), 1);
     EXPECT_EQ(fileNames(folder.path()).size(), 2u);

@@ -1,6 +1,8 @@
 // When a start converts an archive of the classic platform to this program's format,
 // the rows are converted and the original stays.
 #include "platform/dao/connection.h"
+#include "platform/runtime/test_hooks.h"
+#include "platform/system/test_hooks.h"
 #include "store/database_files.h"
 #include "store/db_compress.h"
 #include "store/db_start.h"
@@ -93,9 +95,9 @@ TEST_F(JetOriginalTest, TheSameOneBroughtAgainIsntKeptTwiceAndAnotherIs)
 TEST_F(JetOriginalTest, WithoutSecondNamesItIsACopy)
 {
     given("current_jet4");
-    setFileProbe(refuseLinks);
+    hooks::setFileProbe(refuseLinks);
     dbCompress(gDbPath);
-    setFileProbe({});
+    hooks::setFileProbe({});
     EXPECT_EQ(rowsOf("Tolvek.Mdb"), expectedTables("current_jet4"));
     EXPECT_EQ(readBytes(file("Tolvek.Mdb.Bak")), original("current_jet4"));
     EXPECT_EQ(readBytes(file("Tolvek.Mdb.Jet")), original("current_jet4"));
@@ -106,17 +108,17 @@ TEST_F(JetOriginalTest, WithoutSecondNamesItIsACopy)
 TEST_F(JetOriginalTest, AnOriginalThatCantBeKeptIsntReplaced)
 {
     given("current_jet4");
-    setFileProbe([](FileOperation, const Path& path) {
+    hooks::setFileProbe([](FileOperation, const Path& path) {
         if (path.filename() == "Tolvek.Mdb.Jet")
             throw std::system_error(std::make_error_code(std::errc::no_space_on_device));
     });
     std::vector<Text> titles;
-    setMsgBoxHandler([&](const MsgBoxRequest& box) {
+    hooks::setMsgBox([&](const MsgBoxRequest& box) {
         titles.push_back(box.title);
         return MsgAnswer::Ok;
     });
     dbCompress(gDbPath);
-    setFileProbe({});
+    hooks::setFileProbe({});
     EXPECT_EQ(titles, std::vector<Text>{u"エラーメッセージ (dbCompress)"});
     EXPECT_EQ(readBytes(file("Tolvek.Mdb")), original("current_jet4"));
 }
@@ -198,7 +200,7 @@ protected:
     void SetUp() override
     {
         JetOriginalTest::SetUp();
-        setMsgBoxHandler([](const MsgBoxRequest&) { return MsgAnswer::Ok; });
+        hooks::setMsgBox([](const MsgBoxRequest&) { return MsgAnswer::Ok; });
         given("empty_current_jet4");
         kept.keep();
     }

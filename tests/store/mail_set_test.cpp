@@ -1,3 +1,4 @@
+#include "platform/system/test_hooks.h"
 #include "store/mail_set.h"
 
 #include "support/archive_fixture.h"
@@ -61,7 +62,7 @@ TEST_F(MailSetTest, AFailingDiskIsNoUnreadableDatabase)
 {
     store(mail(u"a@b.jp", u"c@d.jp"));
     givenOther();
-    setFileProbe([](FileOperation operation, const Path& path) {
+    hooks::setFileProbe([](FileOperation operation, const Path& path) {
         if (operation == FileOperation::Read && path.filename() == "Other.Mdb")
             throw std::system_error(EIO, std::generic_category());
     });

@@ -1,3 +1,4 @@
+#include "platform/system/test_hooks.h"
 #include "store/search_tables.h"
 
 #include "support/archive_fixture.h"
@@ -94,11 +95,11 @@ TEST_F(SearchTablesTest, WithoutMailsNoStatementRunsButTheDelete)
         execute(Statement{u"DELETE FROM tblTolvek"});
         DBEngine::Rest();
         int writes = 0;
-        setFileProbe([&](FileOperation operation, const Path&) {
+        hooks::setFileProbe([&](FileOperation operation, const Path&) {
             if (operation == FileOperation::Write || operation == FileOperation::Flush) ++writes;
         });
         work();
-        setFileProbe({});
+        hooks::setFileProbe({});
         return writes;
     };
     const int deleting = writesOf([] { execute(Statement{u"DELETE FROM tblSearch_Name "}); });

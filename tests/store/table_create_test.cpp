@@ -1,3 +1,4 @@
+#include "platform/system/test_hooks.h"
 #include "store/table_create.h"
 
 #include "store/schema.h"
@@ -82,7 +83,7 @@ TEST_F(TableCreateTest, WhatACutOffCreationLeftBehindIsNoObstacle)
 TEST_F(TableCreateTest, ACreationThatFailsLeavesTheOldArchive)
 {
     store(Mail{});
-    setFileProbe([](FileOperation operation, const Path&) {
+    hooks::setFileProbe([](FileOperation operation, const Path&) {
         if (operation == FileOperation::Replace || operation == FileOperation::Rename)
             throw std::system_error(std::make_error_code(std::errc::io_error));
     });
@@ -90,7 +91,7 @@ TEST_F(TableCreateTest, ACreationThatFailsLeavesTheOldArchive)
     boxes.expect(u"エラー番号： 57\r\n（" + errorText(57) + u"）", MsgAnswer::Ok,
                  u"エラーメッセージ (Table_Create)");
     Table_Create();
-    setFileProbe({});
+    hooks::setFileProbe({});
     EXPECT_EQ(rows(u"tblTolvek"), 1);
 }
 

@@ -1,3 +1,4 @@
+#include "platform/system/test_hooks.h"
 #include "store/database_files.h"
 #include "store/text_dump.h"
 #include "support/fault_injection.h"
@@ -35,7 +36,7 @@ class TextDumpFailuresTest : public TextDumpFixture {
 protected:
     void TearDown() override
     {
-        setFileProbe({});
+        hooks::setFileProbe({});
         TextDumpFixture::TearDown();
     }
     void expectClosed(const Routine& routine)
@@ -45,7 +46,7 @@ protected:
     }
     static void fillDisk(FileOperation failing)
     {
-        setFileProbe([failing](FileOperation operation, const Path& path) {
+        hooks::setFileProbe([failing](FileOperation operation, const Path& path) {
             if (operation == failing && path.extension() != ".Mdb")
                 throw std::system_error(std::make_error_code(std::errc::no_space_on_device));
         });
@@ -178,7 +179,7 @@ TEST_F(TextDumpFailuresTest, AFullDiskIsToldOnceByEachRoutineAndTouchesNoDatabas
             EXPECT_EQ(reports.take(), Reports{routine.name + std::string(" 61")});
             expectClosed(routine);
         }
-        setFileProbe({});
+        hooks::setFileProbe({});
         EXPECT_EQ(readBytes(file("Tolvek.Mdb")), archive);
     }
     tblTolvek_UnLoad(); // there is room again
@@ -212,13 +213,13 @@ TEST_F(TextDumpFailuresTest, AFileThatCantBeOpenedCostsALoadNothing)
 {
     addFriend(u"a@x.jp", u"n", u"p");
     givenText("tblFriend.Txt", u"");
-    setFileProbe([](FileOperation operation, const Path& path) {
+    hooks::setFileProbe([](FileOperation operation, const Path& path) {
         if (operation == FileOperation::Open && path.filename() == "tblFriend.Txt")
             throw std::system_error(std::make_error_code(std::errc::permission_denied));
     });
     tblFriend_Load();
     EXPECT_EQ(reports.take(), Reports{"tblFriend_Load 75"});
-    setFileProbe({});
+    hooks::setFileProbe({});
     EXPECT_EQ(rows(u"tblFriend"), 1);
 }
 

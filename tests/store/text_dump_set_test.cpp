@@ -1,3 +1,4 @@
+#include "platform/system/test_hooks.h"
 #include "store/text_dump_set.h"
 
 #include "support/fault_injection.h"
@@ -10,7 +11,7 @@ class TextDumpSetTest : public TextDumpFixture {
 protected:
     void TearDown() override
     {
-        setFileProbe({});
+        hooks::setFileProbe({});
         TextDumpFixture::TearDown();
     }
     static void writeNew()
@@ -114,12 +115,12 @@ TEST_F(TextDumpSetTest, AFailureInTheMiddleOfTheExchangeIsMadeGoodByTheNextSettl
     unLoadAll();
     givenRows(u"second");
     writeNew();
-    setFileProbe([](FileOperation operation, const Path& path) {
+    hooks::setFileProbe([](FileOperation operation, const Path& path) {
         if (operation == FileOperation::Replace && path.filename() == "tblFriend.Txt")
             throw std::system_error(std::make_error_code(std::errc::io_error));
     });
     EXPECT_THROW(exchangeTextFiles(), RuntimeError);
-    setFileProbe({});
+    hooks::setFileProbe({});
     settleTextFiles();
     EXPECT_EQ(filesWith(u"second"), 6);
     EXPECT_EQ(litter(), 0u);

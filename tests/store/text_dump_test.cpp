@@ -1,3 +1,4 @@
+#include "platform/system/test_hooks.h"
 #include "store/text_dump.h"
 
 #include "support/yield_watch.h"
@@ -176,7 +177,7 @@ TEST_F(TextDumpTest, AWholeUnloadIsOnTheDisk)
 {
     putMail(u"101112", u"件名");
     std::vector<FileOperation> operations;
-    setFileProbe([&](FileOperation operation, const Path& path) {
+    hooks::setFileProbe([&](FileOperation operation, const Path& path) {
         if (path.filename() == "tblTolvek.Txt" || operation == FileOperation::FlushFolder)
             operations.push_back(operation);
     });

@@ -1,5 +1,7 @@
 // Wherever the upgrade of an old archive is cut off or fails, no row may be lost, and an
 // incomplete new archive must never be taken for the old one.
+#include "platform/runtime/test_hooks.h"
+#include "platform/system/test_hooks.h"
 #include "store/archive_tables.h"
 #include "store/db_compress.h"
 #include "store/db_start.h"
@@ -14,7 +16,7 @@ protected:
     void SetUp() override
     {
         UpgradeFixture::SetUp();
-        setMsgBoxHandler([](const MsgBoxRequest& box) {
+        hooks::setMsgBox([](const MsgBoxRequest& box) {
             return box.buttons == MsgButtons::YesNo ? MsgAnswer::Yes : MsgAnswer::Ok;
         });
         givenOldArchive();
@@ -130,7 +132,7 @@ TEST_F(VerUp300FaultsSettleTest, AWayBackThatIsCutOffOrFailsIsTakenUpAgain)
         faultAt(operation,
                 [] { throw std::system_error(std::make_error_code(std::errc::io_error)); });
         settle();
-        setFileProbe({});
+        hooks::setFileProbe({});
         check(operation);
     }
 }
@@ -140,7 +142,7 @@ TEST_F(VerUp300FaultsSettleTest, AWayBackThatIsCutOffOrFailsIsTakenUpAgain)
 TEST_F(VerUp300FaultsTest, WhatALaterStepRestsOnIsForcedToTheDiskBefore)
 {
     std::vector<std::string> order;
-    setFileProbe([&](FileOperation operation, const Path& path) {
+    hooks::setFileProbe([&](FileOperation operation, const Path& path) {
         const std::string name = path.filename().string();
         if (operation == FileOperation::Flush && name == "Tolvek.Mdb.Upgrade")
             order.push_back("mark");
@@ -153,7 +155,7 @@ TEST_F(VerUp300FaultsTest, WhatALaterStepRestsOnIsForcedToTheDiskBefore)
             order.push_back("unmark");
     });
     upgrade();
-    setFileProbe({});
+    hooks::setFileProbe({});
     const auto at = [&](const std::string& step) {
         return std::find(order.begin(), order.end(), step);
     };

@@ -1,5 +1,6 @@
 // The upgrade of archives that the classic platform left.
 #include "platform/dao/connection.h"
+#include "platform/runtime/test_hooks.h"
 #include "support/jet_reader.h"
 #include "support/jet_tables.h"
 #include "support/test_data.h"
@@ -15,7 +16,7 @@ protected:
         UpgradeFixture::SetUp();
         removeDatabase(gDbPath);
         givenVersion("210");
-        setMsgBoxHandler([this](const MsgBoxRequest& box) {
+        hooks::setMsgBox([this](const MsgBoxRequest& box) {
             told.push_back(box.text);
             return MsgAnswer::Ok;
         });

@@ -1,4 +1,6 @@
 // The upgrade of an older archive: what it copies, what it shows, and when it is undone.
+#include "platform/runtime/test_hooks.h"
+#include "platform/system/test_hooks.h"
 #include "store/archive_tables.h"
 #include "support/upgrade_fixture.h"
 
@@ -33,7 +35,7 @@ protected:
     std::vector<MsgBoxRequest> upgradeThatEnds()
     {
         std::vector<MsgBoxRequest> told;
-        setMsgBoxHandler([&](const MsgBoxRequest& box) {
+        hooks::setMsgBox([&](const MsgBoxRequest& box) {
             told.push_back(box);
             return box.buttons == MsgButtons::YesNo ? MsgAnswer::Yes : MsgAnswer::Ok;
         });
@@ -164,12 +166,12 @@ TEST_F(VerUp300Test, TwoMailsThatAgreeInEverythingButTheSubjectEndIt)
 TEST_F(VerUp300Test, AnOldArchiveThatCantBeOpenedGoesBackFirst)
 {
     storeOld(Mail{});
-    setFileProbe([](FileOperation operation, const Path& path) {
+    hooks::setFileProbe([](FileOperation operation, const Path& path) {
         if (operation == FileOperation::Open && path.extension() == ".V300")
             throw std::system_error(std::make_error_code(std::errc::permission_denied));
     });
     const std::vector<MsgBoxRequest> told = upgradeThatEnds();
-    setFileProbe({});
+    hooks::setFileProbe({});
     ASSERT_EQ(told.size(), 3u);
     EXPECT_EQ(told[1].title, kTitle);
     EXPECT_EQ(rows(u"tblTolvek"), 1);
@@ -242,7 +244,7 @@ TEST_F(VerUp300Test, ADamagedArchiveThatTheUserGivesUpLeavesNoMarkBehind)
 {
     writeBytes(file("Tolvek.Mdb"), std::string(5000, 'x'));
     std::vector<Text> titles;
-    setMsgBoxHandler([&](const MsgBoxRequest& box) {
+    hooks::setMsgBox([&](const MsgBoxRequest& box) {
         titles.push_back(box.title);
         return box.buttons == MsgButtons::YesNo ? MsgAnswer::Yes : MsgAnswer::Ok;
     });

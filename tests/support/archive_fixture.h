@@ -14,10 +14,12 @@
 #include "app/program_end.h"
 #include "app/settings.h"
 #include "app/state.h"
+#include "app/test_hooks.h"
 #include "platform/dao/dao.h"
 #include "platform/runtime/paths.h"
 #include "platform/runtime/text_files.h"
 #include "platform/system/files.h"
+#include "platform/system/test_hooks.h"
 #include "store/archive_tables.h"
 #include "store/table_create.h"
 #include "support/msg_box_script.h"
@@ -85,19 +87,19 @@ protected:
         gIniPath = joinPath(appPath(), u"TOLVEK.ini");
         gMyMailAddr = u"taro@example.jp";
         gMyMailHandle = u"太郎";
-        setConverterLibrary(givingBack());
-        setEndHook([](int code) { throw ProgramEnd{code}; });
+        hooks::setConverterLibrary(givingBack());
+        hooks::setEnd([](int code) { throw ProgramEnd{code}; });
         registerArchiveTables();
         Table_Create();
     }
     void TearDown() override
     {
-        setFileProbe({});
+        hooks::setFileProbe({});
         gRs = Recordset();
         gDb.Close();
         closeAllFiles();
-        setConverterLibrary({});
-        setEndHook({});
+        hooks::setConverterLibrary({});
+        hooks::setEnd({});
         gMyMailAddr.clear();
         gMyMailHandle.clear();
         setStatusLines(u"", u"", u"", u"", u"", u"");

@@ -4,6 +4,7 @@
 #include "filter/filter_results.h"
 #include "filter/filter_rules.h"
 #include "platform/runtime/dates.h"
+#include "platform/runtime/test_hooks.h"
 #include "shell/backup_commands.h"
 #include "store/search_tables.h"
 #include "support/modal_script.h"
@@ -25,7 +26,7 @@ protected:
     void SetUp() override
     {
         WindowFixture::SetUp();
-        setClock([] { return DateTime{2000, 2, 25, 12, 0, 0}; });
+        hooks::setClock([] { return DateTime{2000, 2, 25, 12, 0, 0}; });
         onEvent(form.memBackUp_FileEdit, &MenuEntry::Click,
                 [this] { memBackUp_FileEdit_Click(form); });
         onEvent(form.memBackUp_FileSelect, &MenuEntry::Click,
@@ -44,7 +45,7 @@ protected:
     }
     void TearDown() override
     {
-        setClock({});
+        hooks::setClock({});
         form.Unload();
         gBackUpDisp = 0;
         gBusyFlag = 0;

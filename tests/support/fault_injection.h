@@ -3,6 +3,7 @@
 #pragma once
 #include "platform/system/files.h"
 #include "platform/system/process.h"
+#include "platform/system/test_hooks.h"
 #include "support/child_process.h"
 
 #include <gtest/gtest.h>
@@ -62,8 +63,8 @@ inline constexpr int kSparse = 1;
 inline void faultAt(int number, std::function<void()> fault, FileProbe always = {},
                     FaultFilter counts = {}, Reads reads = Reads::Count)
 {
-    setFileProbe([number, fault, always, counts, reads,
-                  next = 0](FileOperation operation, const std::filesystem::path& path) mutable {
+    hooks::setFileProbe([number, fault, always, counts, reads, next = 0](
+                            FileOperation operation, const std::filesystem::path& path) mutable {
         if (always) always(operation, path);
         if (counts && !counts(path)) return;
         if (reads == Reads::DontCount && operation == FileOperation::Read) return;
@@ -114,7 +115,7 @@ inline void failEachOperation(const std::function<void()>& work,
         };
         faultAt(operation, fail, always, counts);
         work();
-        setFileProbe({});
+        hooks::setFileProbe({});
         check(operation);
     }
     EXPECT_GT(operation, 10);

@@ -8,6 +8,7 @@
 // that was never shown fails it at the end. Without a title, any title matches.
 #pragma once
 #include "platform/runtime/msg_box.h"
+#include "platform/runtime/test_hooks.h"
 
 #include <gtest/gtest.h>
 
@@ -23,11 +24,11 @@ class MsgBoxScript {
 public:
     MsgBoxScript()
     {
-        setMsgBoxHandler([this](const MsgBoxRequest& box) { return answer(box); });
+        hooks::setMsgBox([this](const MsgBoxRequest& box) { return answer(box); });
     }
     ~MsgBoxScript()
     {
-        setMsgBoxHandler({});
+        hooks::setMsgBox({});
         for (const Expected& missing : expected_)
             ADD_FAILURE() << "box never came: " << narrow(missing.text);
     }

@@ -2,6 +2,7 @@
 // demand.
 #pragma once
 #include "platform/system/files.h"
+#include "platform/system/test_hooks.h"
 
 #include <optional>
 #include <string>
@@ -23,13 +24,13 @@ public:
     explicit ProbeLog(std::optional<FileOperation> failing = {},
                       std::errc code = std::errc::io_error)
     {
-        setFileProbe(
+        hooks::setFileProbe(
             [this, failing, code](FileOperation operation, const std::filesystem::path& path) {
                 asked.push_back(nameOf(operation) + " " + path.filename().string());
                 if (operation == failing) throw std::system_error(std::make_error_code(code));
             });
     }
-    ~ProbeLog() { setFileProbe({}); }
+    ~ProbeLog() { hooks::setFileProbe({}); }
     ProbeLog(const ProbeLog&) = delete;
     ProbeLog& operator=(const ProbeLog&) = delete;
 

@@ -8,6 +8,7 @@
 // answer is given.
 #pragma once
 #include "platform/runtime/msg_box.h"
+#include "platform/runtime/test_hooks.h"
 
 #include <string>
 #include <utility>
@@ -27,7 +28,7 @@ public:
     void listen(MsgAnswer toQuestions = MsgAnswer::No)
     {
         toQuestions_ = toQuestions;
-        setMsgBoxHandler([this](const MsgBoxRequest& box) { return gather(box); });
+        hooks::setMsgBox([this](const MsgBoxRequest& box) { return gather(box); });
     }
     Reports take() { return std::exchange(reports_, {}); }
 

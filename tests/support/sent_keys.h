@@ -7,6 +7,7 @@
 //     EXPECT_EQ(sent.take(), (Sent{u"activate 77", u"%F", ...}));
 #pragma once
 #include "platform/forms/send_keys.h"
+#include "platform/forms/test_hooks.h"
 #include "platform/runtime/runtime_error.h"
 
 #include <functional>
@@ -22,10 +23,10 @@ class SentKeys {
 public:
     SentKeys()
     {
-        setKeySender({[this](std::int32_t id) { take(u"activate " + decimal(id)); },
-                      [this](TextView keys) { take(Text(keys)); }});
+        hooks::setKeySender({[this](std::int32_t id) { take(u"activate " + decimal(id)); },
+                             [this](TextView keys) { take(Text(keys)); }});
     }
-    ~SentKeys() { setKeySender({}); }
+    ~SentKeys() { hooks::setKeySender({}); }
     SentKeys(const SentKeys&) = delete;
     SentKeys& operator=(const SentKeys&) = delete;
 

@@ -6,7 +6,7 @@
 //
 // An exception thrown by `look` is a failure of that yield.
 #pragma once
-#include "platform/runtime/yield_hook.h"
+#include "platform/runtime/test_hooks.h"
 
 #include <functional>
 
@@ -16,12 +16,12 @@ class YieldWatch {
 public:
     explicit YieldWatch(std::function<void()> look = {})
     {
-        setYieldHook([this, look = std::move(look)] {
+        hooks::setYield([this, look = std::move(look)] {
             ++count_;
             if (look) look();
         });
     }
-    ~YieldWatch() { setYieldHook({}); }
+    ~YieldWatch() { hooks::setYield({}); }
     YieldWatch(const YieldWatch&) = delete;
     YieldWatch& operator=(const YieldWatch&) = delete;
 

@@ -3,6 +3,7 @@
 #include "platform/dao/dao_errors.h"
 #include "platform/dao/general_order.h"
 #include "platform/dao/probe_vfs.h"
+#include "platform/dao/test_hooks.h"
 #include "platform/runtime/paths.h"
 #include "platform/runtime/runtime_error.h"
 #include "platform/system/files.h"
@@ -17,7 +18,8 @@ namespace {
 
 constexpr std::size_t kKeptStatements = 100;
 constexpr std::uintmax_t kHeaderSize = 100; // of an SQLite file
-int patienceSet = 5000;                     // milliseconds
+constexpr std::chrono::milliseconds kPatience{5000};
+int patienceSet = static_cast<int>(kPatience.count());
 
 // SQLite passes pointers into its pages, where a text may begin at an odd address.
 TextView aligned(const void* bytes, int size, Text& copy)
@@ -559,14 +561,14 @@ void Connection::close()
     closeHandle();
 }
 
-void Connection::setPatience(int milliseconds)
-{
-    patienceSet = milliseconds;
-}
-
 int Connection::patience()
 {
     return patienceSet;
+}
+
+void hooks::setPatience(std::optional<std::chrono::milliseconds> patience)
+{
+    patienceSet = static_cast<int>(patience.value_or(kPatience).count());
 }
 
 }

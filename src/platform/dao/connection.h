@@ -92,8 +92,7 @@ public:
     void beginReading();
     void endReading();
 
-    // How long a statement waits for another program before 3356.
-    static void setPatience(int milliseconds);
+    // How long a statement waits for another program before 3356, in milliseconds.
     static int patience();
 
     int holders = 0; // the number of databases and holds that use it

@@ -1,6 +1,7 @@
 #include "platform/dao/jet_child.h"
 
 #include "platform/dao/jet_head.h"
+#include "platform/dao/test_hooks.h"
 #include "platform/runtime/paths.h"
 #include "platform/runtime/runtime_error.h"
 #include "platform/system/child_program.h"
@@ -101,7 +102,7 @@ void readJet(const std::filesystem::path& source, JetReceiver& receiver)
     });
 }
 
-void setJetReader(std::filesystem::path program, std::chrono::milliseconds patience)
+void hooks::setJetReader(std::filesystem::path program, std::chrono::milliseconds patience)
 {
     reader() = {std::move(program), patience};
 }

@@ -2,7 +2,6 @@
 #pragma once
 #include "platform/dao/jet_stream.h"
 
-#include <chrono>
 #include <filesystem>
 
 namespace tolvek {
@@ -13,10 +12,5 @@ namespace tolvek {
 // that says nothing about the file. If the reader doesn't know the file's format: 3041.
 // If the file can't be read: 75. Failures of the receiver propagate.
 void readJet(const std::filesystem::path& source, JetReceiver& receiver);
-
-// For tests: uses another reader than the one in the program's folder, and sets how long
-// it may take. An empty path restores the default.
-void setJetReader(std::filesystem::path program,
-                  std::chrono::milliseconds patience = std::chrono::minutes(1));
 
 }

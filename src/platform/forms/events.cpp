@@ -2,6 +2,7 @@
 
 #include "platform/forms/appearance.h"
 #include "platform/forms/screen.h"
+#include "platform/forms/test_hooks.h"
 #include "platform/runtime/msg_box.h"
 
 #include <QApplication>
@@ -14,7 +15,7 @@ namespace tolvek {
 
 namespace {
 
-UntrappedHandler untrappedHandler;
+std::function<void(const RuntimeError&)> untrappedHandler;
 std::function<void()> endFunction;
 std::exception_ptr kept;
 bool quitting = false;
@@ -57,7 +58,7 @@ WaitScope::~WaitScope()
     waits.pop_back();
 }
 
-void setUntrappedHandler(UntrappedHandler handler)
+void hooks::setUntrapped(std::function<void(const RuntimeError&)> handler)
 {
     untrappedHandler = std::move(handler);
 }

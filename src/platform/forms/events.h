@@ -1,7 +1,7 @@
 // Runs the program's code for events of the screen and handles exceptions from it.
 //
 // No exception ever passes through Qt. A RuntimeError that leaves an event
-// procedure is untrapped and goes to the untrapped handler. Any other exception
+// procedure is untrapped and goes to reportUntrapped. Any other exception
 // (the end of the program, as a test's hook throws it) is kept. It ends the
 // innermost wait (ShowModal, MsgBox, InputBox, DoEvents, runApplication) or the
 // Load, Show or Unload that fired the event, and is rethrown from there. A test
@@ -17,11 +17,7 @@
 
 namespace tolvek {
 
-using UntrappedHandler = std::function<void(const RuntimeError&)>;
-
-// The default handler shows the box 実行時エラー '13': and then calls the end function.
-// An empty function restores the default.
-void setUntrappedHandler(UntrappedHandler handler);
+// Shows the box 実行時エラー '13': and then calls the end function.
 void reportUntrapped(const RuntimeError& error);
 
 // Ends the program at once. Without an end function the process exits with code 0.

@@ -3,6 +3,7 @@
 #include "platform/forms/events.h"
 #include "platform/forms/fonts.h"
 #include "platform/forms/qt_text.h"
+#include "platform/forms/test_hooks.h"
 #include "platform/runtime/codepage932.h"
 #include "platform/runtime/msg_box.h"
 #include "platform/runtime/runtime_error.h"
@@ -199,7 +200,7 @@ void FontDialog::ShowFont(QWidget* owner)
         throw RuntimeError(kDialogCancelled, u"[キャンセル] が選択されました。", nullptr);
 }
 
-void setFontDialogHook(std::function<bool(FontDialogFields&)> hook)
+void hooks::setFontDialog(std::function<bool(FontDialogFields&)> hook)
 {
     fontDialogHook = std::move(hook);
 }

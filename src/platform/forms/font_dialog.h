@@ -12,8 +12,6 @@
 #pragma once
 #include "platform/runtime/text.h"
 
-#include <functional>
-
 class QWidget;
 
 namespace tolvek {
@@ -46,9 +44,5 @@ public:
 private:
     FontDialogFields fields_;
 };
-
-// For tests: answers the dialog. True with changed fields means OK, false means
-// Cancel.
-void setFontDialogHook(std::function<bool(FontDialogFields&)> hook);
 
 }

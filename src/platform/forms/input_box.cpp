@@ -4,6 +4,7 @@
 #include "platform/forms/events.h"
 #include "platform/forms/qt_text.h"
 #include "platform/forms/screen.h"
+#include "platform/forms/test_hooks.h"
 #include "platform/runtime/msg_box.h"
 
 #include <QApplication>
@@ -18,7 +19,7 @@ namespace tolvek {
 
 namespace {
 
-InputBoxHandler inputBoxHandler;
+std::function<Text(const InputBoxRequest&)> inputBoxHandler;
 
 void addButtons(QDialog& dialog, QVBoxLayout& rows)
 {
@@ -61,9 +62,9 @@ Text ask(const InputBoxRequest& request)
 
 }
 
-void setInputBoxHandler(InputBoxHandler handler)
+void hooks::setInputBox(std::function<Text(const InputBoxRequest&)> answer)
 {
-    inputBoxHandler = std::move(handler);
+    inputBoxHandler = std::move(answer);
 }
 
 Text InputBox(TextView prompt, TextView title, TextView defaultText)

@@ -1,9 +1,7 @@
 // Asks the user for one line of text; Cancel returns an empty text. Accepts what a
-// text box accepts. Tests answer through a handler.
+// text box accepts.
 #pragma once
 #include "platform/runtime/text.h"
-
-#include <functional>
 
 namespace tolvek {
 
@@ -14,9 +12,5 @@ struct InputBoxRequest {
 };
 
 Text InputBox(TextView prompt, TextView title, TextView defaultText = {});
-
-using InputBoxHandler = std::function<Text(const InputBoxRequest&)>;
-// Replaces the screen; an empty function restores it.
-void setInputBoxHandler(InputBoxHandler handler);
 
 }

@@ -4,6 +4,7 @@
 #include "platform/forms/input_hold.h"
 #include "platform/forms/qt_text.h"
 #include "platform/forms/screen.h"
+#include "platform/forms/test_hooks.h"
 #include "platform/runtime/do_events.h"
 #include "platform/runtime/key_notation.h"
 #include "platform/runtime/runtime_error.h"
@@ -33,7 +34,7 @@ constexpr int kPastePause = 30; // after the text has been fetched; measured
 constexpr int kFetchPatience = 2000;
 
 std::int32_t activated = 0; // the process that receives SendKeys
-KeySender senderOfTests;
+hooks::KeySender senderOfTests;
 
 // The toolkit serves clipboard requests while it processes events.
 void serve()
@@ -228,7 +229,7 @@ Text Clipboard::GetText()
     return fromQt(QGuiApplication::clipboard()->text());
 }
 
-void setKeySender(KeySender sender)
+void hooks::setKeySender(KeySender sender)
 {
     senderOfTests = std::move(sender);
 }

@@ -8,7 +8,6 @@
 #include "platform/runtime/text.h"
 
 #include <cstdint>
-#include <functional>
 
 namespace tolvek {
 
@@ -26,12 +25,5 @@ public:
     static void SetText(TextView text); // line ends unchanged
     static Text GetText();
 };
-
-// For tests: replaces the screen.
-struct KeySender {
-    std::function<void(std::int32_t)> AppActivate;
-    std::function<void(TextView)> SendKeys;
-};
-void setKeySender(KeySender sender); // a default-constructed one restores it
 
 }

@@ -1,6 +1,7 @@
 #include "platform/runtime/dates.h"
 
 #include "platform/runtime/runtime_error.h"
+#include "platform/runtime/test_hooks.h"
 
 #include <algorithm>
 #include <atomic>
@@ -68,7 +69,7 @@ DateTime now()
     return clock ? clock() : realClock();
 }
 
-void setClock(DateTime (*clock)())
+void hooks::setClock(DateTime (*clock)())
 {
     fixedClock = clock;
 }

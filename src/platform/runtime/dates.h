@@ -9,8 +9,6 @@ struct DateTime {
 };
 
 DateTime now();
-// For tests: fixes the clock; null restores the real one.
-void setClock(DateTime (*clock)());
 
 Text formatDate(const DateTime& time); // "yyyy/mm/dd"
 Text formatTime(const DateTime& time); // "hh:mm:ss", 24 hours

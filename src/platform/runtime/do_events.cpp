@@ -1,6 +1,6 @@
 #include "platform/runtime/do_events.h"
 
-#include "platform/runtime/yield_hook.h"
+#include "platform/runtime/test_hooks.h"
 
 #include <chrono>
 #include <utility>
@@ -48,7 +48,7 @@ void DoEvents()
     if (yieldHook() || Clock::now() - lastTurn >= kTurnEvery) DoEventsNow();
 }
 
-void setYieldHook(std::function<void()> hook)
+void hooks::setYield(std::function<void()> hook)
 {
     yieldHook() = std::move(hook);
 }

@@ -1,6 +1,7 @@
 #include "platform/runtime/msg_box.h"
 
 #include "platform/runtime/runtime_error.h"
+#include "platform/runtime/test_hooks.h"
 
 #include <utility>
 
@@ -11,10 +12,10 @@ namespace {
 // constinit: forms installs its screen during static initialisation, in any order.
 constinit MsgBoxScreen msgBoxScreen = nullptr;
 
-MsgBoxHandler& msgBoxHandler()
+std::function<MsgAnswer(const MsgBoxRequest&)>& answerOfTests()
 {
-    static MsgBoxHandler handler;
-    return handler;
+    static std::function<MsgAnswer(const MsgBoxRequest&)> answer;
+    return answer;
 }
 
 std::function<void()>& beforeWaitHook()
@@ -38,9 +39,9 @@ void setMsgBoxScreen(MsgBoxScreen screen)
     msgBoxScreen = screen;
 }
 
-void setMsgBoxHandler(MsgBoxHandler handler)
+void hooks::setMsgBox(std::function<MsgAnswer(const MsgBoxRequest&)> answer)
 {
-    msgBoxHandler() = std::move(handler);
+    answerOfTests() = std::move(answer);
 }
 
 void setBeforeWait(std::function<void()> hook)
@@ -57,10 +58,9 @@ MsgAnswer MsgBox(TextView text, MsgButtons buttons, TextView title, MsgIcon icon
                  MsgAnswer defaultAnswer)
 {
     beforeWait();
-    // The hook has run even if a handler answers, so that tests take the same
-    // steps.
+    // It has run even if a test answers, so that tests take the same steps.
     const MsgBoxRequest request{Text(text), buttons, Text(title), icon, defaultAnswer};
-    return msgBoxHandler() ? msgBoxHandler()(request) : shown(request);
+    return answerOfTests() ? answerOfTests()(request) : shown(request);
 }
 
 }

@@ -3,7 +3,7 @@
 //
 // A Yes/No box can't be closed with Escape; closing it in another way means No. An
 // OK/Cancel box has OK as its default; Escape and closing mean Cancel. Captions:
-// はい, いいえ, OK, キャンセル. Tests answer through a handler (tests/support).
+// はい, いいえ, OK, キャンセル.
 #pragma once
 #include "platform/runtime/text.h"
 
@@ -34,10 +34,6 @@ MsgAnswer MsgBox(TextView text, MsgButtons buttons = MsgButtons::Ok,
 // program without windows must not ask: error 51.
 using MsgBoxScreen = MsgAnswer (*)(const MsgBoxRequest&);
 void setMsgBoxScreen(MsgBoxScreen screen);
-
-using MsgBoxHandler = std::function<MsgAnswer(const MsgBoxRequest&)>;
-// Replaces the screen; an empty function restores it.
-void setMsgBoxHandler(MsgBoxHandler handler);
 
 // The hook is called before the program waits for its user (in a box or a modal
 // form), so that nothing is held open meanwhile.

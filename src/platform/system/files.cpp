@@ -1,6 +1,8 @@
 // Operations composed of single operations, the same on every system.
 #include "platform/system/files.h"
 
+#include "platform/system/test_hooks.h"
+
 #include <optional>
 #include <system_error>
 #include <utility>
@@ -111,7 +113,7 @@ template <class Sink> void readPieces(const fs::path& path, Sink sink)
 
 }
 
-void setFileProbe(FileProbe newProbe)
+void hooks::setFileProbe(FileProbe newProbe)
 {
     probe() = std::move(newProbe);
 }

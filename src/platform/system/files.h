@@ -8,7 +8,6 @@
 #pragma once
 #include <cstdint>
 #include <filesystem>
-#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -32,10 +31,7 @@ enum class FileOperation {
     FlushFolder
 };
 
-using FileProbe = std::function<void(FileOperation, const std::filesystem::path&)>;
-// An empty function removes the probe.
-void setFileProbe(FileProbe probe);
-// Only asks the probe: for code that accesses the disk in other ways, such as the
+// Only asks the probe (test_hooks.h): for code that accesses the disk in other ways, such as the
 // database engine's file layer.
 void probeFile(FileOperation operation, const std::filesystem::path& path);
 

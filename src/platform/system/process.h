@@ -23,9 +23,8 @@ void sleepMilliseconds(int count);
 // link's folder.
 std::filesystem::path programFolder(const char* argv0);
 
-// The Windows folder; empty on a system that has none. Tests set one.
+// The Windows folder; empty on a system that has none.
 std::filesystem::path windowsFolder();
-void setWindowsFolder(std::filesystem::path folder);
 
 // The full path of an installed program, searched for as a shell does.
 std::optional<std::filesystem::path> installedProgram(std::string_view name);

@@ -1,5 +1,7 @@
 #include "platform/system/process_list.h"
 
+#include "platform/system/test_hooks.h"
+
 #include <cstring>
 #include <map>
 #include <system_error>
@@ -82,7 +84,7 @@ void CloseHandle(SnapshotHandle snapshot)
     openSnapshots().erase(snapshot);
 }
 
-void setProcessLister(std::function<std::vector<RunningProgram>()> lister)
+void hooks::setProcessLister(std::function<std::vector<RunningProgram>()> lister)
 {
     listerOfTests() = std::move(lister);
 }

@@ -8,7 +8,6 @@
 #pragma once
 #include <cstdint>
 #include <filesystem>
-#include <functional>
 #include <vector>
 
 namespace tolvek {
@@ -38,8 +37,5 @@ struct RunningProgram {
 // The contents of a snapshot. Throws std::system_error if the system doesn't list
 // its processes.
 std::vector<RunningProgram> runningPrograms();
-// For tests: replaces the system's list; the lister may throw std::system_error. An
-// empty function restores the system's list.
-void setProcessLister(std::function<std::vector<RunningProgram>()> lister);
 
 }

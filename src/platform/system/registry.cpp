@@ -1,5 +1,7 @@
 #include "platform/system/registry.h"
 
+#include "platform/system/test_hooks.h"
+
 #include <algorithm>
 #include <map>
 #include <optional>
@@ -91,23 +93,24 @@ std::int32_t RegCloseKey(RegistryKey key)
     return openKeys().erase(key) == 1 ? kRegistryFound : kNoSuchKey;
 }
 
-void setRegistryValue(std::uint32_t root, const std::string& keyName, const std::string& valueName,
-                      std::uint32_t type, const std::string& bytes)
+void hooks::setRegistryValue(std::uint32_t root, const std::string& keyName,
+                             const std::string& valueName, std::uint32_t type,
+                             const std::string& bytes)
 {
     // A test's first value hides all values of the system.
-    if (!valuesOfTests()) clearRegistry();
+    if (!valuesOfTests()) hooks::clearRegistry();
     std::erase_if(*valuesOfTests(), [&](const RegistryValue& value) {
         return isIn(value, {root, folded(keyName)}) && folded(value.valueName) == folded(valueName);
     });
     valuesOfTests()->push_back({root, keyName, valueName, type, bytes});
 }
 
-void clearRegistry()
+void hooks::clearRegistry()
 {
     valuesOfTests().emplace();
 }
 
-void resetRegistry()
+void hooks::resetRegistry()
 {
     valuesOfTests().reset();
 }

@@ -2,7 +2,7 @@
 //
 // On a system without a registry a stand-in answers with a few values that say
 // where a program is installed; it looks them up at each call. A key exists if it,
-// or a key below it, has a value. Tests set values of their own.
+// or a key below it, has a value.
 #pragma once
 #include <cstdint>
 #include <string>
@@ -26,12 +26,6 @@ std::int32_t RegOpenKeyExA(std::uint32_t root, const std::string& keyName, std::
 std::int32_t RegQueryValueExA(RegistryKey key, const std::string& valueName, std::uint32_t& type,
                               std::string& buffer);
 std::int32_t RegCloseKey(RegistryKey key);
-
-// For tests: only the values set here are found, until resetRegistry.
-void setRegistryValue(std::uint32_t root, const std::string& keyName, const std::string& valueName,
-                      std::uint32_t type, const std::string& bytes);
-void clearRegistry(); // no value is found
-void resetRegistry();
 
 struct RegistryValue {
     std::uint32_t root = 0;

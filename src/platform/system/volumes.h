@@ -9,7 +9,5 @@ namespace tolvek {
 // if there is one, and the other mounted volumes by name, each once. UTF-8, without
 // a trailing separator except for the root.
 std::vector<std::string> volumeFolders();
-// For tests: returns only these folders. An empty list restores the system's own.
-void setVolumeFolders(std::vector<std::string> folders);
 
 }

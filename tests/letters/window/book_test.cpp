@@ -1,6 +1,7 @@
 #include "letters/window/book.h"
 
 #include "letters/letters_fixture.h"
+#include "platform/system/test_hooks.h"
 
 #include <numeric>
 
@@ -119,13 +120,13 @@ TEST_F(BookTest, AFailedOneLeavesNothing)
     const auto all = library();
     EXPECT_ANY_THROW(writeBook(*all, oldestFirst(*all), {}, folder / "none" / "book.pdf"));
     EXPECT_FALSE(std::filesystem::exists(folder / "none"));
-    setFileProbe([](FileOperation operation, const Path&) {
+    hooks::setFileProbe([](FileOperation operation, const Path&) {
         if (operation == FileOperation::Flush)
             throw std::system_error(std::make_error_code(std::errc::no_space_on_device));
     });
     const std::size_t files = fileNames(folder.path()).size();
     EXPECT_ANY_THROW(writeBook(*all, oldestFirst(*all), {}, book()));
-    setFileProbe({});
+    hooks::setFileProbe({});
     EXPECT_EQ(fileNames(folder.path()).size(), files);
 }
 

@@ -3,6 +3,7 @@
 #include "dao_fixture.h"
 #include "platform/dao/alone.h"
 #include "platform/dao/connection.h"
+#include "platform/dao/test_hooks.h"
 #include "support/other_program.h"
 
 namespace tolvek::test {
@@ -10,8 +11,8 @@ namespace {
 
 class AloneTest : public DaoTest {
 protected:
-    AloneTest() { Connection::setPatience(20); }
-    ~AloneTest() override { Connection::setPatience(5000); }
+    AloneTest() { hooks::setPatience(std::chrono::milliseconds(20)); }
+    ~AloneTest() override { hooks::setPatience({}); }
 
     int errorOfOpening() const
     {

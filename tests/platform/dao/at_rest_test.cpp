@@ -1,6 +1,7 @@
 // The file between commands: no side files, and everything in it.
 #include "dao_fixture.h"
 #include "platform/dao/alone.h"
+#include "platform/system/test_hooks.h"
 
 #include <sys/stat.h>
 
@@ -65,11 +66,11 @@ TEST_F(AtRestTest, AllIsAtRestBeforeAWaitAlsoWhatIsOpen)
     DBEngine::Workspaces(0).BeginTrans();
     addMail(database, u"2000", 2);
     bool forced = false;
-    setFileProbe([&](FileOperation operation, const Path& at) {
+    hooks::setFileProbe([&](FileOperation operation, const Path& at) {
         forced = forced || (operation == FileOperation::FlushFolder && at == folder_.path());
     });
     putAllAtRest();
-    setFileProbe({});
+    hooks::setFileProbe({});
     EXPECT_TRUE(forced);
     EXPECT_EQ(files(), Names{"Test.Mdb"});
     EXPECT_EQ(journalManner(), 1);
@@ -86,12 +87,12 @@ TEST_F(AtRestTest, AWaitBeginsAlsoWhereTheDiskDoesntLetTheFileRest)
         DBEngine::Session session;
         Database database = opened();
         addMail(database, u"2000", 1);
-        setFileProbe([](FileOperation operation, const Path&) {
+        hooks::setFileProbe([](FileOperation operation, const Path&) {
             if (operation == FileOperation::Write)
                 throw std::system_error(std::make_error_code(std::errc::io_error));
         });
         putAllAtRest();
-        setFileProbe({});
+        hooks::setFileProbe({});
     }
     EXPECT_EQ(files(), Names{"Test.Mdb"});
     EXPECT_EQ(mails(), 1);
@@ -158,7 +159,7 @@ TEST_F(AtRestTest, AReadingNeverChangesTheFile)
     const std::string before = bytes();
     const auto time = std::filesystem::last_write_time(folder_ / "Test.Mdb");
     int writes = 0;
-    setFileProbe([&](FileOperation operation, const Path&) {
+    hooks::setFileProbe([&](FileOperation operation, const Path&) {
         writes += operation != FileOperation::Read && operation != FileOperation::Open;
     });
     {
@@ -166,7 +167,7 @@ TEST_F(AtRestTest, AReadingNeverChangesTheFile)
         EXPECT_EQ(mails(), 1);
     }
     EXPECT_EQ(mails(), 1);
-    setFileProbe({});
+    hooks::setFileProbe({});
     EXPECT_EQ(writes, 0);
     EXPECT_EQ(bytes(), before);
     EXPECT_EQ(std::filesystem::last_write_time(folder_ / "Test.Mdb"), time);
@@ -184,7 +185,7 @@ TEST_P(AtRestReadOnlyTest, CanBeReadButNotWritten)
     addMail(database, u"2000", 1);
     database.Close();
     ASSERT_EQ(chmod(guarded().c_str(), GetParam() ? 0555 : 0444), 0);
-    setFileProbe([](FileOperation operation, const Path& path) {
+    hooks::setFileProbe([](FileOperation operation, const Path& path) {
         if (operation != FileOperation::Open && operation != FileOperation::Read &&
             operation != FileOperation::List)
             throw std::system_error(EROFS, std::generic_category(), path.string());

@@ -1,6 +1,7 @@
 // Transactions that share one commit of the file.
 #include "dao_fixture.h"
 #include "platform/dao/alone.h"
+#include "platform/system/test_hooks.h"
 #include "support/child_process.h"
 
 namespace tolvek::test {
@@ -133,12 +134,12 @@ TEST_F(CommitGroupTest, ACommitThatFailsIsTriedAgainWithTheNext)
     {
         DBEngine::CommitGroup group(kLong);
         addTwo(database);
-        setFileProbe([](FileOperation operation, const Path&) {
+        hooks::setFileProbe([](FileOperation operation, const Path&) {
             if (operation == FileOperation::Write)
                 throw std::system_error(std::make_error_code(std::errc::no_space_on_device));
         });
         EXPECT_EQ(errorOf([&] { group.end(); }), 61);
-        setFileProbe({});
+        hooks::setFileProbe({});
     }
     {
         const DBEngine::CommitGroup group(kLong);

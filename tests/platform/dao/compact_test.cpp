@@ -1,4 +1,5 @@
 #include "dao_fixture.h"
+#include "platform/system/test_hooks.h"
 
 #include "support/child_process.h"
 
@@ -93,12 +94,12 @@ TEST_F(CompactTest, WhateverFailsNothingIsLeftAndItIsNever53)
         int failures = 0;
         for (int fatal = 1;; ++fatal, ++failures) {
             int count = 0;
-            setFileProbe([&](FileOperation operation, const Path& at) {
+            hooks::setFileProbe([&](FileOperation operation, const Path& at) {
                 if (!isSparedFrom(operation) && ++count == fatal)
                     throw std::system_error(std::make_error_code(failure), at.string());
             });
             const int error = errorOfCompacting();
-            setFileProbe({});
+            hooks::setFileProbe({});
             ASSERT_EQ(bytes(), before);
             if (error == 0) break;
             EXPECT_TRUE(error == 57 || error == 61 || error == 75) << error;
@@ -116,7 +117,7 @@ TEST_F(CompactTest, AKillAtAnyOperationLeavesTheSourceAndNoHalfTarget)
     for (int fatal = 1;; ++fatal, ++died) {
         const int code = inChild([&]() -> int {
             int count = 0;
-            setFileProbe([&](FileOperation operation, const Path&) {
+            hooks::setFileProbe([&](FileOperation operation, const Path&) {
                 if (operation != FileOperation::Read && ++count == fatal) _exit(7);
             });
             return errorOfCompacting() == 0 ? kGotThrough : 2;

@@ -4,6 +4,7 @@
 #include "platform/runtime/paths.h"
 #include "platform/runtime/runtime_error.h"
 #include "platform/system/files.h"
+#include "platform/system/test_hooks.h"
 #include "support/errors.h"
 #include "support/temp_folder.h"
 
@@ -28,7 +29,7 @@ protected:
     DaoTest() { createTables(path()); }
     ~DaoTest() override
     {
-        setFileProbe({});
+        hooks::setFileProbe({});
         DBEngine::Abandon();
     }
 

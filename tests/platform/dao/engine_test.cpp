@@ -1,5 +1,6 @@
 // Opening, creating, workspaces: what a caller sees of the engine.
 #include "dao_fixture.h"
+#include "platform/dao/test_hooks.h"
 
 #include "platform/dao/connection.h"
 #include "support/child_process.h"
@@ -107,7 +108,7 @@ TEST_F(EngineTest, AFileHeldByAnotherProgramIs3356AtOnce)
 // The other program takes its lock between our opening and our writing.
 TEST_F(EngineTest, AFileThatBecomesBusyIs3356AfterTheWait)
 {
-    Connection::setPatience(20);
+    hooks::setPatience(std::chrono::milliseconds(20));
     Database database = opened();
     int ready[2], done[2];
     ASSERT_EQ(pipe(ready) + pipe(done), 0);
@@ -122,7 +123,7 @@ TEST_F(EngineTest, AFileThatBecomesBusyIs3356AfterTheWait)
     }
     char byte = 0;
     ASSERT_EQ(read(ready[0], &byte, 1), 1);
-    Connection::setPatience(5000);
+    hooks::setPatience({});
     EXPECT_EQ(errorOf([&] { inTransaction([&] { addMail(database, u"2000", 1); }); }), 3356);
     {
         DBEngine::Session session;

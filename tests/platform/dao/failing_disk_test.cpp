@@ -1,5 +1,6 @@
 // Every operation of the engine on the disk can be made to fail.
 #include "dao_fixture.h"
+#include "platform/system/test_hooks.h"
 
 #include <cerrno>
 #include <sqlite3.h>
@@ -11,7 +12,7 @@ class FailingDiskTest : public DaoTest {
 protected:
     static void failAt(FileOperation wanted, std::errc error)
     {
-        setFileProbe([=](FileOperation operation, const Path& path) {
+        hooks::setFileProbe([=](FileOperation operation, const Path& path) {
             if (operation == wanted)
                 throw std::system_error(std::make_error_code(error), path.string());
         });
@@ -27,7 +28,7 @@ TEST_F(FailingDiskTest, AFullDiskIs61AndAFailingOne57)
         EXPECT_EQ(errorOf([&] { addMail(database, u"2000", 1); }), 61) << int(operation);
         failAt(operation, std::errc::io_error);
         EXPECT_EQ(errorOf([&] { addMail(database, u"2000", 1); }), 57) << int(operation);
-        setFileProbe({});
+        hooks::setFileProbe({});
         database.Close();
         EXPECT_EQ(mails(), 0);
     }
@@ -85,7 +86,7 @@ TEST_F(FailingDiskTest, AFileThatCannotBeOpenedOrReadIs57)
     EXPECT_EQ(errorOf([&] { opened(); }), 57);
     failAt(FileOperation::Read, std::errc::io_error);
     EXPECT_EQ(errorOf([&] { opened(); }), 57);
-    setFileProbe({});
+    hooks::setFileProbe({});
     EXPECT_EQ(mails(), 0);
 }
 
@@ -99,7 +100,7 @@ TEST_F(FailingDiskTest, WorkThatAFullDiskUndidCannotBeCommittedInPart)
     addMail(database, u"2000", 2);
     failAt(FileOperation::Write, std::errc::no_space_on_device);
     EXPECT_EQ(errorOf([&] { workspace.CommitTrans(); }), 61);
-    setFileProbe({});
+    hooks::setFileProbe({});
     database.Close();
     EXPECT_EQ(mails(), 1);
 }
@@ -110,7 +111,7 @@ TEST_F(FailingDiskTest, ACloseThatCannotFlushTellsItAndLosesNothing)
     addMail(database, u"2000", 1);
     failAt(FileOperation::FlushFolder, std::errc::io_error);
     EXPECT_EQ(errorOf([&] { database.Close(); }), 57);
-    setFileProbe({});
+    hooks::setFileProbe({});
     EXPECT_FALSE(database.isOpen());
     EXPECT_EQ(mails(), 1);
 }
@@ -124,7 +125,7 @@ TEST_F(FailingDiskTest, ASessionThatCannotComeToRestLeavesItsLogToTheNextOpening
         database.Close();
         failAt(FileOperation::Flush, std::errc::io_error);
     }
-    setFileProbe({});
+    hooks::setFileProbe({});
     EXPECT_EQ(mails(), 1);
     EXPECT_EQ(files(), Names{"Test.Mdb"});
 }

@@ -1,4 +1,6 @@
 #include "jet_fixture.h"
+#include "platform/dao/test_hooks.h"
+#include "platform/system/test_hooks.h"
 
 #include "platform/system/child_program.h"
 
@@ -20,7 +22,7 @@ protected:
         const Path program = tools_ / "reader";
         writeBytes(program, "#!/bin/sh\n" + script);
         std::filesystem::permissions(program, std::filesystem::perms::owner_all);
-        setJetReader(program, patience);
+        hooks::setJetReader(program, patience);
     }
     void expect(int number, const std::string& what)
     {
@@ -70,13 +72,13 @@ TEST_F(JetChildTest, AReaderThatHangsOverTheFileIsDamage)
 // offered for removal.
 TEST_F(JetChildTest, AReaderThatIsntThereIsNoDamage)
 {
-    setJetReader(tools_ / "none");
+    hooks::setJetReader(tools_ / "none");
     expect(429, "missing");
     writeBytes(tools_ / "text", "no program");
-    setJetReader(tools_ / "text");
+    hooks::setJetReader(tools_ / "text");
     expect(429, "not to be run");
     setAppPath(pathText(tools_.path()));
-    setJetReader({});
+    hooks::setJetReader({});
     expect(429, "missing beside the program");
 }
 
@@ -100,7 +102,7 @@ TEST_F(JetChildTest, AReaderThatSomeoneEndsIsNoDamage)
 
 TEST_F(JetChildTest, NoMemoryForAReaderIsNoDamage)
 {
-    setFileProbe([](FileOperation, const Path& at) {
+    hooks::setFileProbe([](FileOperation, const Path& at) {
         if (at == TOLVEK_JET_READER)
             throw std::system_error(
                 std::make_error_code(std::errc::resource_unavailable_try_again));
@@ -135,7 +137,7 @@ TEST_F(JetChildTest, ADiskThatCantBeReadIsNoDamage)
 {
     readerIs(hello_ + "exit 2");
     bool hasRun = false;
-    setFileProbe([&](FileOperation operation, const Path& at) {
+    hooks::setFileProbe([&](FileOperation operation, const Path& at) {
         if (at.filename() == "reader") hasRun = true;
         const bool isRead = operation == FileOperation::Read && at.filename() == "Old.Mdb";
         if (isRead && std::exchange(hasRun, false))

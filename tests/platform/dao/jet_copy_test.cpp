@@ -1,5 +1,6 @@
 #include "jet_fixture.h"
 #include "platform/dao/engine.h"
+#include "platform/system/test_hooks.h"
 
 namespace tolvek::test {
 namespace {
@@ -34,7 +35,7 @@ protected:
     int conversions() { return std::exchange(starts_, 0); }
     void countConversions()
     {
-        setFileProbe([this](FileOperation, const Path& at) {
+        hooks::setFileProbe([this](FileOperation, const Path& at) {
             if (at.filename() == Path(TOLVEK_JET_READER).filename()) ++starts_;
         });
     }

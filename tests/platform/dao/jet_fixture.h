@@ -1,6 +1,7 @@
 // The Jet files of tests/data/jet in a folder of their own, and their contents.
 #pragma once
 #include "dao_fixture.h"
+#include "platform/system/test_hooks.h"
 #include "support/jet_reader.h"
 #include "support/jet_tables.h"
 #include "support/test_data.h"
@@ -11,7 +12,7 @@ class JetTest : public testing::Test {
 protected:
     ~JetTest() override
     {
-        setFileProbe({});
+        hooks::setFileProbe({});
         DBEngine::Abandon();
         DBEngine::setKnownTables({});
     }

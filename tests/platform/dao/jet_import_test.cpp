@@ -1,4 +1,5 @@
 #include "jet_fixture.h"
+#include "platform/system/test_hooks.h"
 
 namespace tolvek::test {
 namespace {
@@ -209,14 +210,14 @@ TEST_F(JetImportTest, WhateverFailsNothingIsLeftAndItIsNeitherDamageNor53)
         int failures = 0;
         for (int fatal = 1;; ++fatal, ++failures) {
             int count = 0;
-            setFileProbe([&](FileOperation operation, const Path& at) {
+            hooks::setFileProbe([&](FileOperation operation, const Path& at) {
                 const bool isSpared =
                     operation == FileOperation::List || operation == FileOperation::Remove;
                 if (!isSpared && ++count == fatal)
                     throw std::system_error(std::make_error_code(failure), at.string());
             });
             const int error = errorOfCompacting();
-            setFileProbe({});
+            hooks::setFileProbe({});
             ASSERT_TRUE(isUnchanged());
             if (error == 0) break;
             EXPECT_TRUE(error == 57 || error == 61 || error == 75 || error == 429)

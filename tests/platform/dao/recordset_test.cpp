@@ -1,4 +1,5 @@
 #include "dao_fixture.h"
+#include "platform/system/test_hooks.h"
 
 namespace tolvek::test {
 namespace {
@@ -137,7 +138,7 @@ TEST_F(RecordsetTest, CountingReadsNoMailText)
     }
     database_.Close();
     int pages = 0;
-    setFileProbe(
+    hooks::setFileProbe(
         [&](FileOperation operation, const Path&) { pages += operation == FileOperation::Read; });
     database_ = opened();
     EXPECT_EQ(rows(database_, Statement{u"SELECT * FROM tblMail"}), 20);

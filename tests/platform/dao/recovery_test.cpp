@@ -1,5 +1,6 @@
 // A program that dies at any moment loses no committed row.
 #include "dao_fixture.h"
+#include "platform/system/test_hooks.h"
 
 #include "platform/dao/engine.h"
 #include "support/child_process.h"
@@ -50,7 +51,7 @@ TEST_F(RecoveryTest, AtEveryOperationAKillLeavesAllCommitsAndNoHalf)
     const std::string before = bytes();
     const auto workThatDies = [&](int fatal) {
         int count = 0, committed = 0;
-        setFileProbe([&](FileOperation operation, const Path&) {
+        hooks::setFileProbe([&](FileOperation operation, const Path&) {
             const bool changes =
                 operation != FileOperation::Read && operation != FileOperation::Open;
             if (changes && ++count == fatal) _exit(10 + committed);

@@ -1,4 +1,6 @@
 #include "platform/dao/row_reader.h"
+#include "platform/dao/test_hooks.h"
+#include "platform/system/test_hooks.h"
 
 #include "dao_fixture.h"
 #include "jet_fixture.h"
@@ -13,7 +15,7 @@ namespace {
 
 class RowReaderTest : public DaoTest {
 protected:
-    void TearDown() override { Connection::setPatience(5000); }
+    void TearDown() override { hooks::setPatience({}); }
 
     std::filesystem::path file() const { return folder_ / "Test.Mdb"; }
     void fill(int mails)
@@ -175,14 +177,14 @@ TEST_F(RowReaderTest, WritesNothing)
     fill(2);
     RowReader reader(file());
     std::vector<std::filesystem::path> touched;
-    setFileProbe([&](FileOperation operation, const Path& name) {
+    hooks::setFileProbe([&](FileOperation operation, const Path& name) {
         if (operation != FileOperation::Read && operation != FileOperation::Open)
             touched.push_back(name);
     });
     subjectsOf(reader);
     RowReader again(file());
     EXPECT_EQ(touched, std::vector<std::filesystem::path>());
-    setFileProbe({});
+    hooks::setFileProbe({});
 }
 
 using JetRowReaderTest = JetTest;

@@ -1,4 +1,5 @@
 #include "platform/forms/dir_lists.h"
+#include "platform/system/test_hooks.h"
 
 #include "platform/forms/events.h"
 #include "platform/runtime/paths.h"
@@ -24,13 +25,13 @@ class DirListsDriveTest : public testing::Test {
 protected:
     DirListsDriveTest()
     {
-        setVolumeFolders({"/", "/home/taro", "/media/ポスト"});
+        hooks::setVolumeFolders({"/", "/home/taro", "/media/ポスト"});
         drives = &form.add<DriveListBox>(u"Div1");
         drives->Move(0, 0, 6000, 345);
         onEvent(drives, &DriveListBox::Change, [this] { changes.push_back(drives->Drive()); });
         form.Show();
     }
-    ~DirListsDriveTest() override { setVolumeFolders({}); }
+    ~DirListsDriveTest() override { hooks::setVolumeFolders({}); }
 
     ShownForm form;
     DriveListBox* drives;
@@ -73,7 +74,7 @@ protected:
             fs::create_directories(folder / name);
         writeBytes(folder / "file", "");
     }
-    ~DirListsTest() override { setFileProbe({}); }
+    ~DirListsTest() override { hooks::setFileProbe({}); }
 
     Text at(TextView name) const
     {
@@ -241,14 +242,14 @@ TEST_F(DirListsTest, ALinkToAFolderIsShownAndOpenedUnderItsOwnName)
 
 TEST_F(DirListsTest, AFolderThatCantBeReadShowsNothingBelow)
 {
-    setFileProbe([](FileOperation operation, const fs::path&) {
+    hooks::setFileProbe([](FileOperation operation, const fs::path&) {
         if (operation == FileOperation::List)
             throw std::system_error(std::make_error_code(std::errc::permission_denied));
     });
     dirs.setPath(at(u"c"));
     EXPECT_EQ(dirs.Path(), at(u"c"));
     EXPECT_EQ(within(), Texts{});
-    setFileProbe({});
+    hooks::setFileProbe({});
     key(dirs, Qt::Key_Up);
     key(dirs, Qt::Key_Return);
     EXPECT_EQ(dirs.Path(), at(u"")) << "it can be left again";

@@ -1,5 +1,6 @@
 #include "platform/forms/buttons.h"
 #include "platform/forms/events.h"
+#include "platform/forms/test_hooks.h"
 #include "platform/runtime/do_events.h"
 #include "support/msg_box_script.h"
 #include "support/screen_driver.h"
@@ -27,7 +28,7 @@ protected:
     }
     ~EventsTest() override
     {
-        setUntrappedHandler({});
+        hooks::setUntrapped({});
         setEndFunction({});
     }
     void onClick(std::function<void()> slot)
@@ -41,7 +42,7 @@ protected:
 TEST_F(EventsTest, AnErrorThatASlotLetsOutGoesToTheHandler)
 {
     int number = 0;
-    setUntrappedHandler([&](const RuntimeError& error) { number = error.number(); });
+    hooks::setUntrapped([&](const RuntimeError& error) { number = error.number(); });
     onClick([] { throw RuntimeError(13); });
     click(button);
     EXPECT_EQ(number, 13);

@@ -1,4 +1,5 @@
 #include "platform/forms/font_dialog.h"
+#include "platform/forms/test_hooks.h"
 
 #include "platform/forms/fonts.h"
 #include "platform/forms/qt_text.h"
@@ -66,7 +67,7 @@ protected:
         font.setFontName(u"ＭＳ ゴシック");
         font.setFontSize(10);
     }
-    ~FontDialogTest() override { setFontDialogHook({}); }
+    ~FontDialogTest() override { hooks::setFontDialog({}); }
 
     // Shows it and returns the number of the error that it ends with.
     int show(const std::function<void(Shown&)>& steps)
@@ -246,7 +247,7 @@ TEST_F(FontDialogTest, NoKindOfFontsAmongTheFlagsIsAnError)
 
 TEST_F(FontDialogTest, AHookTakesTheScreensPlace)
 {
-    setFontDialogHook([](FontDialogFields& fields) {
+    hooks::setFontDialog([](FontDialogFields& fields) {
         EXPECT_EQ(fields.FontName, u"ＭＳ ゴシック");
         fields.FontSize = 12.5F;
         fields.FontItalic = true;
@@ -254,7 +255,7 @@ TEST_F(FontDialogTest, AHookTakesTheScreensPlace)
     });
     font.ShowFont(nullptr);
     expectFields(u"ＭＳ ゴシック", 12.5F, false, true);
-    setFontDialogHook([](FontDialogFields& fields) {
+    hooks::setFontDialog([](FontDialogFields& fields) {
         fields.FontSize = 30;
         return false;
     });

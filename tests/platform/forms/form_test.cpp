@@ -1,6 +1,7 @@
 #include "platform/forms/events.h"
 #include "platform/forms/form.h"
 #include "platform/forms/list_box.h"
+#include "platform/forms/test_hooks.h"
 #include "platform/forms/text_box.h"
 #include "platform/runtime/msg_box.h"
 #include "platform/runtime/runtime_error.h"
@@ -182,7 +183,7 @@ TEST(FormTest, AFormThatUnloadsItselfInItsLoadIsNotShown)
 TEST(FormTest, ErrorsInEventsGoToTheHandlerAndOnesInBuildingToTheCaller)
 {
     std::vector<int> untrapped;
-    setUntrappedHandler([&](const RuntimeError& error) { untrapped.push_back(error.number()); });
+    hooks::setUntrapped([&](const RuntimeError& error) { untrapped.push_back(error.number()); });
     TestForm form;
     form.load = [](TestForm&) { throw RuntimeError(9); };
     form.Load();
@@ -192,7 +193,7 @@ TEST(FormTest, ErrorsInEventsGoToTheHandlerAndOnesInBuildingToTheCaller)
     EXPECT_THROW(broken.Load(), RuntimeError);
     EXPECT_FALSE(broken.Loaded());
     EXPECT_EQ(Forms::Count(), 1);
-    setUntrappedHandler({});
+    hooks::setUntrapped({});
 }
 
 TEST(FormTest, AControlOfAnUnloadedFormIsAnObjectThatIsNotSet)

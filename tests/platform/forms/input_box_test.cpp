@@ -1,5 +1,6 @@
 #include "platform/forms/input_box.h"
 #include "platform/forms/qt_text.h"
+#include "platform/forms/test_hooks.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -64,9 +65,9 @@ TEST(InputBoxTest, CancelAndEscapeGiveAnEmptyText)
 
 TEST(InputBoxTest, AHandlerTakesTheScreensPlace)
 {
-    setInputBoxHandler([](const InputBoxRequest& box) { return box.prompt + box.defaultText; });
+    hooks::setInputBox([](const InputBoxRequest& box) { return box.prompt + box.defaultText; });
     EXPECT_EQ(InputBox(u"p", u"t", u"d"), u"pd");
-    setInputBoxHandler({});
+    hooks::setInputBox({});
 }
 
 }

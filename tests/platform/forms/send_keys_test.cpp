@@ -1,4 +1,5 @@
 #include "platform/forms/send_keys.h"
+#include "platform/forms/test_hooks.h"
 
 #include "platform/runtime/runtime_error.h"
 
@@ -11,7 +12,7 @@ namespace tolvek::test {
 class SendKeysTest : public testing::Test {
 protected:
     SendKeysTest() { unsetenv("DISPLAY"); }
-    ~SendKeysTest() override { setKeySender({}); }
+    ~SendKeysTest() override { hooks::setKeySender({}); }
 
     static int errorOf(const std::function<void()>& work)
     {
@@ -50,7 +51,8 @@ TEST_F(SendKeysTest, ATestsSenderTakesTheScreensPlace)
 {
     Text sent;
     std::int32_t activated = 0;
-    setKeySender({[&](std::int32_t id) { activated = id; }, [&](TextView keys) { sent += keys; }});
+    hooks::setKeySender(
+        {[&](std::int32_t id) { activated = id; }, [&](TextView keys) { sent += keys; }});
     AppActivate(42);
     SendKeys(u"%F");
     SendKeys(u"{");

@@ -1,4 +1,5 @@
 #include "platform/runtime/dates.h"
+#include "platform/runtime/test_hooks.h"
 
 #include "support/errors.h"
 
@@ -46,10 +47,10 @@ TEST(DatesTest, DateAndTimeArePaddedTexts)
 
 TEST(DatesTest, ATestCanFixTheClockAndGiveItBack)
 {
-    setClock([] { return DateTime{2001, 2, 3, 4, 5, 6}; });
+    hooks::setClock([] { return DateTime{2001, 2, 3, 4, 5, 6}; });
     EXPECT_EQ(formatDate(now()), u"2001/02/03");
     EXPECT_EQ(formatTime(now()), u"04:05:06");
-    setClock(nullptr);
+    hooks::setClock(nullptr);
     EXPECT_GE(now().year, 2024);
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 #include "platform/runtime/paths.h"
 #include "platform/system/files.h"
+#include "platform/system/test_hooks.h"
 #include "support/temp_folder.h"
 
 #include <algorithm>
@@ -15,7 +16,7 @@ namespace tolvek::test {
 
 class FileFolderTest : public testing::Test {
 protected:
-    ~FileFolderTest() override { setFileProbe({}); }
+    ~FileFolderTest() override { hooks::setFileProbe({}); }
 
     void given(const std::string& name, const std::string& bytes = "")
     {
@@ -37,7 +38,7 @@ protected:
 
     static void breakOperation(FileOperation failing, std::errc code)
     {
-        setFileProbe([failing, code](FileOperation operation, const std::filesystem::path&) {
+        hooks::setFileProbe([failing, code](FileOperation operation, const std::filesystem::path&) {
             if (operation == failing) throw std::system_error(std::make_error_code(code));
         });
     }

@@ -1,4 +1,5 @@
 #include "platform/runtime/profile.h"
+#include "platform/system/test_hooks.h"
 
 #include "file_folder.h"
 #include "platform/runtime/codepage932.h"
@@ -241,7 +242,7 @@ TEST_F(ProfileTest, AWriteThatFailsLeavesTheOldFile)
     for (FileOperation step : {Open, Read, Create, Write, Flush, Replace}) {
         breakOperation(step, std::errc::no_space_on_device);
         EXPECT_FALSE(write(kSection, kKey, u"new"));
-        setFileProbe({});
+        hooks::setFileProbe({});
         EXPECT_EQ(contents("TOLVEK.ini"), old);
         EXPECT_EQ(everything().size(), 1U);
     }

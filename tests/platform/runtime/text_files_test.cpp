@@ -1,4 +1,5 @@
 #include "platform/runtime/text_files.h"
+#include "platform/system/test_hooks.h"
 
 #include "file_folder.h"
 #include "support/errors.h"
@@ -12,7 +13,7 @@ class TextFilesTest : public FileFolderTest {
 protected:
     ~TextFilesTest() override
     {
-        setFileProbe({});
+        hooks::setFileProbe({});
         closeAllFiles();
     }
     void openWith(const std::string& bytes)
@@ -237,7 +238,7 @@ TEST_F(TextFilesTest, AFailedReadIsReportedOnceAndEndsTheFile)
     EXPECT_EQ(errorOf([] { endOfFile(1); }), 57);
     EXPECT_TRUE(endOfFile(1));
     EXPECT_EQ(errorOf([] { lineInput(1); }), 62);
-    setFileProbe({});
+    hooks::setFileProbe({});
     EXPECT_TRUE(endOfFile(1)) << "what could be read now would have a gap before it";
 }
 
@@ -277,7 +278,7 @@ TEST_F(TextFilesTest, ClosingAllGoesOnBehindAFailure)
     openForOutput(text(u"b"), 2);
     printLine(1, u"x");
     printLine(2, u"y");
-    setFileProbe([](FileOperation operation, const fs::path& path) {
+    hooks::setFileProbe([](FileOperation operation, const fs::path& path) {
         if (operation == FileOperation::Write && path.filename() == "a")
             throw std::system_error(std::make_error_code(std::errc::no_space_on_device));
     });

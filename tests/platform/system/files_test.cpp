@@ -1,4 +1,5 @@
 #include "platform/system/files.h"
+#include "platform/system/test_hooks.h"
 #include "support/probe_log.h"
 #include "support/temp_folder.h"
 
@@ -239,7 +240,7 @@ TEST_F(FilesTest, ACopyThatFailsLeavesWhatWasThere)
         EXPECT_EQ(failureOf([&] { copyFileContents(folder / "a", folder / "b", false); }),
                   std::errc::io_error)
             << nameOf(step);
-        setFileProbe({});
+        hooks::setFileProbe({});
         EXPECT_EQ(contents("b"), "old") << nameOf(step);
         EXPECT_EQ(everything(), (Names{"a", "b"})) << nameOf(step);
     }

@@ -1,4 +1,5 @@
 #include "platform/system/process_list.h"
+#include "platform/system/test_hooks.h"
 
 #include "platform/system/process.h"
 
@@ -12,11 +13,11 @@ namespace tolvek::test {
 
 class ProcessListTest : public testing::Test {
 protected:
-    ~ProcessListTest() override { setProcessLister({}); }
+    ~ProcessListTest() override { hooks::setProcessLister({}); }
 
     static void givenPrograms(std::vector<RunningProgram> programs)
     {
-        setProcessLister([programs = std::move(programs)] { return programs; });
+        hooks::setProcessLister([programs = std::move(programs)] { return programs; });
     }
     static PROCESSENTRY32 record()
     {
@@ -115,7 +116,7 @@ TEST_F(ProcessListTest, WrongCallsFail)
 
 TEST_F(ProcessListTest, ASystemThatTellsNothingIsAFailedSnapshot)
 {
-    setProcessLister([]() -> std::vector<RunningProgram> {
+    hooks::setProcessLister([]() -> std::vector<RunningProgram> {
         throw std::system_error(std::make_error_code(std::errc::permission_denied));
     });
     EXPECT_EQ(snapshot(), kNoSnapshot);

@@ -1,4 +1,5 @@
 #include "platform/system/process.h"
+#include "platform/system/test_hooks.h"
 #include "support/child_process.h"
 
 #include <chrono>
@@ -26,9 +27,9 @@ TEST(ProcessTest, SleepsAtLeastTheTimeAsked)
 TEST(ProcessTest, TheWindowsFolderIsEmptyUnlessSet)
 {
     EXPECT_EQ(windowsFolder(), "");
-    setWindowsFolder("/windows");
+    hooks::setWindowsFolder("/windows");
     EXPECT_EQ(windowsFolder(), "/windows");
-    setWindowsFolder({});
+    hooks::setWindowsFolder({});
     EXPECT_EQ(windowsFolder(), "");
 }
 

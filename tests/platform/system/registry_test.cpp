@@ -1,4 +1,5 @@
 #include "platform/system/registry.h"
+#include "platform/system/test_hooks.h"
 
 #include <gtest/gtest.h>
 
@@ -9,12 +10,12 @@ constexpr std::uint32_t kAllAccess = 0x2003F;
 
 class RegistryTest : public testing::Test {
 protected:
-    void SetUp() override { clearRegistry(); }
-    void TearDown() override { resetRegistry(); }
+    void SetUp() override { hooks::clearRegistry(); }
+    void TearDown() override { hooks::resetRegistry(); }
 
     static void given(const std::string& key, const std::string& name, const std::string& text)
     {
-        setRegistryValue(HKEY_LOCAL_MACHINE, key, name, kRegistryString, text + '\0');
+        hooks::setRegistryValue(HKEY_LOCAL_MACHINE, key, name, kRegistryString, text + '\0');
     }
     // The text of a value, or "-" with the step that failed to find it.
     static std::string text(const std::string& keyName, const std::string& valueName,
@@ -38,8 +39,8 @@ TEST_F(RegistryTest, AClearedOneHasNothing)
 TEST_F(RegistryTest, GivesAValueWithItsTypeAndItsLength)
 {
     given("SOFTWARE\\Maker\\Tool", "PATH", "/bin/tool");
-    setRegistryValue(HKEY_LOCAL_MACHINE, "SOFTWARE\\Maker\\Tool", "Count", kRegistryNumber,
-                     std::string("\1\0\0\0", 4));
+    hooks::setRegistryValue(HKEY_LOCAL_MACHINE, "SOFTWARE\\Maker\\Tool", "Count", kRegistryNumber,
+                            std::string("\1\0\0\0", 4));
     RegistryKey key = 0;
     ASSERT_EQ(RegOpenKeyExA(HKEY_LOCAL_MACHINE, "SOFTWARE\\Maker\\Tool", kAllAccess, key),
               kRegistryFound);
@@ -110,7 +111,7 @@ TEST_F(RegistryTest, AClosedKeyAnswersNoMore)
 
 TEST_F(RegistryTest, SettingAValueHidesWhatTheSystemHas)
 {
-    resetRegistry();
+    hooks::resetRegistry();
     given("SOFTWARE\\Maker", "PATH", "here");
     EXPECT_EQ(text("SOFTWARE\\Maker", "PATH"), "here");
     EXPECT_EQ(text("SOFTWARE\\Microsoft\\Shared Tools\\MSINFO", "PATH"), "-key");

@@ -1,4 +1,5 @@
 #include "platform/system/files.h"
+#include "platform/system/test_hooks.h"
 #include "support/child_process.h"
 #include "support/probe_log.h"
 #include "support/temp_folder.h"
@@ -56,7 +57,7 @@ TEST_F(ReplaceContentsTest, AStepThatFailsLeavesTheOldFileAndNoSideFile)
         ProbeLog log(step, std::errc::no_space_on_device);
         EXPECT_EQ(failureOf([&] { replaceContents(file, kNew); }), std::errc::no_space_on_device)
             << nameOf(step);
-        setFileProbe({});
+        hooks::setFileProbe({});
         EXPECT_EQ(readBytes(file), kOld) << nameOf(step);
         EXPECT_EQ(entryNames(folder.path()).size(), 1U) << nameOf(step);
     }
@@ -74,7 +75,7 @@ TEST_F(ReplaceContentsTest, AProcessEndedAtAnyStepLeavesOneOfTheTwoWhole)
     for (FileOperation step : {Create, Write, Flush, Replace, FlushFolder}) {
         writeBytes(file, kOld);
         ChildProcess child([&] {
-            setFileProbe([step](FileOperation operation, const fs::path&) {
+            hooks::setFileProbe([step](FileOperation operation, const fs::path&) {
                 if (operation == step) leaveProcess(9);
             });
             replaceContents(file, kNew);

@@ -1,4 +1,5 @@
 #include "platform/system/files.h"
+#include "platform/system/test_hooks.h"
 #include "platform/system/volumes.h"
 #include "support/temp_folder.h"
 
@@ -20,8 +21,8 @@ protected:
     }
     ~VolumesTest() override
     {
-        setVolumeFolders({});
-        setFileProbe({});
+        hooks::setVolumeFolders({});
+        hooks::setFileProbe({});
         setenv("HOME", home_.c_str(), 1);
         environment_.empty() ? unsetenv("WINEPREFIX")
                              : setenv("WINEPREFIX", environment_.c_str(), 1);
@@ -91,7 +92,7 @@ TEST_F(VolumesTest, TheDriveOfAWindowsEnvironmentIsOneOfThem)
 
 TEST_F(VolumesTest, WithoutATableOfMountsTheUsersOwnRemain)
 {
-    setFileProbe([](FileOperation, const std::filesystem::path&) {
+    hooks::setFileProbe([](FileOperation, const std::filesystem::path&) {
         throw std::system_error(std::make_error_code(std::errc::no_such_file_or_directory));
     });
     EXPECT_EQ(volumeFolders(), (Folders{"/", folder.path()}));
@@ -99,9 +100,9 @@ TEST_F(VolumesTest, WithoutATableOfMountsTheUsersOwnRemain)
 
 TEST_F(VolumesTest, ATestPutsItsOwnInTheirPlace)
 {
-    setVolumeFolders({"/a", "/b"});
+    hooks::setVolumeFolders({"/a", "/b"});
     EXPECT_EQ(volumeFolders(), (Folders{"/a", "/b"}));
-    setVolumeFolders({});
+    hooks::setVolumeFolders({});
     EXPECT_EQ(volumeFolders()[0], "/");
 }
 

@@ -1,4 +1,5 @@
 #include "platform/system/process.h"
+#include "platform/system/test_hooks.h"
 
 #include <chrono>
 #include <thread>
@@ -32,7 +33,7 @@ std::filesystem::path windowsFolder()
     return windowsFolderOfTests();
 }
 
-void setWindowsFolder(std::filesystem::path folder)
+void hooks::setWindowsFolder(std::filesystem::path folder)
 {
     windowsFolderOfTests() = std::move(folder);
 }

@@ -1,6 +1,7 @@
 #include "platform/system/volumes.h"
 #include "platform/system/files.h"
 #include "platform/system/linux/mount_table.h"
+#include "platform/system/test_hooks.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -69,7 +70,7 @@ std::vector<std::string> volumeFolders()
     return folders;
 }
 
-void setVolumeFolders(std::vector<std::string> folders)
+void hooks::setVolumeFolders(std::vector<std::string> folders)
 {
     givenFolders() = std::move(folders);
 }

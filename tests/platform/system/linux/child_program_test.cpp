@@ -1,5 +1,6 @@
 #include "platform/system/child_program.h"
 #include "platform/system/files.h"
+#include "platform/system/test_hooks.h"
 #include "support/temp_folder.h"
 
 #include <fcntl.h>
@@ -15,7 +16,7 @@ using How = ChildEnd::How;
 class ChildProgramTest : public testing::Test {
 protected:
     ChildProgramTest() { writeBytes(input, "abc"); }
-    ~ChildProgramTest() override { setFileProbe({}); }
+    ~ChildProgramTest() override { hooks::setFileProbe({}); }
 
     // Runs a shell script with the arguments after it.
     ChildEnd run(const std::string& script, const ChildLimits& limits = {})
@@ -174,7 +175,7 @@ TEST_F(ChildProgramTest, AMissingFileIsToldAsAnyOther)
 TEST_F(ChildProgramTest, TheProbeIsAskedForFileAndProgram)
 {
     std::vector<std::filesystem::path> asked;
-    setFileProbe([&](FileOperation operation, const std::filesystem::path& path) {
+    hooks::setFileProbe([&](FileOperation operation, const std::filesystem::path& path) {
         EXPECT_EQ(operation, FileOperation::Open);
         asked.push_back(path);
     });
