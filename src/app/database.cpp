@@ -10,6 +10,12 @@ Workspace gWs;
 Recordset gRs;
 Text gDbPath;
 
+void openArchive()
+{
+    gWs = DBEngine::Workspaces(0);
+    gDb = DBEngine::OpenDatabase(gDbPath);
+}
+
 void executeInTransaction(const Statement& sql)
 {
     inTransaction([&] { gDb.Execute(sql, dbFailOnError); });

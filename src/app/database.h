@@ -15,6 +15,9 @@ extern Workspace gWs;
 extern Recordset gRs;
 extern Text gDbPath; // the live database, or the backup on display
 
+// Opens gDb on gDbPath, with gWs for its transactions.
+void openArchive();
+
 // Runs a statement on gDb in a transaction of its own. A failure leaves nothing
 // of it and goes to the caller.
 void executeInTransaction(const Statement& sql);

@@ -70,6 +70,5 @@ std::vector<ReadRecord> parseReadLog(TextView log);
 void appendToReadLog(const std::filesystem::path& file, const ReadRecord& record);
 
 inline constexpr TextView kNoSuchBox = u"箱がありません"; // in BoxRecord::failure
-inline constexpr TextView kReadLogName = u"TolvekRead.log";
 
 }

@@ -1,5 +1,6 @@
 #include "app/settings_file.h"
 
+#include "app/file_names.h"
 #include "app/file_routines.h"
 #include "app/guard.h"
 #include "app/program_end.h"
@@ -17,7 +18,6 @@ namespace tolvek {
 
 namespace {
 
-const Text kSettingsName = u"TOLVEK.ini";
 constexpr int kBufferSize = 255; // bytes, as on the classic platform: a value has at most 254
 constexpr int kDigits = 16;
 
@@ -50,7 +50,7 @@ std::int32_t readInt32(const Profile& file, TextView section, TextView key, Text
     return value.empty() ? static_cast<std::int32_t>(std::nearbyint(ifEmpty)) : toInt32(value);
 }
 
-[[noreturn]] void tellAndEnd(TextView trouble)
+[[noreturn]] void reportAndEnd(TextView trouble)
 {
     MsgBox(gIniPath + Text(trouble));
     endProgram();
@@ -62,7 +62,7 @@ void readPostPetDir(const Profile& file)
     int returnedLength = 0;
     const Text value =
         file.get(kPostPet, u"PostPet Dir", kPostPetHome, kBufferSize, &returnedLength);
-    if (returnedLength == 0) tellAndEnd(u"　読み込みエラー　PostPet Path");
+    if (returnedLength == 0) reportAndEnd(u"　読み込みエラー　PostPet Path");
     gPostPetDir = cutAtNul(value);
 }
 
@@ -138,7 +138,7 @@ void readAll(WindowPlacement& window)
 
 void writeValue(TextView section, TextView key, const Text& value)
 {
-    if (!writeProfileString(section, key, value, gIniPath)) tellAndEnd(u"　書き込みエラー");
+    if (!writeProfileString(section, key, value, gIniPath)) reportAndEnd(u"　書き込みエラー");
 }
 
 void writeNumber(TextView section, TextView key, std::int32_t value)
@@ -224,7 +224,7 @@ void iniRead(WindowPlacement& window)
     } catch (const std::exception&) {
         // The exit writes all fields, also those that weren't read. The copy saves
         // their values.
-        CopyFileA(gIniPath, gIniPath + u".Old", 0);
+        CopyFileA(gIniPath, sideFile(gIniPath, kOldSettingsSuffix), 0);
         throw;
     }
 }

@@ -12,12 +12,6 @@ namespace tolvek {
 
 namespace {
 
-void openStore()
-{
-    gDb = DBEngine::OpenDatabase(gDbPath);
-    gWs = DBEngine::Workspaces(0);
-}
-
 void yieldAndClose()
 {
     DoEvents();
@@ -105,7 +99,7 @@ void delOneMail(Int16 row)
 {
     leaveOnError(u"delOneMail", [&] {
         const Statement sql = deletionOfRow(SubjectRowLocate(row));
-        openStore();
+        openArchive();
         executeInTransaction(sql);
         yieldAndClose();
     });
@@ -114,7 +108,7 @@ void delOneMail(Int16 row)
 void delMail(Int16 type, const Text& key)
 {
     leaveOnError(u"delMail", [&] {
-        openStore();
+        openArchive();
         if (type < 0 || type > 2) {
             // Kept: gDb stays open; the next routine opens it anew.
             MsgBox(u"Ｄｅｌｅｔｅ　Ｔｙｐｅ　Ｅｒｒｏｒ");
@@ -133,7 +127,7 @@ void delFilter(Int16 index)
         deleteMailsOfRule(index);
         Statement sql{u"DELETE FROM tblFilter"};
         sql << u" WHERE tblFilter_No = " << gFilterRule[index].No;
-        openStore();
+        openArchive();
         executeInTransaction(sql);
         gDb.Close();
     });
@@ -142,7 +136,7 @@ void delFilter(Int16 index)
 void delMail_13(Int16 index)
 {
     leaveOnError(u"delMail_13", [&] {
-        openStore();
+        openArchive();
         gRs = gDb.OpenRecordset(resultsOf(gFilterRule[index]), dbOpenDynaset);
         DoEvents();
         Int16 count = 0;
@@ -155,7 +149,7 @@ void delMail_13(Int16 index)
 void delMail_024(Int16 /*index*/, const Statement& sql)
 {
     leaveOnError(u"delMail_024", [&] {
-        openStore();
+        openArchive();
         executeInTransaction(sql);
         yieldAndClose();
     });

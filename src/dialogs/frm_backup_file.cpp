@@ -1,5 +1,6 @@
 #include "dialogs/frm_backup_file.h"
 
+#include "app/file_names.h"
 #include "app/file_routines.h"
 #include "app/state.h"
 #include "platform/forms/events.h"
@@ -12,7 +13,6 @@ namespace tolvek {
 
 namespace {
 
-constexpr TextView kLiveName = u"Tolvek.Mdb";
 constexpr std::int32_t kLimit = 999;
 
 // All in twips.
@@ -35,7 +35,7 @@ std::vector<Text> backUpFiles()
     std::vector<Text> names;
     std::int32_t count = 0;
     FileNameGet(appPath(), u"Mdb", kLimit, names, count);
-    std::erase(names, Text(kLiveName));
+    std::erase(names, Text(kArchiveName));
     // FileNameGet returns the names in descending order.
     std::reverse(names.begin(), names.end());
     return names;

@@ -162,8 +162,7 @@ void tblFilterData_Set13(Int16 index, const Statement& sql)
 void tblFilterData_Sel()
 {
     leaveOnError(u"tblFilterData_Sel", [] {
-        gWs = DBEngine::Workspaces(0);
-        gDb = DBEngine::OpenDatabase(gDbPath);
+        openArchive();
         executeInTransaction(Statement{u"DELETE FROM tblFilterData"});
         gDb.Close();
         const Int16 count = countSortingRules();

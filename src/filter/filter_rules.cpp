@@ -109,8 +109,7 @@ void tblFilter_UpDate()
 {
     if (!gFilterRulesWhole) return;
     leaveOnError(u"tblFilter_UpDate", [] {
-        gWs = DBEngine::Workspaces(0);
-        gDb = DBEngine::OpenDatabase(gDbPath);
+        openArchive();
         executeInTransaction(Statement{u"DELETE FROM tblFilter"});
         const Int16 blank = writeRules();
         // The entries that weren't written don't count any more.

@@ -2,6 +2,7 @@
 
 #include "app/converter_library.h"
 #include "app/database.h"
+#include "app/file_names.h"
 #include "app/guard.h"
 #include "app/settings.h"
 #include "friend/friend_names.h"
@@ -108,7 +109,7 @@ void edPetKind(Int16 toCode, const Text& source, Text& result)
 void edFriend()
 {
     leavePlainOnError(u"edFriend", [] {
-        const Text temp = joinPath(appPath(), u"Friend.Tmp");
+        const Text temp = joinPath(appPath(), kFriendTempName);
         Int16 count = 0, second = 0;
         converterLibrary().TolvekFriend_Edit(joinPath(gPostPetDir, kFriendBook), temp, count,
                                              second);
@@ -126,8 +127,7 @@ bool tmpFriend(const Text& path)
         number = freeFile();
         openForInput(file, number);
         DoEvents();
-        gWs = DBEngine::Workspaces(0);
-        gDb = DBEngine::OpenDatabase(gDbPath);
+        openArchive();
         takeRecords(number);
         gDb.Close();
         readToEnd = true;

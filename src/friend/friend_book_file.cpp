@@ -1,6 +1,7 @@
 #include "friend/friend_book_file.h"
 
 #include "app/database.h"
+#include "app/file_names.h"
 #include "app/state.h"
 #include "friend/ed_friend.h"
 #include "platform/runtime/paths.h"
@@ -14,12 +15,6 @@ namespace tolvek {
 
 namespace {
 
-// None of these names ends in .tmp, which the exit deletes, or in .Mdb, which the
-// backup list shows.
-constexpr TextView kNotYetEmptied = u"Friend.Book";
-constexpr TextView kEmptied = u"Friend.Book.Read";
-constexpr TextView kKept = u"Friend.Book.Kept";
-
 constexpr char16_t kEndOfFile = 0x1A; // inside a text it would end the reading
 
 Path beside(TextView name)
@@ -27,7 +22,7 @@ Path beside(TextView name)
     return nativePath(joinPath(appPath(), name));
 }
 
-bool stands(TextView name)
+bool isThere(TextView name)
 {
     return fileExists(beside(name));
 }
@@ -37,7 +32,7 @@ void keepCopy()
     asFileError([] {
         const Path written = existingPath(friendTmpPath());
         flushFileToDisk(written);
-        copyFileContents(written, beside(kNotYetEmptied), false);
+        copyFileContents(written, beside(kEditedBook), false);
     });
 }
 
@@ -45,20 +40,20 @@ void keepCopy()
 // on disk.
 void markEmptied()
 {
-    if (!stands(kNotYetEmptied)) return;
+    if (!isThere(kEditedBook)) return;
     DBEngine::Rest();
     asFileError([] {
         // An older copy that was never imported completely isn't overwritten but put
         // aside.
-        if (stands(kEmptied)) replaceFile(beside(kEmptied), beside(kKept));
-        replaceFile(beside(kNotYetEmptied), beside(kEmptied));
+        if (isThere(kEditedBookRead)) replaceFile(beside(kEditedBookRead), beside(kEditedBookKept));
+        replaceFile(beside(kEditedBook), beside(kEditedBookRead));
         flushFolder(nativePath(appPath()));
     });
 }
 
 void removeIfThere(TextView name)
 {
-    if (stands(name)) removeFile(beside(name));
+    if (isThere(name)) removeFile(beside(name));
 }
 
 // The imported friends are on disk before the copies go. Friend.Book.Read is removed
@@ -67,8 +62,8 @@ void removeCopies()
 {
     DBEngine::Rest();
     asFileError([] {
-        removeIfThere(kEmptied);
-        removeIfThere(kNotYetEmptied);
+        removeIfThere(kEditedBookRead);
+        removeIfThere(kEditedBook);
         flushFolder(nativePath(appPath()));
     });
 }
@@ -76,8 +71,7 @@ void removeCopies()
 // On failure, closing gDb rolls the transaction back.
 void executeEmptying()
 {
-    gWs = DBEngine::Workspaces(0);
-    gDb = DBEngine::OpenDatabase(gDbPath);
+    openArchive();
     try {
         executeInTransaction(Statement{u"DELETE FROM tblFriend "});
     } catch (const std::exception&) {
@@ -101,7 +95,7 @@ void dropCopyOfUntouchedBook()
 {
     try {
         if (!tableHoldsRows()) return;
-        removeIfThere(kNotYetEmptied);
+        removeIfThere(kEditedBook);
         flushFolder(nativePath(appPath()));
     } catch (const std::exception&) {
         gDb.Close(); // the earlier failure is the one to report
@@ -111,7 +105,7 @@ void dropCopyOfUntouchedBook()
 // Friend.Tmp may by now hold a different book than a copy left from earlier.
 bool copyIsOf(const Path& file)
 {
-    const Path copy = beside(stands(kNotYetEmptied) ? kNotYetEmptied : kEmptied);
+    const Path copy = beside(isThere(kEditedBook) ? kEditedBook : kEditedBookRead);
     return fileExists(copy) && fileExists(file) && readFile(copy) == readFile(file);
 }
 
@@ -119,7 +113,7 @@ bool copyIsOf(const Path& file)
 
 Text friendTmpPath()
 {
-    return joinPath(appPath(), u"Friend.Tmp");
+    return joinPath(appPath(), kFriendTempName);
 }
 
 void writeFriendTmp(const std::function<void(Int16)>& writeRecords)
@@ -183,12 +177,12 @@ void readFriendTmp()
 
 void completeFriendEdit()
 {
-    if (stands(kNotYetEmptied)) {
+    if (isThere(kEditedBook)) {
         executeEmptying();
         markEmptied();
     }
-    if (!stands(kEmptied)) return;
-    if (tmpFriend(joinPath(appPath(), kEmptied))) removeCopies();
+    if (!isThere(kEditedBookRead)) return;
+    if (tmpFriend(joinPath(appPath(), kEditedBookRead))) removeCopies();
 }
 
 }

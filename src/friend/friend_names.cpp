@@ -13,12 +13,6 @@ namespace tolvek {
 
 namespace {
 
-void openStore()
-{
-    gWs = DBEngine::Workspaces(0);
-    gDb = DBEngine::OpenDatabase(gDbPath);
-}
-
 // A mail signed with the name of the friend's pet was written by the pet and keeps its
 // name.
 void nameSender(const Text& name, const Text& address, const Text& pet)
@@ -131,7 +125,7 @@ void setName(const Text& address, Text& name)
 void edFriendName()
 {
     leaveOnError(u"edFriendName", [] {
-        openStore();
+        openArchive();
         Statement sql{u"SELECT * FROM tblFriend"};
         sql << u" ORDER By tblFriend_Name ASC, " << u"tblFriend_Address ASC";
         for (gRs = gDb.OpenRecordset(sql, dbOpenDynaset); !gRs.Eof(); DoEvents()) {
@@ -152,7 +146,7 @@ Int16 FriendNameAdd(frmTolvek& /*form*/, Int16 row)
     // Kept: failures are reported under the name of the routine above.
     leaveOnError(u"edFriendName", [&] {
         Correspondent who = correspondentOf(row);
-        openStore();
+        openArchive();
         const bool known = findFriend(who.address);
         if (!isWanted(known, who) || !askForName(who.name)) {
             unchanged = 1;

@@ -1,6 +1,7 @@
 #include "import/mail_box_read.h"
 
 #include "app/converter_library.h"
+#include "app/file_names.h"
 #include "app/guard.h"
 #include "app/reports.h"
 #include "app/settings.h"
@@ -42,7 +43,7 @@ struct BoxSide {
 
 Text tempPath()
 {
-    return joinPath(appPath(), u"Tolvek.Tmp");
+    return joinPath(appPath(), kMailTempName);
 }
 
 // Checked before the walk, since drawers have longer names than main boxes: too deep a

@@ -1,6 +1,7 @@
 #include "import/read_account.h"
 
 #include "app/database.h"
+#include "app/file_names.h"
 #include "platform/runtime/dates.h"
 #include "platform/runtime/paths.h"
 

@@ -1,5 +1,6 @@
 #include "import/tmp_read.h"
 
+#include "app/file_names.h"
 #include "app/guard.h"
 #include "app/reports.h"
 #include "app/state.h"
@@ -44,7 +45,7 @@ private:
     bool findFile()
     {
         bool found = false;
-        path_ = joinPath(appPath(), u"Tolvek.Tmp");
+        path_ = joinPath(appPath(), kMailTempName);
         on_([&] { found = !dir(path_).empty(); });
         return found;
     }

@@ -109,8 +109,7 @@ bool TolvekDB_Insert(Int16 SndRcvFlag, const Text& SndName, const Text& SndAdd, 
                      Int16 SubKey, const MailBlocks& MailText)
 {
     return leaveOnError(u"TolvekDB_Insert", [&] {
-        gWs = DBEngine::Workspaces(0);
-        gDb = DBEngine::OpenDatabase(gDbPath);
+        openArchive();
         Statement insert{u"INSERT INTO tblTolvek "};
         appendColumns(insert);
         insert << u"VALUES( '" << YMD << u"', '" << HMS << u"', " << SubKey << u", "
@@ -119,11 +118,8 @@ bool TolvekDB_Insert(Int16 SndRcvFlag, const Text& SndName, const Text& SndAdd, 
         for (int block = 0; block <= 15; ++block)
             insert << u"', '" << storedBlock(MailText[block]);
         insert << u"', False )";
-        // If Execute fails, the error report closes gDb and so rolls the transaction
-        // back.
-        gWs.BeginTrans();
-        gDb.Execute(insert, dbFailOnError);
-        gWs.CommitTrans();
+        // If it fails, the error report closes gDb and so rolls the transaction back.
+        executeInTransaction(insert);
         gDb.Close();
     });
 }

@@ -1,6 +1,7 @@
 #include "shell/backup_commands.h"
 
 #include "app/database.h"
+#include "app/file_names.h"
 #include "app/file_routines.h"
 #include "app/guard.h"
 #include "app/state.h"
@@ -36,8 +37,8 @@ constexpr TextView kCaption = u"PostPet Mail 表示";
 Text todaysPath()
 {
     const DateTime today = now();
-    return joinPath(appPath(), u"Tolvek_" + format(today.year, u"0000") +
-                                   format(today.month, u"00") + format(today.day, u"00") + u".Mdb");
+    return joinPath(appPath(), backUpName(format(today.year, u"0000") + format(today.month, u"00") +
+                                          format(today.day, u"00")));
 }
 
 // Once a day: an existing file of that name is never overwritten, whoever made it.

@@ -1,5 +1,6 @@
 #include "shell/frm_tolvek_events.h"
 
+#include "app/file_names.h"
 #include "app/file_routines.h"
 #include "app/program_end.h"
 #include "app/settings.h"
@@ -52,8 +53,8 @@ void clearState(const ResumeNext& on)
 // otherwise none.
 void removeTempFiles()
 {
-    const bool ours = FileNameCheck(joinPath(appPath(), u"Friend.Tmp")) != 0 ||
-                      FileNameCheck(joinPath(appPath(), u"Tolvek.Tmp")) != 0;
+    const bool ours = FileNameCheck(joinPath(appPath(), kFriendTempName)) != 0 ||
+                      FileNameCheck(joinPath(appPath(), kMailTempName)) != 0;
     if (ours) kill(joinPath(appPath(), u"*.tmp"));
 }
 

@@ -1,5 +1,6 @@
 #include "store/before_load.h"
 
+#include "app/file_names.h"
 #include "platform/dao/dao.h"
 #include "platform/runtime/directory.h"
 #include "platform/runtime/paths.h"
@@ -12,19 +13,15 @@ namespace tolvek {
 
 namespace {
 
-constexpr TextView kCopy = u".BeforeLoad";
-constexpr TextView kRunning = u".Running";
-constexpr TextView kErrors = u".Errors";
-
 Path markOf(const Text& copy, TextView mark)
 {
-    return targetPath(copy + Text(mark));
+    return targetPath(sideFile(copy, mark));
 }
 
 void setRunning(const Text& copy)
 {
     asFileError([&] {
-        OpenFile mark(markOf(copy, kRunning), OpenFile::Mode::Create);
+        OpenFile mark(markOf(copy, kRunningSuffix), OpenFile::Mode::Create);
         mark.flush();
         mark.close();
     });
@@ -35,10 +32,10 @@ void setRunning(const Text& copy)
 // replaced.
 void endRunning(const Text& copy, bool withErrors)
 {
-    const Path running = markOf(copy, kRunning);
+    const Path running = markOf(copy, kRunningSuffix);
     asFileError([&] {
-        if (withErrors && copy.ends_with(kCopy))
-            replaceFile(running, markOf(copy, kErrors));
+        if (withErrors && copy.ends_with(kBeforeLoadSuffix))
+            replaceFile(running, markOf(copy, kErrorsSuffix));
         else
             removeFile(running);
     });
@@ -49,9 +46,9 @@ void endRunning(const Text& copy, bool withErrors)
 std::vector<Text> runningCopies(const Text& folder, TextView database)
 {
     std::vector<Text> copies;
-    const Text pattern = Text(database) + Text(kCopy) + u"*" + Text(kRunning);
+    const Text pattern = Text(database) + Text(kBeforeLoadSuffix) + u"*" + Text(kRunningSuffix);
     for (const Text& mark : dirAll(joinPath(folder, pattern)))
-        copies.push_back(joinPath(folder, mark.substr(0, mark.size() - kRunning.size())));
+        copies.push_back(joinPath(folder, mark.substr(0, mark.size() - kRunningSuffix.size())));
     return copies;
 }
 
@@ -82,7 +79,7 @@ void keepUnderNumber(const Text& copy)
 // or has been renamed, otherwise a numbered one.
 Text placeFor(const Text& fresh, const Text& copy)
 {
-    const Path errors = markOf(copy, kErrors);
+    const Path errors = markOf(copy, kErrorsSuffix);
     if (!databaseExists(copy)) {
         if (fileExists(errors)) asFileError([&] { removeFile(errors); }); // its copy is gone
         return copy;
@@ -99,7 +96,7 @@ void putBack(const Text& copy, const Text& database)
     const MailSet mails(copy);
     if (!mails.isReadable()) return;
     if (databaseExists(database) && !mails.holdsAllOf(database)) {
-        renameDatabase(database, freeDatabaseName(database + u".HalfLoaded"));
+        renameDatabase(database, freeDatabaseName(sideFile(database, kHalfLoadedSuffix)));
         flushFolderOf(database);
     }
     replaceDatabase(copy, database);
@@ -112,8 +109,8 @@ Text beginLoad(const Text& path)
 {
     if (!databaseExists(path)) return {};
     endEarlierLoads(path);
-    const Text plain = path + Text(kCopy);
-    const Text fresh = plain + u".New";
+    const Text plain = sideFile(path, kBeforeLoadSuffix);
+    const Text fresh = sideFile(plain, kNewSuffix);
     if (databaseExists(fresh)) removeDatabase(fresh); // of an import that was cut off
     DBEngine::CompactDatabase(path, fresh);
     const Text copy = placeFor(fresh, plain);
@@ -135,7 +132,7 @@ void endLoad(const Text& copy, bool withErrors)
 void undoCutOffLoads(const Text& folder)
 {
     for (const Text& copy : runningCopies(folder, u"*")) {
-        if (databaseExists(copy)) putBack(copy, copy.substr(0, copy.rfind(kCopy)));
+        if (databaseExists(copy)) putBack(copy, copy.substr(0, copy.rfind(kBeforeLoadSuffix)));
         // A copy that is still there couldn't be read; it must not be replaced.
         endRunning(copy, databaseExists(copy));
     }

@@ -1,5 +1,6 @@
 #include "store/database_files.h"
 
+#include "app/file_names.h"
 #include "platform/dao/alone.h"
 #include "platform/dao/dao.h"
 #include "platform/runtime/numbers.h"
@@ -72,7 +73,7 @@ Text linkedDatabase(const Text& path)
 
 Text liveDatabasePath()
 {
-    return linkedDatabase(joinPath(appPath(), u"Tolvek.Mdb"));
+    return linkedDatabase(joinPath(appPath(), kArchiveName));
 }
 
 bool isReadOnlyDatabase(const Text& path)

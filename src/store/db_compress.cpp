@@ -1,6 +1,7 @@
 #include "store/db_compress.h"
 
 #include "app/database.h"
+#include "app/file_names.h"
 #include "app/guard.h"
 #include "app/program_end.h"
 #include "app/reports.h"
@@ -31,7 +32,8 @@ constexpr TextView kAnew = u"DBの読み込み中にエラーが発生しまし�
 class Compaction {
 public:
     explicit Compaction(const Text& path)
-        : live_(linkedDatabase(path)), fresh_(live_ + u".New"), previous_(live_ + u".Bak")
+        : live_(linkedDatabase(path)), fresh_(sideFile(live_, kNewSuffix)),
+          previous_(sideFile(live_, kBakSuffix))
     {
     }
 
@@ -95,7 +97,7 @@ private:
     // A .Bak that yields nothing is treated like a missing one.
     void restoreFromPrevious()
     {
-        const Text side = live_ + u".Repair";
+        const Text side = sideFile(live_, kRepairSuffix);
         if (databaseExists(side)) removeDatabase(side); // of a repair that was cut off
         repair_ = repairedFrom(live_, previous_, side);
         if (repair_.isNothing())
@@ -189,7 +191,7 @@ private:
     void removePrevious()
     {
         if (previousIsNeeded())
-            moveAside(previous_, live_ + u".Kept");
+            moveAside(previous_, sideFile(live_, kKeptSuffix));
         else
             removeDatabase(previous_);
     }

@@ -1,9 +1,11 @@
 #include "store/db_start.h"
 
+#include "app/file_names.h"
 #include "platform/dao/dao.h"
 #include "platform/runtime/directory.h"
 #include "platform/runtime/paths.h"
 #include "platform/runtime/runtime_error.h"
+#include "platform/system/files.h"
 #include "store/database_files.h"
 #include "store/kept_files.h"
 
@@ -29,29 +31,32 @@ bool copiedWhole(const Text& source, const Text& target)
 // The side file of a dated backup carries the date of the day on which it was begun.
 bool isBackUpsSide(TextView name)
 {
-    constexpr TextView kPattern = u"Tolvek_00000000.Mdb.Compact";
-    return std::equal(name.begin(), name.end(), kPattern.begin(), kPattern.end(),
+    const Text pattern = backUpName(u"00000000") + Text(DBEngine::kUnfinishedSuffix);
+    return std::equal(name.begin(), name.end(), pattern.begin(), pattern.end(),
                       [](char16_t found, char16_t wanted) {
                           return wanted == u'0' ? found >= u'0' && found <= u'9' : found == wanted;
                       });
 }
 
-// .Repair is from a repair, .Whole from restoreFromNew, .Create from Table_Create and
-// .BeforeLoad.New from a text import. A compaction writes its target + ".Compact", and a
-// copy of a kept file its name + ".side". Only exact patterns are taken: the user's own
-// files in the folder must not be deleted.
+// Copies that were being made when the program was ended, and what a compaction or the
+// copy of a kept file writes before it takes its name. Only exact patterns are taken: the
+// user's own files in the folder must not be deleted.
 std::vector<Text> unfinishedFiles(const Text& path)
 {
     std::vector<Text> files;
-    for (const TextView suffix :
-         {u".New.Compact", u".Repair.Compact", u".Repair", u".Whole.Compact", u".Whole", u".Create",
-          u".BeforeLoad.New.Compact", u".BeforeLoad.New"})
-        files.push_back(path + Text(suffix));
+    const Text loadCopy = sideFile(sideFile(path, kBeforeLoadSuffix), kNewSuffix);
+    for (const Text& copy : {sideFile(path, kRepairSuffix), sideFile(path, kWholeSuffix),
+                             sideFile(path, kCreateSuffix), loadCopy})
+        files.push_back(copy);
+    for (const Text& compacted : {sideFile(path, kNewSuffix), sideFile(path, kRepairSuffix),
+                                  sideFile(path, kWholeSuffix), loadCopy})
+        files.push_back(sideFile(compacted, DBEngine::kUnfinishedSuffix));
     const Text folder = pathText(existingPath(path).parent_path());
-    for (const Text& name : dirAll(joinPath(folder, u"Tolvek_*.Mdb.Compact")))
+    const Text backUps = backUpName(u"*") + Text(DBEngine::kUnfinishedSuffix);
+    for (const Text& name : dirAll(joinPath(folder, backUps)))
         if (isBackUpsSide(name)) files.push_back(joinPath(folder, name));
-    for (const TextView kept : {u".Jet*.side", u".Damaged*.side"})
-        for (const Text& name : dirAll(path + Text(kept)))
+    for (const TextView kept : {kJetSuffix, kDamagedSuffix})
+        for (const Text& name : dirAll(sideFile(path, kept) + u"*" + fromUtf8(kUnfinishedSuffix)))
             files.push_back(joinPath(folder, name));
     return files;
 }
@@ -61,8 +66,8 @@ std::vector<Text> unfinishedFiles(const Text& path)
 // The .New is compacted instead of renamed, because that proves that it is whole.
 void restoreFromNew(const Text& path)
 {
-    const Text fresh = path + u".New";
-    const Text side = path + u".Whole";
+    const Text fresh = sideFile(path, kNewSuffix);
+    const Text side = sideFile(path, kWholeSuffix);
     if (databaseExists(path) || !databaseExists(fresh)) return;
     if (databaseExists(side)) removeDatabase(side);
     if (!copiedWhole(fresh, side)) return;
@@ -98,9 +103,9 @@ bool mayHoldMail(const Text& path)
 
 void keepBackUpAside(const Text& path)
 {
-    const Text previous = path + u".Bak";
+    const Text previous = sideFile(path, kBakSuffix);
     if (!databaseExists(previous) || !mayHoldMail(previous)) return;
-    moveAside(previous, path + u".Kept");
+    moveAside(previous, sideFile(path, kKeptSuffix));
 }
 
 void removeUnfinished(const Text& path)

@@ -1,5 +1,6 @@
 #include "store/kept_files.h"
 
+#include "app/file_names.h"
 #include "platform/dao/jet_import.h"
 #include "platform/runtime/numbers.h"
 #include "platform/runtime/paths.h"
@@ -71,7 +72,7 @@ template <class Work> void withNumbers(const Work& work)
 void keepJetOriginal(const Text& original, const Text& database)
 {
     withNumbers([&] {
-        if (isJetFile(existingPath(original))) keep(original, database + u".Jet");
+        if (isJetFile(existingPath(original))) keep(original, sideFile(database, kJetSuffix));
     });
 }
 
@@ -79,7 +80,7 @@ void keepDamaged(const Text& damaged, const Text& database)
 {
     withNumbers([&] {
         const bool isJet = isJetFile(existingPath(damaged));
-        keep(damaged, database + (isJet ? u".Jet" : u".Damaged"));
+        keep(damaged, sideFile(database, isJet ? kJetSuffix : kDamagedSuffix));
     });
 }
 

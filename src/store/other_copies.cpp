@@ -1,5 +1,6 @@
 #include "store/other_copies.h"
 
+#include "app/file_names.h"
 #include "platform/dao/jet_import.h"
 #include "platform/runtime/directory.h"
 #include "platform/runtime/paths.h"
@@ -17,13 +18,13 @@ namespace {
 // The newest backup first: after a backup it is the one.
 std::vector<Text> copiesBeside(const Text& live)
 {
-    std::vector<Text> names = dirAll(joinPath(appPath(), u"Tolvek_*.Mdb"));
+    std::vector<Text> names = dirAll(joinPath(appPath(), backUpName(u"*")));
     std::ranges::sort(names, std::greater<>());
     std::vector<Text> copies;
     for (const Text& name : names)
         copies.push_back(joinPath(appPath(), name));
     const Text folder = pathText(existingPath(live).parent_path());
-    for (const Text& name : dirAll(live + u".Kept*"))
+    for (const Text& name : dirAll(sideFile(live, kKeptSuffix) + u"*"))
         copies.push_back(joinPath(folder, name));
     return copies;
 }

@@ -95,8 +95,7 @@ void listValues(const SearchTable& table, const Statement& source, bool lookUpFi
 void rebuild(const SearchTable& table)
 {
     leaveOnError(table.routine, [&] {
-        gDb = DBEngine::OpenDatabase(gDbPath);
-        gWs = DBEngine::Workspaces(0);
+        openArchive();
         executeInTransaction(table.clear);
         // The table is empty now, so the senders need no look-up.
         listValues(table, table.senders, false);

@@ -1,6 +1,7 @@
 #include "store/table_create.h"
 
 #include "app/database.h"
+#include "app/file_names.h"
 #include "app/guard.h"
 #include "platform/runtime/do_events.h"
 #include "platform/runtime/msg_box.h"
@@ -15,7 +16,6 @@ namespace {
 
 // The general sort order, which applies to every comparison and every ORDER BY.
 constexpr TextView kGeneralOrder = u";LANGID=0x0409;CP=1252;COUNTRY=0";
-constexpr TextView kSideName = u".Create";
 
 void createTable(TextView routine, const TableSpec& spec)
 {
@@ -71,7 +71,7 @@ void Table_Create()
     leaveOnError(u"Table_Create", [] {
         if (!mayReplace()) return;
         const bool replaces = databaseExists(trim(gDbPath));
-        const Text side = trim(gDbPath) + Text(kSideName);
+        const Text side = sideFile(trim(gDbPath), kCreateSuffix);
         if (databaseExists(side)) // of a creation that was cut off
             removeDatabase(side);
         gWs = DBEngine::Workspaces(0);

@@ -1,5 +1,6 @@
 #include "store/text_dump_set.h"
 
+#include "app/file_names.h"
 #include "platform/runtime/paths.h"
 #include "platform/runtime/runtime_error.h"
 #include "platform/system/files.h"
@@ -28,13 +29,13 @@ Path placeOf(TextView file)
 Path besideOf(const Path& place)
 {
     Path beside = place;
-    beside += ".New";
+    beside += toUtf8(kNewSuffix);
     return beside;
 }
 
 Path markPath()
 {
-    return nativePath(joinPath(appPath(), Text(tblTolvekDump().file) + u".Whole"));
+    return nativePath(joinPath(appPath(), sideFile(Text(tblTolvekDump().file), kWholeSuffix)));
 }
 
 void flushFolders()

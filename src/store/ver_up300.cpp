@@ -1,6 +1,7 @@
 #include "store/ver_up300.h"
 
 #include "app/database.h"
+#include "app/file_names.h"
 #include "app/file_routines.h"
 #include "app/guard.h"
 #include "app/program_end.h"
@@ -27,12 +28,12 @@ namespace {
 
 Text oldOf(const Text& path)
 {
-    return path + u".V300";
+    return sideFile(path, kV300Suffix);
 }
 
 Text markOf(const Text& path)
 {
-    return path + u".Upgrade";
+    return sideFile(path, kUpgradeSuffix);
 }
 
 bool isMarked(const Text& path)
@@ -52,7 +53,7 @@ FileLock lockedMark(const Text& path)
 void setMark(const Text& path)
 {
     OpenFile mark(targetPath(markOf(path)), OpenFile::Mode::Anew);
-    mark.write("While this file stands, the .V300 beside it is the whole archive.\r\n");
+    mark.write("While this file exists, the .V300 beside it is the whole archive.\r\n");
     mark.flush();
     mark.close();
     flushFolderOf(path);

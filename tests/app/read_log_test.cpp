@@ -1,7 +1,7 @@
 #include "app/read_log.h"
-#include "platform/system/test_hooks.h"
 
 #include "platform/system/files.h"
+#include "platform/system/test_hooks.h"
 #include "support/temp_folder.h"
 
 #include <gtest/gtest.h>

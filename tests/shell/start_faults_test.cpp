@@ -1,5 +1,6 @@
 // Wherever a start is cut off or fails, from the remains of an earlier run to the
 // compaction, a later start finds the mails again.
+#include "app/file_names.h"
 #include "platform/runtime/test_hooks.h"
 #include "shell/tolvek_main.h"
 #include "store/db_compress.h"
@@ -61,16 +62,16 @@ protected:
     static bool isOfTheStart(const Path& path)
     {
         const std::string name = path.filename().string();
-        return name.find(".Create") == std::string::npos &&
-               name.find(".Compact") == std::string::npos &&
-               name.find(".Whole") == std::string::npos;
+        return name.find(toUtf8(kCreateSuffix)) == std::string::npos &&
+               name.find(toUtf8(DBEngine::kUnfinishedSuffix)) == std::string::npos &&
+               name.find(toUtf8(kWholeSuffix)) == std::string::npos;
     }
     // The previous generation, the names it is kept under, and the database itself.
     static bool isOfTheBak(const Path& path)
     {
         const std::string name = path.filename().string();
-        return name == "Tolvek.Mdb" || name.find(".Bak") != std::string::npos ||
-               name.find(".Kept") != std::string::npos;
+        return name == "Tolvek.Mdb" || name.find(toUtf8(kBakSuffix)) != std::string::npos ||
+               name.find(toUtf8(kKeptSuffix)) != std::string::npos;
     }
     static std::vector<Text> both() { return {u"一通目", u"二通目"}; }
 };

@@ -1,6 +1,7 @@
 // Two programs on one archive, as if no lock kept the second one from starting. One is
 // stopped before each of its file operations in turn, while the other reads, backs up or
 // starts. No mail is lost: neither the earlier ones nor one that is stored in between.
+#include "app/file_names.h"
 #include "platform/dao/test_hooks.h"
 #include "platform/runtime/test_hooks.h"
 #include "shell/store_commands.h"
@@ -91,7 +92,7 @@ protected:
     static bool isOfNote(const Path& path)
     {
         const std::string name = path.filename().string();
-        return std::getenv("TOLVEK_SOAK") || !name.ends_with(".Compact");
+        return std::getenv("TOLVEK_SOAK") || !name.ends_with(toUtf8(DBEngine::kUnfinishedSuffix));
     }
 
     KeptFolder kept{folder.path()};
@@ -148,7 +149,8 @@ protected:
         const auto counts = [](const Path& path) {
             const std::string name = path.filename().string();
             return std::getenv("TOLVEK_SOAK") ||
-                   (!name.ends_with(".Compact") && !name.ends_with(".Create"));
+                   (!name.ends_with(toUtf8(DBEngine::kUnfinishedSuffix)) &&
+                    !name.ends_with(toUtf8(kCreateSuffix)));
         };
         const Text old = version();
         HeldProgram held(

@@ -1,3 +1,4 @@
+#include "app/file_names.h"
 #include "store/before_load.h"
 
 #include "store/database_files.h"
@@ -11,7 +12,10 @@ using Texts = std::vector<Text>;
 
 class BeforeLoadTest : public ArchiveFixture {
 protected:
-    static Text copy(TextView number = u"") { return gDbPath + u".BeforeLoad" + Text(number); }
+    static Text copy(TextView number = u"")
+    {
+        return sideFile(gDbPath, kBeforeLoadSuffix) + Text(number);
+    }
     static Texts subjects(const Text& database)
     {
         return column(Statement{u"SELECT tblTolvek_Subject FROM tblTolvek"}, 0, database);

@@ -1,4 +1,5 @@
 // What a start does with a file that can't be read as a database.
+#include "app/file_names.h"
 #include "platform/runtime/test_hooks.h"
 #include "platform/system/test_hooks.h"
 #include "store/database_files.h"
@@ -28,7 +29,7 @@ protected:
         dbCompress(gDbPath);
         store(mail(u"a@b.jp", u"c@d.jp", u"その後", u"20000216"));
     }
-    Text previous() const { return gDbPath + u".Bak"; }
+    Text previous() const { return sideFile(gDbPath, kBakSuffix); }
 
     // In the middle of the file, so that its header is still that of a database.
     void damage(const std::string& name)
@@ -238,7 +239,10 @@ protected:
         });
     }
     // A compaction's operations on its side files have tests of their own.
-    static bool isOfTheRepair(const Path& path) { return path.extension() != ".Compact"; }
+    static bool isOfTheRepair(const Path& path)
+    {
+        return path.extension() != toUtf8(DBEngine::kUnfinishedSuffix);
+    }
     KeptFolder kept{folder.path()};
 };
 

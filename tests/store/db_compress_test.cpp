@@ -1,3 +1,4 @@
+#include "app/file_names.h"
 #include "platform/system/test_hooks.h"
 #include "store/db_compress.h"
 
@@ -13,8 +14,8 @@ using Permissions = std::filesystem::perms;
 class DbCompressTest : public ArchiveFixture {
 protected:
     Text live() const { return gDbPath; }
-    Text fresh() const { return gDbPath + u".New"; }
-    Text previous() const { return gDbPath + u".Bak"; }
+    Text fresh() const { return sideFile(gDbPath, kNewSuffix); }
+    Text previous() const { return sideFile(gDbPath, kBakSuffix); }
     Permissions modeOf(const std::string& name) const
     {
         return std::filesystem::status(file(name)).permissions();

@@ -207,7 +207,8 @@ protected:
     // The conversion to the side file has tests of its own.
     static bool isOfTheRotation(const Path& path)
     {
-        return path.filename().string().starts_with("Tolvek.Mdb") && path.extension() != ".Compact";
+        return path.filename().string().starts_with("Tolvek.Mdb") &&
+               path.extension() != toUtf8(DBEngine::kUnfinishedSuffix);
     }
     static FileProbe disk() { return GetParam() ? FileProbe() : FileProbe(refuseLinks); }
     static void compact() { dbCompress(gDbPath); }

@@ -189,15 +189,15 @@ TEST_F(TextDumpFailuresTest, AFullDiskIsToldOnceByEachRoutineAndTouchesNoDatabas
 TEST_F(TextDumpFailuresTest, AFailureOfAnyOperationOfAnUnloadIsToldAndCostsNoMail)
 {
     putMail(u"101112", u"件名");
-    int told = 0;
+    int reported = 0;
     failEachOperation(tblTolvek_UnLoad, [&](int operation) {
         const int shown = static_cast<int>(reports.take().size());
         EXPECT_LE(shown, 1) << operation;
-        told += shown;
+        reported += shown;
         EXPECT_EQ(rows(u"tblTolvek"), 1) << operation;
         EXPECT_EQ(freeFile(), 1) << operation;
     });
-    EXPECT_GT(told, 5);
+    EXPECT_GT(reported, 5);
 }
 
 TEST_F(TextDumpFailuresTest, AFileThatMayNotBeWrittenKeepsItsContent)

@@ -1,3 +1,4 @@
+#include "app/file_names.h"
 #include "platform/system/test_hooks.h"
 #include "store/text_dump_set.h"
 
@@ -59,7 +60,8 @@ protected:
     {
         std::size_t found = 0;
         for (const std::string& name : fileNames(folder.path()))
-            found += name.ends_with(".New") || name.ends_with(".Whole") ? 1 : 0;
+            found +=
+                name.ends_with(toUtf8(kNewSuffix)) || name.ends_with(toUtf8(kWholeSuffix)) ? 1 : 0;
         return found;
     }
 };

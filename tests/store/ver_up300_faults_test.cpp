@@ -1,5 +1,6 @@
 // Wherever the upgrade of an old archive is cut off or fails, no row may be lost, and an
 // incomplete new archive must never be taken for the old one.
+#include "app/file_names.h"
 #include "platform/runtime/test_hooks.h"
 #include "platform/system/test_hooks.h"
 #include "store/archive_tables.h"
@@ -36,7 +37,8 @@ protected:
     static bool isOfTheUpgrade(const Path& path)
     {
         const std::string name = path.filename().string();
-        return name.find(".Create") == std::string::npos && name.find(".New") == std::string::npos;
+        return name.find(toUtf8(kCreateSuffix)) == std::string::npos &&
+               name.find(toUtf8(kNewSuffix)) == std::string::npos;
     }
     // The state that a run has left: whether `Ver` is old, and the files.
     std::string state() const

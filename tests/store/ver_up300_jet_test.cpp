@@ -17,7 +17,7 @@ protected:
         removeDatabase(gDbPath);
         givenVersion("210");
         hooks::setMsgBox([this](const MsgBoxRequest& box) {
-            told.push_back(box.text);
+            reported.push_back(box.text);
             return MsgAnswer::Ok;
         });
     }
@@ -51,11 +51,11 @@ protected:
     {
         given(name);
         for (int start = 0; start < 2; ++start) {
-            told.clear();
+            reported.clear();
             EXPECT_THROW(runUpgrade(), ProgramEnd);
-            ASSERT_EQ(told.size(), 3u);
-            EXPECT_EQ(told[1].substr(0, 12), u"エラー番号： " + Text(number) + u"\r");
-            EXPECT_EQ(told[2], kUpgradeFailed);
+            ASSERT_EQ(reported.size(), 3u);
+            EXPECT_EQ(reported[1].substr(0, 12), u"エラー番号： " + Text(number) + u"\r");
+            EXPECT_EQ(reported[2], kUpgradeFailed);
             EXPECT_EQ(tablesOf(*Connection::open(file("Tolvek.Mdb"))), expectedTables(name));
             EXPECT_EQ(version(), u"210");
             EXPECT_FALSE(exists("Tolvek.Mdb.V300"));
@@ -64,14 +64,14 @@ protected:
     }
 
     JetReader reader;
-    std::vector<Text> told;
+    std::vector<Text> reported;
 };
 
 TEST_F(VerUp300JetTest, EveryFieldOfEveryRowIsCarriedOver)
 {
     given("v210_jet4");
     runUpgrade();
-    EXPECT_EQ(told, std::vector<Text>{Text(kUpgradeBegins)});
+    EXPECT_EQ(reported, std::vector<Text>{Text(kUpgradeBegins)});
     EXPECT_TRUE(isUpgraded(gDbPath));
     EXPECT_EQ(oldTablesOf(file("Tolvek.Mdb")), expectedTables("v210_jet4"));
     EXPECT_EQ(tablesOf(*Connection::open(file("Tolvek.Mdb.V300"))), expectedTables("v210_jet4"));

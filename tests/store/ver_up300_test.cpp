@@ -1,4 +1,5 @@
 // The upgrade of an older archive: what it copies, what it shows, and when it is undone.
+#include "app/file_names.h"
 #include "platform/runtime/test_hooks.h"
 #include "platform/system/test_hooks.h"
 #include "store/archive_tables.h"
@@ -34,13 +35,13 @@ protected:
     // Answers Yes and OK; returns the boxes that were shown.
     std::vector<MsgBoxRequest> upgradeThatEnds()
     {
-        std::vector<MsgBoxRequest> told;
+        std::vector<MsgBoxRequest> reported;
         hooks::setMsgBox([&](const MsgBoxRequest& box) {
-            told.push_back(box);
+            reported.push_back(box);
             return box.buttons == MsgButtons::YesNo ? MsgAnswer::Yes : MsgAnswer::Ok;
         });
         EXPECT_THROW(runUpgrade(), ProgramEnd);
-        return told;
+        return reported;
     }
     // Set field by field, since no statement accepts an apostrophe.
     static void storeOldSubject(const Text& subject)
@@ -137,11 +138,11 @@ TEST_F(VerUp300Test, AnApostropheEndsItAndTheOldArchiveIsBackForTheNextTry)
     storeOldSubject(u"Don't");
     const Archive before = oldFieldsOf(gDbPath);
     for (int start = 0; start < 2; ++start) {
-        const std::vector<MsgBoxRequest> told = upgradeThatEnds();
-        ASSERT_EQ(told.size(), 3u);
-        EXPECT_EQ(told[1].text.substr(0, 12), u"エラー番号： 3075\r");
-        EXPECT_EQ(told[1].title, kTitle);
-        EXPECT_EQ(told[2].text, kUpgradeFailed);
+        const std::vector<MsgBoxRequest> reported = upgradeThatEnds();
+        ASSERT_EQ(reported.size(), 3u);
+        EXPECT_EQ(reported[1].text.substr(0, 12), u"エラー番号： 3075\r");
+        EXPECT_EQ(reported[1].title, kTitle);
+        EXPECT_EQ(reported[2].text, kUpgradeFailed);
         expectOldInPlace(before);
     }
     EXPECT_EQ(lines.size(), 2 * 8u) << "as far as the third mail, twice";
@@ -167,13 +168,13 @@ TEST_F(VerUp300Test, AnOldArchiveThatCantBeOpenedGoesBackFirst)
 {
     storeOld(Mail{});
     hooks::setFileProbe([](FileOperation operation, const Path& path) {
-        if (operation == FileOperation::Open && path.extension() == ".V300")
+        if (operation == FileOperation::Open && path.extension() == toUtf8(kV300Suffix))
             throw std::system_error(std::make_error_code(std::errc::permission_denied));
     });
-    const std::vector<MsgBoxRequest> told = upgradeThatEnds();
+    const std::vector<MsgBoxRequest> reported = upgradeThatEnds();
     hooks::setFileProbe({});
-    ASSERT_EQ(told.size(), 3u);
-    EXPECT_EQ(told[1].title, kTitle);
+    ASSERT_EQ(reported.size(), 3u);
+    EXPECT_EQ(reported[1].title, kTitle);
     EXPECT_EQ(rows(u"tblTolvek"), 1);
     EXPECT_FALSE(exists("Tolvek.Mdb.Upgrade"));
 }
@@ -190,11 +191,11 @@ TEST_F(VerUp300Test, MoreRowsThanTheCountHoldsEndItWithNothingLost)
         }
     });
     opened.Close();
-    const std::vector<MsgBoxRequest> told = upgradeThatEnds();
-    ASSERT_EQ(told.size(), 4u);
-    EXPECT_EQ(told[1].title, u"エラーメッセージ (GET_RECCNT)");
-    EXPECT_EQ(told[2].title, kTitle);
-    EXPECT_EQ(told[3].text, kUpgradeFailed);
+    const std::vector<MsgBoxRequest> reported = upgradeThatEnds();
+    ASSERT_EQ(reported.size(), 4u);
+    EXPECT_EQ(reported[1].title, u"エラーメッセージ (GET_RECCNT)");
+    EXPECT_EQ(reported[2].title, kTitle);
+    EXPECT_EQ(reported[3].text, kUpgradeFailed);
     EXPECT_EQ(rows(u"tblSearch_Name"), 32768);
     EXPECT_FALSE(isUpgraded(gDbPath));
 }
@@ -216,9 +217,9 @@ TEST_F(VerUp300Test, AVersionThatCantBeWrittenEndsTheProgramWithTheArchiveUpgrad
     givenOldRows();
     const Archive before = oldFieldsOf(gDbPath);
     std::filesystem::permissions(file("TOLVEK.ini"), std::filesystem::perms::owner_read);
-    const std::vector<MsgBoxRequest> told = upgradeThatEnds();
-    ASSERT_EQ(told.size(), 2u);
-    EXPECT_EQ(told[1].text, gIniPath + u"　書き込みエラー");
+    const std::vector<MsgBoxRequest> reported = upgradeThatEnds();
+    ASSERT_EQ(reported.size(), 2u);
+    EXPECT_EQ(reported[1].text, gIniPath + u"　書き込みエラー");
     settleCutOffUpgrade(gDbPath, true);
     EXPECT_TRUE(isUpgraded(gDbPath));
     EXPECT_EQ(oldFieldsOf(gDbPath), before);
@@ -232,9 +233,9 @@ TEST_F(VerUp300Test, AnEarlierOldArchiveThatCantBeDeletedIsToldAndNothingMoves)
 {
     storeOld(Mail{});
     std::filesystem::create_directory(file("Tolvek.Mdb.V300"));
-    const std::vector<MsgBoxRequest> told = upgradeThatEnds();
-    ASSERT_EQ(told.size(), 2u);
-    EXPECT_EQ(told[1].title, u"エラーメッセージ (VerUp300)");
+    const std::vector<MsgBoxRequest> reported = upgradeThatEnds();
+    ASSERT_EQ(reported.size(), 2u);
+    EXPECT_EQ(reported[1].title, u"エラーメッセージ (VerUp300)");
     EXPECT_EQ(rows(u"tblTolvek"), 1);
     EXPECT_FALSE(exists("Tolvek.Mdb.Upgrade"));
     EXPECT_EQ(version(), u"210");

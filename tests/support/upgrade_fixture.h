@@ -6,6 +6,7 @@
 //
 // storeOld omits the fields that the old table lacks.
 #pragma once
+#include "app/file_names.h"
 #include "store/database_files.h"
 #include "store/schema.h"
 #include "store/ver_up300.h"
@@ -96,8 +97,8 @@ protected:
         return fromUtf8(bytes.substr(at, bytes.find('\r', at) - at));
     }
 
-    static Text old() { return gDbPath + u".V300"; }
-    static Text mark() { return gDbPath + u".Upgrade"; }
+    static Text old() { return sideFile(gDbPath, kV300Suffix); }
+    static Text mark() { return sideFile(gDbPath, kUpgradeSuffix); }
 
     // The rows of a table in the order of its primary key, each as the texts of its fields,
     // without the fields that the old schema lacks.

@@ -1,5 +1,6 @@
 #include "letters/window/letters_window.h"
 
+#include "app/file_names.h"
 #include "letters/window/files_dialog.h"
 #include "letters/window/letter_texts.h"
 #include "letters/window/letter_view.h"

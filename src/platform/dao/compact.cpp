@@ -12,8 +12,6 @@ namespace {
 
 using std::filesystem::path;
 
-constexpr const char* kSideSuffix = ".Compact";
-
 // The check looks up the index entries of every row, all over the file. A cache that
 // holds the whole file (512 MB at most) avoids reading pages twice. Memory is used only
 // for pages that exist, and only during the compaction.
@@ -140,7 +138,7 @@ RuntimeError retold(const RuntimeError& error)
 void compact(const path& source, const path& target)
 {
     path side = target;
-    side += kSideSuffix;
+    side += toUtf8(DBEngine::kUnfinishedSuffix);
     removeSide(side);
     try {
         copyTo(source, side);

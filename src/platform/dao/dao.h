@@ -189,6 +189,8 @@ public:
     // format; 429 and 3041 as above. 3041 also for another program's database: it may be
     // sound, but must not be replaced by a copy.
     static void CompactDatabase(TextView source, TextView target);
+    // What the target is called until the copy is finished.
+    static constexpr TextView kUnfinishedSuffix = u".Compact";
     // Adds the rows of these tables that can still be read in corrupt files to `target`,
     // a sound database, unless `target` has a row with the same primary key. A row that
     // looks damaged is added only if its row number is free too, so it is never added

@@ -54,9 +54,7 @@ class SideFile {
 public:
     explicit SideFile(const fs::path& target) : target_(target), path_(target)
     {
-        // Not .tmp or .Mdb: the program deletes *.tmp when it ends and lists *.Mdb
-        // as backups.
-        path_ += ".side";
+        path_ += kUnfinishedSuffix;
         file_.emplace(path_, OpenFile::Mode::Anew);
     }
     ~SideFile()

@@ -98,6 +98,9 @@ void renameFile(const std::filesystem::path& from, const std::filesystem::path& 
 // Atomic. Replaces an existing target. Both paths must be in the same folder.
 void replaceFile(const std::filesystem::path& from, const std::filesystem::path& to);
 void linkFile(const std::filesystem::path& existing, const std::filesystem::path& added);
+// What a file being written beside its place is called until it takes its name. Not .tmp
+// or .Mdb: the program deletes *.tmp when it ends and lists *.Mdb as backups.
+inline constexpr std::string_view kUnfinishedSuffix = ".side";
 // Copies and flushes the contents through a side file, so a copy that fails or is
 // interrupted leaves the old target untouched. The probe is asked for Copy first
 // (with `from`), then for the steps.
