@@ -77,12 +77,12 @@ void measureBooks()
 {
     makeBook(u"ともだち", false);
     measure("300 friends, every name is new", edFriendName);
-    measure("300 friends, every name stands already", edFriendName);
+    measure("300 friends, every name is stored already", edFriendName);
     makeBook(u"むかしからのともだち", false);
     measure("300 friends, every name is a longer one", edFriendName);
     makeBook(u"なかま", true);
     measure("and the user among them, every name is new", edFriendName);
-    measure("and the user among them, every name stands", edFriendName);
+    measure("and the user among them, every name is stored", edFriendName);
 }
 
 }

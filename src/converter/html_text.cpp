@@ -146,8 +146,8 @@ private:
         const std::string address = attribute(element, "href");
         const std::string shown = lowerAscii(toUtf8(trimSpace(out_.since(begin))));
         // Mails often show the address itself as the link; it isn't repeated.
-        const bool told = shown.find(bareAddress(address)) != std::string::npos;
-        if (isAddress(address) && !told) out_.text(u" <" + fromUtf8(address) + u"> ");
+        const bool isShown = shown.find(bareAddress(address)) != std::string::npos;
+        if (isAddress(address) && !isShown) out_.text(u" <" + fromUtf8(address) + u"> ");
     }
 
     void children(const GumboElement& element)

@@ -19,14 +19,14 @@ namespace {
 
 constexpr TextView kProgram = u"PostPet20.exe";
 
-Text toldProgram()
+Text configuredProgram()
 {
     return joinPath(gPostPetDir, kProgram);
 }
 
 // The canonical form of a path, in lower case: without links, dots and double
 // separators.
-Text ledTo(const Path& path)
+Text realName(const Path& path)
 {
     std::error_code failure;
     const Path target = std::filesystem::weakly_canonical(path, failure);
@@ -40,16 +40,20 @@ Text ledTo(const Path& path)
 // find it running.
 class Wanted {
 public:
-    Wanted() : told_(lowerCase(toldProgram())), target_(ledTo(existingPath(toldProgram()))) {}
+    Wanted()
+        : configured_(lowerCase(configuredProgram())),
+          target_(realName(existingPath(configuredProgram())))
+    {
+    }
 
     bool matches(TextView name) const
     {
         if (inStr(lowerCase(name), lowerCase(kProgram), Compare::TextMode) == 0) return false;
-        return lowerCase(name) == told_ || ledTo(nativePath(name)) == target_;
+        return lowerCase(name) == configured_ || realName(nativePath(name)) == target_;
     }
 
 private:
-    Text told_;
+    Text configured_;
     Text target_;
 };
 
@@ -80,7 +84,7 @@ Text fileName(const PROCESSENTRY32& entry)
 
 // The system gives no process list. Without it, keys might be typed into any copy of
 // PostPet, so the program ends.
-void tellAndEnd(Form& caller)
+void reportAndEnd(Form& caller)
 {
     MsgBox(u"ﾌﾟﾛｾｽｴﾝﾄﾘの取得に失敗しました");
     caller.Unload();
@@ -95,7 +99,7 @@ void findPostPet(Form& caller)
     const Snapshot snapshot;
     PROCESSENTRY32 entry;
     entry.dwSize = kProcessEntrySize;
-    if (!snapshot.first(entry)) tellAndEnd(caller);
+    if (!snapshot.first(entry)) reportAndEnd(caller);
     const Wanted postPet;
     do { // kept: the last match counts, so the search never stops early
         if (postPet.matches(fileName(entry)))
@@ -105,7 +109,7 @@ void findPostPet(Form& caller)
 
 void startPostPet()
 {
-    gPostPetPid = asFileError([] { return startProgram(existingPath(toldProgram())); });
+    gPostPetPid = asFileError([] { return startProgram(existingPath(configuredProgram())); });
 }
 
 }

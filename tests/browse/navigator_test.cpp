@@ -330,15 +330,15 @@ TEST_F(NavigatorTest, EachEventReportsUnderItsOwnNameAndItsCommandsComeBack)
     gDbPath = brokenArchive();
     for (const auto& c : cases) {
         gDisplayType = 0;
-        std::vector<Text> told;
+        std::vector<Text> reported;
         hooks::setMsgBox([&](const MsgBoxRequest& box) {
             for (const Text& routine : c.unshown)
                 if (box.title == u"エラーメッセージ (" + routine + u")") throw RuntimeError(7);
-            told.push_back(box.title);
+            reported.push_back(box.title);
             return MsgAnswer::Ok;
         });
         c.event();
-        EXPECT_EQ(told, std::vector<Text>{u"エラーメッセージ (" + Text(c.reported) + u")"});
+        EXPECT_EQ(reported, std::vector<Text>{u"エラーメッセージ (" + Text(c.reported) + u")"});
         if (c.unshown.size() == 1) { // the event ran to its end
             EXPECT_TRUE(form.comMailRead->Enabled()) << toUtf8(c.reported);
         }

@@ -11,7 +11,7 @@ struct Row {
     const char* address;
 };
 
-TEST(Address, FirstMailboxOfAField)
+TEST(AddressTest, FirstMailboxOfAField)
 {
     const Row rows[] = {
         {"Taro <taro@example.com>", "Taro", "taro@example.com"},
@@ -45,7 +45,7 @@ TEST(Address, FirstMailboxOfAField)
     }
 }
 
-TEST(Address, ValueIsInAFormThatTheReaderTakesApart)
+TEST(AddressTest, ValueIsInAFormThatTheReaderTakesApart)
 {
     EXPECT_EQ(mailboxValue({u"はな", u"h@example.jp"}), u"h@example.jp (はな)");
     EXPECT_EQ(mailboxValue({u"a(b)<c>", u"h@example.jp"}), u"h@example.jp (a（b）＜c＞)");

@@ -22,7 +22,7 @@ std::string joined(const std::vector<Text>& lines)
     return text;
 }
 
-TEST(AnyText, ComesThroughAsItIs)
+TEST(AnyTextTest, ComesThroughAsItIs)
 {
     const TempFolder folder;
     TextMaker maker;

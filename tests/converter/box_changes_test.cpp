@@ -21,7 +21,7 @@ std::string mailOf(const std::string& subject)
            "\nDate: Tue, 15 Feb 2000 10:11:12 +0900\n\nletter\n\n";
 }
 
-class ChangingBoxTest : public ::testing::Test {
+class BoxChangesTest : public ::testing::Test {
 protected:
     void TearDown() override { hooks::setFileProbe({}); }
 
@@ -59,7 +59,7 @@ protected:
 
 using Subjects = std::vector<std::string>;
 
-TEST_F(ChangingBoxTest, TellsGrowthFromAnyOtherChange)
+TEST_F(BoxChangesTest, TellsGrowthFromAnyOtherChange)
 {
     given("12345");
     const BoxChanges changes(box());
@@ -76,7 +76,7 @@ TEST_F(ChangingBoxTest, TellsGrowthFromAnyOtherChange)
     EXPECT_NE(changes.kind(), Kind::None);
 }
 
-TEST_F(ChangingBoxTest, TheLastMailOfABoxThatGrowsIsLeftForTheNextRead)
+TEST_F(BoxChangesTest, TheLastMailOfABoxThatGrowsIsLeftForTheNextRead)
 {
     const std::string three = mailOf("three");
     for (const int reading : {1, 2, 3, 4}) {
@@ -87,7 +87,7 @@ TEST_F(ChangingBoxTest, TheLastMailOfABoxThatGrowsIsLeftForTheNextRead)
     }
 }
 
-TEST_F(ChangingBoxTest, ASingleMailThatGrowsIsLeftAsAWhole)
+TEST_F(BoxChangesTest, ASingleMailThatGrowsIsLeftAsAWhole)
 {
     given("Subject: one\nDate: Tue, 15 Feb 2000 10:11:12 +0900\n\nhalf a");
     atReading(2, [&] { append(" letter\n"); });
@@ -95,14 +95,14 @@ TEST_F(ChangingBoxTest, ASingleMailThatGrowsIsLeftAsAWhole)
     EXPECT_EQ(converted(), Subjects{"one"});
 }
 
-TEST_F(ChangingBoxTest, ABoxThatIsRewrittenWhileItIsReadIsReadAnew)
+TEST_F(BoxChangesTest, ABoxThatIsRewrittenWhileItIsReadIsReadAnew)
 {
     given(mailOf("one") + mailOf("two"));
     atReading(2, [&] { given(mailOf("two")); });
     EXPECT_EQ(converted(), Subjects{"two"});
 }
 
-TEST_F(ChangingBoxTest, ABoxThatIsRewrittenAgainAndAgainIsLeft)
+TEST_F(BoxChangesTest, ABoxThatIsRewrittenAgainAndAgainIsLeft)
 {
     given(mailOf("one") + mailOf("two"));
     int hour = 0;
@@ -117,7 +117,7 @@ TEST_F(ChangingBoxTest, ABoxThatIsRewrittenAgainAndAgainIsLeft)
     EXPECT_FALSE(std::filesystem::exists(folder / "Tolvek.Tmp"));
 }
 
-TEST_F(ChangingBoxTest, ATailOfNulsIsNoMail)
+TEST_F(BoxChangesTest, ATailOfNulsIsNoMail)
 {
     for (const std::size_t size : {1u, 7u, 512u, 70000u, 3u << 20}) {
         given(mailOf("one") + mailOf("two"));
@@ -130,7 +130,7 @@ TEST_F(ChangingBoxTest, ATailOfNulsIsNoMail)
 }
 
 // The program continued to write after the crash.
-TEST_F(ChangingBoxTest, AMailAfterAGapOfNulsIsFound)
+TEST_F(BoxChangesTest, AMailAfterAGapOfNulsIsFound)
 {
     for (const std::size_t size : {8u, 512u, 70000u, 3u << 20}) {
         for (const std::string& first : {mailOf("one"), mailOf("one") + "half a li"}) {
@@ -140,7 +140,7 @@ TEST_F(ChangingBoxTest, AMailAfterAGapOfNulsIsFound)
     }
 }
 
-TEST_F(ChangingBoxTest, WhatEveryBoxWouldMeetIsHandedOn)
+TEST_F(BoxChangesTest, WhatEveryBoxWouldMeetIsHandedOn)
 {
     given(mailOf("one"));
     const struct {

@@ -10,7 +10,7 @@
 namespace tolvek::test {
 namespace {
 
-TEST(CharsetGuess, TellsByEscapesThenUtf8ThenScore)
+TEST(CharsetGuessTest, TellsByEscapesThenUtf8ThenScore)
 {
     EXPECT_EQ(guessCharset("plain"), Charset::Ascii);
     EXPECT_EQ(guessCharset("\x1b$B$\"\x1b(B"), Charset::Iso2022Jp);
@@ -24,7 +24,7 @@ TEST(CharsetGuess, TellsByEscapesThenUtf8ThenScore)
     EXPECT_EQ(guessCharset("\xB1\xB2\xB3"), Charset::Ansi);
 }
 
-TEST(Charset, KnowsTheLabelsMet)
+TEST(CharsetTest, KnowsTheLabelsMet)
 {
     for (const char* label :
          {"shift_jis", "Shift_JIS", "x-sjis", "windows-31j", "CP932", "\"sjis\"", "shift_jis*ja"})
@@ -35,7 +35,7 @@ TEST(Charset, KnowsTheLabelsMet)
     EXPECT_EQ(decodeCharset("caf\xE9", "iso-8859-1"), u"café");
 }
 
-TEST(Charset, DoesNotBelieveALabelThatTheBytesContradict)
+TEST(CharsetTest, DoesNotBelieveALabelThatTheBytesContradict)
 {
     EXPECT_EQ(decodeCharset("\x82\xA0\x82\xA2", "utf-8"), u"あい");
     EXPECT_EQ(decodeCharset("\xE3\x81\x82", "us-ascii"), u"あ");
@@ -44,7 +44,7 @@ TEST(Charset, DoesNotBelieveALabelThatTheBytesContradict)
     EXPECT_EQ(decodeCharset("\x82\xA0\x82\xA2", "iso-2022-jp"), u"あい");
 }
 
-TEST(Charset, TextCutInsideACharacterIsStillUtf8)
+TEST(CharsetTest, TextCutInsideACharacterIsStillUtf8)
 {
     EXPECT_EQ(decodeCharset("\xE3\x81\x82\xE3\x81\x84\xE3\x81\x86\xE3\x81", "utf-8").substr(0, 4),
               u"あいう\xFFFD");
@@ -52,19 +52,19 @@ TEST(Charset, TextCutInsideACharacterIsStillUtf8)
               u"あいう\xFFFD");
 }
 
-TEST(Charset, Jis0212OfEucGoesThroughItsOwnTable)
+TEST(CharsetTest, Jis0212OfEucGoesThroughItsOwnTable)
 {
     EXPECT_EQ(decodeCharset("\x8F\xB0\xA1\xA4\xA2", "euc-jp"), u"丂あ");
 }
 
-TEST(Iso2022Jp, PutsStrippedEscapesBackOnlyWhereTheyAreMeant)
+TEST(CharsetIso2022JpTest, PutsStrippedEscapesBackOnlyWhereTheyAreMeant)
 {
     EXPECT_EQ(restoreEscapes("a $B$\"$$(B b"), "a \x1b$B$\"$$\x1b(B b");
     for (const char* plain : {"$B", "$B(B", "cost $Bx(B", "$Babc", "US$Bond (B)", "$B$\" (B"})
         EXPECT_EQ(restoreEscapes(plain), plain);
 }
 
-TEST(Iso2022Jp, RowsAndCellsMapOntoCodePage932)
+TEST(CharsetIso2022JpTest, RowsAndCellsMapOntoCodePage932)
 {
     EXPECT_EQ(ansiOfJis(0x21, 0x21), "\x81\x40");
     EXPECT_EQ(ansiOfJis(0x21, 0x60), "\x81\x80");
@@ -73,7 +73,7 @@ TEST(Iso2022Jp, RowsAndCellsMapOntoCodePage932)
     EXPECT_EQ(ansiOfJis(0x7E, 0x7E), "\xEF\xFC");
 }
 
-TEST(Charset, LabelGivesWayToEvidenceAndToNothingElse)
+TEST(CharsetTest, LabelGivesWayToEvidenceAndToNothingElse)
 {
     const Text letter = u"こんにちは、はなさん。";
     const std::string sjis = toAnsi(letter);
@@ -91,7 +91,7 @@ TEST(Charset, LabelGivesWayToEvidenceAndToNothingElse)
     EXPECT_EQ(decodeCharset("\xCF\xF0\xE8\xE2\xE5\xF2", "windows-1251"), u"Привет");
 }
 
-TEST(Charset, WesternTextWithoutALabelKeepsItsLetters)
+TEST(CharsetTest, WesternTextWithoutALabelKeepsItsLetters)
 {
     EXPECT_EQ(decodeGuessed("f\xFCr Gr\xF6\xDF"
                             "e"),
@@ -102,7 +102,7 @@ TEST(Charset, WesternTextWithoutALabelKeepsItsLetters)
     EXPECT_EQ(decodeGuessed(toAnsi(u"Re: 会議")), u"Re: 会議");
 }
 
-TEST(Charset, Utf16IsReadInBothOrders)
+TEST(CharsetTest, Utf16IsReadInBothOrders)
 {
     const std::string big("\x30\x6F\0x", 4);
     const std::string little("\x6F\x30x\0", 4);

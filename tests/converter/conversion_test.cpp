@@ -45,7 +45,7 @@ long memoryInKilobytes()
     return size;
 }
 
-TEST(Conversion, ThirtyThousandMailsPassThroughWithoutBeingHeld)
+TEST(ConversionTest, ThirtyThousandMailsPassThroughWithoutBeingHeld)
 {
     const TempFolder folder;
     writeBox(folder / "big", 30000);
@@ -60,7 +60,7 @@ TEST(Conversion, ThirtyThousandMailsPassThroughWithoutBeingHeld)
     EXPECT_LT(grown, kGrowthBound);
 }
 
-TEST(Conversion, MoreMailsThanTheCountCanTellAreAllWritten)
+TEST(ConversionTest, MoreMailsThanTheCountCanTellAreAllWritten)
 {
     const TempFolder folder;
     writeBox(folder / "box", 32770);
@@ -115,7 +115,7 @@ std::string subjectsOf(const std::filesystem::path& tempFile)
     return subjects;
 }
 
-TEST(ConversionOfAFolder, GivesItsMessagesByDateThenByName)
+TEST(ConversionFolderTest, GivesItsMessagesByDateThenByName)
 {
     const TempFolder folder;
     std::filesystem::create_directory(folder / "box.ppm");
@@ -134,7 +134,7 @@ TEST(ConversionOfAFolder, GivesItsMessagesByDateThenByName)
     EXPECT_EQ(subjectsOf(folder / "Tolvek.Tmp"), "123");
 }
 
-TEST(ConversionOfAFolder, MayBeAMaildirUnderTheBareName)
+TEST(ConversionFolderTest, MayBeAMaildirUnderTheBareName)
 {
     const TempFolder folder;
     for (const char* part : {"box", "box/cur", "box/new", "box/tmp"})
@@ -146,7 +146,7 @@ TEST(ConversionOfAFolder, MayBeAMaildirUnderTheBareName)
     EXPECT_EQ(subjectsOf(folder / "Tolvek.Tmp"), "12");
 }
 
-TEST(ConversionOfAFolder, MessageWithoutADateHasItsFiles)
+TEST(ConversionFolderTest, MessageWithoutADateHasItsFiles)
 {
     const TempFolder folder;
     std::filesystem::create_directory(folder / "box.ppm");
@@ -160,7 +160,7 @@ TEST(ConversionOfAFolder, MessageWithoutADateHasItsFiles)
     EXPECT_EQ(readTemp(folder / "Tolvek.Tmp").at(0).date, "");
 }
 
-TEST(ConversionOfAFolder, WithoutMessagesIsNoBox)
+TEST(ConversionFolderTest, WithoutMessagesIsNoBox)
 {
     const TempFolder folder;
     std::filesystem::create_directory(folder / "box.ppm");
@@ -174,12 +174,12 @@ TEST(ConversionOfAFolder, WithoutMessagesIsNoBox)
               ConversionStatus::Unreadable);
 }
 
-class FailingDisk : public ::testing::TestWithParam<FileOperation> {
+class ConversionDiskTest : public ::testing::TestWithParam<FileOperation> {
 protected:
     void TearDown() override { hooks::setFileProbe({}); }
 };
 
-TEST_P(FailingDisk, OldTempFileStaysAndNoSideFileIsLeft)
+TEST_P(ConversionDiskTest, OldTempFileStaysAndNoSideFileIsLeft)
 {
     const TempFolder folder;
     writeBox(folder / "box", 3);
@@ -196,7 +196,7 @@ TEST_P(FailingDisk, OldTempFileStaysAndNoSideFileIsLeft)
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 2);
 }
 
-INSTANTIATE_TEST_SUITE_P(Operations, FailingDisk,
+INSTANTIATE_TEST_SUITE_P(Operations, ConversionDiskTest,
                          ::testing::Values(FileOperation::Open, FileOperation::Read,
                                            FileOperation::Create, FileOperation::Write,
                                            FileOperation::Flush, FileOperation::Replace));
@@ -210,7 +210,7 @@ std::string written(const TempMail& mail)
     return readBytes(folder / "Tolvek.Tmp");
 }
 
-TEST(Conversion, GroupHasOneSeparatorAndNoBlankBehindALabel)
+TEST(ConversionTest, GroupHasOneSeparatorAndNoBlankBehindALabel)
 {
     TempMail group;
     group.from = u"a@example.com (A)";
@@ -223,7 +223,7 @@ TEST(Conversion, GroupHasOneSeparatorAndNoBlankBehindALabel)
               "Date:Tue, 15 Feb 2000 10:11:12\r\nMail:\r\ntext\r\n<End>\r\n");
 }
 
-TEST(Conversion, EndlessSubjectFitsTheTextRecord)
+TEST(ConversionTest, EndlessSubjectFitsTheTextRecord)
 {
     TempMail group;
     group.subject = Text(10000, u'桜');

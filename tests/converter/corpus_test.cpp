@@ -159,7 +159,7 @@ std::string caseName(const ::testing::TestParamInfo<Expected>& row)
 
 INSTANTIATE_TEST_SUITE_P(Mails, CorpusTest, ::testing::ValuesIn(table()), caseName);
 
-TEST(CorpusMbox, SplitsOnlyAtSeparatorsThatFollowAnEmptyLineAndEndInADate)
+TEST(CorpusMboxTest, SplitsOnlyAtSeparatorsThatFollowAnEmptyLineAndEndInADate)
 {
     const TempFolder folder;
     const Conversion result = convertMailBox(kFolder / "mbox_three.mbox", folder / "Tolvek.Tmp");
@@ -172,7 +172,7 @@ TEST(CorpusMbox, SplitsOnlyAtSeparatorsThatFollowAnEmptyLineAndEndInADate)
     EXPECT_EQ(mails[2].text(), "three");
 }
 
-TEST(CorpusMbox, SeparatorGivesDateAndSenderWhereTheMailHasNone)
+TEST(CorpusMboxTest, SeparatorGivesDateAndSenderWhereTheMailHasNone)
 {
     const TempFolder folder;
     convertMailBox(kFolder / "mbox_dates.mbox", folder / "Tolvek.Tmp");
@@ -183,7 +183,7 @@ TEST(CorpusMbox, SeparatorGivesDateAndSenderWhereTheMailHasNone)
     EXPECT_EQ(mails[1].date, "Wed, 16 Feb 2000 01:02:00 +0900");
 }
 
-TEST(CorpusBroken, WhatIsNoMailIsRefusedAndLeavesNoTempFile)
+TEST(CorpusBrokenTest, WhatIsNoMailIsRefusedAndLeavesNoTempFile)
 {
     for (const char* file :
          {"broken_binary.ppm", "broken_nul_head.ppm", "broken_text.ppm", "broken_other_fields.ppm",
@@ -196,7 +196,7 @@ TEST(CorpusBroken, WhatIsNoMailIsRefusedAndLeavesNoTempFile)
     }
 }
 
-TEST(CorpusBroken, EmptyBoxIsReadAndHoldsNothing)
+TEST(CorpusBrokenTest, EmptyBoxIsReadAndHoldsNothing)
 {
     const TempFolder folder;
     const Conversion result = convertMailBox(kFolder / "empty.ppm", folder / "Tolvek.Tmp");
@@ -205,7 +205,7 @@ TEST(CorpusBroken, EmptyBoxIsReadAndHoldsNothing)
     EXPECT_EQ(readBytes(folder / "Tolvek.Tmp"), "<Start>\r\n");
 }
 
-TEST(CorpusTable, NamesEveryMessageFileOfTheFolder)
+TEST(CorpusTableTest, NamesEveryMessageFileOfTheFolder)
 {
     std::set<std::string> named{"mbox_three.mbox", "mbox_dates.mbox"};
     for (const Expected& row : table())

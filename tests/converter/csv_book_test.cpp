@@ -29,14 +29,14 @@ const std::vector<ExpectedFriends>& table()
     return rows;
 }
 
-class CsvCorpus : public testing::TestWithParam<ExpectedFriends> {};
+class CsvBookCorpusTest : public testing::TestWithParam<ExpectedFriends> {};
 
-TEST_P(CsvCorpus, BecomesTheseFriends)
+TEST_P(CsvBookCorpusTest, BecomesTheseFriends)
 {
     EXPECT_EQ(friendsOfFile(GetParam().file), GetParam().friends);
 }
 
-INSTANTIATE_TEST_SUITE_P(CsvBook, CsvCorpus, testing::ValuesIn(table()));
+INSTANTIATE_TEST_SUITE_P(CsvBook, CsvBookCorpusTest, testing::ValuesIn(table()));
 
 TEST(CsvBookTest, TheCountIsANumberOrNoneIsThere)
 {

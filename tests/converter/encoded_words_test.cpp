@@ -5,7 +5,7 @@
 namespace tolvek::test {
 namespace {
 
-TEST(EncodedWords, AreFoundWhereverTheyStand)
+TEST(EncodedWordsTest, AreFoundWhereverTheyStand)
 {
     const std::pair<TextView, TextView> rows[] = {
         {u"=?utf-8?B?44GC?=", u"あ"},
@@ -29,7 +29,7 @@ TEST(EncodedWords, AreFoundWhereverTheyStand)
         EXPECT_EQ(decodeEncodedWords(given), expected);
 }
 
-TEST(EncodedWords, FoldsOfARawValueAreBlanks)
+TEST(EncodedWordsTest, FoldsOfARawValueAreBlanks)
 {
     EXPECT_EQ(unfoldedText("a\n \t b\n c"), u"a b c");
     EXPECT_EQ(unfoldedText("\x1b$B$\"\n b"), u"あ b");

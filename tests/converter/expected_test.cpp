@@ -44,9 +44,9 @@ std::string written(const std::vector<ReadMail>& mails)
     return text;
 }
 
-class ExpectedMails : public ::testing::TestWithParam<std::string> {};
+class ExpectedTest : public ::testing::TestWithParam<std::string> {};
 
-TEST_P(ExpectedMails, AreWhatTheBoxGives)
+TEST_P(ExpectedTest, MailsAreWhatTheBoxGives)
 {
     const TempFolder folder;
     const Conversion result = convertMailBox(kFolder / GetParam(), folder / "Tolvek.Tmp");
@@ -67,7 +67,7 @@ std::string caseName(const ::testing::TestParamInfo<std::string>& row)
     return name;
 }
 
-INSTANTIATE_TEST_SUITE_P(Boxes, ExpectedMails, ::testing::ValuesIn(boxes()), caseName);
+INSTANTIATE_TEST_SUITE_P(Boxes, ExpectedTest, ::testing::ValuesIn(boxes()), caseName);
 
 }
 }

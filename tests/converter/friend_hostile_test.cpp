@@ -48,14 +48,14 @@ void expectReadable(const Book& book)
     }
 }
 
-TEST(FriendHostile, TruncatedAnywhere)
+TEST(FriendHostileTest, TruncatedAnywhere)
 {
     for (const auto& [name, bytes] : corpus())
         for (std::size_t size = 0; size < bytes.size(); size += 7)
             expectReadable({name, bytes.substr(0, size)});
 }
 
-TEST(FriendHostile, MutatedAtRandomPlaces)
+TEST(FriendHostileTest, MutatedAtRandomPlaces)
 {
     std::mt19937 random(20000215);
     for (int round = 0; round < 20; ++round)
@@ -64,7 +64,7 @@ TEST(FriendHostile, MutatedAtRandomPlaces)
 }
 
 // None of these may take quadratic time.
-TEST(FriendHostile, EndlessRunsTakeNoLongerThanTheirLength)
+TEST(FriendHostileTest, EndlessRunsTakeNoLongerThanTheirLength)
 {
     for (const char* piece : {"x",
                               "\n",

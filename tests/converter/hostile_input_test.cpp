@@ -48,7 +48,7 @@ void expectGrammar(const std::string& box, const TempFolder& folder)
         EXPECT_LE(line.size(), 4608u);
 }
 
-TEST(HostileInput, TruncatedAnywhere)
+TEST(HostileInputTest, TruncatedAnywhere)
 {
     const TempFolder folder;
     for (const std::string& file : corpus())
@@ -56,7 +56,7 @@ TEST(HostileInput, TruncatedAnywhere)
             expectGrammar(file.substr(0, size), folder);
 }
 
-TEST(HostileInput, MutatedAtRandomPlaces)
+TEST(HostileInputTest, MutatedAtRandomPlaces)
 {
     const TempFolder folder;
     std::mt19937 random(19971126);
@@ -65,7 +65,7 @@ TEST(HostileInput, MutatedAtRandomPlaces)
             expectGrammar(mutated(file, random), folder);
 }
 
-TEST(HostileInput, TextsOfAnyBytesAreDecodedWithinTheRecord)
+TEST(HostileInputTest, TextsOfAnyBytesAreDecodedWithinTheRecord)
 {
     std::mt19937 random(20030310);
     for (int round = 0; round < 3000; ++round) {
@@ -79,7 +79,7 @@ TEST(HostileInput, TextsOfAnyBytesAreDecodedWithinTheRecord)
 }
 
 // Each of these can lead to quadratic time.
-TEST(HostileInput, EndlessRunsOfBeginningsTakeNoLongerThanTheirLength)
+TEST(HostileInputTest, EndlessRunsOfBeginningsTakeNoLongerThanTheirLength)
 {
     const TempFolder folder;
     const std::string date = "Date: 1 Jan 2000 1:00\n";
@@ -91,7 +91,7 @@ TEST(HostileInput, EndlessRunsOfBeginningsTakeNoLongerThanTheirLength)
 }
 
 // Lines with which a mail, a head or an enclosed file could begin.
-TEST(HostileInput, EndlessRunsOfSuchLinesTakeNoLongerThanTheirLength)
+TEST(HostileInputTest, EndlessRunsOfSuchLinesTakeNoLongerThanTheirLength)
 {
     const TempFolder folder;
     const std::string head = "From: a@example.com\nDate: 1 Jan 2000 1:00\n";
@@ -105,7 +105,7 @@ TEST(HostileInput, EndlessRunsOfSuchLinesTakeNoLongerThanTheirLength)
     }
 }
 
-TEST(HostileInput, PartsWithinPartsWithinPartsEnd)
+TEST(HostileInputTest, PartsWithinPartsWithinPartsEnd)
 {
     const TempFolder folder;
     std::string box = "From: a@example.com\nDate: 1 Jan 2000 1:00\n";

@@ -17,14 +17,14 @@ std::string read(const std::string& html)
     return toUtf8(text);
 }
 
-TEST(HtmlText, NamesItsCharset)
+TEST(HtmlTextTest, NamesItsCharset)
 {
     EXPECT_EQ(charsetOfHtml("<meta charset=utf-8>"), "utf-8");
     EXPECT_EQ(charsetOfHtml("<META content=\"text/html; charset='EUC-JP'\">"), "euc-jp");
     EXPECT_EQ(charsetOfHtml("charset=utf-8"), "");
 }
 
-TEST(HtmlText, NothingHiddenIsShown)
+TEST(HtmlTextTest, NothingHiddenIsShown)
 {
     EXPECT_EQ(read("<div style='display: none'>a</div><!-- b --><select><option>c</select>d"),
               "d\n");
@@ -32,7 +32,7 @@ TEST(HtmlText, NothingHiddenIsShown)
 
 // The parser recurses once per element, and reopens unclosed elements in each
 // paragraph.
-TEST(HtmlText, EndlessNestingIsReadInPieces)
+TEST(HtmlTextTest, EndlessNestingIsReadInPieces)
 {
     EXPECT_EQ(htmlPiece("<p>a<b>b</b>"), 12u);
     for (const char* piece : {"<div>", "<b>", "<font color=1><p>", "<table><tr><td>", "<a href=x>",

@@ -21,7 +21,7 @@ std::vector<std::string> linesOfBytes(const std::string& bytes)
 
 using Lines = std::vector<std::string>;
 
-TEST(LineSource, TakesEveryKindOfLineEnd)
+TEST(LineSourceTest, TakesEveryKindOfLineEnd)
 {
     EXPECT_EQ(linesOfBytes(""), Lines{});
     EXPECT_EQ(linesOfBytes("a"), Lines{"a"});
@@ -29,7 +29,7 @@ TEST(LineSource, TakesEveryKindOfLineEnd)
     EXPECT_EQ(linesOfBytes("a\r\nc\r\r\nd\n\r\ne\r\n"), (Lines{"a", "c", "d", "", "e"}));
 }
 
-TEST(LineSource, LoneCarriageReturnEndsALineOnlyWhereNothingElseDoes)
+TEST(LineSourceTest, LoneCarriageReturnEndsALineOnlyWhereNothingElseDoes)
 {
     EXPECT_EQ(linesOfBytes("a\rb\r\rc\r"), (Lines{"a", "b", "", "c"}));
     EXPECT_EQ(linesOfBytes("a\rb\nc"), (Lines{"a\rb", "c"}));
@@ -37,7 +37,7 @@ TEST(LineSource, LoneCarriageReturnEndsALineOnlyWhereNothingElseDoes)
     EXPECT_EQ(linesOfBytes("a\rb" + late + "\n"), Lines{"a\rb" + late});
 }
 
-TEST(LineSource, LinesAheadAreHandedOutAfterwards)
+TEST(LineSourceTest, LinesAheadAreHandedOutAfterwards)
 {
     const TempFolder folder;
     writeBytes(folder / "box", "a\nbb\r\nc\n");
@@ -55,7 +55,7 @@ TEST(LineSource, LinesAheadAreHandedOutAfterwards)
     EXPECT_EQ(source.bytesAt(100, 3), "");
 }
 
-TEST(LineSource, LineEndOnTheEdgeOfTheBufferIsOneLineEnd)
+TEST(LineSourceTest, LineEndOnTheEdgeOfTheBufferIsOneLineEnd)
 {
     for (std::size_t size = 65530; size < 65540; ++size) {
         const std::string line(size, 'x');
@@ -64,7 +64,7 @@ TEST(LineSource, LineEndOnTheEdgeOfTheBufferIsOneLineEnd)
     }
 }
 
-TEST(LineSource, ARunOfNulsIsAGapAndFewOfThemAreText)
+TEST(LineSourceTest, ARunOfNulsIsAGapAndFewOfThemAreText)
 {
     const std::string gap(8, '\0'), few(7, '\0');
     EXPECT_EQ(linesOfBytes("a\n" + gap), Lines{"a"});
@@ -81,12 +81,12 @@ TEST(LineSource, ARunOfNulsIsAGapAndFewOfThemAreText)
     }
 }
 
-TEST(LineSource, AnEmptyLastLineIsALine)
+TEST(LineSourceTest, AnEmptyLastLineIsALine)
 {
     EXPECT_EQ(linesOfBytes("a\n\n"), (Lines{"a", ""}));
 }
 
-TEST(LineSource, EndlessLineComesInPieces)
+TEST(LineSourceTest, EndlessLineComesInPieces)
 {
     const auto lines = linesOfBytes(std::string(3u << 20, 'x'));
     EXPECT_GE(lines.size(), 2u);

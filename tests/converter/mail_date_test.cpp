@@ -11,7 +11,7 @@ std::string normal(std::string_view text)
     return date ? formatMailDate(*date) : "none";
 }
 
-TEST(MailDate, BringsTheFormsMetIntoOne)
+TEST(MailDateTest, BringsTheFormsMetIntoOne)
 {
     const std::pair<const char*, const char*> rows[] = {
         {"Tue, 15 Feb 2000 10:11:12 +0900", "Tue, 15 Feb 2000 10:11:12 +0900"},
@@ -79,7 +79,7 @@ TEST(MailDate, BringsTheFormsMetIntoOne)
         EXPECT_EQ(normal(given), expected) << given;
 }
 
-TEST(MailDate, NearestDateStandsInForOneThatIsNone)
+TEST(MailDateTest, NearestDateStandsInForOneThatIsNone)
 {
     const auto nearest = [](std::string_view text) {
         const auto date = parseMailDate(text, DateRule::Nearest);
@@ -91,14 +91,14 @@ TEST(MailDate, NearestDateStandsInForOneThatIsNone)
     EXPECT_EQ(nearest("15 Feb 2000 10:11:12"), "Tue, 15 Feb 2000 10:11:12");
 }
 
-TEST(MailDate, IsComparedInTheWorldsTime)
+TEST(MailDateTest, IsComparedInTheWorldsTime)
 {
     const auto seconds = [](std::string_view text) { return secondsOf(*parseMailDate(text)); };
     EXPECT_EQ(seconds("15 Feb 2000 09:00 +0900"), seconds("15 Feb 2000 00:00 GMT"));
     EXPECT_EQ(seconds("14 Feb 2000 22:30 -0130"), seconds("15 Feb 2000 00:00"));
 }
 
-TEST(MailDate, FormattedDatesReadBackTheSame)
+TEST(MailDateTest, FormattedDatesReadBackTheSame)
 {
     for (const char* text : {"Tue, 15 Feb 2000 10:11:12 +0900", "Fri, 31 Dec 1999 23:59:59"})
         EXPECT_EQ(normal(text), text);

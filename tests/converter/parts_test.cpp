@@ -14,7 +14,7 @@ std::string nameOf(const std::string& head)
     return toUtf8(partName(fields, parseContentType(fields.value("content-type"))));
 }
 
-TEST(FurtherPart, IsNamedInAnyOfTheFormsMet)
+TEST(PartsTest, AFurtherPartIsNamedInAnyOfTheFormsMet)
 {
     EXPECT_EQ(nameOf("Content-Type: a/b; name=\"C:\\\\pics\\\\a b.gif\"\n"), "a b.gif");
     EXPECT_EQ(nameOf("Content-Type: a/b; name=\"C:\\pics\\a.gif\"\n"), "a.gif");
@@ -24,7 +24,7 @@ TEST(FurtherPart, IsNamedInAnyOfTheFormsMet)
     EXPECT_EQ(nameOf("Content-Type: a/b\n"), "");
 }
 
-TEST(FurtherPart, SaysItsDecodedSize)
+TEST(PartsTest, AFurtherPartSaysItsDecodedSize)
 {
     EXPECT_EQ(decodedSize("YWJj\nYQ==\n", "base64"), 4u);
     EXPECT_EQ(decodedSize("a=3Db\n", "quoted-printable"), 4u);
@@ -33,7 +33,7 @@ TEST(FurtherPart, SaysItsDecodedSize)
               "（添付: 名前なし、a/b、1,234,567 バイト）");
 }
 
-TEST(Uuencode, TakesFilesOutAndLeavesWhatIsNone)
+TEST(PartsTest, UuencodedFilesAreTakenOutAndOtherTextStays)
 {
     std::vector<UuencodedFile> files;
     EXPECT_EQ(withoutUuencoded("a\nbegin 644 x y\n#86)C\n`\nend\nb\n", files), "a\nb\n");
@@ -46,7 +46,7 @@ TEST(Uuencode, TakesFilesOutAndLeavesWhatIsNone)
     EXPECT_EQ(uuencodedIn("begin 644 x\n#86)C\n`\nend\n").bytes, "abc");
 }
 
-TEST(FlowedText, IsRejoined)
+TEST(PartsTest, FlowedTextIsRejoined)
 {
     EXPECT_EQ(unflowed(u"a \nb\r\n c\n", false), u"a b\nc\n");
     EXPECT_EQ(unflowed(u"a \nb\n", true), u"ab\n");

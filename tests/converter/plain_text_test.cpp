@@ -7,7 +7,7 @@
 namespace tolvek::test {
 namespace {
 
-TEST(PlainText, ControlsThatWouldEndFileOrTextBecomeBlanks)
+TEST(PlainTextTest, ControlsThatWouldEndFileOrTextBecomeBlanks)
 {
     EXPECT_EQ(plainLine(TextView(u"a\0b\x1A"
                                  u"c\x1B"
@@ -16,12 +16,12 @@ TEST(PlainText, ControlsThatWouldEndFileOrTextBecomeBlanks)
               u"a b c d\te");
 }
 
-TEST(PlainText, SingleQuoteIsNeverHandedOn)
+TEST(PlainTextTest, SingleQuoteIsNeverHandedOn)
 {
     EXPECT_EQ(plainLine(u"it's"), u"it’s");
 }
 
-TEST(PlainText, InvisibleCharactersGoAndMarksAreTakenIn)
+TEST(PlainTextTest, InvisibleCharactersGoAndMarksAreTakenIn)
 {
     EXPECT_EQ(plainLine(u"a\u200B\uFE0Fb\uFEFF"), u"ab");
     EXPECT_EQ(plainLine(u"か\u3099ハ\u309A"), u"がパ");
@@ -36,14 +36,14 @@ std::string plainLines(TextView text)
     return lines;
 }
 
-TEST(PlainText, LinesEndHoweverTheyEnd)
+TEST(PlainTextTest, LinesEndHoweverTheyEnd)
 {
     EXPECT_EQ(plainLines(u"a\r\nb\nc\rd\u2028e"), "a\nb\nc\nd\ne\n");
     EXPECT_EQ(plainLines(u"a\n\n"), "a\n\n");
     EXPECT_TRUE(plainLines(u"").empty());
 }
 
-TEST(PlainText, BlanksOfBothWidthsAreBlank)
+TEST(PlainTextTest, BlanksOfBothWidthsAreBlank)
 {
     EXPECT_TRUE(isBlankAnsi(plainLines(u" \u3000\n\t\u00A0\n")));
     EXPECT_FALSE(isBlankAnsi(plainLines(u"\u3000@\n")));
@@ -51,7 +51,7 @@ TEST(PlainText, BlanksOfBothWidthsAreBlank)
     EXPECT_EQ(withoutBlanks(toAnsi(u"a \u3000早@\n")), toAnsi(u"a早@"));
 }
 
-TEST(PlainText, PrefixNeverHalvesACharacter)
+TEST(PlainTextTest, PrefixNeverHalvesACharacter)
 {
     EXPECT_EQ(wholePrefix("a\x82\xA0", 2), "a");
     EXPECT_EQ(wholePrefix("a\x82\xA0", 3), "a\x82\xA0");
@@ -59,7 +59,7 @@ TEST(PlainText, PrefixNeverHalvesACharacter)
     EXPECT_EQ(wholePrefix("a\x82", 9), "a");
 }
 
-TEST(PlainText, CharacterWithoutAFormGetsTheNearest)
+TEST(PlainTextTest, CharacterWithoutAFormGetsTheNearest)
 {
     EXPECT_EQ(plainLine(u"für Größe"), u"fur Grosse");
     EXPECT_EQ(plainLine(u"e\u0323\u0301 x\u0302"), u"e x");

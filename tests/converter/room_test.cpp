@@ -70,11 +70,11 @@ struct Form {
     const char* piece;
 };
 
-class LargeMail : public ::testing::TestWithParam<Form> {};
+class RoomLargeMailTest : public ::testing::TestWithParam<Form> {};
 
 // The mail, its bytes after transfer decoding and its text, plus what a mail of any
 // size takes: 64 MB need less than 200.
-TEST_P(LargeMail, TakesThreeTimesItsSize)
+TEST_P(RoomLargeMailTest, TakesThreeTimesItsSize)
 {
     constexpr std::size_t kSize = 4u << 20;
     constexpr std::size_t kAnySize = 5u << 20;
@@ -84,7 +84,7 @@ TEST_P(LargeMail, TakesThreeTimesItsSize)
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Forms, LargeMail,
+    Forms, RoomLargeMailTest,
     ::testing::Values(
         Form{"Ascii", "Subject: x", "a letter of many lines, all of them the same\n"},
         Form{"ShiftJis", "Content-Type: text/plain; charset=shift_jis",
@@ -109,10 +109,10 @@ struct Hostile {
     const char* piece;
 };
 
-class HostileMail : public ::testing::TestWithParam<Hostile> {};
+class RoomHostileMailTest : public ::testing::TestWithParam<Hostile> {};
 
 // Twice the mail takes twice the memory, not four times; less if a limit applies.
-TEST_P(HostileMail, TakesRoomInProportionToItsSize)
+TEST_P(RoomHostileMailTest, TakesRoomInProportionToItsSize)
 {
     constexpr std::size_t kSize = 60'000;
     const auto box = [](std::size_t size) {
@@ -123,7 +123,7 @@ TEST_P(HostileMail, TakesRoomInProportionToItsSize)
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Forms, HostileMail,
+    Forms, RoomHostileMailTest,
     ::testing::Values(
         Hostile{"Comments", "To: ", "("}, Hostile{"CommentsOfWords", "To: ", "(=?a?B?"},
         Hostile{"CommentsClosed", "To: ", "(a)"}, Hostile{"Angles", "To: ", "<a"},

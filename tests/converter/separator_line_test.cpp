@@ -5,7 +5,7 @@
 namespace tolvek::test {
 namespace {
 
-TEST(SeparatorLine, EndsInADate)
+TEST(SeparatorLineTest, EndsInADate)
 {
     for (const char* line :
          {"From taro@example.com Tue Feb 15 10:11:12 2000", "From - Tue Feb 15 10:11:12 2000",
@@ -16,7 +16,7 @@ TEST(SeparatorLine, EndsInADate)
         EXPECT_TRUE(isSeparatorLine(line)) << line;
 }
 
-TEST(SeparatorLine, LineOfALetterIsNone)
+TEST(SeparatorLineTest, LineOfALetterIsNone)
 {
     for (const char* line :
          {"From here on it rains", "From", "From ", "From Tue Feb 15 we are away",
@@ -26,7 +26,7 @@ TEST(SeparatorLine, LineOfALetterIsNone)
         EXPECT_FALSE(isSeparatorLine(line)) << line;
 }
 
-TEST(SeparatorLine, GivesSenderAndDate)
+TEST(SeparatorLineTest, GivesSenderAndDate)
 {
     const char* line = "From taro@example.com Tue Feb 15 10:11:12 2000";
     EXPECT_EQ(separatorSender(line), "taro@example.com");
@@ -36,7 +36,7 @@ TEST(SeparatorLine, GivesSenderAndDate)
     EXPECT_EQ(separatorDate("From MAILER"), "");
 }
 
-TEST(SeparatorLine, StuffedLineLosesOneMark)
+TEST(SeparatorLineTest, StuffedLineLosesOneMark)
 {
     EXPECT_EQ(unstuffed(">From x"), "From x");
     EXPECT_EQ(unstuffed(">>From x"), ">From x");

@@ -17,7 +17,7 @@ std::string changed(TextView text, std::size_t limit = 4608)
     return utf8OfAnsi(strChange(toAnsi(text), limit).ansi);
 }
 
-TEST(StrChangeDecoding, TurnsHeadingsIntoReadableText)
+TEST(StrChangeTest, TurnsHeadingsIntoReadableText)
 {
     const Row rows[] = {
         {u"Subject:はなです", u"Subject:はなです"},
@@ -35,32 +35,32 @@ TEST(StrChangeDecoding, TurnsHeadingsIntoReadableText)
         EXPECT_EQ(changed(row.given), toUtf8(row.expected)) << toUtf8(row.given);
 }
 
-TEST(StrChangeDecoding, LeavesEncodedWordsOfATextAlone)
+TEST(StrChangeTest, LeavesEncodedWordsOfATextAlone)
 {
     EXPECT_EQ(changed(u"see =?utf-8?B?44GC?=\r\nit's so\r\n"),
               "see =?utf-8?B?44GC?=\r\nit’s so\r\n");
 }
 
-TEST(StrChangeDecoding, DecodesEscapesInATextAndKeepsItsLineEnds)
+TEST(StrChangeTest, DecodesEscapesInATextAndKeepsItsLineEnds)
 {
     EXPECT_EQ(changed(u"\x1b$B$\"\r\nb\r\n"), "あ\r\nb\r\n");
 }
 
-TEST(StrChangeDecoding, CutsAtTheLimitOnAWholeCharacter)
+TEST(StrChangeTest, CutsAtTheLimitOnAWholeCharacter)
 {
     const ChangedText text = strChange(toAnsi(u"aあい"), 4);
     EXPECT_EQ(utf8OfAnsi(text.ansi), "aあ");
     EXPECT_EQ(text.length, 2);
 }
 
-TEST(StrChangeDecoding, GrowingQuotesNeverPassTheLimit)
+TEST(StrChangeTest, GrowingQuotesNeverPassTheLimit)
 {
     const ChangedText text = strChange(std::string(4608, '\''), 4608);
     EXPECT_EQ(text.ansi.size(), 4608u);
     EXPECT_EQ(text.length, 2304);
 }
 
-TEST(StrChangeDecoding, CountsCharactersAndNotBytes)
+TEST(StrChangeTest, CountsCharactersAndNotBytes)
 {
     EXPECT_EQ(strChange(toAnsi(u"あab"), 4608).length, 3);
     EXPECT_EQ(strChange("", 4608).length, 0);

@@ -54,24 +54,24 @@ std::string written(const std::vector<std::string>& lines)
     return out;
 }
 
-TEST(TextBlocks, OrdinaryLinesStayAsTheyAre)
+TEST(TextBlocksTest, OrdinaryLinesStayAsTheyAre)
 {
     EXPECT_EQ(written({"a", "", "b  ", " c"}), "a\r\n\r\nb  \r\n c\r\n");
 }
 
-TEST(TextBlocks, LineOfHalfABlockIsNotBroken)
+TEST(TextBlocksTest, LineOfHalfABlockIsNotBroken)
 {
     const std::string line(2300, 'x');
     EXPECT_EQ(written({line}), line + "\r\n");
 }
 
-TEST(TextBlocks, LineBeyondABlockIsBrokenAtTheBlocksLastByte)
+TEST(TextBlocksTest, LineBeyondABlockIsBrokenAtTheBlocksLastByte)
 {
     const std::string out = written({std::string(5000, 'x')});
     EXPECT_EQ(out, std::string(4607, 'x') + "\r\n" + std::string(393, 'x') + "\r\n");
 }
 
-TEST(TextBlocks, DoubleByteCharacterIsNeverHalved)
+TEST(TextBlocksTest, DoubleByteCharacterIsNeverHalved)
 {
     std::string line;
     while (line.size() < 6000)
@@ -79,23 +79,23 @@ TEST(TextBlocks, DoubleByteCharacterIsNeverHalved)
     EXPECT_EQ(written({line}).substr(4604, 6), "\x82\xA0 \r\n\x82");
 }
 
-TEST(TextBlocks, LineThatWouldEndTheMailGetsABlank)
+TEST(TextBlocksTest, LineThatWouldEndTheMailGetsABlank)
 {
     EXPECT_EQ(written({"<End>", "<End> of it", "< End>"}), " <End>\r\n <End> of it\r\n< End>\r\n");
 }
 
-TEST(TextBlocks, RestOfABrokenLineDoesNotEndTheMailEither)
+TEST(TextBlocksTest, RestOfABrokenLineDoesNotEndTheMailEither)
 {
     const std::string out = written({std::string(4607, 'x') + "<End>y"});
     EXPECT_EQ(out.substr(4609), " <End>y\r\n");
 }
 
-TEST(TextBlocks, HalfACharacterAtTheEndOfEndlessInputIsLeftOut)
+TEST(TextBlocksTest, HalfACharacterAtTheEndOfEndlessInputIsLeftOut)
 {
     EXPECT_EQ(written({std::string(4700, 'x') + "\x82"}).size(), 4700u + 4u + 1u);
 }
 
-TEST(TextBlocks, NoLetterIsLostForAnyMixtureOfLines)
+TEST(TextBlocksTest, NoLetterIsLostForAnyMixtureOfLines)
 {
     std::mt19937 random(20000215);
     for (int round = 0; round < 60; ++round) {
@@ -115,7 +115,7 @@ TEST(TextBlocks, NoLetterIsLostForAnyMixtureOfLines)
     }
 }
 
-TEST(TextBlocks, BlockLandsOnEverySizeNearTheLimitWithoutLoss)
+TEST(TextBlocksTest, BlockLandsOnEverySizeNearTheLimitWithoutLoss)
 {
     for (std::size_t first = 4590; first < 4620; ++first) {
         const std::vector<std::string> lines{

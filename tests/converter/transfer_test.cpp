@@ -7,7 +7,7 @@
 namespace tolvek::test {
 namespace {
 
-TEST(Transfer, Base64TakesWhatThereIs)
+TEST(TransferTest, Base64TakesWhatThereIs)
 {
     EXPECT_EQ(decodeBase64("YWJj"), "abc");
     EXPECT_EQ(decodeBase64("YW\r\nI"), "ab");
@@ -17,7 +17,7 @@ TEST(Transfer, Base64TakesWhatThereIs)
     EXPECT_EQ(decodeBase64(""), "");
 }
 
-TEST(Transfer, TextUnderTheLabelBase64IsDecodedAsFarAsItIsThat)
+TEST(TransferTest, TextUnderTheLabelBase64IsDecodedAsFarAsItIsThat)
 {
     const auto decoded = [](std::string_view text) { return decodeBase64Text(text, false); };
     EXPECT_EQ(decoded("SGVsbG8gdGhlcmUh\n"), "Hello there!");
@@ -32,21 +32,21 @@ TEST(Transfer, TextUnderTheLabelBase64IsDecodedAsFarAsItIsThat)
     EXPECT_EQ(decoded(""), "");
 }
 
-TEST(Transfer, QuotedPrintableKeepsWhatIsNoCode)
+TEST(TransferTest, QuotedPrintableKeepsWhatIsNoCode)
 {
     EXPECT_EQ(decodeQuotedPrintable("a=3Db=\nc =ZZ =  \nd  \n"), "a=bc =ZZ d\n");
     EXPECT_EQ(decodeQuotedPrintable("=4"), "=4\n");
     EXPECT_EQ(decodeQWord("a_b=5F"), "a b_");
 }
 
-TEST(Transfer, UnknownEncodingLeavesTheBytes)
+TEST(TransferTest, UnknownEncodingLeavesTheBytes)
 {
     EXPECT_EQ(decodeTransfer("YWJj", "BASE64"), "abc");
     EXPECT_EQ(decodeTransfer("YWJj", "7bit"), "YWJj");
     EXPECT_EQ(decodeTransfer("YWJj", ""), "YWJj");
 }
 
-TEST(ContentTypeField, GivesTypeAndParameters)
+TEST(TransferContentTypeTest, GivesTypeAndParameters)
 {
     const ContentType content = parseContentType(
         "Text/Plain; Charset=\"iso-2022-jp\"; format=flowed;boundary=\"a;b\"; name*=utf-8''x");

@@ -35,14 +35,14 @@ const std::vector<ExpectedFriends>& table()
     return rows;
 }
 
-class VcardCorpus : public testing::TestWithParam<ExpectedFriends> {};
+class VcardCorpusTest : public testing::TestWithParam<ExpectedFriends> {};
 
-TEST_P(VcardCorpus, BecomesTheseFriends)
+TEST_P(VcardCorpusTest, BecomesTheseFriends)
 {
     EXPECT_EQ(friendsOfFile(GetParam().file), GetParam().friends);
 }
 
-INSTANTIATE_TEST_SUITE_P(Vcard, VcardCorpus, testing::ValuesIn(table()));
+INSTANTIATE_TEST_SUITE_P(Vcard, VcardCorpusTest, testing::ValuesIn(table()));
 
 std::string card(const std::string& lines)
 {

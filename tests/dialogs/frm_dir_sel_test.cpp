@@ -67,7 +67,7 @@ TEST_F(FrmDirSelTest, BeginsAtTheFirstDriveWhateverTheFieldHolds)
     atChooser([&] {
         EXPECT_EQ(chooser.Div1->Drive(), one);
         EXPECT_EQ(chooser.Dir1->Path(), one);
-        EXPECT_EQ(chooser.txtPet_Dir->Text(), one) << "it tells where it stands";
+        EXPECT_EQ(chooser.txtPet_Dir->Text(), one) << "the field shows the open folder";
         cancel();
     });
     EXPECT_EQ(gPostPetDir, u"/home/taro/PostPet");

@@ -388,7 +388,7 @@ TEST_F(FrmOptionTest, ASizeThatNoFontHasKeepsTheChoiceOut)
     atDialog([&] {
         fontDialogGives({u"ＭＳ 明朝", 12, false, false});
         EXPECT_EQ(dialog.lblFont->Caption(), u"フォント：ＭＳ ゴシック")
-            << "the number of the failed size stands";
+            << "the failed size isn't shown";
         cancel();
     });
     gMailTextFontStyle.clear();

@@ -368,7 +368,7 @@ TEST_F(FrmFilterDspChengeTest, AfterMovingAllOnlyTheFirstThreeEntriesAreReplaced
         ok();
     });
     EXPECT_EQ(storedTitles(), (std::vector<Text>{u"D", u"A", u"B", u"D"}))
-        << "D stands twice, C is lost";
+        << "D is stored twice, C is lost";
 }
 
 TEST_F(FrmFilterDspChengeTest, StartingOverPutsAllBack)
@@ -420,7 +420,7 @@ TEST_F(FrmFilterDspChengeTest, ApplyAfterSingleMovesMayBePressedTwice)
         click(*dialog.cmdApply);
         EXPECT_EQ(storedTitles(), (std::vector<Text>{u"A", u"M"}));
         click(*dialog.cmdApply);
-        EXPECT_EQ(storedTitles(), std::vector<Text>{u"A"}) << "now M stands among the replaced";
+        EXPECT_EQ(storedTitles(), std::vector<Text>{u"A"}) << "now M is among the replaced entries";
         cancel();
     });
 }

@@ -168,7 +168,8 @@ TEST_F(FrmFilterTest, SpecialCharactersAreRefusedInAllTheirForms)
     atEditor([&] {
         for (const Text& special : specials) {
             add(special, 0, 0, u"x");
-            EXPECT_EQ(editor.txtFilterHeader->Text(), special) << "left to be mended";
+            EXPECT_EQ(editor.txtFilterHeader->Text(), special)
+                << "kept, so that the user can correct it";
             add(u"title", 0, 0, special);
         }
         EXPECT_EQ(gFilterRuleCnt, 0);

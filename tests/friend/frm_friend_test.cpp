@@ -82,9 +82,9 @@ TEST_F(FrmFriendTest, AnOrderThatNoCommandGivesFailsByItsComma)
     ReportList reports;
     reports.listen();
     atEditor([&] {
-        const Reports told = reports.take();
-        ASSERT_EQ(told.size(), 1U);
-        EXPECT_TRUE(told[0].starts_with("dspFriend ")) << told[0];
+        const Reports reported = reports.take();
+        ASSERT_EQ(reported.size(), 1U);
+        EXPECT_TRUE(reported[0].starts_with("dspFriend ")) << reported[0];
         cancel();
     });
 }

@@ -151,18 +151,18 @@ TEST_F(EdAddresTest, GivesAnEmptyAddressTheHandleWhileTheUserHasNone)
 // under its own name.
 TEST_F(EdAddresTest, ReportsUnderItsOwnNameAndReturnsWithWhatItHas)
 {
-    Reports told;
+    Reports reported;
     onDecode([] { throw RuntimeError(75); });
     hooks::setMsgBox([&](const MsgBoxRequest& box) {
         if (box.title.find(u"Mail_StrChange_Sub") != Text::npos) throw RuntimeError(7);
-        told.push_back(toUtf8(box.title));
+        reported.push_back(toUtf8(box.title));
         return MsgAnswer::Ok;
     });
     EXPECT_EQ(sender(u"taro@x.jp"), Correspondent{});
     Text subject = u"as it was";
     edSubject(u"Subject:hello", subject);
     EXPECT_EQ(subject, u"as it was");
-    EXPECT_EQ(told, (Reports{"エラーメッセージ (edAddres)", "エラーメッセージ (edSubject)"}));
+    EXPECT_EQ(reported, (Reports{"エラーメッセージ (edAddres)", "エラーメッセージ (edSubject)"}));
 }
 
 }

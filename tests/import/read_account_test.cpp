@@ -1,12 +1,12 @@
 // The account of a read: every mail of a box is in it, whatever became of it.
-#include "app/test_hooks.h"
 #include "import/read_account.h"
-#include "platform/system/test_hooks.h"
 
 #include "app/settings.h"
+#include "app/test_hooks.h"
 #include "import/mail_box_read.h"
 #include "import_fixture.h"
 #include "platform/runtime/dates.h"
+#include "platform/system/test_hooks.h"
 
 #include <filesystem>
 #include <fstream>

@@ -106,12 +106,12 @@ TEST(LayersTest, AreThoseOfTheArchitecturePage)
 }
 
 // Whether a folder is above another: it uses it, directly or not.
-bool standsOn(const Arrows& arrows, const std::string& upper, const std::string& lower)
+bool isAbove(const Arrows& arrows, const std::string& upper, const std::string& lower)
 {
     if (upper == lower) return true;
     const auto used = arrows.find(upper);
     return used != arrows.end() && std::ranges::any_of(used->second, [&](const std::string& next) {
-               return standsOn(arrows, next, lower);
+               return isAbove(arrows, next, lower);
            });
 }
 
@@ -120,7 +120,7 @@ TEST(LayersTest, HaveNoCircle)
     const Arrows picture = arrowsInThePicture();
     for (const auto& [room, used] : picture)
         for (const std::string& lower : used)
-            ASSERT_FALSE(standsOn(picture, lower, room)) << room << " and " << lower;
+            ASSERT_FALSE(isAbove(picture, lower, room)) << room << " and " << lower;
 }
 
 TEST(LayersTest, OnlyBrowseWindowAndShellSeeTheMainWindow)

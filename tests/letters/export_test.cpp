@@ -1,7 +1,7 @@
 #include "letters/export.h"
-#include "platform/system/test_hooks.h"
 
 #include "letters_fixture.h"
+#include "platform/system/test_hooks.h"
 #include "support/errors.h"
 
 namespace tolvek::test {

@@ -1,7 +1,7 @@
 #include "letters/letter_cache.h"
-#include "platform/system/test_hooks.h"
 
 #include "letters_fixture.h"
+#include "platform/system/test_hooks.h"
 
 namespace tolvek::test {
 namespace {

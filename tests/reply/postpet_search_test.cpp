@@ -76,9 +76,9 @@ TEST_F(PostPetSearchTest, OfTwoThatRunTheLastOneToldCounts)
 {
     const LastingProgram one(home / "PostPet20.exe");
     const LastingProgram two(home / "PostPet20.exe");
-    const std::vector<std::int32_t> told = processesOf(home / "PostPet20.exe");
-    ASSERT_EQ(told.size(), 2u);
-    EXPECT_EQ(found(), told.back());
+    const std::vector<std::int32_t> reported = processesOf(home / "PostPet20.exe");
+    ASSERT_EQ(reported.size(), 2u);
+    EXPECT_EQ(found(), reported.back());
 }
 
 TEST_F(PostPetSearchTest, TheFolderMayBeToldInAnotherWay)
@@ -117,15 +117,15 @@ TEST_F(PostPetSearchTest, AnEmulatedProgramIsFoundThroughALinkOnEitherSide)
 {
     writeBytes(home / "PostPet20.exe", "");
     fs::create_directory_symlink(home, file("link"));
-    for (const fs::path& told : {home, file("link")})
+    for (const fs::path& reported : {home, file("link")})
         for (const fs::path& known : {home, file("link")}) {
             hooks::setProcessLister([&] {
                 return std::vector<RunningProgram>{{1, "/usr/bin/PostPet20.exe"},
                                                    {4712, known / "PostPet20.exe"},
                                                    {4713, "/opt/x/PostPet20.exe"}};
             });
-            gPostPetDir = pathText(told);
-            EXPECT_EQ(found(), 4712) << told << known;
+            gPostPetDir = pathText(reported);
+            EXPECT_EQ(found(), 4712) << reported << known;
         }
 }
 

@@ -170,9 +170,9 @@ TEST_F(BackupCommandsTest, NamesSearchTablesAndFilterResultsAreMadeAnewInTheirOr
         gDbPath += u".gone";
     });
     choose(form.memBackUp_FileEdit);
-    const Reports told = reports.take();
-    ASSERT_GE(told.size(), 5u);
-    EXPECT_EQ(Reports(told.begin() + 1, told.begin() + 5),
+    const Reports reported = reports.take();
+    ASSERT_GE(reported.size(), 5u);
+    EXPECT_EQ(Reports(reported.begin() + 1, reported.begin() + 5),
               (Reports{"edFriendName 3024", "edSearch_Name 3024", "edSearch_Addr 3024",
                        "tblFilterData_Sel 3024"}));
 }

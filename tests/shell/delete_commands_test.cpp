@@ -315,16 +315,16 @@ TEST_F(DeleteCommandsTest, AQuestionThatCantBeAskedIsToldAndDeletesNothing)
     givenThreeMails();
     showType(0);
     clickEntry(*form.lstNameOrAddr, 0);
-    Texts told;
+    Texts reported;
     hooks::setMsgBox([&](const MsgBoxRequest& box) {
         if (box.buttons == MsgButtons::YesNo) throw RuntimeError(7);
-        told.push_back(box.title);
+        reported.push_back(box.title);
         return MsgAnswer::Ok;
     });
     click(*form.comMailDel);
     click(*form.cmdAddrDel);
-    EXPECT_EQ(told, (Texts{u"エラーメッセージ (comMailDel_Click)",
-                           u"エラーメッセージ (cmdAddrDel_Click)"}));
+    EXPECT_EQ(reported, (Texts{u"エラーメッセージ (comMailDel_Click)",
+                               u"エラーメッセージ (cmdAddrDel_Click)"}));
     EXPECT_EQ(left().size(), 3u);
     EXPECT_TRUE(form.comMailDel->Enabled());
 }
@@ -364,19 +364,20 @@ TEST_F(DeleteCommandsTest, AfterAnEntrysDeletionAllIsUpdatedInItsOrder)
     givenThreeMails();
     showType(0);
     clickEntry(*form.lstNameOrAddr, 0);
-    Reports told;
+    Reports reported;
     hooks::setMsgBox([&](const MsgBoxRequest& box) {
         if (box.text == kEntryQuestions[0]) {
             gDbPath += u".gone";
             return MsgAnswer::Yes;
         }
-        if (box.title.starts_with(u"エラー")) told.push_back(toUtf8(box.title));
+        if (box.title.starts_with(u"エラー")) reported.push_back(toUtf8(box.title));
         return box.buttons == MsgButtons::YesNo ? MsgAnswer::No : MsgAnswer::Ok;
     });
     click(*form.cmdAddrDel);
-    EXPECT_EQ(told, (Reports{"エラーメッセージ (delMail)", "エラーメッセージ (edSearch_Name)",
-                             "エラーメッセージ (edSearch_Addr)", "エラーメッセージ (tblFilter_Get)",
-                             "エラーメッセージ (tblFilterData_Sel)"}));
+    EXPECT_EQ(reported,
+              (Reports{"エラーメッセージ (delMail)", "エラーメッセージ (edSearch_Name)",
+                       "エラーメッセージ (edSearch_Addr)", "エラーメッセージ (tblFilter_Get)",
+                       "エラーメッセージ (tblFilterData_Sel)"}));
     expectCommandsOn();
 }
 

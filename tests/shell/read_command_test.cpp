@@ -284,17 +284,18 @@ TEST_F(ReadCommandTest, AfterTheBoxesAllIsUpdatedInItsOrderUnderAStatusTextOfIts
 {
     receive(0);
     convert = [&](Int16&, Int16&) { gDbPath += u".gone"; };
-    Reports told;
+    Reports reported;
     std::vector<Text> lines;
     hooks::setMsgBox([&](const MsgBoxRequest& shown) {
-        told.push_back(toUtf8(shown.title));
-        if (told.size() == 1) lines.assign(gStatusLines.begin(), gStatusLines.end());
+        reported.push_back(toUtf8(shown.title));
+        if (reported.size() == 1) lines.assign(gStatusLines.begin(), gStatusLines.end());
         return MsgAnswer::Ok;
     });
     clickRead();
-    EXPECT_EQ(told, (Reports{"エラーメッセージ (edFriendName)", "エラーメッセージ (edSearch_Name)",
-                             "エラーメッセージ (edSearch_Addr)",
-                             "エラーメッセージ (tblFilterData_Sel)"}));
+    EXPECT_EQ(
+        reported,
+        (Reports{"エラーメッセージ (edFriendName)", "エラーメッセージ (edSearch_Name)",
+                 "エラーメッセージ (edSearch_Addr)", "エラーメッセージ (tblFilterData_Sel)"}));
     EXPECT_EQ(lines,
               (std::vector<Text>{u"", u"　Ｔｏｌｖｅｋの各データを", u"　　　更新しています。",
                                  u"　少々お待ちください。", u"", u""}));

@@ -142,7 +142,7 @@ TEST_F(ReadingWindowTest, TheWindowIsPaintedTheClockGoesOnAndTheStatusTextBlinks
     read();
     expectLivelyWindow(painted);
     EXPECT_EQ(rows(u"tblTolvek"), kMails);
-    EXPECT_GE(texts.size(), 3u) << "the count of mails stands in the text";
+    EXPECT_GE(texts.size(), 3u) << "the text has the count of mails";
     EXPECT_EQ(form.txtMail->Text(), u"");
     EXPECT_EQ(form.txtMail->ForeColor(), kWindowText);
 }

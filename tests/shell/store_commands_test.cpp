@@ -223,7 +223,7 @@ TEST_F(StoreCommandsTest, TheImportLoadsBehindItsStatusTextAndListsAnew)
     });
     pick(form.memInport);
     EXPECT_EQ(subjects(), (Texts{u"first", u"second"}));
-    EXPECT_EQ(busyAtFriends, std::vector<int>{-1}) << "read while the status text stands";
+    EXPECT_EQ(busyAtFriends, std::vector<int>{-1}) << "read while the status text is shown";
     EXPECT_EQ(navigatorAtFriends, entries(*form.lstNameOrAddr));
     EXPECT_EQ(panes(), (Texts{u"3", u"0", u"", u""}));
     expectReady();
@@ -466,15 +466,15 @@ TEST_F(StoreCommandsTest, ExportRebuildAndImportBringTheArchiveBack)
 
 TEST_F(StoreCommandsTest, AQuestionThatCantBeAskedIsToldAndDoesNothing)
 {
-    Texts told;
+    Texts reported;
     hooks::setMsgBox([&](const MsgBoxRequest& box) {
         if (box.buttons == MsgButtons::YesNo) throw RuntimeError(7);
-        told.push_back(box.title);
+        reported.push_back(box.title);
         return MsgAnswer::Ok;
     });
     for (const MenuEntry* entry : {form.memExport, form.memInport, form.memDBEdit})
         pick(entry);
-    EXPECT_EQ(told,
+    EXPECT_EQ(reported,
               (Texts{u"エラーメッセージ (memExport_Click)", u"エラーメッセージ (memInport_Click)",
                      u"エラーメッセージ (memDBEdit_Click)"}));
     EXPECT_EQ(rows(u"tblTolvek"), 2);

@@ -1,3 +1,4 @@
+#include "app/file_names.h"
 #include "platform/runtime/test_hooks.h"
 #include "platform/system/test_hooks.h"
 #include "shell/tolvek_main.h"
@@ -149,7 +150,7 @@ TEST_F(TolvekMainTest, AnEmptyFolderGetsAnArchiveOfSixTablesAndTheMainWindowCome
                                  u"tblSearch_Addresses", u"tblSearch_Name", u"tblTolvek"}));
     EXPECT_EQ(rows(u"tblTolvek"), 0);
     EXPECT_EQ(window.lstNameOrAddr->ListCount(), 0);
-    EXPECT_TRUE(exists("Tolvek.Mdb.Bak")) << "compacted behind the creation too";
+    EXPECT_TRUE(exists("Tolvek.Mdb.Bak")) << "compacted after the creation too";
     EXPECT_FALSE(exists("Tolvek.Mdb.New"));
     EXPECT_FALSE(exists("TOLVEK.ini")) << "settings are written at the end alone";
 }
@@ -201,17 +202,17 @@ class TolvekMainBadVersionTest : public TolvekMainTest,
 TEST_P(TolvekMainBadVersionTest, IsToldAndTheStartGoesOn)
 {
     givenSettings(GetParam());
-    std::vector<Text> told;
+    std::vector<Text> reported;
     hooks::setMsgBox([&](const MsgBoxRequest& box) {
-        told.push_back(box.title + u": " + box.text.substr(0, 4));
+        reported.push_back(box.title + u": " + box.text.substr(0, 4));
         return MsgAnswer::Ok;
     });
     start();
-    ASSERT_FALSE(told.empty());
-    EXPECT_EQ(told[0].find(u"エラーメッセージ (Main)"), 0u) << toUtf8(told[0]);
-    ASSERT_GE(told.size(), 3u);
-    EXPECT_EQ(told[1], u"Tolvek: Tolv") << "the upgrade runs";
-    EXPECT_EQ(told[2].find(u"エラーメッセージ (Form_Initialize)"), 0u) << toUtf8(told[2]);
+    ASSERT_FALSE(reported.empty());
+    EXPECT_EQ(reported[0].find(u"エラーメッセージ (Main)"), 0u) << toUtf8(reported[0]);
+    ASSERT_GE(reported.size(), 3u);
+    EXPECT_EQ(reported[1], u"Tolvek: Tolv") << "the upgrade runs";
+    EXPECT_EQ(reported[2].find(u"エラーメッセージ (Form_Initialize)"), 0u) << toUtf8(reported[2]);
     expectMainWindow();
     EXPECT_TRUE(exists("Tolvek.Mdb"));
 }
@@ -270,14 +271,15 @@ TEST_F(TolvekMainTest, ADamagedDatabaseThatIsGivenUpLeavesAnEmptyArchiveAndAnEmp
 {
     givenSettings("331");
     writeBytes(file("Tolvek.Mdb"), std::string(5000, 'x'));
-    std::vector<Text> told;
+    std::vector<Text> reported;
     hooks::setMsgBox([&](const MsgBoxRequest& box) {
-        told.push_back(box.text);
-        return box.buttons == MsgButtons::YesNo && told.size() > 1 ? MsgAnswer::No : MsgAnswer::Yes;
+        reported.push_back(box.text);
+        return box.buttons == MsgButtons::YesNo && reported.size() > 1 ? MsgAnswer::No
+                                                                       : MsgAnswer::Yes;
     });
     start();
-    ASSERT_FALSE(told.empty());
-    EXPECT_EQ(told[0], kAnew);
+    ASSERT_FALSE(reported.empty());
+    EXPECT_EQ(reported[0], kAnew);
     expectMainWindow();
     EXPECT_EQ(rows(u"tblTolvek"), 0);
     EXPECT_EQ(rows(u"tblTolvek", gDbPath + u".Bak"), 0);
@@ -326,7 +328,8 @@ TEST_F(TolvekMainTest, AnUnfinishedFileThatCantBeDeletedIsToldAndTheStartGoesOn)
     givenSettings("331");
     writeBytes(file("Tolvek_20000225.Mdb.Compact"), "half");
     hooks::setFileProbe([](FileOperation operation, const Path& path) {
-        if (operation == FileOperation::Remove && path.extension() == ".Compact")
+        if (operation == FileOperation::Remove &&
+            path.extension() == toUtf8(DBEngine::kUnfinishedSuffix))
             throw std::system_error(std::make_error_code(std::errc::io_error));
     });
     std::vector<Text> titles;
@@ -352,7 +355,7 @@ TEST_F(TolvekMainTest, ACreationThatFailsLeavesThePreviousGenerationKeptAside)
 {
     givenOnlyABakWithMail();
     hooks::setFileProbe([](FileOperation operation, const Path& path) {
-        if (operation == FileOperation::Create && path.extension() == ".Create")
+        if (operation == FileOperation::Create && path.extension() == toUtf8(kCreateSuffix))
             throw std::system_error(std::make_error_code(std::errc::no_space_on_device));
     });
     hooks::setMsgBox([](const MsgBoxRequest& box) {
@@ -368,7 +371,7 @@ TEST_F(TolvekMainTest, APreviousGenerationThatCantBeKeptAsideEndsTheStart)
 {
     givenOnlyABakWithMail();
     hooks::setFileProbe([](FileOperation operation, const Path& path) {
-        if (operation == FileOperation::Rename && path.extension() == ".Bak")
+        if (operation == FileOperation::Rename && path.extension() == toUtf8(kBakSuffix))
             throw std::system_error(std::make_error_code(std::errc::io_error));
     });
     hooks::setMsgBox([](const MsgBoxRequest&) { return MsgAnswer::Ok; });

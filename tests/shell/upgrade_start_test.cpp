@@ -36,17 +36,17 @@ protected:
     // Answers No and OK; returns the titles and texts of the boxes.
     std::vector<Text> start()
     {
-        std::vector<Text> told;
+        std::vector<Text> reported;
         hooks::setMsgBox([&](const MsgBoxRequest& box) {
-            told.push_back(box.title + u": " + box.text);
+            reported.push_back(box.title + u": " + box.text);
             return box.buttons == MsgButtons::YesNo ? MsgAnswer::No : MsgAnswer::Ok;
         });
         try {
             Main(splash, window);
         } catch (const ProgramEnd&) {
-            told.emplace_back(u"end");
+            reported.emplace_back(u"end");
         }
-        return told;
+        return reported;
     }
     std::vector<Text> known()
     {
@@ -63,9 +63,10 @@ class UpgradeStartOldVersionTest : public UpgradeStartTest,
 TEST_P(UpgradeStartOldVersionTest, Upgrades)
 {
     givenSettings(GetParam());
-    const std::vector<Text> told = start();
-    ASSERT_FALSE(told.empty());
-    EXPECT_NE(std::find(told.begin(), told.end(), u"Tolvek: " + Text(kUpgradeBegins)), told.end());
+    const std::vector<Text> reported = start();
+    ASSERT_FALSE(reported.empty());
+    EXPECT_NE(std::find(reported.begin(), reported.end(), u"Tolvek: " + Text(kUpgradeBegins)),
+              reported.end());
     EXPECT_TRUE(isUpgraded(gDbPath));
     EXPECT_EQ(rows(u"tblTolvek"), 1);
     EXPECT_EQ(version(), u"331");
@@ -92,8 +93,9 @@ TEST_P(UpgradeStartCurrentTest, IsntUpgradedWhateverTheVersionSays)
     Table_Create();
     store(Mail{});
     givenSettings(GetParam());
-    const std::vector<Text> told = start();
-    EXPECT_EQ(std::find(told.begin(), told.end(), u"Tolvek: " + Text(kUpgradeBegins)), told.end());
+    const std::vector<Text> reported = start();
+    EXPECT_EQ(std::find(reported.begin(), reported.end(), u"Tolvek: " + Text(kUpgradeBegins)),
+              reported.end());
     EXPECT_FALSE(exists("Tolvek.Mdb.V300"));
     EXPECT_EQ(rows(u"tblTolvek"), 1);
     EXPECT_TRUE(window.Visible());
@@ -179,11 +181,11 @@ TEST_F(UpgradeStartTest, AnOldArchiveThatCantBePutBackEndsTheStart)
         if (operation == FileOperation::Replace && path.filename() == "Tolvek.Mdb")
             throw std::system_error(std::make_error_code(std::errc::io_error));
     });
-    const std::vector<Text> told = start();
+    const std::vector<Text> reported = start();
     hooks::setFileProbe({});
-    ASSERT_EQ(told.size(), 2u);
-    EXPECT_EQ(told[0].find(u"エラーメッセージ (Main)"), 0u);
-    EXPECT_EQ(told[1], u"end");
+    ASSERT_EQ(reported.size(), 2u);
+    EXPECT_EQ(reported[0].find(u"エラーメッセージ (Main)"), 0u);
+    EXPECT_EQ(reported[1], u"end");
     EXPECT_EQ(rows(u"tblTolvek", old()), 1);
     EXPECT_TRUE(exists("Tolvek.Mdb.Upgrade"));
 }

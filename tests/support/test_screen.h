@@ -24,7 +24,7 @@ public:
         server_ = fork();
         if (server_ == 0) run(ends[1], more);
         close(ends[1]);
-        name_ = ":" + told(ends[0]);
+        name_ = ":" + reported(ends[0]);
         close(ends[0]);
         if (name_ == ":") throw std::runtime_error("Xvfb doesn't run: is it installed?");
     }
@@ -57,7 +57,7 @@ private:
         _exit(127);
     }
     // The server writes its number once it is ready.
-    static std::string told(int in)
+    static std::string reported(int in)
     {
         std::string digits;
         for (char c = 0; read(in, &c, 1) == 1 && c != '\n';)

@@ -52,9 +52,9 @@ Text hexadecimal(std::string_view bytes)
 }
 
 // A value of a type that the program lacks is kept as a memo of its bytes in hexadecimal.
-DataType dataType(char told)
+DataType dataType(char letter)
 {
-    switch (static_cast<jet::ColumnType>(told)) {
+    switch (static_cast<jet::ColumnType>(letter)) {
     case jet::ColumnType::YesNo:
         return dbBoolean;
     case jet::ColumnType::Integer:

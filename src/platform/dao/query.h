@@ -28,7 +28,6 @@ public:
     bool isInteger(int column) const;
     std::int64_t number(int column) const;
     Text text(int column) const;
-    bool readOnly() const { return sqlite3_stmt_readonly(statement_) != 0; }
 
 private:
     void check(int code) const;

@@ -57,8 +57,8 @@ Bound assignable(const Text& text, const Column& column)
 
 }
 
-Recordset::State::State(const std::shared_ptr<OpenHandle>& standsOn, const SqlText& sql)
-    : database(standsOn)
+Recordset::State::State(const std::shared_ptr<OpenHandle>& opened, const SqlText& sql)
+    : database(opened)
 {
     const SelectText text = selectText(sql);
     table = connection().table(text.table);
@@ -71,9 +71,9 @@ Recordset::State::State(const std::shared_ptr<OpenHandle>& standsOn, const SqlTe
 
 Connection& Recordset::State::connection() const
 {
-    const auto standsOn = database.lock();
-    if (!standsOn || !standsOn->isOpen()) throw RuntimeError(3420);
-    return *standsOn->connection;
+    const auto opened = database.lock();
+    if (!opened || !opened->isOpen()) throw RuntimeError(3420);
+    return *opened->connection;
 }
 
 // The message of 3061 gives the number of unknown names, so all are looked up first.

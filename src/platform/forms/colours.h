@@ -9,7 +9,6 @@ namespace tolvek {
 
 using Colour = std::int32_t;
 
-inline constexpr Colour kWindowBackground = static_cast<Colour>(0x80000005U);
 inline constexpr Colour kWindowText = static_cast<Colour>(0x80000008U);
 inline constexpr Colour kButtonFace = static_cast<Colour>(0x8000000FU);
 

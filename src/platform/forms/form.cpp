@@ -161,12 +161,6 @@ void Form::ShowModal(Form* owner)
     rethrowKept();
 }
 
-void Form::Hide()
-{
-    if (window_) window_->hide();
-    endModalLoop();
-}
-
 // What is pressed on another window from now on waits: the caller of ShowModal
 // hasn't yet taken what the dialog has left.
 void Form::endModalLoop()

@@ -42,10 +42,9 @@ public:
 
     void Load();                           // does nothing if loaded
     void Show();                           // loads and shows, doesn't wait
-    void ShowModal(Form* owner = nullptr); // loads, shows, returns when hidden or unloaded
-    void Hide();
-    void Unload();  // does nothing if not loaded
-    void Refresh(); // paints at once
+    void ShowModal(Form* owner = nullptr); // loads, shows, returns when unloaded
+    void Unload();                         // does nothing if not loaded
+    void Refresh();                        // paints at once
     bool Loaded() const { return window_ != nullptr; }
     bool Visible() const;
 

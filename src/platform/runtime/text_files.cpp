@@ -209,12 +209,6 @@ void writeItems(Int16 number, std::span<const WriteItem> items)
     asFileError([&] { file.write(line + "\r\n"); });
 }
 
-void printLine(Int16 number, TextView line)
-{
-    OutputFile& file = openFile<OutputFile>(number);
-    asFileError([&] { file.write(toAnsi(line) + "\r\n"); });
-}
-
 void flushFile(Int16 number)
 {
     OutputFile& file = openFile<OutputFile>(number);

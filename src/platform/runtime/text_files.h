@@ -39,7 +39,6 @@ std::int32_t inputInt32(Int16 number);
 using WriteItem = std::variant<TextView, int>;
 void writeItems(Int16 number, std::span<const WriteItem> items);
 void writeItems(Int16 number, std::initializer_list<WriteItem> items);
-void printLine(Int16 number, TextView line); // adds CR LF
 // Forces the written data to the disk; the file stays open.
 void flushFile(Int16 number);
 

@@ -93,8 +93,8 @@ TEST_F(EngineTest, AFileHeldByAnotherProgramIs3356AtOnce)
         Database database = opened();
         addMail(database, u"2000", 1);
         char byte = 'r';
-        const bool told = write(ready[1], &byte, 1) == 1 && read(done[0], &byte, 1) == 1;
-        _exit(told ? 0 : 1);
+        const bool answered = write(ready[1], &byte, 1) == 1 && read(done[0], &byte, 1) == 1;
+        _exit(answered ? 0 : 1);
     }
     char byte = 0;
     ASSERT_EQ(read(ready[0], &byte, 1), 1);
@@ -118,8 +118,8 @@ TEST_F(EngineTest, AFileThatBecomesBusyIs3356AfterTheWait)
         sqlite3_open((folder_ / "Test.Mdb").c_str(), &other);
         sqlite3_exec(other, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr);
         char byte = 'r';
-        const bool told = write(ready[1], &byte, 1) == 1 && read(done[0], &byte, 1) == 1;
-        _exit(told ? 0 : 1);
+        const bool answered = write(ready[1], &byte, 1) == 1 && read(done[0], &byte, 1) == 1;
+        _exit(answered ? 0 : 1);
     }
     char byte = 0;
     ASSERT_EQ(read(ready[0], &byte, 1), 1);

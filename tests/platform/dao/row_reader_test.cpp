@@ -1,9 +1,9 @@
 #include "platform/dao/row_reader.h"
-#include "platform/dao/test_hooks.h"
-#include "platform/system/test_hooks.h"
 
 #include "dao_fixture.h"
 #include "jet_fixture.h"
+#include "platform/dao/test_hooks.h"
+#include "platform/system/test_hooks.h"
 
 #include "platform/dao/alone.h"
 #include "support/other_program.h"

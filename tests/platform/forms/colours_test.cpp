@@ -21,7 +21,6 @@ TEST(ColoursTest, TheHighBitAsksForTheSystemsColour)
 {
     const QPalette palette = QGuiApplication::palette();
     EXPECT_EQ(colourOf(kWindowText), palette.color(QPalette::WindowText));
-    EXPECT_EQ(colourOf(kWindowBackground), palette.color(QPalette::Base));
     EXPECT_EQ(colourOf(kButtonFace), palette.color(QPalette::Button));
     EXPECT_EQ(colourOf(static_cast<Colour>(0x800000FFU)), palette.color(QPalette::WindowText));
 }

@@ -221,15 +221,6 @@ TEST(FormTest, TitleAndBackColourSurviveAnUnload)
     EXPECT_EQ(form.client().grab().toImage().pixelColor(1, 1), QColor(0xC0, 0xC0, 0xFF));
 }
 
-TEST(FormTest, HideLeavesAModalFormLoaded)
-{
-    TestForm form;
-    form.resize = [](TestForm& f) { later([&f] { f.Hide(); }); };
-    form.ShowModal();
-    EXPECT_TRUE(form.Loaded());
-    EXPECT_FALSE(form.Visible());
-}
-
 class FormKeysTest : public testing::Test {
 protected:
     FormKeysTest()

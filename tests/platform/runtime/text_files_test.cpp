@@ -146,10 +146,9 @@ TEST_F(TextFilesTest, WhatIsWrittenComesBack)
     openForOutput(text(u"out"), 1);
     writeItems(1, {TextView(u"ペット"), -1, TextView(u""), 20000215});
     writeItems(1, {TextView(u"say \"x\"")});
-    printLine(1, u"題名: 表");
     closeFile(1);
-    EXPECT_EQ(contents("out"), "\"\x83\x79\x83\x62\x83\x67\",-1,\"\",20000215\r\n\"say \"x\"\"\r\n"
-                               "\x91\xe8\x96\xbc: \x95\x5c\r\n");
+    EXPECT_EQ(contents("out"),
+              "\"\x83\x79\x83\x62\x83\x67\",-1,\"\",20000215\r\n\"say \"x\"\"\r\n");
     openForInput(text(u"out"), 1);
     EXPECT_EQ(inputText(1), u"ペット");
     EXPECT_EQ(int(inputInt16(1)), -1);
@@ -169,13 +168,13 @@ TEST_F(TextFilesTest, OpenForOutputEmptiesTheFileThatIsMeant)
 TEST_F(TextFilesTest, AFlushBringsTheBufferToTheFileAndLeavesItOpen)
 {
     openForOutput(text(u"out"), 1);
-    printLine(1, u"a");
+    writeItems(1, {TextView(u"a")});
     EXPECT_EQ(contents("out"), "");
     flushFile(1);
-    EXPECT_EQ(contents("out"), "a\r\n");
-    printLine(1, u"b");
+    EXPECT_EQ(contents("out"), "\"a\"\r\n");
+    writeItems(1, {TextView(u"b")});
     closeFile(1);
-    EXPECT_EQ(contents("out"), "a\r\nb\r\n");
+    EXPECT_EQ(contents("out"), "\"a\"\r\n\"b\"\r\n");
 }
 
 TEST_F(TextFilesTest, NumbersAreTheLowestFreeOnes)
@@ -205,10 +204,10 @@ TEST_F(TextFilesTest, NumbersThatCantBeUsed)
     EXPECT_EQ(errorOf([&] { openForInput(text(u"in"), 1); }), 55);
     EXPECT_EQ(errorOf([&] { openForOutput(text(u"in"), 1); }), 55);
     EXPECT_EQ(contents("in"), "a");
-    EXPECT_EQ(errorOf([&] { printLine(1, u"x"); }), 54);
+    EXPECT_EQ(errorOf([&] { writeItems(1, {TextView(u"x")}); }), 54);
     for (int number : {-1, 0, 2, 256}) {
         EXPECT_EQ(errorOf([&] { lineInput(number); }), 52) << number;
-        EXPECT_EQ(errorOf([&] { printLine(number, u"x"); }), 52) << number;
+        EXPECT_EQ(errorOf([&] { writeItems(number, {TextView(u"x")}); }), 52) << number;
         EXPECT_EQ(errorOf([&] { closeFile(number); }), 0) << number;
     }
     EXPECT_EQ(errorOf([&] { openForInput(text(u"in"), 256); }), 52);
@@ -257,10 +256,10 @@ TEST_F(TextFilesTest, AFullDiskIsError61AtTheWriteOrTheCloseAndTheNumberIsFree)
 {
     openForOutput(text(u"out"), 1);
     breakOperation(FileOperation::Write, std::errc::no_space_on_device);
-    EXPECT_EQ(errorOf([] { printLine(1, Text(200'000, u'x')); }), 61);
-    printLine(1, u"small");
+    EXPECT_EQ(errorOf([] { writeItems(1, {TextView(Text(200'000, u'x'))}); }), 61);
+    writeItems(1, {TextView(u"small")});
     EXPECT_EQ(errorOf([] { flushFile(1); }), 61);
-    printLine(1, u"small");
+    writeItems(1, {TextView(u"small")});
     EXPECT_EQ(errorOf([] { closeFile(1); }), 61);
     EXPECT_EQ(int(freeFile()), 1);
 }
@@ -268,7 +267,7 @@ TEST_F(TextFilesTest, AFullDiskIsError61AtTheWriteOrTheCloseAndTheNumberIsFree)
 TEST_F(TextFilesTest, TheSystemsOwnFullDeviceIsError61)
 {
     openForOutput(u"/dev/full", 1);
-    printLine(1, u"x");
+    writeItems(1, {TextView(u"x")});
     EXPECT_EQ(errorOf([] { closeFile(1); }), 61);
 }
 
@@ -276,14 +275,14 @@ TEST_F(TextFilesTest, ClosingAllGoesOnBehindAFailure)
 {
     openForOutput(text(u"a"), 1);
     openForOutput(text(u"b"), 2);
-    printLine(1, u"x");
-    printLine(2, u"y");
+    writeItems(1, {TextView(u"x")});
+    writeItems(2, {TextView(u"y")});
     hooks::setFileProbe([](FileOperation operation, const fs::path& path) {
         if (operation == FileOperation::Write && path.filename() == "a")
             throw std::system_error(std::make_error_code(std::errc::no_space_on_device));
     });
     EXPECT_EQ(errorOf([] { closeAllFiles(); }), 61);
-    EXPECT_EQ(contents("b"), "y\r\n");
+    EXPECT_EQ(contents("b"), "\"y\"\r\n");
     EXPECT_EQ(int(freeFile()), 1);
 }
 

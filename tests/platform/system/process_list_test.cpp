@@ -72,7 +72,7 @@ TEST_F(ProcessListTest, APathThatDoesntFitIsntListed)
     const std::string longest(259, 'x');
     givenPrograms({{1, longest + "x"}, {2, longest}, {3, "/short"}});
     EXPECT_EQ(listed(), (std::vector<std::string>{"2 " + longest, "3 /short"}))
-        << "nothing of a longer name is left behind it";
+        << "nothing of a longer name follows it";
 }
 
 TEST_F(ProcessListTest, FirstBeginsAgain)

@@ -51,7 +51,7 @@ void tellTable(JetFile& file, const JetFile::Entry& entry, StreamWriter& to)
 
 // The library reports some kinds of corruption only on standard error, so any output
 // there counts as Damage.
-void tellFile(const MappedInput& input, const CapturedErrors& complaints, StreamWriter& to)
+void writeFile(const MappedInput& input, const CapturedErrors& complaints, StreamWriter& to)
 {
     JetFile file(input);
     for (const JetFile::Entry& entry : file.userTables()) {
@@ -63,11 +63,11 @@ void tellFile(const MappedInput& input, const CapturedErrors& complaints, Stream
     to.flush();
 }
 
-int told(const MappedInput& input, const CapturedErrors& complaints, StreamWriter& to)
+int exitCodeOf(const MappedInput& input, const CapturedErrors& complaints, StreamWriter& to)
 {
     if (!input.isReadable()) return kNoInput;
     try {
-        tellFile(input, complaints, to);
+        writeFile(input, complaints, to);
         return kWhole;
     } catch (const NotUnderstood&) {
         return kNotUnderstood;
@@ -88,7 +88,7 @@ int run()
     lockDown();
     result.item(Item::Hello, kHello);
     result.flush();
-    return told(input, complaints, result);
+    return exitCodeOf(input, complaints, result);
 }
 
 }

@@ -110,8 +110,8 @@ void takeDescriptors(const Start& start)
     char* noEnvironment[] = {nullptr};
     execve(start.program, start.arguments.data(), noEnvironment);
     const int reason = errno;
-    const auto told = write(kFailureDescriptor, &reason, sizeof reason);
-    _exit(told > 0 ? 127 : 126);
+    const auto written = write(kFailureDescriptor, &reason, sizeof reason);
+    _exit(written > 0 ? 127 : 126);
 }
 
 // A child process that hasn't been waited for. The destructor kills it.
