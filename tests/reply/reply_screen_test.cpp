@@ -91,10 +91,19 @@ TEST_F(ReplyScreenTest, APostPetThatDoesNotRunIsStarted)
     expectReply(postPet);
 }
 
+TEST_F(ReplyScreenTest, TheFirstWindowOfAStartedPostPetIsWaitedFor)
+{
+    givenManager();
+    const StandIn postPet(home, "start_delay=1000\n");
+    givenProgram();
+    EXPECT_EQ(tell("reply"), Lines{});
+    expectReply(postPet);
+}
+
 TEST_F(ReplyScreenTest, AStartThatTakesLongIsToldAndTheNextPressGetsThrough)
 {
     givenManager();
-    const StandIn postPet(home, "start_delay=5000\n");
+    const StandIn postPet(home, "start_delay=7500\n");
     givenProgram();
     EXPECT_EQ(tell("reply"), Lines{kNotReached});
     ASSERT_TRUE(postPet.isReady());

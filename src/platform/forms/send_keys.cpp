@@ -200,7 +200,7 @@ void AppActivate(std::int32_t processId)
     activated = 0;
     orError5([&] {
         serve(); // takes a box that has just closed off the screen first
-        activateProcess(processId);
+        activateProcess(processId, serve);
         activated = processId;
     });
 }

@@ -14,8 +14,14 @@ namespace tolvek {
 // Brings the top window of that process to the front and gives it the keyboard
 // focus. If the process has no window, a window of a process that it started is
 // used. Returns when the window verifiably has the focus; throws if it doesn't get
-// it within two seconds.
-void activateProcess(std::int32_t processId);
+// it within two seconds. The first window of a process that this program has just
+// started is waited for; `meanwhile` is called repeatedly then.
+void activateProcess(std::int32_t processId, const std::function<void()>& meanwhile = {});
+
+// Asks the window manager to bring a window of this program to the front and to give it
+// the keyboard focus, whatever program has it. Doesn't wait; without a manager, nothing
+// happens.
+void bringToFront(std::uintptr_t window);
 
 // Sends the keys to the window of that process that has the keyboard focus, with
 // the pauses that menus need. Returns when the window has processed them, as far as

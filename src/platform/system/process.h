@@ -3,6 +3,7 @@
 #pragma once
 #include "platform/system/file_lock.h"
 
+#include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <memory>
@@ -37,6 +38,10 @@ std::optional<std::filesystem::path> installedProgram(std::string_view name);
 // emulation layer, if there is one; the id is then that of the layer's process.
 std::int32_t startProgram(const std::filesystem::path& program,
                           const std::vector<std::string>& arguments = {});
+
+// The time since startProgram started that process; nothing if it didn't, or if the
+// process has ended.
+std::optional<std::chrono::milliseconds> timeSinceStart(std::int32_t processId);
 
 // Detects other running instances of the program with locks that end with the
 // process: one per user and name in the session's folder, one on a file in the

@@ -8,6 +8,7 @@
 #include <X11/extensions/XTest.h>
 
 #include <algorithm>
+#include <optional>
 #include <system_error>
 
 namespace tolvek {
@@ -15,6 +16,8 @@ namespace tolvek {
 namespace {
 
 constexpr std::chrono::milliseconds kPatience{2000};
+// For the first window of a program, counted from its start.
+constexpr std::chrono::milliseconds kStartPatience{6000};
 constexpr long kAsPager = 2; // source indication 2: a pager, acting for the user
 // Milliseconds, measured: a menu that is opening loses a letter that arrives
 // earlier.
@@ -206,18 +209,60 @@ void awaitDone(const X11Screen& screen, Window window, const std::function<void(
     }
 }
 
+void activate(const X11Screen& screen, Window window)
+{
+    screen.send(screen.root(), window, "_NET_ACTIVE_WINDOW", {kAsPager, CurrentTime, None},
+                SubstructureRedirectMask | SubstructureNotifyMask);
+    XFlush(screen.display());
 }
 
-void activateProcess(std::int32_t processId)
+bool isStarting(std::int32_t processId)
+{
+    const auto age = timeSinceStart(processId);
+    return age && *age < kStartPatience;
+}
+
+// Throws if the process has no window. A process that is starting may still show one.
+X11Windows shownWindows(const X11Screen& screen, std::int32_t processId,
+                        const std::function<void()>& meanwhile)
+{
+    std::optional<X11Windows> windows;
+    const auto look = [&] {
+        try {
+            windows.emplace(screen, processId).top();
+            return true;
+        } catch (const std::system_error& failure) {
+            if (failure.code() != std::errc::no_such_process || !isStarting(processId)) throw;
+            return false;
+        }
+    };
+    // The look itself throws when the patience is used up.
+    while (!screen.waitFor(kPatience, look, meanwhile)) {
+    }
+    return *windows;
+}
+
+}
+
+void activateProcess(std::int32_t processId, const std::function<void()>& meanwhile)
 {
     const X11Screen screen;
-    const X11Windows windows(screen, processId);
-    screen.send(screen.root(), windows.top(), "_NET_ACTIVE_WINDOW", {kAsPager, CurrentTime, None},
-                SubstructureRedirectMask | SubstructureNotifyMask);
+    const X11Windows windows = shownWindows(screen, processId, meanwhile);
+    activate(screen, windows.top());
     const bool done = screen.waitFor(kPatience, [&] {
         return windows.active() != None && windows.haveKeyboard() && isKeyboardFree(screen);
     });
     if (!done) throwDesktopError(std::errc::timed_out, "the window didn't take the keyboard");
+}
+
+void bringToFront(std::uintptr_t window)
+{
+    try {
+        const X11Screen screen;
+        activate(screen, static_cast<Window>(window));
+    } catch (const std::system_error&) {
+        // The screen is gone, and the window with it.
+    }
 }
 
 void playKeys(std::int32_t processId, std::span<const KeyEvent> keys,

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cctype>
 #include <future>
+#include <map>
+#include <mutex>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <thread>
@@ -115,12 +117,57 @@ pid_t spawnAny(const std::filesystem::path& program, std::vector<std::string> ar
     }
 }
 
+// The processes that have been started and run. Never destroyed, because threads use
+// it up to the end of the program.
+class Started {
+public:
+    void add(pid_t id)
+    {
+        const std::lock_guard guard(mutex_);
+        times_[id] = std::chrono::steady_clock::now();
+    }
+    void remove(pid_t id)
+    {
+        const std::lock_guard guard(mutex_);
+        times_.erase(id);
+    }
+    std::optional<std::chrono::milliseconds> age(pid_t id)
+    {
+        const std::lock_guard guard(mutex_);
+        const auto found = times_.find(id);
+        if (found == times_.end()) return std::nullopt;
+        return std::chrono::duration_cast<std::chrono::milliseconds>(
+            std::chrono::steady_clock::now() - found->second);
+    }
+
+private:
+    std::mutex mutex_;
+    std::map<pid_t, std::chrono::steady_clock::time_point> times_;
+};
+
+Started& started()
+{
+    static auto* const all = new Started;
+    return *all;
+}
+
 void waitForEnd(pid_t id)
 {
+    siginfo_t ended;
+    // Removed before the system may give its number to another process.
+    while (waitid(P_PID, static_cast<id_t>(id), &ended, WEXITED | WNOWAIT) == -1 &&
+           errno == EINTR) {
+    }
+    started().remove(id);
     while (waitpid(id, nullptr, 0) == -1 && errno == EINTR) {
     }
 }
 
+}
+
+std::optional<std::chrono::milliseconds> timeSinceStart(std::int32_t processId)
+{
+    return started().age(processId);
 }
 
 // An ended child must be waited for, whenever that is. A detached thread does it,
@@ -128,17 +175,18 @@ void waitForEnd(pid_t id)
 std::int32_t startProgram(const std::filesystem::path& program,
                           const std::vector<std::string>& arguments)
 {
-    std::promise<pid_t> started;
-    std::future<pid_t> id = started.get_future();
-    std::thread([started = std::move(started), program, arguments]() mutable {
+    std::promise<pid_t> running;
+    std::future<pid_t> id = running.get_future();
+    std::thread([running = std::move(running), program, arguments]() mutable {
         pid_t child = 0;
         try {
             child = spawnAny(program, std::move(arguments));
         } catch (...) {
-            started.set_exception(std::current_exception());
+            running.set_exception(std::current_exception());
             return;
         }
-        started.set_value(child);
+        started().add(child);
+        running.set_value(child);
         waitForEnd(child);
     }).detach();
     return id.get();
