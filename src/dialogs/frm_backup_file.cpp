@@ -55,6 +55,7 @@ frmBackUpFile::frmBackUpFile(const Form& main)
 void frmBackUpFile::buildControls()
 {
     lstBackUpFile = new ListBox(*this, u"lstBackUpFile");
+    lstBackUpFile->setSpokenName(u"バックアップ ファイル一覧");
     lstBackUpFile->Move(kMargin, kMargin, kListWidth, kListHeight);
     cmdOK = new CommandButton(*this, u"cmdOK", u"OK");
     cmdOK->Move(kOkLeft, kButtonTop, kButtonWidth, kButtonHeight);

@@ -51,6 +51,9 @@ void frmDir_Sel::makeControls()
     txtPet_Dir = new TextBox(*this, u"txtPet_Dir");
     cmbOK = new CommandButton(*this, u"cmbOK", u"Ｏ　　Ｋ");
     cmbCancel = new CommandButton(*this, u"cmbCancel", u"Ｃａｎｃｅｌ");
+    Div1->setSpokenName(u"ドライブ");
+    Dir1->setSpokenName(u"フォルダー一覧");
+    lbl_1->setBuddy(txtPet_Dir);
     int tab = 0;
     for (Control* control : {static_cast<Control*>(Div1), static_cast<Control*>(Dir1),
                              static_cast<Control*>(txtPet_Dir), static_cast<Control*>(cmbOK),

@@ -92,6 +92,7 @@ void frmMailReadOpt::buildControls()
 {
     lblPostPetFlder = new Label(*this, u"lblPostPetFlder");
     lblPostPetFlder->Move(kMargin, kMargin, kFormWidth - 2 * kMargin, kFrameTop - kMargin - 120);
+    lblPostPetFlder->setWordWrap(true);
     buildFrames();
     buildButtons();
     int tab = 0;
@@ -133,7 +134,7 @@ void frmMailReadOpt::Form_Load()
     showOptions(gSendMailReadOption, Chk_Send_Opt);
     showOptions(gRecievMailReadOption, Chk_Reciev_Opt);
     lblPostPetFlder->setCaption(u"PostPet 参照フォルダー : " + gPostPetDir);
-    // A long path may be cut off on the screen.
+    // A path longer than two lines is cut.
     lblPostPetFlder->setToolTipText(gPostPetDir);
 }
 

@@ -167,6 +167,10 @@ void frmOption::buildTextBoxes()
         box->setToolTipText(design.tip);
         box->setTabIndex(design.tab);
     }
+    Label1->setBuddy(txtDisp_PetDir);
+    Label3->setBuddy(txtMy_Handle);
+    Label4->setBuddy(txtMy_Address);
+    Label5->setBuddy(txtPetName);
 }
 
 void frmOption::buildButtons()

@@ -61,6 +61,7 @@ frmSplash::frmSplash() : Form(u"frmSplash", BorderStyle::None)
 void frmSplash::buildControls()
 {
     fraMainFrame = new Frame(*this, u"fraMainFrame");
+    fraMainFrame->setSpokenName(kApplicationTitle);
     fraMainFrame->setBackColor(kPaper);
     fraMainFrame->Move(kMargin, kMargin, kFormWidth - 2 * kMargin, kFormHeight - 2 * kMargin);
     buildPictures();
@@ -74,9 +75,11 @@ void frmSplash::buildPictures()
     Image1 = new PictureBox(*fraMainFrame, u"Image1");
     Image1->Move(300, 270, 1950, 1950);
     Image1->setDraw(drawLetter);
+    Image1->setSpokenName(u"手紙の絵");
     Image2 = new PictureBox(*fraMainFrame, u"Image2");
     Image2->Move(1770, 1440, 690, 690);
     Image2->setDraw(drawPaw);
+    Image2->setSpokenName(u"足あとの絵");
 }
 
 void frmSplash::buildLabels()

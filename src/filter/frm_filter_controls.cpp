@@ -80,6 +80,7 @@ void frmFilter::buildControls()
     buildOptions();
     buildEditButtons();
     grdFilter = new Grid(*this, u"grdFilter", kFilterGridDesign);
+    grdFilter->setSpokenName(u"フィルター一覧");
     grdFilter->Move(kMargin, kGridTop, kWidth, kGridHeight);
     buildBottom();
     setTabOrder();
@@ -97,6 +98,8 @@ void frmFilter::buildEditArea()
     Label2 = new Label(*Frame1, u"Label2", u"フィルター条件");
     Label2->Move(kMargin, kTermsTop + kLabelDrop, kBoxLeft - kMargin, kBoxHeight - kLabelDrop);
     txtTerms = new TextBox(*Frame1, u"txtTerms");
+    Label1->setBuddy(txtFilterHeader);
+    Label2->setBuddy(txtTerms);
     txtTerms->Move(kBoxLeft, kTermsTop, kBoxWidth, kBoxHeight);
 }
 

@@ -56,6 +56,7 @@ void buildField(Frame& frame, const Field& field)
     field.label->Move(field.left, top + kLabelDrop, field.labelWidth, kBoxHeight - kLabelDrop);
     field.box = new TextBox(frame, field.boxName);
     field.box->Move(field.left + field.labelWidth, top, field.boxWidth, kBoxHeight);
+    field.label->setBuddy(field.box);
     field.box->setToolTipText(field.toolTip);
     field.box->setMaxLength(kFieldSize);
 }
@@ -86,9 +87,11 @@ void frmFriend::buildControls()
     frmFriendEd = new Frame(*this, u"frmFriendEd");
     frmFriendEd->setWidth(kFrameWidth);
     frmFriendEd->setHeight(kFrameHeight);
+    frmFriendEd->setSpokenName(u"編集");
     buildEditArea();
     buildEditButtons();
     grdFriend = new Grid(*this, u"grdFriend", kGridDesign);
+    grdFriend->setSpokenName(u"おともだち帳");
     grdFriend->setColWidth(0, kNumberWidth);
     grdFriend->setAllowColumnResize(true);
     buildBottom();

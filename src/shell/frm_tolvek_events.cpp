@@ -90,7 +90,7 @@ void frmTolvekEvents::connectEvents()
     onEvent(lblNameOrAddr, &Label::Click, [this] { lblNameOrAddr_Click(*this); });
     onEvent(lstNameOrAddr, &ListBox::Click, [this] { lstNameOrAddr_Click(*this); });
     onEvent(lstSubject, &ListBox::Click, [this] { lstSubject_Click(*this); });
-    onEvent(lstSubject, &ListBox::RightButton, [this](QPoint) { lstSubject_RightButton(); });
+    onEvent(lstSubject, &ListBox::RightButton, [this](QPoint pos) { lstSubject_RightButton(pos); });
     onEvent(Timer1, &Timer::Tick, [this] { Timer1_Timer(); });
 }
 
@@ -194,10 +194,10 @@ void frmTolvekEvents::memHelp_Click()
     on([this] { WinHelpA(window(), joinPath(appPath(), u"Tolvek.hlp"), HELP_INDEX, 0); });
 }
 
-void frmTolvekEvents::lstSubject_RightButton()
+void frmTolvekEvents::lstSubject_RightButton(const QPoint& pos)
 {
     const ResumeNext on{u"lstSubject_MouseDown"};
-    on([this] { PopupMenu(*memOption); });
+    on([&] { PopupMenu(*memOption, lstSubject->viewport()->mapToGlobal(pos)); });
 }
 
 // This keeps long work visibly alive: while a command yields, its status text blinks

@@ -25,7 +25,7 @@ private:
     void comEnd_Click();
     void memEnd_Click();
     void memHelp_Click();
-    void lstSubject_RightButton();
+    void lstSubject_RightButton(const QPoint& pos);
     void Timer1_Timer();
 
     void askForSettings(const ResumeNext& on);

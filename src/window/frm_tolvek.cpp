@@ -152,8 +152,6 @@ frmTolvek::frmTolvek() : Form(u"frmTolvek", BorderStyle::Sizable)
 // created later is on top.
 void frmTolvek::buildControls()
 {
-    // The controls of an earlier load are gone.
-    focusBefore_ = nullptr;
     buildMenus();
     buildLabels();
     buildButtons();
@@ -172,6 +170,8 @@ void frmTolvek::buildLabels()
         label->setBackColor(kLightBlue);
         put(*label, design.place);
     }
+    lblNameOrAddr->setClickable(true);
+    lblNameOrAddr->setToolTipText(u"クリックすると表示を切り替えます");
     // At the window's minimum width the label starts inside the last button, and a
     // count of five digits is wider than the label. So its text may overflow to the
     // left, and clicks pass through to the button.
@@ -197,12 +197,15 @@ void frmTolvek::buildLists()
     lstSubject = new ListBox(*this, u"lstSubject");
     for (ListBox* list : {lstNameOrAddr, lstSubject})
         list->setFontOf(u"ＭＳ ゴシック", 9);
+    lblNameOrAddr->setBuddy(lstNameOrAddr);
+    lstSubject->setSpokenName(u"件名一覧");
     put(*lstNameOrAddr, {36, 660, 2592, 6180, 4});
     put(*lstSubject, {2640, 480, 8955, 960, 5});
     txtMail = new MultiLineTextBox(*this, u"txtMail");
     // The caption of the design; it is emptied before the window is shown.
     txtMail->setText(u"Text1");
     txtMail->setLocked(true);
+    txtMail->setSpokenName(u"本文");
     put(*txtMail, {2640, 2220, 8955, 4632, 6});
 }
 

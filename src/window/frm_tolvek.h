@@ -50,9 +50,6 @@ private:
     void buildLists();
     void buildLabels();
     void buildMenus();
-
-    friend void dspEnable(frmTolvek& form, bool enabled, Int16 backupMode);
-    Control* focusBefore_ = nullptr; // lost its focus by being disabled; gets it back when enabled
 };
 
 // Applies size, face, bold and italic from the settings to the mail text. Each is a

@@ -70,16 +70,13 @@ void dspEnable(frmTolvek& form, bool enabled, Int16 backupMode)
     // disabled.
     const bool begins = !enabled && backupMode != 1;
     if (!begins) DoEventsNow();
-    // Disabling a control takes its focus. It is remembered and restored, or the arrow
-    // keys would stop working after one step.
-    Control* const focused = form.ActiveControl();
-    all(everything(form), true);
-    all(backupMode == 1 ? changingTheStore(form) : duringWork(form), enabled);
-    if (focused != nullptr && !focused->Enabled()) form.focusBefore_ = focused;
-    if (form.focusBefore_ != nullptr && form.focusBefore_->Enabled()) {
-        form.focusBefore_->SetFocus();
-        form.focusBefore_ = nullptr;
-    }
+    // A list keeps the focus while its own command runs, or the arrow keys would stop
+    // working after one step.
+    form.KeepFocusDuring([&] {
+        all(everything(form), true);
+        all(backupMode == 1 ? changingTheStore(form) : duringWork(form), enabled);
+    });
+    if (!begins) form.SettleFocus();
     yieldSwitched(begins);
 }
 

@@ -11,8 +11,8 @@ class frmTolvek;
 
 // Enables all commands, then sets some of them to `enabled` (backupMode 1: those that
 // change the store; any other: nearly all), then yields once. When the commands end up
-// enabled, user input is held during the yield. A control that lost the focus by being
-// disabled gets it back when it is enabled again.
+// enabled, user input is held during the yield. The control with the focus keeps it
+// while it is disabled, and gives it away if it stays so at the end.
 void dspEnable(frmTolvek& form, bool enabled, Int16 backupMode);
 
 // Shows the progress text in the mail pane: six lines in large type, alternately black

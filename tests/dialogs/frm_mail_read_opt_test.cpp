@@ -248,5 +248,19 @@ TEST_F(FrmMailReadOptTest, TabGoesThroughTheSendSideTheReceiveSideAndTheButtons)
     });
 }
 
+TEST_F(FrmMailReadOptTest, ALongFolderTakesTwoLines)
+{
+    gPostPetDir =
+        u"/home/taro/わたしのたいせつなメール/むかしのパソコンから写したもの/PostPet2001/本体";
+    atDialog([&] {
+        EXPECT_TRUE(dialog.lblPostPetFlder->wordWrap());
+        const int oneLine = dialog.lblPostPetFlder->fontMetrics().height();
+        EXPECT_GE(dialog.lblPostPetFlder->heightForWidth(dialog.lblPostPetFlder->width()),
+                  2 * oneLine);
+        EXPECT_GE(dialog.lblPostPetFlder->height(), 2 * oneLine);
+        cancel();
+    });
+}
+
 }
 }

@@ -6,6 +6,7 @@
 #include "support/report_list.h"
 #include "support/screen_driver.h"
 #include "support/window_fixture.h"
+#include "window/status.h"
 
 namespace tolvek::test {
 namespace {

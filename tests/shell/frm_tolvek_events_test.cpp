@@ -13,6 +13,7 @@
 #include "store/search_tables.h"
 #include "support/archive_fixture.h"
 #include "support/modal_script.h"
+#include "window/status.h"
 
 #include <QMenu>
 #include <QTest>

@@ -198,13 +198,23 @@ TEST_F(FrmTolvekTest, HelpHasItsKey)
     EXPECT_EQ(form.memHelp->action().shortcut(), QKeySequence(Qt::Key_F1));
 }
 
-TEST_F(FrmTolvekTest, ADisabledControlGetsItsFocusBack)
+TEST_F(FrmTolvekTest, ADisabledControlKeepsItsFocusDuringACommand)
 {
     form.lstSubject->SetFocus();
     dspEnable(form, false, 0);
-    EXPECT_FALSE(form.lstSubject->HasFocus());
+    EXPECT_FALSE(form.lstSubject->Enabled());
+    EXPECT_TRUE(form.lstSubject->HasFocus());
     dspEnable(form, true, 0);
     EXPECT_TRUE(form.lstSubject->HasFocus());
+}
+
+TEST_F(FrmTolvekTest, AControlThatStaysDisabledAfterACommandGivesItsFocusAway)
+{
+    form.comMailRead->SetFocus();
+    dspEnable(form, false, 0);
+    dspEnable(form, false, 1);
+    EXPECT_FALSE(form.comMailRead->Enabled());
+    EXPECT_TRUE(form.ActiveControl()->Enabled());
 }
 
 TEST_F(FrmTolvekTest, AClickMadeWhileCommandsAreOffPressesNothing)

@@ -1,7 +1,7 @@
 #include "platform/forms/control.h"
 #include "platform/forms/form.h"
 
-#include <QTextDocument>
+#include <QAbstractScrollArea>
 
 #include <algorithm>
 #include <vector>
@@ -24,7 +24,11 @@ Text Control::Name() const
 
 void Control::applyGeometry()
 {
-    widget_->setGeometry(pixels(left_), pixels(top_), pixels(width_), pixels(height_));
+    // Both edges are rounded: a width rounded by itself may end a pixel beyond the
+    // container, which cuts the border.
+    const QPoint corner(pixels(left_), pixels(top_));
+    const QPoint end(pixels(left_ + width_), pixels(top_ + height_));
+    widget_->setGeometry(corner.x(), corner.y(), end.x() - corner.x(), end.y() - corner.y());
 }
 
 void Control::setLeft(float twips)
@@ -75,12 +79,15 @@ void Control::setVisible(bool visible)
     widget_->setVisible(visible);
 }
 
-// Qt would interpret a text that looks like markup.
 void Control::setToolTipText(TextView text)
 {
     toolTip_ = text;
-    const QString plain = toQt(text);
-    widget_->setToolTip(Qt::mightBeRichText(plain) ? Qt::convertFromPlainText(plain) : plain);
+    widget_->setToolTip(tipText(toQt(text)));
+}
+
+void Control::setSpokenName(TextView name)
+{
+    widget_->setAccessibleName(toQt(name));
 }
 
 // The disabled group keeps the style's grey, as controls of the classic platform
@@ -89,8 +96,12 @@ void Control::setForeColor(Colour colour)
 {
     foreColor_ = colour;
     QPalette palette = widget_->palette();
+    std::vector roles{QPalette::Text};
+    // The other roles of a box with scroll bars are those of their arrows.
+    if (!qobject_cast<QAbstractScrollArea*>(widget_))
+        roles.insert(roles.end(), {QPalette::WindowText, QPalette::ButtonText});
     for (const auto group : {QPalette::Active, QPalette::Inactive})
-        for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        for (const auto role : roles)
             palette.setColor(group, role, colourOf(colour));
     widget_->setPalette(palette);
 }

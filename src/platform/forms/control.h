@@ -54,6 +54,8 @@ public:
 
     const Text& ToolTipText() const { return toolTip_; } // plain text, never markup
     void setToolTipText(TextView text);
+    // What a screen reader calls a control that has neither a caption nor a label.
+    void setSpokenName(TextView name);
 
     Colour ForeColor() const { return foreColor_; }
     Colour BackColor() const { return backColor_; }

@@ -1,5 +1,6 @@
 #include "platform/forms/dir_lists.h"
 
+#include "platform/forms/cut_tips.h"
 #include "platform/runtime/paths.h"
 #include "platform/runtime/runtime_error.h"
 #include "platform/system/files.h"
@@ -8,7 +9,6 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QStyle>
-#include <QStyledItemDelegate>
 
 #include <algorithm>
 #include <system_error>
@@ -23,20 +23,20 @@ constexpr int kIndent = 12; // pixels for each level
 // pixels; the icons of open and closed folders differ in size in some styles
 constexpr int kIcon = 16;
 
-class IndentedRow : public QStyledItemDelegate {
+class IndentedRow : public CutTips {
 public:
-    using QStyledItemDelegate::QStyledItemDelegate;
+    using CutTips::CutTips;
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override
     {
         QStyleOptionViewItem indented = option;
         indented.rect.setLeft(option.rect.left() + indentOf(index));
-        QStyledItemDelegate::paint(painter, indented, index);
+        CutTips::paint(painter, indented, index);
     }
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override
     {
-        return QStyledItemDelegate::sizeHint(option, index) + QSize(indentOf(index), 0);
+        return CutTips::sizeHint(option, index) + QSize(indentOf(index), 0);
     }
 
 private:

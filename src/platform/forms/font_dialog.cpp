@@ -28,22 +28,31 @@ namespace {
 
 constexpr float kLargestSize = 2160;
 constexpr int kListRows = 9;
-constexpr QSize kSampleSize(340, 64); // pixels; a larger sample is cut
+// Pixels. The sample grows with its text up to the larger size; beyond that it is cut.
+constexpr QSize kLeastSample(340, 64);
+constexpr QSize kLargestSample(640, 200);
 
 std::function<bool(FontDialogFields&)> fontDialogHook;
 
 // Only faces that can be stored: the settings file is in code page 932.
+void addFaces(QFontDatabase::WritingSystem kind, QStringList& names)
+{
+    for (const QString& family : QFontDatabase::families(kind))
+        if (fitsAnsi(fromQt(family)) && !QFontDatabase::isPrivateFamily(family)) names += family;
+}
+
+// The program's own faces, then those for Japanese, then all others.
 QStringList faceNames(const Text& current)
 {
     QStringList names;
     for (const TextView own : programFontNames())
         names += toQt(own);
-    for (const QString& family : QFontDatabase::families())
-        if (fitsAnsi(fromQt(family)) && !QFontDatabase::isPrivateFamily(family)) names += family;
+    addFaces(QFontDatabase::Japanese, names);
+    addFaces(QFontDatabase::Any, names);
     // A stored face that isn't installed is offered too, so that OK doesn't lose
     // it.
     if (!current.empty() && !names.contains(toQt(current))) names.prepend(toQt(current));
-    // An installed face of the program's own is in both lists.
+    // An installed face may be in several of these lists.
     names.removeDuplicates();
     return names;
 }
@@ -56,7 +65,7 @@ public:
         setObjectName(QStringLiteral("FontDialog"));
         setWindowTitle(QStringLiteral("フォント"));
         auto* rows = new QVBoxLayout(this);
-        rows->addLayout(choices());
+        rows->addLayout(choices(), 1);
         rows->addWidget(sample());
         rows->addWidget(buttons());
         showFields();
@@ -124,9 +133,8 @@ private:
         sample_ = new QLabel(QStringLiteral("Ａａあぁアァ亜宇 Aa 123"), frame);
         sample_->setObjectName(QStringLiteral("sample"));
         sample_->setAlignment(Qt::AlignCenter);
-        // Fixed, so that a large sample doesn't resize the dialog.
-        sample_->setFixedSize(kSampleSize);
-        row->addWidget(sample_, 0, Qt::AlignCenter);
+        sample_->setMinimumSize(kLeastSample);
+        row->addWidget(sample_);
         return frame;
     }
     QDialogButtonBox* buttons()
@@ -160,6 +168,10 @@ private:
     {
         const FontDialogFields now = chosen();
         sample_->setFont(platformFont({now.FontName, now.FontSize, now.FontBold, now.FontItalic}));
+        // The text's own size would be the least one, and the dialog wider than screens.
+        sample_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
+        const QSize text = sample_->fontMetrics().size(Qt::TextSingleLine, sample_->text());
+        sample_->setMinimumSize(kLeastSample.expandedTo(text).boundedTo(kLargestSample));
     }
 
     FontDialogFields fields_;

@@ -237,9 +237,28 @@ void Form::setBackColor(Colour colour)
     client().setPalette(palette);
 }
 
+void Form::setDefaultButton(CommandButton* button)
+{
+    defaultButton_ = button;
+    if (button) button->setDefault(true); // drawn as one; the form handles the key
+}
+
 Control* Form::ActiveControl() const
 {
     return window_ ? dynamic_cast<Control*>(window_->focusWidget()) : nullptr;
+}
+
+void Form::KeepFocusDuring(const std::function<void()>& switching)
+{
+    FormWindow* const window = window_ ? &built() : nullptr;
+    if (window) window->setKeepsFocus(true);
+    switching();
+    if (window) window->setKeepsFocus(false);
+}
+
+void Form::SettleFocus()
+{
+    if (window_) built().settleFocus();
 }
 
 QWidget* Form::control(TextView name) const

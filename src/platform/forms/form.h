@@ -9,7 +9,8 @@
 //
 // Left, Top, Width and Height are whole twips of the frame. A value set by code is
 // kept (7404, although that is 493.6 pixels) until the user moves or resizes the
-// window.
+// window. A form for which the screen has no room keeps its size, and its window
+// scrolls.
 //
 // Form_Load, Form_Resize, Form_Unload and Form_QueryUnload are events: an error
 // that leaves one goes to the untrapped handler. An exception from buildControls
@@ -19,6 +20,7 @@
 
 #include <QPointer>
 
+#include <functional>
 #include <memory>
 
 class QEventLoop;
@@ -70,7 +72,7 @@ public:
 
     // Enter and Escape press these buttons; without a button the key does nothing.
     // Set in buildControls. A disabled button isn't pressed.
-    void setDefaultButton(CommandButton* button) { defaultButton_ = button; }
+    void setDefaultButton(CommandButton* button);
     void setCancelButton(CommandButton* button) { cancelButton_ = button; }
     // If off, the user can't close the window.
     void setControlBox(bool controlBox) { controlBox_ = controlBox; }
@@ -80,6 +82,12 @@ public:
     void setTitleOnly() { frameHigh_ = kTitleTwipsHigh; }
 
     Control* ActiveControl() const; // the control with the focus, or null
+    // Disables and enables controls by `switching`. The control with the focus keeps it,
+    // also while it is disabled, as on the classic platform: it hears no key then, and a
+    // screen reader isn't led to another control.
+    void KeepFocusDuring(const std::function<void()>& switching);
+    // A disabled control gives its focus to the next one.
+    void SettleFocus();
     // The control of that name; null if the form isn't loaded or has none.
     QWidget* control(TextView name) const;
     QWidget& client() const; // the parent of the controls
@@ -109,6 +117,7 @@ private:
     void fireResize();
     bool keyPressed(int key);
     QSize clientPixels() const;
+    QPoint cornerPixels() const;
     FormWindow& built() const;
 
     Text name_;

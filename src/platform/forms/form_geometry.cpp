@@ -79,14 +79,23 @@ void Form::CentreOver(const Form& owner)
 
 void Form::applySize()
 {
-    if (window_ && WindowState() == 0)
+    if (!window_) return;
+    if (WindowState() == 0)
         built().setClientSize(clientPixels(), border_ != BorderStyle::Sizable);
+    else
+        built().setContentSize(clientPixels());
+}
+
+// Of the position set last by code.
+QPoint Form::cornerPixels() const
+{
+    return built().fitting({pixels(leftAsSet_), pixels(topAsSet_)});
 }
 
 void Form::applyPosition()
 {
     // A form without a position of its own is placed by the window manager.
-    if (window_ && placed_ && WindowState() == 0) window_->move(pixels(left_), pixels(top_));
+    if (window_ && placed_ && WindowState() == 0) window_->move(cornerPixels());
 }
 
 int Form::WindowState() const
@@ -119,8 +128,8 @@ void Form::windowResized(const QSize& client)
 void Form::windowMoved(const QPoint& corner)
 {
     if (!Visible() || window_->isMinimized()) return;
-    left_ = twipsOf(corner.x(), leftAsSet_, 0);
-    top_ = twipsOf(corner.y(), topAsSet_, 0);
+    left_ = corner.x() == cornerPixels().x() ? leftAsSet_ : twips(corner.x());
+    top_ = corner.y() == cornerPixels().y() ? topAsSet_ : twips(corner.y());
 }
 
 void Form::fireResize()

@@ -1,11 +1,11 @@
 #include "platform/forms/grid.h"
+#include "platform/forms/cut_tips.h"
 #include "platform/forms/grid_model.h"
 #include "platform/runtime/runtime_error.h"
 
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMouseEvent>
-#include <QStyledItemDelegate>
 
 #include <algorithm>
 
@@ -25,19 +25,20 @@ constexpr int kRowPadding = 5;
     throw RuntimeError(30010);
 }
 
-// Marks the cell at Row, Col. The view's own current item isn't used: code moves
-// Row and Col for every cell that it fills, which must not cause a layout.
-class CellPainter : public QStyledItemDelegate {
+// Marks the cell at Row, Col. The view's own current item follows only where the user
+// moves: code moves Row and Col for every cell that it fills, which must not cause a
+// layout.
+class CellPainter : public CutTips {
 public:
     CellPainter(const Grid& grid, const GridModel& model, QObject* parent)
-        : QStyledItemDelegate(parent), grid_(grid), model_(model)
+        : CutTips(parent), grid_(grid), model_(model)
     {
     }
 
 protected:
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override
     {
-        QStyledItemDelegate::initStyleOption(option, index);
+        CutTips::initStyleOption(option, index);
         // The view marks a first cell of its own choice when it gets the focus.
         option->state &= ~QStyle::State_HasFocus;
         if (index == model_.indexOf(grid_.Row(), grid_.Col()))
@@ -74,6 +75,9 @@ Grid::Grid(Container container, TextView name, GridDesign design)
     setWordWrap(false);
     setCornerButtonEnabled(false);
     setHorizontalScrollMode(ScrollPerPixel);
+    setAutoScroll(false); // a click on a cell that is partly shown moves nothing
+    addCutTips(*horizontalHeader());
+    addCutTips(*verticalHeader());
     prepareHeader(*horizontalHeader(), design.fixedRows > 0);
     prepareHeader(*verticalHeader(), design.fixedCols > 0);
     horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
@@ -235,6 +239,7 @@ void Grid::mousePressEvent(QMouseEvent* event)
     setRow(cell.row() + FixedRows());
     setCol(cell.column() + FixedCols());
     emit Click();
+    showFocusedCell();
 }
 
 // The press alone is the event; the view's own handling of drags and releases is
@@ -306,7 +311,23 @@ void Grid::keyPressEvent(QKeyEvent* event)
     if (press && onOrdinaryCell())
         emit Click();
     else if (!moveByKey(key))
-        event->ignore();
+        return event->ignore();
+    showFocusedCell();
+}
+
+// Without a current item the view would choose one of its own.
+void Grid::focusInEvent(QFocusEvent* event)
+{
+    showFocusedCell();
+    ControlOf::focusInEvent(event);
+}
+
+// The view announces its current item.
+void Grid::showFocusedCell()
+{
+    if (onOrdinaryCell())
+        selectionModel()->setCurrentIndex(model_->indexOf(row_, col_),
+                                          QItemSelectionModel::NoUpdate);
 }
 
 }

@@ -5,7 +5,8 @@
 // row, a user's click can't. A click on an ordinary cell sets both and then fires
 // Click; a click on a fixed cell or outside the cells does nothing. The arrow keys
 // move Row and Col without an event; Enter and Space act as a click. Row outside 0
-// to Rows - 1 is error 30009, Col likewise error 30010.
+// to Rows - 1 is error 30009, Col likewise error 30010. The cell at Row and Col is the
+// one that a screen reader finds focused.
 #pragma once
 #include "platform/forms/control.h"
 
@@ -64,8 +65,10 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
 
 private:
+    void showFocusedCell();
     void applyRowHeight();
     void applyColWidth(int col);
     void applyAllColWidths();

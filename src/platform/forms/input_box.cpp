@@ -2,6 +2,7 @@
 
 #include "platform/forms/entry_filter.h"
 #include "platform/forms/events.h"
+#include "platform/forms/in_front.h"
 #include "platform/forms/qt_text.h"
 #include "platform/forms/screen.h"
 #include "platform/forms/test_hooks.h"
@@ -42,6 +43,7 @@ QLineEdit* addRows(QDialog& dialog, const InputBoxRequest& request)
     // Owned by the edit.
     new EntryFilter(*edit);
     edit->selectAll();
+    prompt->setBuddy(edit);
     rows->addWidget(edit);
     addButtons(dialog, *rows);
     return edit;
@@ -53,6 +55,7 @@ Text ask(const InputBoxRequest& request)
     dialog.setObjectName(QStringLiteral("InputBox"));
     dialog.setWindowTitle(toQt(request.title));
     const QLineEdit* edit = addRows(dialog, request);
+    comeToFront(dialog);
     // An event that throws closes the dialog; the exception is then rethrown here.
     const WaitScope wait([&dialog] { dialog.reject(); });
     const bool accepted = dialog.exec() == QDialog::Accepted;

@@ -1,4 +1,5 @@
 #include "platform/forms/label.h"
+#include "platform/forms/input_hold.h"
 
 #include <QMouseEvent>
 #include <QPainter>
@@ -70,6 +71,21 @@ void Label::setOverflow(float room)
     showCaption();
 }
 
+void Label::setClickable(bool clickable)
+{
+    clickable_ = clickable;
+    if (clickable)
+        setCursor(Qt::PointingHandCursor);
+    else
+        unsetCursor();
+    update();
+}
+
+void Label::press()
+{
+    if (isEnabled() && isHeard(*this, [this] { press(); })) emit Click();
+}
+
 void Label::showCaption()
 {
     setText(paintedText(caption_));
@@ -101,12 +117,29 @@ void Label::paintEvent(QPaintEvent* event)
     const QStringList lines = text().split(u'\n');
     const int pitch = linePitch(*this, static_cast<int>(lines.size()));
     QPainter painter(this);
+    if (clickable_ && isEnabled() && underMouse()) {
+        QFont underlined = font();
+        underlined.setUnderline(true);
+        painter.setFont(underlined);
+    }
     QRect line(0, 0, width(), fontMetrics().height());
     for (const QString& shown : lines) {
         style()->drawItemText(&painter, line, static_cast<int>(alignment()) | Qt::TextSingleLine,
                               palette(), isEnabled(), shown, QPalette::WindowText);
         line.translate(0, pitch);
     }
+}
+
+void Label::enterEvent(QEnterEvent* event)
+{
+    QLabel::enterEvent(event);
+    if (clickable_) update();
+}
+
+void Label::leaveEvent(QEvent* event)
+{
+    QLabel::leaveEvent(event);
+    if (clickable_) update();
 }
 
 // Accepted, so that the release is delivered here too.

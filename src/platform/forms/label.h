@@ -1,6 +1,7 @@
 // A label: plain text, never markup, aligned to the top; each of the four line ends
 // is one break. "&" is an ordinary character. Lines that don't fit the height at their
 // font's spacing are set closer together; long lines are cut unless setWordWrap is on.
+// A control is named after the label whose setBuddy names it.
 #pragma once
 #include "platform/forms/control.h"
 
@@ -25,6 +26,11 @@ public:
     // face. What still doesn't fit is painted beyond the left edge of the label and
     // not cut; Left and Width don't change.
     void setOverflow(float room);
+    // Looks like something to click, and a screen reader can press it: for a label
+    // whose Click does something.
+    void setClickable(bool clickable);
+    bool Clickable() const { return clickable_; }
+    void press(); // clicks as the user does; nothing happens while disabled
 
 signals:
     void Click();
@@ -35,12 +41,15 @@ protected:
     void paintEvent(QPaintEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void enterEvent(QEnterEvent* event) override;
+    void leaveEvent(QEvent* event) override;
 
 private:
     void showCaption();
 
     Text caption_;
     Alignment alignment_ = Alignment::Left;
+    bool clickable_ = false;
     float room_ = 0; // twips; 0 means that texts may be cut
 };
 

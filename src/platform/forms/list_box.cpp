@@ -1,4 +1,6 @@
 #include "platform/forms/list_box.h"
+#include "platform/forms/cut_tips.h"
+#include "platform/forms/menu.h"
 #include "platform/forms/qt_text.h"
 #include "platform/runtime/runtime_error.h"
 
@@ -13,6 +15,7 @@ ListBox::ListBox(Container container, TextView name)
     : ControlOf(container, name), model_(new ListBoxModel(this))
 {
     setModel(model_);
+    setItemDelegate(new CutTips(this));
     setUniformItemSizes(true); // otherwise every row would be measured before the first is shown
     setEditTriggers(NoEditTriggers);
     setSelectionMode(SingleSelection);
@@ -123,8 +126,17 @@ int ListBox::rowForKey(int key) const
     }
 }
 
+// Where a menu belongs that is opened by key.
+QPoint ListBox::menuPosition() const
+{
+    const QRect view = viewport()->rect();
+    const QRect entry = visualRect(currentIndex()) & view;
+    return entry.isEmpty() ? view.topLeft() : entry.bottomLeft();
+}
+
 void ListBox::keyPressEvent(QKeyEvent* event)
 {
+    if (opensMenu(*event)) return emit RightButton(menuPosition());
     const int row = ListCount() > 0 ? rowForKey(event->key()) : -1;
     if (row < 0) return searchByKey(event);
     // At either end of the list a key moves nothing, so it fires nothing.

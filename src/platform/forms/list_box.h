@@ -5,7 +5,8 @@
 // ListIndex; never for Clear or a refill. The user can't clear the selection. A
 // press below the last entry does nothing, except that on an empty list Click fires
 // with ListIndex -1. The right button doesn't change the selection and only reports
-// its position.
+// its position; so do the menu key and Shift+F10, with the position below the selected
+// entry.
 //
 // Designed for tens of thousands of rows: all rows have the same height, and an
 // entry stores only its text.
@@ -68,6 +69,7 @@ protected:
 private:
     void select(int index);
     int rowForKey(int key) const;
+    QPoint menuPosition() const;
     void searchByKey(QKeyEvent* event);
 
     ListBoxModel* model_;

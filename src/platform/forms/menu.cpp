@@ -2,7 +2,7 @@
 #include "platform/forms/form.h"
 #include "platform/forms/input_hold.h"
 
-#include <QCursor>
+#include <QKeyEvent>
 #include <QMenu>
 #include <QMenuBar>
 
@@ -72,9 +72,15 @@ QMenu& MenuEntry::branch()
     return *action_->menu();
 }
 
-void PopupMenu(MenuEntry& entry)
+void PopupMenu(MenuEntry& entry, const QPoint& at)
 {
-    if (entry.Enabled() && entry.menu()) entry.menu()->popup(QCursor::pos());
+    if (entry.Enabled() && entry.menu()) entry.menu()->popup(at);
+}
+
+bool opensMenu(const QKeyEvent& event)
+{
+    const bool shifted = event.modifiers() == Qt::ShiftModifier;
+    return event.key() == Qt::Key_Menu || (shifted && event.key() == Qt::Key_F10);
 }
 
 }

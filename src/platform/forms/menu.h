@@ -7,6 +7,7 @@
 
 #include <QAction>
 
+class QKeyEvent;
 class QMenu;
 
 namespace tolvek {
@@ -41,8 +42,11 @@ private:
     QAction* action_ = nullptr;
 };
 
-// Shows the entry's branch at the pointer; does nothing while the entry is
-// disabled.
-void PopupMenu(MenuEntry& entry);
+// Shows the entry's branch at that position of the screen; does nothing while the entry
+// is disabled.
+void PopupMenu(MenuEntry& entry, const QPoint& at);
+
+// Whether the key asks for the menu of what has the focus.
+bool opensMenu(const QKeyEvent& event);
 
 }

@@ -1,12 +1,16 @@
 #include "platform/runtime/msg_box.h"
 #include "platform/forms/events.h"
+#include "platform/forms/in_front.h"
 #include "platform/forms/qt_text.h"
 #include "platform/forms/screen.h"
 
 #include <QApplication>
+#include <QGridLayout>
 #include <QKeyEvent>
 #include <QMessageBox>
 #include <QPushButton>
+
+#include <algorithm>
 
 namespace tolvek {
 
@@ -24,6 +28,8 @@ public:
         setText(paintedText(request.text));
         if (request.icon == MsgIcon::Critical) setIcon(QMessageBox::Critical);
         addButtons(request.defaultAnswer);
+        makeRoomForTitle();
+        comeToFront(*this);
     }
 
     MsgAnswer answer() const
@@ -50,6 +56,20 @@ protected:
     }
 
 private:
+    // A report's title names the routine that failed. Window managers set titles in
+    // larger and bolder faces, between an icon and buttons, and cut what has no room.
+    void makeRoomForTitle()
+    {
+        constexpr int kBesideTitle = 120; // pixels
+        QFont usual = font();
+        usual.setBold(true);
+        usual.setPixelSize(QFontInfo(usual).pixelSize() * 4 / 3);
+        const int wide = QFontMetrics(usual).horizontalAdvance(windowTitle()) + kBesideTitle;
+        const int room = std::min(wide, Screen::available(*this).width() * 9 / 10);
+        auto* grid = qobject_cast<QGridLayout*>(layout());
+        grid->addItem(new QSpacerItem(room, 0), grid->rowCount(), 0, 1, grid->columnCount());
+    }
+
     void addButtons(MsgAnswer defaultAnswer)
     {
         const bool yesNo = buttons_ == MsgButtons::YesNo;

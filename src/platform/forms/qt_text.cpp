@@ -1,5 +1,7 @@
 #include "platform/forms/qt_text.h"
 
+#include <QTextDocument>
+
 namespace tolvek {
 
 namespace {
@@ -25,6 +27,11 @@ QString paintedText(TextView text, QChar mark)
         if (i + 1 < text.size() && isBreak(text[i + 1]) && text[i + 1] != text[i]) ++i;
     }
     return painted;
+}
+
+QString tipText(const QString& plain)
+{
+    return Qt::mightBeRichText(plain) ? Qt::convertFromPlainText(plain) : plain;
 }
 
 }

@@ -22,4 +22,7 @@ inline Text fromQt(const QString& text)
 // break is replaced by `mark`.
 QString paintedText(TextView text, QChar mark = u'\n');
 
+// For a tool tip, where the toolkit would interpret a text that looks like markup.
+QString tipText(const QString& plain);
+
 }

@@ -1,5 +1,8 @@
 // The screen: its size, and what the layers below ask of it without knowing it.
 #pragma once
+#include <QRect>
+
+class QWidget;
 
 namespace tolvek {
 
@@ -8,6 +11,9 @@ namespace Screen {
 // Of the whole primary screen, in twips.
 float Width();
 float Height();
+
+// The part of the window's screen that windows may cover, in pixels.
+QRect available(const QWidget& window);
 
 }
 

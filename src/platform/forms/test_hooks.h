@@ -5,6 +5,8 @@
 #include "platform/forms/input_box.h"
 #include "platform/runtime/runtime_error.h"
 
+#include <QRect>
+
 #include <cstdint>
 #include <functional>
 
@@ -20,6 +22,9 @@ struct KeySender {
     std::function<void(TextView)> SendKeys;
 };
 void setKeySender(KeySender sender);
+
+// The part of the screen that windows may cover (Screen::available).
+void setAvailableScreen(std::function<QRect()> area);
 
 // Gets a RuntimeError that leaves an event procedure (events.h).
 void setUntrapped(std::function<void(const RuntimeError&)> handler);

@@ -6,6 +6,8 @@
 #include "support/screen_driver.h"
 #include "test_form.h"
 
+#include <QScrollBar>
+
 #include <gtest/gtest.h>
 
 namespace tolvek::test {
@@ -133,6 +135,25 @@ TEST(ControlTest, TabGoesByTabIndexNotByCreation)
     EXPECT_TRUE(c->HasFocus());
     key(*c, Qt::Key_Tab);
     EXPECT_TRUE(a->HasFocus());
+}
+
+TEST(ControlTest, AControlEndsWhereItsTwipsEnd)
+{
+    ShownForm form;
+    auto& list = form.add<ListBox>(u"lst");
+    list.Move(2986.25F, 480, 8628.75F, 960); // ends at 774.3 pixels
+    EXPECT_EQ(list.geometry(), QRect(QPoint(200, 32), QPoint(774, 95)));
+}
+
+TEST(ControlTest, TheArrowsOfAScrollBarKeepTheirColour)
+{
+    ShownForm form;
+    auto& text = form.add<MultiLineTextBox>(u"txtMail");
+    const QPalette before = text.verticalScrollBar()->palette();
+    text.setForeColor(0x0000FF);
+    EXPECT_EQ(text.palette().color(QPalette::Text), QColor(Qt::red));
+    for (const auto role : {QPalette::ButtonText, QPalette::WindowText})
+        EXPECT_EQ(text.verticalScrollBar()->palette().color(role), before.color(role));
 }
 
 }

@@ -263,6 +263,39 @@ TEST_F(FontDialogTest, AHookTakesTheScreensPlace)
     EXPECT_EQ(font.FontSize(), 12.5F);
 }
 
+TEST_F(FontDialogTest, FacesForJapaneseComeBeforeTheOthers)
+{
+    show([](Shown& shown) {
+        bool japanese = true;
+        for (int row = 0; row < shown.faces.count(); ++row) {
+            const QString face = installedFamily(fromQt(shown.faces.item(row)->text()));
+            const bool now = QFontDatabase::writingSystems(face).contains(QFontDatabase::Japanese);
+            EXPECT_TRUE(japanese || !now) << face.toStdString();
+            japanese = now;
+        }
+        EXPECT_FALSE(japanese) << "no other face is installed";
+        shown.cancel();
+    });
+}
+
+TEST_F(FontDialogTest, TheSampleGrowsWithItsTextUpToALimit)
+{
+    show([](Shown& shown) {
+        shown.enterSize(QStringLiteral("9"));
+        QCoreApplication::processEvents();
+        const QSize small = shown.sample.size();
+        shown.enterSize(QStringLiteral("48"));
+        QCoreApplication::processEvents();
+        EXPECT_GT(shown.sample.height(), small.height());
+        EXPECT_GE(shown.sample.height(), shown.sample.fontMetrics().height());
+        shown.enterSize(QStringLiteral("2000"));
+        QCoreApplication::processEvents();
+        EXPECT_LE(shown.dialog.height(), 600);
+        EXPECT_LE(shown.dialog.width(), 700);
+        shown.cancel();
+    });
+}
+
 }
 
 }

@@ -295,6 +295,29 @@ TEST_F(FormKeysTest, ADisabledButtonIsNotPressedByItsKey)
     EXPECT_EQ(pressed, u"");
 }
 
+TEST_F(FormKeysTest, TheDefaultButtonIsDrawnAsOne)
+{
+    show(true);
+    EXPECT_TRUE(ok->isDefault());
+    EXPECT_FALSE(cancel->isDefault());
+    EXPECT_FALSE(add->isDefault());
+}
+
+TEST_F(FormKeysTest, AControlKeepsItsFocusWhileItIsOff)
+{
+    show(false);
+    list->SetFocus();
+    form.KeepFocusDuring([&] { list->setEnabled(false); });
+    EXPECT_TRUE(list->HasFocus());
+    form.KeepFocusDuring([&] { list->setEnabled(true); });
+    form.SettleFocus();
+    EXPECT_TRUE(list->HasFocus());
+    form.KeepFocusDuring([&] { list->setEnabled(false); });
+    form.SettleFocus();
+    EXPECT_FALSE(list->HasFocus());
+    EXPECT_TRUE(form.ActiveControl()->Enabled());
+}
+
 }
 
 }

@@ -151,6 +151,17 @@ TEST_F(LabelTest, AlignmentMovesTheText)
     EXPECT_EQ(label.TextAlignment(), Alignment::Right);
 }
 
+TEST_F(LabelTest, AClickableLabelShowsAHandAndIsUnderlinedBelowThePointer)
+{
+    label.setCaption(u"アドレス");
+    EXPECT_EQ(label.cursor().shape(), Qt::ArrowCursor);
+    label.setClickable(true);
+    EXPECT_EQ(label.cursor().shape(), Qt::PointingHandCursor);
+    const QImage before = painted();
+    label.setAttribute(Qt::WA_UnderMouse);
+    EXPECT_NE(painted(), before);
+}
+
 }
 
 }

@@ -84,13 +84,13 @@ TEST_F(MenuTest, AnInvisibleEntryIsAsSet)
 TEST_F(MenuTest, ThePopupShowsTheBranchUnlessItIsOff)
 {
     top->setEnabled(false);
-    PopupMenu(*top);
+    PopupMenu(*top, {});
     EXPECT_FALSE(top->menu()->isVisible());
     top->setEnabled(true);
-    PopupMenu(*top);
+    PopupMenu(*top, {});
     EXPECT_TRUE(top->menu()->isVisible());
     top->menu()->close();
-    PopupMenu(*help); // has no entries below it
+    PopupMenu(*help, {}); // has no entries below it
 }
 
 TEST_F(MenuTest, TheBarTakesNothingFromTheControlsArea)

@@ -172,6 +172,18 @@ TEST(MsgBoxScriptTest, AnotherTitleFailsTheTest)
     EXPECT_NONFATAL_FAILURE(expectOtherTitle(), "wrong");
 }
 
+TEST(MsgBoxTest, ABoxIsAsWideAsItsTitle)
+{
+    const QString title = QStringLiteral("エラーメッセージ (memBackUp_FileSelect_Click)");
+    whenShown([&](QMessageBox& box) {
+        QFont bold = box.font();
+        bold.setBold(true);
+        EXPECT_GT(box.width(), QFontMetrics(bold).horizontalAdvance(title) + 100);
+        box.close();
+    });
+    MsgBox(u"a", MsgButtons::Ok, fromQt(title));
+}
+
 }
 
 }
