@@ -59,6 +59,7 @@ void frmBackUpFile::buildControls()
     lstBackUpFile->Move(kMargin, kMargin, kListWidth, kListHeight);
     cmdOK = new CommandButton(*this, u"cmdOK", u"OK");
     cmdOK->Move(kOkLeft, kButtonTop, kButtonWidth, kButtonHeight);
+    cmdOK->setToolTipText(u"一覧から選んで押します。選ばれていないときは、何も起きません。");
     cmdCancel = new CommandButton(*this, u"cmdCancel", u"Cnacel");
     cmdCancel->Move(kCancelLeft, kButtonTop, kButtonWidth, kButtonHeight);
     setDefaultButton(cmdOK);

@@ -119,6 +119,10 @@ void frmFilter::buildEditButtons()
     comAdd = buildButton(*Frame1, u"comAdd", u"追　加", right, 2, kEditButtonsTop);
     comUp = buildButton(*Frame1, u"comUp", u"変　更", right, 1, kEditButtonsTop);
     comDel = buildButton(*Frame1, u"comDel", u"削　除", right, 0, kEditButtonsTop);
+    comAdd->setToolTipText(u"何も書いていないときは、何も起きません。");
+    for (CommandButton* button : {comUp, comDel})
+        button->setToolTipText(
+            u"表の行を選んでから押します。選ばれていないときは、何も起きません。");
 }
 
 void frmFilter::buildBottom()

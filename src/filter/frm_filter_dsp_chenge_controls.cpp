@@ -80,6 +80,8 @@ void frmFilterDspChenge::buildMoves()
     cmdSUp = new CommandButton(*this, u"cmdSUp", u"１件移動");
     cmdAllUp = new CommandButton(*this, u"cmdAllUp", u"全件移動");
     cmdAllDn = new CommandButton(*this, u"cmdAllDn", u"全件戻す");
+    cmdSUp->setToolTipText(
+        u"変更前の行を選んでから押します。選ばれていないときや、移した行では、何も起きません。");
     place({cmdSUp, cmdAllUp, cmdAllDn}, (kFormWidth - kThreeButtons) / 2, kMovesTop);
 }
 

@@ -124,6 +124,11 @@ void frmFriend::buildEditButtons()
     cmdFriendCan = buildEditButton(*frmFriendEd, u"cmdFriendCan", u"Cancel", 3);
     cmdSndMail = new CommandButton(*frmFriendEd, u"cmdSndMail", u"メールを出す");
     cmdSndMail->Move(kFrameWidth - kPadding - kSendWidth, kButtonsTop, kSendWidth, kButtonHeight);
+    for (CommandButton* button : {cmdFriendAdd, cmdSndMail})
+        button->setToolTipText(u"メールアドレスが空のときは、何も起きません。");
+    for (CommandButton* button : {cmdFriendUp, cmdFriendDel})
+        button->setToolTipText(
+            u"表の行を選んでから押します。選ばれていないときは、何も起きません。");
 }
 
 void frmFriend::buildBottom()

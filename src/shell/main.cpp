@@ -3,6 +3,7 @@
 #include "app/program_end.h"
 #include "dialogs/frm_splash.h"
 #include "dialogs/pictures.h"
+#include "help/frm_help.h"
 #include "platform/dao/alone.h"
 #include "platform/forms/events.h"
 #include "platform/runtime/msg_box.h"
@@ -10,6 +11,7 @@
 #include "platform/system/process.h"
 #include "shell/frm_tolvek_events.h"
 #include "shell/tolvek_main.h"
+#include "shell/win_help.h"
 #include "store/archive_tables.h"
 #include "store/database_files.h"
 
@@ -33,6 +35,9 @@ int main(int argc, char** argv)
     // Its locks go with the process, however it ends, so a kill leaves none behind.
     const SingleInstance instance("Tolvek", home, existingPath(liveDatabasePath()));
     App.PrevInstance = instance.isFirst() ? 0 : -1;
+    frmHelp help;
+    setHelpViewer(viewerIn(help));
+    const HelpKey helpKey(application);
     frmSplash splash;
     frmTolvekEvents window;
     Main(splash, window);

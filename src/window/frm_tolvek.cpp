@@ -4,6 +4,7 @@
 #include "app/guard.h"
 #include "app/settings.h"
 #include "platform/runtime/numbers.h"
+#include "window/tips.h"
 
 namespace tolvek {
 
@@ -158,6 +159,7 @@ void frmTolvek::buildControls()
     buildLists();
     Line1 = new Line(*this, u"Line1");
     Timer1 = new Timer(*this, u"Timer1", 1000);
+    explainCommands(*this);
 }
 
 void frmTolvek::buildLabels()

@@ -39,8 +39,8 @@ std::string roomOf(const std::string& path)
     std::string room;
     for (const char* const name :
          {"platform/system", "platform/runtime", "platform/dao", "platform/dao/jet_reader",
-          "platform/forms", "converter", "app", "store", "filter", "reply", "friend", "import",
-          "dialogs", "window", "browse", "shell", "letters", "letters/window"})
+          "platform/forms", "help", "converter", "app", "store", "filter", "reply", "friend",
+          "import", "dialogs", "window", "browse", "shell", "letters", "letters/window"})
         if (path.starts_with(std::string(name) + "/") && std::string(name).size() > room.size())
             room = name;
     return room;

@@ -1,7 +1,6 @@
 #include "platform/runtime/test_hooks.h"
 #include "platform/system/test_hooks.h"
 #include "shell/frm_tolvek_events.h"
-#include "shell/test_hooks.h"
 
 #include "browse/navigator.h"
 #include "filter/filter_rules.h"
@@ -32,14 +31,14 @@ protected:
     {
         ArchiveFixture::SetUp();
         writeBytes(file("TOLVEK.ini"), settingsFile());
-        hooks::setHelpViewer([this](const Text& shown) {
-            helpShown.push_back(shown);
+        setHelpViewer([this](const HelpRequest& request) {
+            helpShown.push_back(request.file);
             return true;
         });
     }
     void TearDown() override
     {
-        hooks::setHelpViewer({});
+        setHelpViewer({});
         hooks::setClock({});
         gUnloading = -1; // the window closes without the exit's steps
         form.Unload();

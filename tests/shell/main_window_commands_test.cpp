@@ -6,7 +6,6 @@
 #include "platform/runtime/test_hooks.h"
 #include "platform/system/process_list.h"
 #include "platform/system/test_hooks.h"
-#include "shell/test_hooks.h"
 #include "shell/win_help.h"
 #include "store/search_tables.h"
 #include "support/screen_driver.h"
@@ -38,7 +37,7 @@ protected:
         hooks::setProcessLister([] {
             return std::vector<RunningProgram>{{1, "/post/PostPet20.exe"}};
         });
-        hooks::setHelpViewer([this](const Text&) { return see("help"); });
+        setHelpViewer([this](const HelpRequest&) { return see("help"); });
         writeBytes(file("Tolvek.hlp"), "help");
         store(mail(u"hanako@example.jp", u"taro@example.jp", u"first", u"20000215"));
         store(mail(u"hanako@example.jp", u"taro@example.jp", u"second", u"20000216"));
@@ -51,7 +50,7 @@ protected:
     void TearDown() override
     {
         hooks::setYield({});
-        hooks::setHelpViewer({});
+        setHelpViewer({});
         hooks::setProcessLister({});
         gPostPetPid = 0;
         gDbPath = joinPath(appPath(), u"Tolvek.Mdb");

@@ -17,7 +17,6 @@
 #include "platform/system/test_hooks.h"
 #include "platform/system/volumes.h"
 #include "pressed_program.h"
-#include "shell/test_hooks.h"
 #include "shell/win_help.h"
 #include "store/search_tables.h"
 #include "support/fault_injection.h"
@@ -48,7 +47,7 @@ protected:
         setEndFunction([] { throw ProgramEnd{0}; });
         hooks::setMsgBox([this](const MsgBoxRequest& box) { return answer(box); });
         hooks::setInputBox([](const InputBoxRequest& box) { return box.defaultText; });
-        hooks::setHelpViewer([this](const Text&) { return note("help"), true; });
+        setHelpViewer([this](const HelpRequest&) { return note("help"), true; });
         sent.watch([this](const Text& keys) {
             if (!keys.starts_with(u"activate")) note("keys " + toUtf8(keys));
         });
@@ -61,7 +60,7 @@ protected:
     {
         hooks::setYield({});
         hooks::setVolumeFolders({});
-        hooks::setHelpViewer({});
+        setHelpViewer({});
         hooks::setInputBox({});
         setEndFunction({});
         hooks::setClock({});

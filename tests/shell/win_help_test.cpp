@@ -1,6 +1,7 @@
-#include "shell/test_hooks.h"
 #include "shell/win_help.h"
 
+#include "help/frm_help.h"
+#include "help/help_pack.h"
 #include "platform/runtime/paths.h"
 #include "support/msg_box_script.h"
 #include "support/temp_folder.h"
@@ -12,12 +13,12 @@ class WinHelpTest : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        hooks::setHelpViewer([this](const Text& path) {
-            shown.push_back(path);
+        setHelpViewer([this](const HelpRequest& request) {
+            shown.push_back(request.file);
             return viewerWorks;
         });
     }
-    void TearDown() override { hooks::setHelpViewer({}); }
+    void TearDown() override { setHelpViewer({}); }
 
     std::int32_t help() { return WinHelpA(nullptr, file, HELP_INDEX, 0); }
 
@@ -40,6 +41,29 @@ TEST_F(WinHelpTest, AMissingHelpFileIsToldAndNothingIsOpened)
     boxes.expect(u"ヘルプファイルがありません。\r\n" + file, MsgAnswer::Ok, u"Tolvek");
     EXPECT_EQ(help(), 0);
     EXPECT_TRUE(shown.empty());
+}
+
+TEST_F(WinHelpTest, WithoutAViewerNoHelpIsShown)
+{
+    setHelpViewer({});
+    writeBytes(folder / "Tolvek.hlp", "help");
+    boxes.expect(u"ヘルプファイルを開けませんでした。\r\n" + file);
+    EXPECT_EQ(help(), 0);
+}
+
+TEST_F(WinHelpTest, TheHelpWindowShowsTheContentsOfAHelpFileAlone)
+{
+    frmHelp window;
+    setHelpViewer(viewerIn(window));
+    writeBytes(folder / "Tolvek.hlp", "help");
+    boxes.expect(u"ヘルプファイルを開けませんでした。\r\n" + file);
+    EXPECT_EQ(help(), 0);
+    EXPECT_FALSE(window.Loaded());
+    writeBytes(folder / "Tolvek.hlp",
+               packedHelp({{"index.html", "<title>目次</title>"}}).toStdString());
+    EXPECT_NE(help(), 0);
+    EXPECT_TRUE(window.Visible());
+    window.Unload();
 }
 
 TEST_F(WinHelpTest, AFileThatNothingCanShowIsTold)

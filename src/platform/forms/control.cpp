@@ -82,7 +82,19 @@ void Control::setVisible(bool visible)
 void Control::setToolTipText(TextView text)
 {
     toolTip_ = text;
-    widget_->setToolTip(tipText(toQt(text)));
+    showToolTip();
+}
+
+void Control::setToolTipNote(TextView note)
+{
+    toolTipNote_ = note;
+    showToolTip();
+}
+
+void Control::showToolTip()
+{
+    const bool both = !toolTip_.empty() && !toolTipNote_.empty();
+    widget_->setToolTip(tipText(toQt(toolTip_ + (both ? u"\n" : u"") + toolTipNote_)));
 }
 
 void Control::setSpokenName(TextView name)

@@ -54,6 +54,9 @@ public:
 
     const Text& ToolTipText() const { return toolTip_; } // plain text, never markup
     void setToolTipText(TextView text);
+    // What the tip explains below that text: when the control does nothing, for example.
+    const Text& ToolTipNote() const { return toolTipNote_; }
+    void setToolTipNote(TextView note);
     // What a screen reader calls a control that has neither a caption nor a label.
     void setSpokenName(TextView name);
 
@@ -90,9 +93,12 @@ protected:
     QFont askedFont() const { return platformFont(font_); }
 
 private:
+    void showToolTip();
+
     QWidget* widget_;
     float left_ = 0, top_ = 0, width_ = 0, height_ = 0;
     Text toolTip_;
+    Text toolTipNote_;
     Colour foreColor_ = kWindowText;
     Colour backColor_ = kButtonFace;
     FontChoice font_;

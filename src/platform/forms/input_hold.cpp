@@ -93,6 +93,7 @@ void installFilter()
 
 QWidget* widgetOf(const QWindow* window)
 {
+    if (!window) return nullptr;
     for (QWidget* widget : QApplication::topLevelWidgets())
         if (widget->windowHandle() == window) return widget;
     return nullptr;
@@ -108,6 +109,14 @@ QWidget* nearestWidget(QObject* object)
     return nullptr;
 }
 
+// Whose window a window is: its parent's, or that which it was given to.
+const QWidget* ownerOf(const QWidget& window)
+{
+    if (window.parentWidget()) return window.parentWidget();
+    const QWindow* const handle = window.windowHandle();
+    return handle ? widgetOf(handle->transientParent()) : nullptr;
+}
+
 // The toolkit checks this only for input from the window system.
 bool isBelowModal(QObject* target)
 {
@@ -116,7 +125,7 @@ bool isBelowModal(QObject* target)
     const QWidget* widget = nearestWidget(target);
     // A window owned by the modal one isn't below it.
     while (widget && widget->window() != modal)
-        widget = widget->window()->parentWidget();
+        widget = ownerOf(*widget->window());
     return !widget;
 }
 

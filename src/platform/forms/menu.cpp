@@ -1,6 +1,7 @@
 #include "platform/forms/menu.h"
 #include "platform/forms/form.h"
 #include "platform/forms/input_hold.h"
+#include "platform/forms/qt_text.h"
 
 #include <QKeyEvent>
 #include <QMenu>
@@ -54,6 +55,16 @@ void MenuEntry::setCaption(TextView caption)
     action_->setSeparator(separator);
     // Some styles paint a separator's text into its line.
     action_->setText(separator ? QString() : toQt(caption));
+}
+
+// From the first tip on a menu shows the tips of all its entries. One without a text of
+// its own would show its caption.
+void MenuEntry::setToolTipText(TextView text)
+{
+    toolTip_ = text;
+    action_->setToolTip(tipText(toQt(toolTip_)));
+    for (QObject* holder : action_->associatedObjects())
+        if (auto* menu = qobject_cast<QMenu*>(holder)) menu->setToolTipsVisible(true);
 }
 
 QMenu* MenuEntry::menu() const

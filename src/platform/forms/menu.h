@@ -26,6 +26,9 @@ public:
     void setEnabled(bool enabled) { action_->setEnabled(enabled); }
     bool Visible() const { return action_->isVisible(); }
     void setVisible(bool visible) { action_->setVisible(visible); }
+    // Shown while the pointer is on the entry. All entries of a menu have one, or none.
+    const Text& ToolTipText() const { return toolTip_; }
+    void setToolTipText(TextView text);
     void setShortcut(const QKeySequence& keys) { action_->setShortcut(keys); }
 
     QAction& action() const { return *action_; }
@@ -39,6 +42,7 @@ private:
     QMenu& branch();
 
     Text caption_;
+    Text toolTip_;
     QAction* action_ = nullptr;
 };
 

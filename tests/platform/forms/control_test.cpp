@@ -87,6 +87,19 @@ TEST(ControlTest, ToolTipsAreNeverMarkup)
     EXPECT_EQ(button.toolTip(), QStringLiteral("Tolvek を終了します"));
 }
 
+TEST(ControlTest, ANoteIsShownBelowTheToolTipWhicheverIsSetFirst)
+{
+    ShownForm form;
+    auto& button = form.add<CommandButton>(u"cmd");
+    button.setToolTipNote(u"選んでから");
+    EXPECT_EQ(button.toolTip(), QStringLiteral("選んでから"));
+    button.setToolTipText(u"削除します");
+    EXPECT_EQ(button.toolTip(), QStringLiteral("削除します\n選んでから"));
+    EXPECT_EQ(button.ToolTipText(), u"削除します");
+    button.setToolTipNote({});
+    EXPECT_EQ(button.toolTip(), QStringLiteral("削除します"));
+}
+
 TEST(ControlTest, ColoursReachTheWidgetAndAreGivenBackAsSet)
 {
     ShownForm form;

@@ -14,6 +14,7 @@
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
+#include <QWindow>
 
 #include <gtest/gtest.h>
 
@@ -212,6 +213,23 @@ TEST_F(InputHoldTest, AWindowBelowAModalOneSwallowsIt)
     dialog.Unload();
     DoEventsNow();
     EXPECT_EQ(pressed, Presses{});
+}
+
+// The help stays usable while a dialog waits.
+TEST_F(InputHoldTest, AWindowGivenToTheModalOneIsPressed)
+{
+    TestForm dialog(u"frmAbove", BorderStyle::FixedDialog);
+    dialog.Load();
+    dialog.window()->setWindowModality(Qt::ApplicationModal);
+    dialog.Show();
+    form.window()->windowHandle()->setTransientParent(dialog.window()->windowHandle());
+    {
+        const InputHold hold;
+        two->click();
+    }
+    DoEventsNow();
+    EXPECT_EQ(pressed, Presses{"two"});
+    dialog.Unload();
 }
 
 TEST_F(InputHoldTest, HoldsNest)

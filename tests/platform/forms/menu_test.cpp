@@ -51,6 +51,16 @@ TEST_F(MenuTest, EntriesStandInTheirOrderAndDepth)
     EXPECT_EQ(separator->Caption(), u"-");
 }
 
+TEST_F(MenuTest, AMenuShowsItsTips)
+{
+    EXPECT_FALSE(top->menu()->toolTipsVisible());
+    help->setToolTipText(u"<b>説明書</b>");
+    EXPECT_EQ(help->ToolTipText(), u"<b>説明書</b>");
+    EXPECT_FALSE(help->action().toolTip().contains(QStringLiteral("<b>")));
+    EXPECT_TRUE(top->menu()->toolTipsVisible());
+    EXPECT_FALSE(below->menu()->toolTipsVisible());
+}
+
 TEST_F(MenuTest, AnEntryThatIsOffDoesNotClick)
 {
     help->action().trigger();
