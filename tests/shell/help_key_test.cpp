@@ -6,7 +6,7 @@
 #include "platform/forms/font_dialog.h"
 #include "platform/forms/input_box.h"
 #include "platform/forms/qt_text.h"
-#include "platform/runtime/msg_box.h"
+#include "platform/runtime/test_hooks.h"
 #include "shell/win_help.h"
 
 #include <QPushButton>
@@ -71,7 +71,7 @@ TEST_F(HelpKeyTest, OpensThePageOfEachForm)
 
 TEST_F(HelpKeyTest, InAMessageBoxGivesItsTextToo)
 {
-    setMsgBoxHandler({}); // on the screen
+    hooks::setMsgBox({}); // on the screen
     pressHelpInBox();
     MsgBox(u"最低１ヶ所には、チェックを付けて下さい。");
     ASSERT_EQ(asked.size(), 1u);
