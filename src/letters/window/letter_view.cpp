@@ -25,11 +25,10 @@ QString filesText(const Library& library, LetterId id)
 
 }
 
-LetterView::LetterView(QWidget* parent) : QTextEdit(parent)
+LetterView::LetterView(QWidget* parent) : QPlainTextEdit(parent)
 {
     setReadOnly(true);
     setUndoRedoEnabled(false);
-    setAcceptRichText(false);
     // The keyboard too, so that a letter can be read and selected without a mouse.
     setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     setAccessibleName(u"手紙"_s);
@@ -141,9 +140,9 @@ void LetterView::lastHit()
 void LetterView::mark()
 {
     const LetterColours colours = coloursFor(palette());
-    QList<ExtraSelection> marks;
+    QList<QTextEdit::ExtraSelection> marks;
     for (int hit = 0; hit < hitCount(); ++hit) {
-        ExtraSelection selection;
+        QTextEdit::ExtraSelection selection;
         selection.cursor = cursorOf(hit);
         selection.format.setBackground(hit == current_ ? colours.current : colours.mark);
         selection.format.setForeground(hit == current_ ? colours.currentText : colours.markText);
@@ -154,7 +153,7 @@ void LetterView::mark()
 
 void LetterView::wheelEvent(QWheelEvent* event)
 {
-    if (!event->modifiers().testFlag(Qt::ControlModifier)) return QTextEdit::wheelEvent(event);
+    if (!event->modifiers().testFlag(Qt::ControlModifier)) return QPlainTextEdit::wheelEvent(event);
     const int turn = event->angleDelta().y();
     if (turn != 0) emit zoomed(turn > 0 ? 1 : -1);
     event->accept();
@@ -163,7 +162,7 @@ void LetterView::wheelEvent(QWheelEvent* event)
 // The colours and stops of headings and marks are part of the text.
 void LetterView::changeEvent(QEvent* event)
 {
-    QTextEdit::changeEvent(event);
+    QPlainTextEdit::changeEvent(event);
     const bool isLook =
         event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange;
     if (!isLook || !library_) return;

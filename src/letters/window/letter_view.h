@@ -1,12 +1,13 @@
-// One letter with its hits marked. Plain text: nothing of a letter is interpreted.
+// One letter with its hits marked. Plain text: nothing of a letter is interpreted, and
+// even the longest one is laid out only where it is seen.
 #pragma once
 #include "letters/desk.h"
 
-#include <QTextEdit>
+#include <QPlainTextEdit>
 
 namespace tolvek {
 
-class LetterView : public QTextEdit {
+class LetterView : public QPlainTextEdit {
     Q_OBJECT
 public:
     explicit LetterView(QWidget* parent = nullptr);

@@ -184,8 +184,7 @@ void LettersWindow::keepCurrent(std::optional<std::uint64_t> identity)
         letter_->showNothing(library_->size() == 0 ? QString() : u"見つかりません"_s);
         return;
     }
-    goToRow(row);
-    showCurrentLetter();
+    goToRow(row); // shows it: no row is the current one in a list that was filled anew
 }
 
 void LettersWindow::showAxis()
@@ -332,6 +331,7 @@ void LettersWindow::chooseFiles()
 
 void LettersWindow::takeOut()
 {
+    if (takeOutRun_->isRunning()) return;
     const std::vector<LetterId> selected = selectedLetters();
     const std::vector<LetterId>& all = resultsModel_->answer()->results.letters;
     TakeOutDialog dialog(selected.size(), all.size(), this);
@@ -343,7 +343,8 @@ void LettersWindow::takeOut()
 
 void LettersWindow::print()
 {
-    if (const std::vector<LetterId> selected = selectedLetters(); !selected.empty())
+    const std::vector<LetterId> selected = selectedLetters();
+    if (!selected.empty() && !takeOutRun_->isRunning())
         takeOutRun_->print(resultsModel_->answer()->library, selected);
 }
 

@@ -131,8 +131,7 @@ void LettersWindow::buildMenus()
 {
     QMenu& file = *menuBar()->addMenu(u"ファイル(&I)"_s);
     file.addAction(u"探すファイル(&L)…"_s, QKeySequence::Open, this, &LettersWindow::chooseFiles);
-    file.addAction(u"手紙を取り出す(&E)…"_s, QKeySequence::Save, this,
-                   &LettersWindow::takeOut);
+    file.addAction(u"手紙を取り出す(&E)…"_s, QKeySequence::Save, this, &LettersWindow::takeOut);
     file.addAction(u"印刷(&P)…"_s, QKeySequence::Print, this, &LettersWindow::print);
     file.addAction(u"読み込みの記録(&R)…"_s, QKeySequence(u"Ctrl+R"_s), this,
                    &LettersWindow::showReadLog);

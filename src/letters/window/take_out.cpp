@@ -85,6 +85,8 @@ void TakeOutRun::start(const QString& title, const QString& done, Job::Work work
     progress->setWindowModality(Qt::WindowModal);
     progress->setAutoReset(false);
     progress->setAutoClose(false);
+    progress->setMinimumDuration(0);
+    progress->setValue(0); // shows it: from now on the window waits
     progress_ = progress;
     connect(progress, &QProgressDialog::canceled, job_, &Job::cancel);
     connect(job_, &Job::progressed, progress, [progress](qulonglong doneSoFar, qulonglong all) {

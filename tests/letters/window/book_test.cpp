@@ -3,6 +3,9 @@
 #include "letters/letters_fixture.h"
 #include "platform/system/test_hooks.h"
 
+#include <QBuffer>
+#include <QPdfWriter>
+
 #include <numeric>
 
 namespace tolvek::test {
@@ -156,6 +159,22 @@ TEST_F(BookTest, OddTextsAreSet)
     store(with(Text(100, u'長'), Text(3000, u'x') + u"\r\n" + Text(2000, u'あ'), u"19990102"));
     store(with(u"a", u"\x0001\xD800\x2028\t|\r\n\r\n\r\n  \r\n", u"19990103"));
     EXPECT_GE(made().pages, 3);
+}
+
+TEST_F(BookTest, APrintHasTheLettersAlone)
+{
+    givenLetters("1999", 20, 30);
+    const auto all = library();
+    QBuffer paper;
+    ASSERT_TRUE(paper.open(QIODevice::WriteOnly));
+    QPdfWriter printer(&paper);
+    std::size_t steps = 0;
+    EXPECT_TRUE(printLetters(*all, oldestFirst(*all), printer,
+                             [&](std::size_t done, std::size_t) { return done == ++steps; }));
+    EXPECT_EQ(steps, 20u);
+    EXPECT_GT(paper.data().count("/Type /Page\n"), 5);
+    EXPECT_FALSE(printLetters(*all, oldestFirst(*all), printer,
+                              [](std::size_t, std::size_t) { return false; }));
 }
 
 TEST_F(BookTest, ProgressCountsBothPasses)
