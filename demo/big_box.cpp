@@ -1,6 +1,5 @@
 #include "demo/big_box.h"
 
-#include "demo/sample_mail.h"
 #include "platform/system/files.h"
 
 namespace tolvek::sample {
@@ -9,6 +8,8 @@ namespace {
 
 constexpr int kPeople = 320;
 constexpr int kLettersInOne = 6; // makes about 2 KB
+
+}
 
 SampleMail bigMail(int number)
 {
@@ -29,8 +30,6 @@ SampleMail bigMail(int number)
     mail.charset = number % 4 == 3 ? Charset::Utf8 : Charset::Iso2022Jp;
     mail.transfer = number % 8 == 3 ? Transfer::Base64 : Transfer::Plain;
     return mail;
-}
-
 }
 
 void makeBigBox(const std::filesystem::path& file, int mails)

@@ -1,7 +1,10 @@
 #include "letters/desk.h"
 
+#include "letters/letter_reader.h"
 #include "letters_fixture.h"
 #include "platform/dao/alone.h"
+#include "platform/runtime/numbers.h"
+#include "store/db_compress.h"
 #include "support/other_program.h"
 
 #include <condition_variable>
@@ -162,6 +165,29 @@ TEST_F(DeskTest, LeavesTheArchiveFreeOnceItIsRead)
     ASSERT_EQ(foundFor(u"a"), 1u);
     EXPECT_EQ(other.run(), 0);
     EXPECT_EQ(foundFor(u"x"), 1u) << "what was read stays";
+}
+
+// It reads and reads; the main program compacts, stores and empties the archive as ever.
+TEST_F(DeskTest, TheProgramWorksBesideAReader)
+{
+    for (int number = 0; number < 200; ++number)
+        store(with(u"a" + decimal(number), Text(2000, u'本'), decimal(20000101 + number)));
+    ChildProcess reader([&]() -> int {
+        for (;;)
+            try {
+                readLetterFile(live());
+            } catch (const RuntimeError& error) {
+                if (error.number() != 3356 && error.number() != 3024) return error.number();
+            }
+    });
+    for (int round = 1; round <= 5; ++round) {
+        dbCompress(gDbPath);
+        store(with(u"new" + decimal(round), u"", decimal(20010101 + round)));
+        EXPECT_EQ(rows(u"tblTolvek"), 200 + round);
+    }
+    execute(Statement{u"DELETE FROM tblTolvek"});
+    EXPECT_EQ(rows(u"tblTolvek"), 0);
+    EXPECT_EQ(reader.isRunning(), true) << "it met an error";
 }
 
 TEST_F(DeskTest, LargeArchivesUseTheCacheFolder)

@@ -29,6 +29,12 @@ public:
     ChildProcess(const ChildProcess&) = delete;
     ChildProcess& operator=(const ChildProcess&) = delete;
 
+    bool isRunning() const
+    {
+        siginfo_t ended{};
+        waitid(P_PID, static_cast<id_t>(id_), &ended, WEXITED | WNOHANG | WNOWAIT);
+        return ended.si_pid == 0;
+    }
     int exitCode()
     {
         int status = 0;
