@@ -162,18 +162,17 @@ private:
     std::vector<std::size_t> people_;
 };
 
-}
-
-// File by file, so that a mapped one is passed through once, in its own order.
-std::vector<LetterId> matching(const Library& library, const LetterQuery& query,
-                               const Cancelled& cancelled)
+// File by file, so that only one mapped file at a time takes memory.
+template <class IsWanted>
+std::vector<LetterId> search(const Library& library, const LetterQuery& query,
+                             const IsWanted& isWanted, const Cancelled& cancelled)
 {
     const Matcher matches(library, query);
     Watch watch(cancelled);
     std::vector<LetterId> found;
     for (std::size_t source = 0; source < library.sources().size(); ++source) {
         for (const LetterId id : library.idsOf(source)) {
-            if (id != Library::kHidden && matches(id)) found.push_back(id);
+            if (id != Library::kHidden && isWanted(id) && matches(id)) found.push_back(id);
             if (watch.isOver()) break;
         }
         const auto& letters = library.sources()[source].letters;
@@ -183,17 +182,23 @@ std::vector<LetterId> matching(const Library& library, const LetterQuery& query,
     return found;
 }
 
+}
+
+std::vector<LetterId> matching(const Library& library, const LetterQuery& query,
+                               const Cancelled& cancelled)
+{
+    return search(
+        library, query, [](LetterId) { return true; }, cancelled);
+}
+
 std::vector<LetterId> matching(const Library& library, const LetterQuery& query,
                                const std::vector<LetterId>& among, const Cancelled& cancelled)
 {
-    const Matcher matches(library, query);
-    Watch watch(cancelled);
-    std::vector<LetterId> found;
-    for (const LetterId id : among) {
-        if (matches(id)) found.push_back(id);
-        if (watch.isOver()) break;
-    }
-    return found;
+    std::vector<bool> isAmong(library.size());
+    for (const LetterId id : among)
+        isAmong[id] = true;
+    return search(
+        library, query, [&](LetterId id) { return isAmong[id]; }, cancelled);
 }
 
 bool isNarrower(const LetterQuery& next, const LetterQuery& before)

@@ -37,7 +37,7 @@ struct Results {
 using Cancelled = std::function<bool()>;
 std::vector<LetterId> matching(const Library& library, const LetterQuery& query,
                                const Cancelled& cancelled = {});
-// Searches only `among` (in its order). For a query that only adds to the one before.
+// Searches only `among`. For a query that only adds to the one before.
 std::vector<LetterId> matching(const Library& library, const LetterQuery& query,
                                const std::vector<LetterId>& among, const Cancelled& cancelled = {});
 // Whether every letter that matches `next` also matches `before`.
