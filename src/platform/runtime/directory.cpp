@@ -6,6 +6,7 @@
 #include "platform/system/files.h"
 
 #include <algorithm>
+#include <system_error>
 #include <utility>
 
 namespace tolvek {
@@ -80,7 +81,15 @@ std::vector<Match> matchingFiles(TextView pattern)
         return matchesIn(existingPath(pathText(path.parent_path())), name);
     const Path found = existingPath(pattern);
     if (!fileExists(found)) return {};
-    return {{pathText(found.filename()), found}};
+    return {{pathText(nameOnDisk(found)), found}};
+}
+
+// On a system that doesn't distinguish case, both may be as written and yet one file.
+bool isSameInAnotherCase(const Path& a, const Path& b)
+{
+    std::error_code none;
+    return foldedName(pathText(a)) == foldedName(pathText(b)) &&
+           std::filesystem::equivalent(a, b, none);
 }
 
 // A target that is the source itself in another case counts as free.
@@ -89,7 +98,7 @@ Path freeTarget(TextView to, const Path& source)
     Path target = targetPath(to);
     if (!entryExists(target)) return target;
     Path written = target.parent_path() / nativePath(to).filename();
-    if (target != source || written == source) throw RuntimeError(58);
+    if (!isSameInAnotherCase(target, source) || written == source) throw RuntimeError(58);
     return written;
 }
 

@@ -41,7 +41,8 @@ public:
     // device invalid_argument, and opening one never blocks. Create truncates an
     // existing file; CreateNew throws file_exists for one. Anew first removes an
     // existing name and makes a new file (of a link, the link is removed and its
-    // target stays). New files are accessible to their owner only.
+    // target stays). New files are accessible to their owner only; on Windows a new
+    // file has the rights of its folder, as every file there.
     enum class Mode { Read, Create, CreateNew, Anew };
     OpenFile(const std::filesystem::path& path, Mode mode);
     ~OpenFile(); // ignores failures; call close() to have them thrown
@@ -65,6 +66,9 @@ private:
 bool fileExists(const std::filesystem::path& path);
 bool folderExists(const std::filesystem::path& path);
 bool entryExists(const std::filesystem::path& path); // a file or a folder
+// The name of an existing file or folder as its folder has it: on a system that doesn't
+// distinguish case the path may be written otherwise.
+std::filesystem::path nameOnDisk(const std::filesystem::path& path);
 // Judged by the mode bits, so the superuser's right to write to any file doesn't
 // count. Also true if this user can't write to the file for another reason. False
 // if nothing is there.
@@ -95,7 +99,9 @@ std::string readFile(const std::filesystem::path& path);
 void removeFile(const std::filesystem::path& path); // throws is_a_directory for a folder
 // If the target exists, throws file_exists and changes nothing.
 void renameFile(const std::filesystem::path& from, const std::filesystem::path& to);
-// Atomic. Replaces an existing target. Both paths must be in the same folder.
+// Atomic. Replaces an existing target. Both paths must be in the same folder. On Windows
+// the target may be open only if the file system is NTFS and whoever has it open shares
+// it; otherwise nothing is changed after a second of trying.
 void replaceFile(const std::filesystem::path& from, const std::filesystem::path& to);
 void linkFile(const std::filesystem::path& existing, const std::filesystem::path& added);
 // What a file being written beside its place is called until it takes its name. Not .tmp
@@ -110,6 +116,8 @@ void copyMode(const std::filesystem::path& from, const std::filesystem::path& to
 // Gives `to` the permissions of `from`, and its owner if this user may change it.
 void copyOwnerAndMode(const std::filesystem::path& from, const std::filesystem::path& to);
 void flushFileToDisk(const std::filesystem::path& path);
+// On Windows names are written through when they change, as far as the disk obeys; this
+// flush of the folder itself is refused to most users there, and then no failure.
 void flushFolder(const std::filesystem::path& folder);
 // Flushes everything that was written to the file system of this folder: for many small
 // files, which take too long one by one.

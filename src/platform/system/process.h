@@ -44,10 +44,10 @@ std::int32_t startProgram(const std::filesystem::path& program,
 std::optional<std::chrono::milliseconds> timeSinceStart(std::int32_t processId);
 
 // Detects other running instances of the program with locks that end with the
-// process: one per user and name in the session's folder, one on a file in the
-// program's folder (`home`), which protects the archive there from other sessions,
-// users and hosts, and one beside the archive itself, to which other folders may link.
-// These files, NAME.lock and the archive's with .lock as its extension, may be left over.
+// process: one per user and name (a file in the session's folder, or a named object of
+// the system), one on a file in the program's folder (`home`), which protects the archive there
+// from other sessions, users and hosts, and one beside the archive itself, to which other folders
+// may link. These files, NAME.lock and the archive's with .lock as its extension, may be left over.
 class SingleInstance {
 public:
     SingleInstance(const std::string& name, const std::filesystem::path& home,
@@ -57,8 +57,12 @@ public:
     bool isFirst() const;
 
 private:
+    static std::string lockName(std::string name);
+    void takeForUser(const std::string& name);
     void take(const std::filesystem::path& file);
 
+    bool isTakenForUser_ = false;
+    std::shared_ptr<void> userLock_; // where that lock isn't a file
     std::vector<std::filesystem::path> files_;
     std::vector<FileLock> locks_;
 };

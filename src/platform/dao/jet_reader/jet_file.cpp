@@ -16,7 +16,7 @@ constexpr std::int64_t kSystemFlags = 0x80000002; // of the catalog's Flags
 
 bool isSystemName(const std::string& name)
 {
-    return name.size() >= 4 && g_ascii_strncasecmp(name.c_str(), "MSys", 4) == 0;
+    return name.size() >= 4 && g_ascii_strcasecmp(name.substr(0, 4).c_str(), "MSys") == 0;
 }
 
 // Two entries of the catalog that lead to one definition would give its rows twice.

@@ -36,7 +36,8 @@ JetTable::JetTable(JetFile& file, const JetFile::Entry& entry)
     entry_.mdb = &handle_;
     entry_.object_type = MDB_TABLE;
     entry_.table_pg = entry.page;
-    g_strlcpy(entry_.object_name, entry.name.c_str(), sizeof entry_.object_name);
+    const std::size_t size = entry.name.copy(entry_.object_name, sizeof entry_.object_name - 1);
+    entry_.object_name[size] = '\0';
     table_.reset(mdb_read_table(&entry_));
     requireUsable(table_.get());
     mostColumns_ = announcedColumns();

@@ -5,6 +5,7 @@
 #include "platform/dao/jet_reader/damage.h"
 #include "platform/dao/jet_reader/values.h"
 #include "platform/system/captured_errors.h"
+#include "platform/system/child_start.h"
 #include "platform/system/lock_down.h"
 
 #include <cstdlib>
@@ -23,8 +24,7 @@ const auto kNoConversion = reinterpret_cast<iconv_t>(-1);
 // reliable.
 void settleEnvironment()
 {
-    clearenv();
-    setenv("MDB_JET3_CHARSET", kAnsi, 1);
+    setOnlyVariable("MDB_JET3_CHARSET", kAnsi);
 }
 
 // The conversion tables are files, which can't be opened once the process is locked down.
@@ -80,6 +80,7 @@ int exitCodeOf(const MappedInput& input, const CapturedErrors& complaints, Strea
 // is read only after it.
 int run()
 {
+    showCrashes();
     settleEnvironment();
     loadConversions();
     const MappedInput input;

@@ -63,6 +63,11 @@ bool isFullDisk(int systemError)
     return systemError == ENOSPC || systemError == EDQUOT;
 }
 
+fs::path nameOnDisk(const fs::path& path)
+{
+    return path.filename();
+}
+
 bool isReadOnly(const fs::path& path)
 {
     struct stat status {};

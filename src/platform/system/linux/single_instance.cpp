@@ -1,6 +1,5 @@
 #include "platform/system/process.h"
 
-#include <algorithm>
 #include <cstdlib>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -29,36 +28,11 @@ fs::path sessionFolder()
     return variable && *variable && isOwnFolder(variable) ? fs::path(variable) : fs::path();
 }
 
-std::string lockName(std::string name)
-{
-    for (char& character : name)
-        character = character == '/' ? '_' : character;
-    return name + ".lock";
 }
 
-}
-
-SingleInstance::SingleInstance(const std::string& name, const fs::path& home,
-                               const fs::path& archive)
+void SingleInstance::takeForUser(const std::string& name)
 {
     if (const fs::path session = sessionFolder(); !session.empty()) take(session / lockName(name));
-    take(home / lockName(name));
-    if (!archive.empty()) take(fs::path(archive).replace_extension(".lock"));
-}
-
-// A second lock of one file would be refused because of the first.
-void SingleInstance::take(const fs::path& file)
-{
-    std::error_code none;
-    for (const fs::path& taken : files_)
-        if (fs::equivalent(taken, file, none)) return;
-    files_.push_back(file);
-    locks_.emplace_back(file);
-}
-
-bool SingleInstance::isFirst() const
-{
-    return std::ranges::none_of(locks_, &FileLock::isHeldElsewhere);
 }
 
 }
