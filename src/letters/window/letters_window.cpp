@@ -7,25 +7,18 @@
 #include "letters/window/people_model.h"
 #include "letters/window/read_log_dialog.h"
 #include "letters/window/results_model.h"
-#include "letters/window/scheme.h"
 #include "letters/window/take_out.h"
 #include "letters/window/year_strip.h"
 #include "platform/forms/qt_text.h"
 #include "platform/runtime/paths.h"
 
 #include <QCheckBox>
-#include <QCloseEvent>
 #include <QHBoxLayout>
-#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
-#include <QScreen>
-#include <QShowEvent>
-#include <QSplitter>
 #include <QStatusBar>
 #include <QTableView>
 #include <QToolButton>
-#include <QWheelEvent>
 
 #include <algorithm>
 #include <system_error>
@@ -36,10 +29,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr int kUsualPoints = 11;
-constexpr int kCellMargin = 8;
 constexpr int kMessageTime = 20000; // milliseconds
-constexpr QSize kUsualSize(1240, 780);
 
 bool isNamed(const Person& person, const Text& by)
 {
@@ -211,7 +201,9 @@ void LettersWindow::showStatus()
 void LettersWindow::choosePerson(int row)
 {
     const auto person = peopleModel_->personAt(row);
-    choices_.person = person ? keyOf(library_->people().at(*person)) : Text();
+    // The row's number is of the Library that the list shows; a newer one may have come.
+    const Library& shown = *resultsModel_->answer()->library;
+    choices_.person = person ? keyOf(shown.people().at(*person)) : Text();
     search();
 }
 
@@ -351,106 +343,6 @@ void LettersWindow::print()
 void LettersWindow::showReadLog()
 {
     ReadLogDialog(start_.folder / nativePath(kReadLogName), this).exec();
-}
-
-void LettersWindow::zoom(int steps)
-{
-    setTextPoints(steps == 0 ? kUsualPoints : look_.textPoints + steps);
-}
-
-void LettersWindow::setTextPoints(int points)
-{
-    look_.textPoints = std::clamp(points, 6, 48);
-    for (QWidget* const widget : {static_cast<QWidget*>(letter_), static_cast<QWidget*>(results_),
-                                  static_cast<QWidget*>(people_)}) {
-        QFont font = widget->font();
-        font.setPointSize(look_.textPoints);
-        widget->setFont(font);
-    }
-    for (QTableView* const list : {results_, people_})
-        list->verticalHeader()->setDefaultSectionSize(list->fontMetrics().height() * 5 / 4 + 4);
-    const int date = results_->fontMetrics().horizontalAdvance(u"0000/00/00 00:00"_s);
-    results_->horizontalHeader()->resizeSection(ResultsModel::Date, date + 2 * kCellMargin);
-}
-
-void LettersWindow::setScheme(Scheme scheme)
-{
-    look_.scheme = scheme;
-    applyScheme(scheme);
-    schemes_[static_cast<int>(scheme)]->setChecked(true);
-}
-
-void LettersWindow::restoreLook()
-{
-    if (!start_.settingsFile.isEmpty()) look_ = readWindowSettings(start_.settingsFile);
-    resize(kUsualSize.boundedTo(screen()->availableSize() - QSize(40, 60)));
-    restoreGeometry(look_.geometry);
-    panes_->setSizes({190, 600, 440});
-    panes_->restoreState(look_.panes);
-    results_->horizontalHeader()->restoreState(look_.columns);
-    setTextPoints(look_.textPoints);
-    setScheme(look_.scheme);
-}
-
-// As the lists are wide when they are first shown; later as the user left them.
-void LettersWindow::showEvent(QShowEvent* event)
-{
-    QMainWindow::showEvent(event);
-    if (!look_.columns.isEmpty() || event->spontaneous()) return;
-    QHeaderView& columns = *results_->horizontalHeader();
-    const int rest = results_->viewport()->width() - columns.sectionSize(ResultsModel::Date);
-    columns.resizeSection(ResultsModel::Person, rest * 24 / 100);
-    columns.resizeSection(ResultsModel::Subject, rest * 36 / 100);
-}
-
-void LettersWindow::saveLook() const
-{
-    if (start_.settingsFile.isEmpty()) return;
-    WindowSettings look = look_;
-    look.geometry = saveGeometry();
-    look.panes = panes_->saveState();
-    look.columns = results_->horizontalHeader()->saveState();
-    writeWindowSettings(start_.settingsFile, look);
-}
-
-void LettersWindow::closeEvent(QCloseEvent* event)
-{
-    takeOutRun_->cancel();
-    saveLook();
-    event->accept();
-}
-
-// The archives may have changed while another program was used.
-bool LettersWindow::event(QEvent* event)
-{
-    if (event->type() == QEvent::WindowActivate) desk_.desk().refresh();
-    return QMainWindow::event(event);
-}
-
-// The keys of the field that belong to the list, and the wheel of the lists.
-bool LettersWindow::eventFilter(QObject* watched, QEvent* event)
-{
-    if (event->type() == QEvent::Wheel) {
-        auto* const wheel = static_cast<QWheelEvent*>(event);
-        if (wheel->modifiers().testFlag(Qt::ControlModifier) && wheel->angleDelta().y() != 0) {
-            zoom(wheel->angleDelta().y() > 0 ? 1 : -1);
-            return true;
-        }
-    }
-    if (watched == field_ && event->type() == QEvent::KeyPress) {
-        const int key = static_cast<QKeyEvent*>(event)->key();
-        const int rows = key == Qt::Key_Down ? 1 : key == Qt::Key_Up ? -1 : 0;
-        if (rows != 0 && resultsModel_->rowCount() > 0) {
-            const int row = results_->currentIndex().row() + rows;
-            goToRow(std::clamp(row, 0, resultsModel_->rowCount() - 1));
-            return true;
-        }
-        if (key == Qt::Key_Escape && !field_->text().isEmpty()) {
-            field_->clear();
-            return true;
-        }
-    }
-    return QMainWindow::eventFilter(watched, event);
 }
 
 }

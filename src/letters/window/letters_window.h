@@ -96,6 +96,8 @@ private:
     void takeOut();
     void print();
     void showReadLog();
+    bool zoomsBy(const QWheelEvent& wheel);
+    bool takesKey(const QKeyEvent& pressed);
     void zoom(int steps);
     void setTextPoints(int points);
     void setScheme(Scheme scheme);

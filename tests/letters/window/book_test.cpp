@@ -6,6 +6,9 @@
 #include <QBuffer>
 #include <QPdfWriter>
 
+#include <QBuffer>
+#include <QPdfWriter>
+
 #include <numeric>
 
 namespace tolvek::test {
