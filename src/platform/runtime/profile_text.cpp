@@ -192,7 +192,8 @@ bool ProfileText::setValue(TextView section, TextView key, std::string_view valu
     }
     const std::string_view line = in(*found);
     const std::size_t behindEquals = *equalsOf(line) + 1;
-    const std::size_t begin = std::min(line.find_first_not_of(kByteBlanks, behindEquals), line.size());
+    const std::size_t begin =
+        std::min(line.find_first_not_of(kByteBlanks, behindEquals), line.size());
     const std::string_view old = readForm(line.substr(begin));
     // Equal as a reader gets it, with or without quotes.
     if (old == value || old == readForm(value)) return false;

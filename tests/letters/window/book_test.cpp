@@ -6,9 +6,6 @@
 #include <QBuffer>
 #include <QPdfWriter>
 
-#include <QBuffer>
-#include <QPdfWriter>
-
 #include <numeric>
 
 namespace tolvek::test {
