@@ -8,7 +8,7 @@ namespace tolvek {
 
 namespace {
 
-constexpr TextView kBlanks = u" \u3000\t";
+constexpr TextView kBetweenWords = u" \u3000\t";
 constexpr qsizetype kLineRoom = 80; // units of a result's line
 
 std::vector<Text> split(TextView text, TextView separators)
@@ -73,7 +73,7 @@ std::optional<Ranked> rank(const HelpBook::Page& page, const std::vector<Text>& 
 
 std::vector<Text> wordsOf(TextView typed)
 {
-    return split(typed, kBlanks);
+    return split(typed, kBetweenWords);
 }
 
 std::vector<TextRange> placesOf(TextView word, TextView text)

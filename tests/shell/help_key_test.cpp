@@ -114,12 +114,14 @@ TEST_F(HelpKeyTest, TheHelpIsUsableWhileADialogWaits)
                                std::filesystem::copy_options::overwrite_existing);
     ModalScript dialog("frmOption", [&](QWidget& shown) {
         pressHelp(shown);
-        ASSERT_TRUE(help.Visible());
-        EXPECT_EQ(help.page->source().path(), "/settings.html");
-        // By the window system, which keeps presses from a window below a dialog.
-        QTest::mouseClick(help.window()->windowHandle(), Qt::LeftButton, {},
-                          help.home->mapTo(help.window(), help.home->rect().center()));
-        EXPECT_EQ(help.page->source().path(), "/index.html");
+        EXPECT_TRUE(help.Visible());
+        if (help.Visible()) {
+            EXPECT_EQ(help.page->source().path(), "/settings.html");
+            // By the window system, which keeps presses from a window below a dialog.
+            QTest::mouseClick(help.window()->windowHandle(), Qt::LeftButton, {},
+                              help.home->mapTo(help.window(), help.home->rect().center()));
+            EXPECT_EQ(help.page->source().path(), "/index.html");
+        }
         press(shown, "cmbCancel");
     });
     frmOption().ShowModal();
