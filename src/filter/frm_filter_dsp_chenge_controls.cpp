@@ -36,6 +36,7 @@ Grid* buildList(Frame& frame, TextView name, float top)
 {
     frame.Move(kMargin, top, kFrameWidth, kFrameHeight);
     auto* grid = new Grid(frame, name, kFilterGridDesign);
+    grid->setSpokenName(frame.Caption());
     grid->Move(kPadding, kGridTop, kGridWidth, kGridHeight);
     return grid;
 }

@@ -45,8 +45,7 @@ const std::map<Text, Names> kNames = {
       {"txtMy_Address", "メールアドレス"},
       {"txtPetName", "ペットの名前"}}},
     {u"frmDir_Sel",
-     {{"Div1", "ドライブ"},
-      {"Dir1", "フォルダー一覧"},
+     {{"Dir1", "フォルダー一覧"},
       {"txtPet_Dir", "受信フォルダ・送信フォルダの上のフォルダまでを指定してください"}}},
     {u"frmMailReadOpt", {{"Frame1", "受信メール"}, {"Frame2", "送信メール"}}},
     {u"frmBackUpFile", {{"lstBackUpFile", "バックアップ ファイル一覧"}}},
@@ -83,13 +82,24 @@ TEST_F(HeardFormsTest, EveryControlHasItsName)
     atEveryForm([](Form& shown) {
         for (QWidget* control : controlsOf(shown)) {
             if (!needsName(*control)) continue;
-            EXPECT_NE(spokenName(heard(*control)), "") << control->objectName().toStdString();
+            const std::string name = spokenName(heard(*control));
+            EXPECT_NE(name, "") << control->objectName().toStdString();
+            if (const auto* button = qobject_cast<QAbstractButton*>(control)) {
+                EXPECT_EQ(name, button->text().remove(u'&').toStdString());
+            }
         }
         const auto names = kNames.find(shown.Name());
         if (names == kNames.end()) return;
         for (const auto& [control, name] : names->second)
             EXPECT_EQ(spokenName(heard(*shown.control(fromUtf8(control)))), name);
     });
+}
+
+TEST_F(HeardFormsTest, TheListOfDrivesIsDescribedSinceItIsCalledByItsChoice)
+{
+    frmDir_Sel chooser;
+    chooser.Show();
+    EXPECT_EQ(heard(*chooser.Div1).text(QAccessible::Description), QStringLiteral("ドライブ"));
 }
 
 QAccessible::Role roleOf(const QWidget& control)
@@ -155,8 +165,8 @@ TEST_F(HeardFormsTest, TheFocusedCellOfEveryGridIsTheOneThatEnterActsOn)
 // and back.
 TEST_F(HeardFormsTest, AKeystrokeInAListIsOneFocusEventOnItsEntry)
 {
-    for (const TextView subject : {u"first", u"second", u"third"})
-        store(mail(u"hanako@example.jp", u"taro@example.jp", subject));
+    for (const TextView time : {u"101113", u"101114", u"101115"})
+        store(mail(u"hanako@example.jp", u"taro@example.jp", time, u"20000215", time));
     form.Show();
     form.Timer1->setEnabled(false);
     form.window()->activateWindow();

@@ -2,6 +2,7 @@
 #include "platform/forms/form.h"
 
 #include <QAbstractScrollArea>
+#include <QComboBox>
 
 #include <algorithm>
 #include <vector>
@@ -100,6 +101,8 @@ void Control::showToolTip()
 void Control::setSpokenName(TextView name)
 {
     widget_->setAccessibleName(toQt(name));
+    // A combo box is called by its present text, whatever its name.
+    if (qobject_cast<QComboBox*>(widget_)) widget_->setAccessibleDescription(toQt(name));
 }
 
 // The disabled group keeps the style's grey, as controls of the classic platform

@@ -11,6 +11,13 @@ Frame::Frame(Container container, TextView name, TextView caption) : ControlOf(c
     setCaption(caption);
 }
 
+// Screen readers would call a frame by the title of the frame around it.
+void Frame::setCaption(TextView caption)
+{
+    setTitle(toQt(caption));
+    setSpokenName(caption);
+}
+
 Line::Line(Container container, TextView name) : ControlOf(container, name)
 {
     setAttribute(Qt::WA_TransparentForMouseEvents);

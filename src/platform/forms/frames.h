@@ -14,7 +14,7 @@ class Frame : public ControlOf<QGroupBox> {
 public:
     Frame(Container container, TextView name, TextView caption = {});
     Text Caption() const { return fromQt(title()); }
-    void setCaption(TextView caption) { setTitle(toQt(caption)); }
+    void setCaption(TextView caption);
 };
 
 // A straight line between two points, in twips; receives no mouse events.

@@ -71,6 +71,13 @@ void Label::setOverflow(float room)
     showCaption();
 }
 
+// The toolkit names boxes by their label, but not lists and grids.
+void Label::setBuddy(QWidget* control)
+{
+    QLabel::setBuddy(control);
+    showCaption();
+}
+
 void Label::setClickable(bool clickable)
 {
     clickable_ = clickable;
@@ -89,6 +96,7 @@ void Label::press()
 void Label::showCaption()
 {
     setText(paintedText(caption_));
+    if (QWidget* const named = buddy()) named->setAccessibleName(text());
     if (room_ <= 0) return;
     Control::applyFont(narrowedTo(pixels(room_), askedFont(), text()));
     // The overflow to the left depends on the text.

@@ -1,7 +1,6 @@
 // A label: plain text, never markup, aligned to the top; each of the four line ends
 // is one break. "&" is an ordinary character. Lines that don't fit the height at their
 // font's spacing are set closer together; long lines are cut unless setWordWrap is on.
-// A control is named after the label whose setBuddy names it.
 #pragma once
 #include "platform/forms/control.h"
 
@@ -26,6 +25,9 @@ public:
     // face. What still doesn't fit is painted beyond the left edge of the label and
     // not cut; Left and Width don't change.
     void setOverflow(float room);
+    // Screen readers call the control by this label's caption from now on, also when the
+    // caption changes.
+    void setBuddy(QWidget* control);
     // Looks like something to click, and a screen reader can press it: for a label
     // whose Click does something.
     void setClickable(bool clickable);

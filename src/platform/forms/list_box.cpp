@@ -145,6 +145,14 @@ void ListBox::keyPressEvent(QKeyEvent* event)
     emit Click();
 }
 
+// Without a selection the view would make an entry of its own choice its current one,
+// and a screen reader wouldn't hear the first step to it.
+void ListBox::focusInEvent(QFocusEvent* event)
+{
+    QAbstractScrollArea::focusInEvent(event);
+    viewport()->update();
+}
+
 // Selects the next entry, wrapping at the end, that begins with the typed
 // character. A blank isn't searched for: it must not move or clear the selection.
 void ListBox::searchByKey(QKeyEvent* event)

@@ -179,68 +179,66 @@ TEST_F(SpokenEventsTest, AKeystrokeInAGridIsOneFocusEventOnTheCell)
     EXPECT_EQ(events.taken(), std::vector<std::string>{"2"});
     key(grid, Qt::Key_Down);
     EXPECT_EQ(events.taken(), std::vector<std::string>{"3"});
-    class MenuKeysTest : public testing::Test {
-    protected:
-        MenuKeysTest() : list(form.add<ListBox>(u"lst"))
-        {
-            list.Move(0, 0, 6000, 6000);
-            onEvent(&list, &ListBox::RightButton,
-                    [this](const QPoint& pos) { asked.push_back(pos); });
-            for (const TextView entry : {u"a", u"b"})
-                list.AddItem(entry);
-            for (const char* caption : {"一", "二"})
-                form.menuBar()
-                    .addMenu(QString::fromUtf8(caption))
-                    ->addAction(QStringLiteral("entry"));
-            form.Show();
-            form.window()->activateWindow();
-            DoEventsNow();
-            list.SetFocus();
-        }
-        ~MenuKeysTest() override
-        {
-            while (QWidget* open = QApplication::activePopupWidget())
-                open->close();
-        }
-        ShownForm form;
-        ListBox& list;
-        std::vector<QPoint> asked;
-    };
+}
 
-    TEST_F(MenuKeysTest, TheMenuKeyAsksForTheMenuBelowTheSelectedEntry)
+class MenuKeysTest : public testing::Test {
+protected:
+    MenuKeysTest() : list(form.add<ListBox>(u"lst"))
     {
-        list.setListIndex(1);
-        const QRect entry = list.visualRect(list.model()->index(1, 0));
-        key(list, Qt::Key_Menu);
-        key(list, Qt::Key_F10, Qt::ShiftModifier);
-        EXPECT_EQ(asked, (std::vector{entry.bottomLeft(), entry.bottomLeft()}));
+        list.Move(0, 0, 6000, 6000);
+        onEvent(&list, &ListBox::RightButton, [this](const QPoint& pos) { asked.push_back(pos); });
+        for (const TextView entry : {u"a", u"b"})
+            list.AddItem(entry);
+        for (const char* caption : {"一", "二"})
+            form.menuBar().addMenu(QString::fromUtf8(caption))->addAction(QStringLiteral("entry"));
+        form.Show();
+        form.window()->activateWindow();
+        DoEventsNow();
+        list.SetFocus();
     }
+    ~MenuKeysTest() override
+    {
+        while (QWidget* open = QApplication::activePopupWidget())
+            open->close();
+    }
+    ShownForm form;
+    ListBox& list;
+    std::vector<QPoint> asked;
+};
 
-    TEST_F(MenuKeysTest, InAnEmptyListTheMenuOpensInTheCorner)
-    {
-        list.Clear();
-        key(list, Qt::Key_Menu);
-        EXPECT_EQ(asked, std::vector{QPoint(0, 0)});
-    }
+TEST_F(MenuKeysTest, TheMenuKeyAsksForTheMenuBelowTheSelectedEntry)
+{
+    list.setListIndex(1);
+    const QRect entry = list.visualRect(list.model()->index(1, 0));
+    key(list, Qt::Key_Menu);
+    key(list, Qt::Key_F10, Qt::ShiftModifier);
+    EXPECT_EQ(asked, (std::vector{entry.bottomLeft(), entry.bottomLeft()}));
+}
 
-    TEST_F(MenuKeysTest, F10EntersTheMenuBarAtItsFirstMenuThatIsOn)
-    {
-        const auto menus = form.menuBar().actions();
-        menus[0]->setEnabled(false);
-        key(list, Qt::Key_F10);
-        EXPECT_EQ(form.menuBar().activeAction(), menus[1]);
-        EXPECT_TRUE(menus[1]->menu()->isVisible());
-    }
+TEST_F(MenuKeysTest, WithoutASelectionTheMenuOpensInTheCorner)
+{
+    key(list, Qt::Key_Menu);
+    EXPECT_EQ(asked, std::vector{QPoint(0, 0)});
+}
 
-    TEST_F(MenuKeysTest, ShiftAndF10OpenTheMenuOfATextBox)
-    {
-        auto& box = form.add<TextBox>(u"txt");
-        box.show();
-        key(box, Qt::Key_F10, Qt::ShiftModifier);
-        box.SetFocus();
-        key(box, Qt::Key_F10, Qt::ShiftModifier);
-        EXPECT_NE(QApplication::activePopupWidget(), nullptr);
-    }
+TEST_F(MenuKeysTest, F10EntersTheMenuBarAtItsFirstMenuThatIsOn)
+{
+    const auto menus = form.menuBar().actions();
+    menus[0]->setEnabled(false);
+    key(list, Qt::Key_F10);
+    EXPECT_EQ(form.menuBar().activeAction(), menus[1]);
+    EXPECT_TRUE(menus[1]->menu()->isVisible());
+}
+
+TEST_F(MenuKeysTest, ShiftAndF10OpenTheMenuOfATextBox)
+{
+    auto& box = form.add<TextBox>(u"txt");
+    box.show();
+    key(box, Qt::Key_F10, Qt::ShiftModifier);
+    box.SetFocus();
+    key(box, Qt::Key_F10, Qt::ShiftModifier);
+    EXPECT_NE(QApplication::activePopupWidget(), nullptr);
+}
 }
 
 }
