@@ -7,6 +7,8 @@
 #include "support/backup_fixture.h"
 #include "support/fault_injection.h"
 
+#include <QWidget>
+
 #include <algorithm>
 #include <array>
 #include <system_error>
@@ -19,7 +21,7 @@ protected:
     void SetUp() override
     {
         BackUpTest::SetUp();
-        form.Hide(); // painting threads aren't copied to a child process
+        form.window()->hide(); // painting threads aren't copied to a child process
         hooks::setMsgBox([](const MsgBoxRequest& box) {
             return box.buttons == MsgButtons::YesNo ? MsgAnswer::Yes : MsgAnswer::Ok;
         });

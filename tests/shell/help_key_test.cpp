@@ -8,6 +8,7 @@
 #include "platform/forms/qt_text.h"
 #include "platform/runtime/test_hooks.h"
 #include "shell/win_help.h"
+#include "window/status.h"
 
 #include <QPushButton>
 #include <QTest>

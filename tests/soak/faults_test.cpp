@@ -4,6 +4,8 @@
 #include "platform/system/test_hooks.h"
 #include "soak_fixture.h"
 
+#include <QWidget>
+
 namespace tolvek::test {
 namespace {
 
@@ -17,7 +19,7 @@ protected:
     void SetUp() override
     {
         BackUpTest::SetUp();
-        form.Hide(); // a forked child doesn't get the threads that paint
+        form.window()->hide(); // a forked child doesn't get the threads that paint
         hooks::setMsgBox([](const MsgBoxRequest& box) {
             return box.buttons == MsgButtons::YesNo ? MsgAnswer::Yes : MsgAnswer::Ok;
         });

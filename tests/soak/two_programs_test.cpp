@@ -8,6 +8,8 @@
 #include "soak_fixture.h"
 #include "store/text_dump.h"
 
+#include <QWidget>
+
 namespace tolvek::test {
 namespace {
 
@@ -21,7 +23,7 @@ protected:
     void SetUp() override
     {
         BackUpTest::SetUp();
-        form.Hide(); // a forked child doesn't get the threads that paint
+        form.window()->hide(); // a forked child doesn't get the threads that paint
         hooks::setPatience(std::chrono::milliseconds(20));
         hooks::setMsgBox([](const MsgBoxRequest& box) {
             return box.buttons == MsgButtons::YesNo ? MsgAnswer::Yes : MsgAnswer::Ok;

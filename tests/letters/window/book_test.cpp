@@ -139,7 +139,7 @@ TEST_F(BookTest, ADiskThatBecomesFullIsAFailureAndLeavesNothing)
     givenLetters("1999", 20, 30);
     const auto all = library();
     const std::size_t files = fileNames(folder.path()).size();
-    setFileProbe([written = 0](FileOperation operation, const Path&) mutable {
+    hooks::setFileProbe([written = 0](FileOperation operation, const Path&) mutable {
         if (operation == FileOperation::Write && ++written > 3)
             throw std::system_error(std::make_error_code(std::errc::no_space_on_device));
     });
@@ -149,7 +149,7 @@ TEST_F(BookTest, ADiskThatBecomesFullIsAFailureAndLeavesNothing)
     } catch (const std::system_error& failure) {
         EXPECT_EQ(failure.code(), std::errc::no_space_on_device);
     }
-    setFileProbe({});
+    hooks::setFileProbe({});
     EXPECT_EQ(fileNames(folder.path()).size(), files);
 }
 
