@@ -140,6 +140,7 @@ public:
             mailWindow_.setWindowTitle(QStringLiteral("new mail"));
             mailWindow_.setCentralWidget(mail_);
             addMenus(mailWindow_);
+            room_->installEventFilter(this);
         } else {
             screens->addWidget(mail_);
         }
@@ -162,6 +163,15 @@ protected:
         QMainWindow::changeEvent(event);
         if (event->type() == QEvent::ActivationChange && isActiveWindow())
             record_.set("ready", true);
+    }
+
+    // Here the window system activates a new window some time after it was shown. On the
+    // classic platform the keys that were typed meanwhile go to the new window.
+    bool eventFilter(QObject* target, QEvent* event) override
+    {
+        if (event->type() != QEvent::KeyPress || !mailWindow_.isVisible())
+            return QMainWindow::eventFilter(target, event);
+        return QCoreApplication::sendEvent(mailWindow_.focusWidget(), event);
     }
 
 private:

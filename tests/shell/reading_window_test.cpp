@@ -109,7 +109,7 @@ protected:
             times.insert(form.lblDate->Caption());
             colours.insert(form.txtMail->ForeColor());
             texts.insert(form.txtMail->Text());
-            form.window()->update(); // as if another window had covered it
+            form.client().update(); // as if another window had covered it
         });
     }
     void read()
@@ -122,7 +122,7 @@ protected:
     void expectLivelyWindow(PaintCounter& painted)
     {
         EXPECT_GE(ticks, 5);
-        EXPECT_GE(painted.of(form.window()), 5);
+        EXPECT_GE(painted.of(&form.client()), 5);
         EXPECT_GE(painted.of(form.txtMail->viewport()), 5);
         EXPECT_GE(painted.of(form.lblDate), 5);
         EXPECT_GE(times.size(), 5u);

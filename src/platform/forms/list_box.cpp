@@ -153,6 +153,16 @@ void ListBox::focusInEvent(QFocusEvent* event)
     viewport()->update();
 }
 
+// The toolkit's list announces each new entry as the focus, even while another control
+// has it.
+void ListBox::currentChanged(const QModelIndex& current, const QModelIndex& previous)
+{
+    if (hasFocus())
+        QListView::currentChanged(current, previous);
+    else
+        QAbstractItemView::currentChanged(current, previous);
+}
+
 // Selects the next entry, wrapping at the end, that begins with the typed
 // character. A blank isn't searched for: it must not move or clear the selection.
 void ListBox::searchByKey(QKeyEvent* event)
