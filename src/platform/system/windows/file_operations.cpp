@@ -233,4 +233,16 @@ void flushFolder(const fs::path& folder)
     if (!done && !isUnsupported(::GetLastError())) throwSystemError(::GetLastError(), folder);
 }
 
+// Only an administrator may flush a whole file system, so its files in this folder are
+// flushed one by one.
+void flushFileSystemOf(const fs::path& folder)
+{
+    probeFile(FileOperation::Flush, folder);
+    for (const fs::directory_entry& entry : fs::recursive_directory_iterator(folder)) {
+        if (!entry.is_regular_file()) continue;
+        const Handle file = opened(entry.path(), GENERIC_WRITE);
+        if (file) systemCall(entry.path(), ::FlushFileBuffers(file.get()));
+    }
+}
+
 }
