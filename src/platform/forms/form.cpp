@@ -12,6 +12,7 @@
 #include <QDeadlineTimer>
 #include <QEventLoop>
 #include <QMenuBar>
+#include <QScopeGuard>
 #include <QThread>
 #include <QWindow>
 
@@ -250,10 +251,11 @@ Control* Form::ActiveControl() const
 
 void Form::KeepFocusDuring(const std::function<void()>& switching)
 {
-    FormWindow* const window = window_ ? &built() : nullptr;
-    if (window) window->setKeepsFocus(true);
+    if (!window_) return switching();
+    FormWindow& window = built(); // deleted later, whatever `switching` does
+    window.setKeepsFocus(true);
+    const auto end = qScopeGuard([&window] { window.setKeepsFocus(false); });
     switching();
-    if (window) window->setKeepsFocus(false);
 }
 
 void Form::SettleFocus()
