@@ -38,11 +38,6 @@ int compareGeneralUtf16(void*, int sizeA, const void* a, int sizeB, const void* 
     return compareGeneral(aligned(a, sizeA, copyA), aligned(b, sizeB, copyB));
 }
 
-std::filesystem::path folderOf(const std::filesystem::path& path)
-{
-    return path.has_parent_path() ? path.parent_path() : std::filesystem::path(".");
-}
-
 }
 
 Connection::Connection(std::filesystem::path path) : path_(std::move(path)), name_(pathText(path_))
@@ -55,7 +50,7 @@ std::shared_ptr<Connection> Connection::open(const std::filesystem::path& path)
     opened->requireHeader();
     // The mode bits count, not the permission to write: root may write any file, but one
     // that is marked read-only must stay unchanged.
-    opened->readOnly_ = isReadOnly(path) || isReadOnly(folderOf(path));
+    opened->readOnly_ = isReadOnly(path) || isReadOnly(opened->folder());
     opened->openHandle(opened->readOnly_ ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE);
     if (isJet(opened->head())) return nullptr;
     if (opened->readOnly_ && opened->hasAnyJournal()) return nullptr;
@@ -96,7 +91,7 @@ std::shared_ptr<Connection> Connection::openCopy(const std::filesystem::path& co
 std::shared_ptr<Connection> Connection::create(const std::filesystem::path& path)
 {
     std::shared_ptr<Connection> created(new Connection(path));
-    if (!folderExists(folderOf(path))) throw RuntimeError(76);
+    if (!folderExists(created->folder())) throw RuntimeError(76);
     asFileError([&] { OpenFile(path, OpenFile::Mode::Anew).close(); });
     created->openHandle(SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
     // The encoding of the program's texts. The rules of columns and damaged_file.cpp rely
@@ -124,6 +119,11 @@ Connection::~Connection()
     } catch (const RuntimeError&) {
         // Committed rows are complete in the file or in its log.
     }
+}
+
+std::filesystem::path Connection::folder() const
+{
+    return path_.has_parent_path() ? path_.parent_path() : std::filesystem::path(".");
 }
 
 std::filesystem::path Connection::beside(const char* suffix) const
@@ -379,160 +379,6 @@ const Table& Connection::table(TextView name)
     const Text key = upperAscii(name);
     if (const auto known = tables_.find(key); known != tables_.end()) return known->second;
     return tables_.emplace(key, readTable(*this, name)).first->second;
-}
-
-void Connection::prepareToWrite(bool manyCommits)
-{
-    if (readOnly_) throw readOnlyError();
-    if (manyCommits && !log_ && !inTransaction()) enterLog();
-    written_ = true;
-}
-
-// Any transaction takes the lock, and in the exclusive mode SQLite keeps it.
-void Connection::keepOthersOut()
-{
-    if (readOnly_) return;
-    settle();
-    if (alone_) letOthersIn(); // the system may have dropped the lock; take it again
-    alone_ = true;
-    try {
-        pragma(u"PRAGMA locking_mode = EXCLUSIVE");
-        pragma(u"BEGIN EXCLUSIVE");
-        pragma(u"COMMIT");
-    } catch (const RuntimeError&) {
-        letOthersIn();
-        throw;
-    }
-}
-
-void Connection::letOthersIn()
-{
-    const bool shares = std::exchange(alone_, false) && !log_;
-    if (shares) shareLock();
-}
-
-// Meaningful only under the lock, which keeps other programs from replacing the file.
-void Connection::requirePlace()
-{
-    if (hasMoved()) throw lockedError(name_);
-}
-
-// The lock comes first: under an exclusive lock the log's index is in memory, and no
-// -shm file is created.
-void Connection::enterLog()
-{
-    written_ = true;
-    if (!alone_) keepOthersOut();
-    requirePlace();
-    log_ = true;
-    if (pragma(u"PRAGMA journal_mode = WAL") != u"wal") throw lockedError(name_);
-    pragma(u"PRAGMA synchronous = NORMAL");
-}
-
-void Connection::begin(bool inGroup)
-{
-    if (!inGroup) endGroup();
-    // After a full disk the engine itself has rolled the group back.
-    if (!group_ || !inTransaction()) {
-        pragma(u"BEGIN IMMEDIATE");
-        if (hasMoved()) {
-            pragma(u"ROLLBACK");
-            throw lockedError(name_);
-        }
-        if (inGroup) beginGroup();
-    }
-    if (inGroup) pragma(u"SAVEPOINT part");
-    part_ = inGroup;
-}
-
-void Connection::beginGroup()
-{
-    group_ = true;
-    groupBegun_ = std::chrono::steady_clock::now();
-}
-
-void Connection::commit(std::chrono::milliseconds longest)
-{
-    if (!std::exchange(part_, false)) {
-        pragma(u"COMMIT");
-        return;
-    }
-    pragma(u"RELEASE part");
-    if (std::chrono::steady_clock::now() - groupBegun_ >= longest) endGroup();
-}
-
-void Connection::rollback()
-{
-    const bool onlyPart = std::exchange(part_, false);
-    if (!inTransaction()) return;
-    if (onlyPart) {
-        pragma(u"ROLLBACK TO part");
-        pragma(u"RELEASE part");
-    } else if (!group_) {
-        pragma(u"ROLLBACK");
-    }
-}
-
-void Connection::endGroup()
-{
-    if (!std::exchange(group_, false) || !inTransaction()) return;
-    try {
-        pragma(u"COMMIT");
-    } catch (const RuntimeError&) {
-        group_ = inTransaction(); // the engine may have rolled it back
-        throw;
-    }
-}
-
-// Full synchronisation first: the checkpoint is what makes the commits of the log safe
-// against a power cut.
-void Connection::settle()
-{
-    if (!part_) endGroup();
-    if (!log_ || !isOpen() || inTransaction()) return;
-    pragma(u"PRAGMA synchronous = FULL");
-    // The engine may have left the log already, and failed to say so in the header.
-    if (pragma(u"PRAGMA journal_mode") != u"wal") pragma(u"PRAGMA journal_mode = WAL");
-    pragma(u"PRAGMA wal_checkpoint(TRUNCATE)");
-    if (pragma(u"PRAGMA journal_mode = DELETE") != u"delete") throw lockedError(name_);
-    shareLock();
-    log_ = alone_ = false;
-}
-
-// A file that has moved isn't this connection's business any more.
-void Connection::force()
-{
-    if (!written_ || hasMoved()) return;
-    asFileError([&] {
-        flushFileToDisk(path_);
-        flushFolder(folderOf(path_));
-    });
-}
-
-void Connection::restOnce()
-{
-    rollback();
-    settle();
-    letOthersIn();
-    force();
-}
-
-// A disk that failed once may well do it now. The failure is reported all the same:
-// a flush that succeeds after a failed one says nothing about what that one lost.
-void Connection::rest()
-{
-    if (!isOpen()) return;
-    try {
-        restOnce();
-    } catch (const RuntimeError& failure) {
-        const RuntimeError first = failure;
-        try {
-            restOnce();
-        } catch (const RuntimeError&) {
-            // The log stays beside the file, and the next opening takes it in.
-        }
-        throw first;
-    }
 }
 
 void Connection::finalizeAll()

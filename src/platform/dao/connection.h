@@ -110,6 +110,7 @@ private:
     void setManner();
     void look();
     void shareLock();
+    std::filesystem::path folder() const;
     std::filesystem::path beside(const char* suffix) const;
     void removeColdJournal();
     FileHead head() const;
