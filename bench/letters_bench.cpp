@@ -12,7 +12,7 @@
 #include "platform/dao/dao.h"
 #include "platform/runtime/paths.h"
 #include "platform/system/files.h"
-#include "store/known_tables.h"
+#include "store/archive_tables.h"
 #include "store/schema.h"
 
 #include <chrono>
