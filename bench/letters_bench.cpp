@@ -192,7 +192,7 @@ int main(int argc, char** argv)
         std::fputs("tolvek_letters_bench FOLDER [LETTERS [FILES [--cache]]]\n", stderr);
         return 2;
     }
-    registerKnownTables();
+    registerArchiveTables();
     try {
         run(argv[1], argc > 2 ? std::atoi(argv[2]) : 30000, argc > 3 ? std::atoi(argv[3]) : 1,
             argc > 4);
